@@ -1,0 +1,38 @@
+#pragma once
+
+#include <stddef.h>
+#include <wchar.h>
+
+#include <utility>
+
+#include "base/memory/heap.h"
+
+namespace kelvo {
+
+// Owns one NUL-terminated wide text on the heap, or nothing.
+class HeapText {
+ public:
+  HeapText() noexcept = default;
+  HeapText(HeapText&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
+  HeapText& operator=(HeapText&& other) noexcept {
+    std::swap(text_, other.text_);
+    return *this;
+  }
+  ~HeapText() { HeapGive(text_); }
+
+  // Replace the text by a copy; false, with the old text kept, when memory is out.
+  [[nodiscard]] bool Assign(const wchar_t* text) noexcept;
+  [[nodiscard]] bool Assign(const wchar_t* text, size_t length) noexcept;
+  void Clear() noexcept { HeapGive(std::exchange(text_, nullptr)); }
+
+  bool has_value() const noexcept { return text_ != nullptr; }
+  // Null when there is none.
+  const wchar_t* get() const noexcept { return text_; }
+  // Empty text when there is none.
+  const wchar_t* c_str() const noexcept { return text_ ? text_ : L""; }
+
+ private:
+  wchar_t* text_ = nullptr;
+};
+
+}  // namespace kelvo

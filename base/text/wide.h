@@ -1,0 +1,58 @@
+// UTF-16 text. wchar_t has 16 bits in every build (native builds compile with -fshort-wchar), so
+// the C library's own wide functions are not to be called from portable code: use these.
+#pragma once
+
+#include <stddef.h>
+#include <stdint.h>
+
+namespace kelvo {
+
+static_assert(sizeof(wchar_t) == 2, "build with -fshort-wchar");
+
+// User-visible texts, paths and file names hold at most 259 characters and a terminator.
+inline constexpr size_t kTextCapacity = 260;
+
+size_t WideLength(const wchar_t* text) noexcept;
+
+// Copies as much as fits (`capacity` counts the terminator and is at least 1), always terminates,
+// and returns the number of characters copied.
+size_t CopyWide(wchar_t* dst, size_t capacity, const wchar_t* src) noexcept;
+// The same, of at most `length` source characters.
+size_t CopyWide(wchar_t* dst, size_t capacity, const wchar_t* src, size_t length) noexcept;
+
+// Appends what fits; false when something was cut off.
+[[nodiscard]] bool AppendWide(wchar_t* dst, size_t capacity, const wchar_t* src) noexcept;
+
+// Position of the last `c`, or null.
+const wchar_t* FindLastWide(const wchar_t* text, wchar_t c) noexcept;
+const wchar_t* FindWide(const wchar_t* text, wchar_t c) noexcept;
+
+// The part of a path after its last backslash; the whole path when it has none.
+const wchar_t* FileNameOf(const wchar_t* path) noexcept;
+
+// Only A-Z and a-z are folded, like the C locale does.
+constexpr wchar_t FoldAscii(wchar_t c) noexcept {
+  return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
+}
+constexpr char FoldAscii(char c) noexcept {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
+
+// Negative, 0 or positive; characters compare as unsigned numbers after folding.
+int CompareNoCase(const wchar_t* a, const wchar_t* b) noexcept;
+int CompareNoCase(const char* a, const char* b) noexcept;
+// At most `length` characters of both.
+int CompareNoCase(const wchar_t* a, const wchar_t* b, size_t length) noexcept;
+int CompareNoCase(const char* a, const char* b, size_t length) noexcept;
+int CompareWide(const wchar_t* a, const wchar_t* b) noexcept;
+
+// Blanks, an optional sign and leading digits, as the C library's conversion; 0 without digits.
+// A number beyond 32 bits saturates.
+int32_t ParseDecimal(const wchar_t* text) noexcept;
+int32_t ParseDecimal(const char* text) noexcept;
+
+// Decimal form of `value` into `dst` (12 characters suffice); returns its length.
+size_t FormatDecimal(wchar_t (&dst)[12], int32_t value) noexcept;
+size_t FormatDecimal(char (&dst)[12], int32_t value) noexcept;
+
+}  // namespace kelvo
