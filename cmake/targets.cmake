@@ -1,0 +1,39 @@
+# The kinds of targets that the folders declare.
+
+# kelvo_library(NAME SOURCES... [LINK LIBS...]): a static library of product code.
+function(kelvo_library name)
+  cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
+  add_library(${name} STATIC ${arg_UNPARSED_ARGUMENTS})
+  target_compile_options(${name} PRIVATE ${KELVO_WARNINGS})
+  target_link_libraries(${name} PUBLIC ${arg_LINK})
+endfunction()
+
+# kelvo_test(NAME SOURCES... [LINK LIBS...] [TIMEOUT SECONDS] [DATA]): a GoogleTest program, run by
+# ctest (under Wine for Windows targets). It runs in the folder build/<preset>/bin.
+function(kelvo_test name)
+  cmake_parse_arguments(arg "" "TIMEOUT" "LINK" ${ARGN})
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 300)
+  endif()
+  add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+  target_compile_options(${name} PRIVATE ${KELVO_WARNINGS})
+  target_link_libraries(${name} PRIVATE ${arg_LINK} gtest gtest_main)
+  add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+endfunction()
+
+# kelvo_fuzz(NAME SOURCES... [LINK LIBS...]): a fuzz target, NAME.cpp with LLVMFuzzerTestOneInput.
+# With KELVO_FUZZ it is a libFuzzer program; otherwise an ordinary test replays fuzz/corpus/NAME/.
+function(kelvo_fuzz name)
+  cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
+  add_executable(fuzz_${name} ${arg_UNPARSED_ARGUMENTS})
+  target_compile_options(fuzz_${name} PRIVATE ${KELVO_WARNINGS})
+  target_link_libraries(fuzz_${name} PRIVATE ${arg_LINK})
+  if(KELVO_FUZZ)
+    target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  else()
+    target_sources(fuzz_${name} PRIVATE ${CMAKE_SOURCE_DIR}/fuzz/replay_main.cpp)
+    add_test(NAME fuzz_${name} COMMAND fuzz_${name} ${CMAKE_SOURCE_DIR}/fuzz/corpus/${name})
+    set_tests_properties(fuzz_${name} PROPERTIES TIMEOUT 300)
+  endif()
+endfunction()
