@@ -1,0 +1,187 @@
+// Files of the build machine, for the command-line tool and native tests. Wide paths become UTF-8,
+// backslashes become slashes; sharing is not enforced.
+#include "base/files/file_system.h"
+
+#include <dirent.h>
+#include <errno.h>
+#include <fnmatch.h>
+#include <stdio.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "base/memory/heap.h"
+#include "base/native/utf8.h"
+#include "base/text/wide.h"
+
+namespace kelvo {
+namespace {
+
+class NativePath {
+ public:
+  explicit NativePath(const wchar_t* wide) noexcept {
+    fits_ = WideLength(wide) < kTextCapacity;
+    WideToUtf8(fits_ ? wide : L"", path_, sizeof(path_));
+    for (char* c = path_; *c; ++c) {
+      if (*c == '\\') *c = '/';
+    }
+  }
+  explicit operator bool() const noexcept { return fits_; }
+  const char* c_str() const noexcept { return path_; }
+  char* data() noexcept { return path_; }
+
+ private:
+  bool fits_;
+  char path_[kTextCapacity * 3];
+};
+
+class NativeReader final : public FileReader {
+ public:
+  NativeReader(FILE* file, uint64_t bytes) noexcept : file_(file), bytes_(bytes) {}
+  uint64_t SizeBytes() noexcept override { return bytes_; }
+  ReadResult ReadAt(uint64_t offset, void* dst, size_t bytes) noexcept override {
+    size_t got;
+    const ReadResult result = ReadSome(offset, dst, bytes, &got);
+    if (result != ReadResult::kOk) return result;
+    return got == bytes ? ReadResult::kOk : ReadResult::kEnd;
+  }
+  ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
+    *got = 0;
+    if (offset >= bytes_) return ReadResult::kOk;
+    if (offset != position_ && fseeko(file_, static_cast<off_t>(offset), SEEK_SET) != 0) {
+      return ReadResult::kFailed;
+    }
+    *got = fread(dst, 1, bytes, file_);
+    position_ = offset + *got;
+    if (!ferror(file_)) return ReadResult::kOk;
+    clearerr(file_);
+    *got = 0;
+    return ReadResult::kFailed;
+  }
+  void Close() noexcept override {
+    fclose(file_);
+    HeapDelete(this);
+  }
+
+ private:
+  FILE* file_;
+  uint64_t bytes_;
+  uint64_t position_ = 0;
+};
+
+class NativeWriter final : public FileWriter {
+ public:
+  explicit NativeWriter(FILE* file) noexcept : file_(file) {}
+  bool Write(const void* data, size_t bytes) noexcept override {
+    return fwrite(data, 1, bytes, file_) == bytes;
+  }
+  bool SeekFromEnd(uint32_t distance) noexcept override {
+    return fseeko(file_, -static_cast<off_t>(distance), SEEK_END) == 0;
+  }
+  void Close() noexcept override {
+    fclose(file_);
+    HeapDelete(this);
+  }
+
+ private:
+  FILE* file_;
+};
+
+class NativeFiles final : public FileSystem {
+ public:
+  OpenFile<FileReader> OpenRead(const wchar_t* wide, Share) noexcept override {
+    const NativePath path(wide);
+    struct stat info;
+    if (!path || stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return {};
+    FILE* file = fopen(path.c_str(), "rb");
+    if (!file) return {};
+    auto* reader = HeapNew<NativeReader>(file, static_cast<uint64_t>(info.st_size));
+    if (!reader) fclose(file);
+    return OpenFile<FileReader>(reader);
+  }
+  OpenFile<FileWriter> OpenWrite(const wchar_t* path, Share) noexcept override {
+    return Writer(path, "r+b");
+  }
+  OpenFile<FileWriter> Create(const wchar_t* path, Share) noexcept override {
+    return Writer(path, "wb");
+  }
+  bool GetAttributes(const wchar_t* wide, uint32_t* attributes) noexcept override {
+    const NativePath path(wide);
+    struct stat info;
+    if (!path || stat(path.c_str(), &info) != 0) return false;
+    *attributes = S_ISDIR(info.st_mode)      ? kAttributeFolder
+                  : (info.st_mode & S_IWUSR) ? kAttributeNormal
+                                             : kAttributeReadOnly;
+    return true;
+  }
+  bool SetAttributes(const wchar_t* wide, uint32_t attributes) noexcept override {
+    const NativePath path(wide);
+    return path && chmod(path.c_str(), attributes & kAttributeReadOnly ? 0444 : 0644) == 0;
+  }
+  bool Delete(const wchar_t* wide) noexcept override {
+    const NativePath path(wide);
+    return path && unlink(path.c_str()) == 0;
+  }
+  bool Move(const wchar_t* from_wide, const wchar_t* to_wide) noexcept override {
+    const NativePath from(from_wide);
+    const NativePath to(to_wide);
+    return from && to && !Exists(to_wide) && rename(from.c_str(), to.c_str()) == 0;
+  }
+  bool List(const wchar_t* pattern, FolderVisitor& visitor) noexcept override {
+    NativePath folder(pattern);
+    if (!folder) return false;
+    char wildcard[kTextCapacity * 3];
+    if (!SplitPattern(folder.data(), wildcard, sizeof(wildcard))) return false;
+    DIR* listing = opendir(folder.c_str());
+    if (!listing) return false;
+    while (const dirent* entry = readdir(listing)) {
+      const char* name = entry->d_name;
+      if (name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0))) continue;
+      if (fnmatch(wildcard, name, FNM_CASEFOLD) != 0) continue;
+      wchar_t wide_name[kTextCapacity];
+      Utf8ToUtf16(name, wide_name, kTextCapacity);
+      struct stat info;
+      const bool is_folder = fstatat(dirfd(listing), name, &info, 0) == 0 && S_ISDIR(info.st_mode);
+      if (!visitor.Visit({wide_name, is_folder ? kAttributeFolder : kAttributeNormal})) break;
+    }
+    closedir(listing);
+    return true;
+  }
+
+ private:
+  static OpenFile<FileWriter> Writer(const wchar_t* wide, const char* mode) noexcept {
+    const NativePath path(wide);
+    FILE* file = path ? fopen(path.c_str(), mode) : nullptr;
+    if (!file) return {};
+    auto* writer = HeapNew<NativeWriter>(file);
+    if (!writer) fclose(file);
+    return OpenFile<FileWriter>(writer);
+  }
+
+  // "/folder/*.*" becomes "/folder" and "*" ("*.*" matches every name on the device).
+  static bool SplitPattern(char* path, char* wildcard, size_t capacity) noexcept {
+    char* slash = nullptr;
+    for (char* c = path; *c; ++c) {
+      if (*c == '/') slash = c;
+    }
+    const char* name = slash ? slash + 1 : path;
+    const bool all = name[0] == '*' && name[1] == '.' && name[2] == '*' && name[3] == 0;
+    const int length = snprintf(wildcard, capacity, "%s", all ? "*" : name);
+    if (slash) {
+      slash[slash == path ? 1 : 0] = 0;
+    } else {
+      path[0] = '.';
+      path[1] = 0;
+    }
+    return length >= 0 && static_cast<size_t>(length) < capacity;
+  }
+};
+
+NativeFiles g_files;
+
+}  // namespace
+
+FileSystem& SystemFiles() noexcept {
+  return g_files;
+}
+
+}  // namespace kelvo
