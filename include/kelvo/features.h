@@ -1,0 +1,27 @@
+// The library's one exported function and the features it hands out.
+#pragma once
+
+#include <stdint.h>
+
+namespace kelvo {
+
+enum FeatureId : int32_t {
+  kFeatureOggVorbis = 3,       // OggVorbisInput* (ogg_vorbis_input.h)
+  kFeatureSwitchLanguage = 7,  // always null: re-reads the setting "Language" and switches to it
+  kFeatureVersionText = 21,    // const wchar_t*, rewritten by the next call with this id
+};
+
+// Looks a feature up: an object that lives as long as the library is loaded (the same pointer each
+// time; the host never frees it), a text, or null for what is not offered. Ids that return objects
+// may be asked from any thread, 7 and 21 from the user-interface thread only.
+//
+//   auto get_feature = reinterpret_cast<kelvo::GetFeatureFunction>(
+//       GetProcAddress(library, "GetFeature"));
+//   auto* ogg = static_cast<kelvo::OggVorbisInput*>(get_feature(kelvo::kFeatureOggVorbis));
+#if defined(_WIN32) && defined(__i386__)
+using GetFeatureFunction = void*(__cdecl*)(int32_t id);
+#else
+using GetFeatureFunction = void* (*)(int32_t id);
+#endif
+
+}  // namespace kelvo
