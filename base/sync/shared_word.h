@@ -1,0 +1,24 @@
+#pragma once
+
+#include <stdint.h>
+
+namespace kelvo {
+
+// A 32-bit word that one thread writes and another reads without a lock, as with a flag. No order
+// between different words is promised.
+class SharedWord {
+ public:
+  constexpr SharedWord(uint32_t value = 0) noexcept : value_(value) {}
+  SharedWord(const SharedWord&) = delete;
+  SharedWord& operator=(const SharedWord&) = delete;
+  SharedWord& operator=(uint32_t value) noexcept {
+    __atomic_store_n(&value_, value, __ATOMIC_RELAXED);
+    return *this;
+  }
+  operator uint32_t() const noexcept { return __atomic_load_n(&value_, __ATOMIC_RELAXED); }
+
+ private:
+  uint32_t value_;
+};
+
+}  // namespace kelvo

@@ -1,0 +1,59 @@
+// Threads, events and waiting. Two implementations: base/windows/thread.cpp,
+// base/native/thread.cpp.
+#pragma once
+
+#include <stdint.h>
+
+#include <utility>
+
+namespace kelvo {
+
+void SleepMs(uint32_t milliseconds) noexcept;
+
+// Manual-reset; not signalled at first. An event that could not be created is never signalled.
+class Event {
+ public:
+  Event() noexcept;
+  ~Event();
+  Event(const Event&) = delete;
+  Event& operator=(const Event&) = delete;
+
+  void Set() noexcept;
+  void Reset() noexcept;
+  // Gives the event back early; it is dead then.
+  void Close() noexcept;
+
+ private:
+  friend class Thread;
+  void* event_ = nullptr;
+};
+
+// Priorities, with the device's numbers (smaller is more urgent).
+constexpr int32_t kPriorityNormal = 3;
+
+// At most one running thread at a time.
+class Thread {
+ public:
+  using Body = void (*)(void* context);
+
+  Thread() noexcept = default;
+  Thread(const Thread&) = delete;
+  Thread& operator=(const Thread&) = delete;
+  ~Thread() = default;  // the owner has joined it
+
+  // False when it cannot be created. Only while no thread is held.
+  [[nodiscard]] bool Start(Body body, void* context, int32_t priority) noexcept;
+  // Whether a started thread has not been joined yet; it may have ended.
+  bool held() const noexcept { return handle_ != Never() && handle_ != nullptr; }
+  // Waits for the thread's end and lets go of it.
+  void Join() noexcept;
+  // Waits for the event or the thread's end; true when the event came, also when both did.
+  bool WaitForEventOrEnd(Event& event) noexcept;
+
+ private:
+  // Tells a thread that never ran (all bits set) from one that has been joined (null).
+  static void* Never() noexcept { return reinterpret_cast<void*>(~uintptr_t{0}); }
+  void* handle_ = Never();
+};
+
+}  // namespace kelvo

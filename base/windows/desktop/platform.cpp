@@ -1,0 +1,16 @@
+#include "base/windows/platform.h"
+
+#include <windows.h>
+
+namespace kelvo {
+
+int PlatformPriority(int32_t device_priority) noexcept {
+  constexpr int kPriorities[] = {THREAD_PRIORITY_TIME_CRITICAL, THREAD_PRIORITY_HIGHEST,
+                                 THREAD_PRIORITY_ABOVE_NORMAL,  THREAD_PRIORITY_NORMAL,
+                                 THREAD_PRIORITY_BELOW_NORMAL,  THREAD_PRIORITY_LOWEST,
+                                 THREAD_PRIORITY_LOWEST,        THREAD_PRIORITY_IDLE};
+  return device_priority >= 0 && device_priority < 8 ? kPriorities[device_priority]
+                                                     : THREAD_PRIORITY_NORMAL;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,74 @@
+#include "base/sync/thread.h"
+
+#include <windows.h>
+
+#include "base/memory/heap.h"
+#include "base/windows/platform.h"
+#include "base/windows/unique_handle.h"
+
+namespace kelvo {
+namespace {
+
+struct StartRecord {
+  Thread::Body body;
+  void* context;
+};
+
+DWORD WINAPI Enter(void* parameter) noexcept {
+  StartRecord* record = static_cast<StartRecord*>(parameter);
+  const StartRecord start = *record;
+  HeapDelete(record);
+  start.body(start.context);
+  return 0;
+}
+
+}  // namespace
+
+void SleepMs(uint32_t milliseconds) noexcept {
+  Sleep(milliseconds);
+}
+
+Event::Event() noexcept : event_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
+Event::~Event() {
+  Close();
+}
+void Event::Set() noexcept {
+  SetEvent(event_);
+}
+void Event::Reset() noexcept {
+  ResetEvent(event_);
+}
+void Event::Close() noexcept {
+  UniqueObject(std::exchange(event_, nullptr));
+}
+
+bool Thread::Start(Body body, void* context, int32_t priority) noexcept {
+  StartRecord* record = HeapNew<StartRecord>(StartRecord{body, context});
+  if (!record) return false;
+  DWORD id;
+  HANDLE thread = CreateThread(nullptr, 0, Enter, record, 0, &id);
+  if (!thread) {
+    HeapDelete(record);
+    return false;
+  }
+  handle_ = thread;
+  SetThreadPriority(thread, PlatformPriority(priority));
+  return true;
+}
+
+void Thread::Join() noexcept {
+  if (!held()) return;
+  WaitForSingleObject(handle_, INFINITE);
+  UniqueObject(std::exchange(handle_, nullptr));
+}
+
+bool Thread::WaitForEventOrEnd(Event& event) noexcept {
+  HANDLE handles[2] = {event.event_, handle_};
+  if (!event.event_) {
+    WaitForSingleObject(handle_, INFINITE);
+    return false;
+  }
+  return WaitForMultipleObjects(2, handles, FALSE, INFINITE) == WAIT_OBJECT_0;
+}
+
+}  // namespace kelvo

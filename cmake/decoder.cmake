@@ -1,0 +1,20 @@
+# The integer Vorbis decoder and the Ogg framing under it, compiled from their Debian sources.
+set(tremor ${KELVO_SOURCES}/tremor)
+set(ogg ${KELVO_SOURCES}/ogg)
+if(NOT EXISTS ${tremor}/vorbisfile.c OR NOT EXISTS ${ogg}/src/framing.c)
+  message(FATAL_ERROR "No decoder sources in ${KELVO_SOURCES}; run scripts/setup.sh")
+endif()
+set(decoder_sources)
+foreach(file IN ITEMS block codebook floor0 floor1 info mapping0 mdct registry res012 sharedbook
+        synthesis vorbisfile window)
+  list(APPEND decoder_sources ${tremor}/${file}.c)
+endforeach()
+add_library(kelvo_decoder STATIC ${decoder_sources} ${ogg}/src/framing.c ${ogg}/src/bitwise.c)
+# Our os_types.h comes before theirs.
+target_include_directories(kelvo_decoder SYSTEM BEFORE PUBLIC
+  ${CMAKE_SOURCE_DIR}/input/vorbis/decoder_config ${tremor} ${ogg}/include)
+target_compile_options(kelvo_decoder PRIVATE -w -std=gnu11 -fno-strict-aliasing)
+target_compile_definitions(kelvo_decoder PRIVATE
+  $<$<NOT:$<BOOL:${WIN32}>>:LITTLE_ENDIAN=1234 BIG_ENDIAN=4321 BYTE_ORDER=1234>)
+# Foreign arithmetic relies on wrap-around.
+target_compile_options(kelvo_decoder PRIVATE -fwrapv -fno-sanitize=undefined)

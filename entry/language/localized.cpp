@@ -1,0 +1,60 @@
+#include "entry/language/localized.h"
+
+#include "base/text/wide.h"
+#include "base/windows/resources.h"
+#include "entry/language/modules.h"
+
+namespace kelvo {
+namespace {
+
+const wchar_t* FindLocalizedString(HMODULE module, UINT id, size_t* length) noexcept {
+  const wchar_t* text = nullptr;
+  if (LanguageModule()) text = FindStringResource(LanguageModule(), id, length);
+  return text ? text : FindStringResource(module, id, length);
+}
+
+HMODULE ModuleWithDialog(HMODULE module, const wchar_t* name) noexcept {
+  const HMODULE language = LanguageModule();
+  return language && HasResource(language, name, RT_DIALOG) ? language : module;
+}
+
+}  // namespace
+
+int LoadLocalizedString(HMODULE module, UINT id, wchar_t* buffer, int capacity) noexcept {
+  if (capacity <= 0) return 0;
+  buffer[0] = 0;
+  const wchar_t* text = FindLocalizedString(module, id, nullptr);
+  return text ? static_cast<int>(CopyWide(buffer, static_cast<size_t>(capacity), text)) : 0;
+}
+
+const wchar_t* LoadLocalizedString(HMODULE module, UINT id) noexcept {
+  const wchar_t* text = FindLocalizedString(module, id, nullptr);
+  return text ? text : L"";
+}
+
+INT_PTR LocalizedDialogBox(HMODULE module, UINT id, HWND parent, DLGPROC procedure,
+                           LPARAM parameter) noexcept {
+  const wchar_t* name = MAKEINTRESOURCEW(id);
+  return DialogBoxParamW(ModuleWithDialog(module, name), name, parent, procedure, parameter);
+}
+
+INT_PTR LocalizedDialogBox(HMODULE module, const wchar_t* name, HWND parent,
+                           DLGPROC procedure) noexcept {
+  return DialogBoxParamW(ModuleWithDialog(module, name), name, parent, procedure, 0);
+}
+
+INT_PTR RunDialog(ModalDialog& dialog, UINT id, HWND parent) noexcept {
+  return LocalizedDialogBox(OwnModule(), id, parent, ModalDialog::Procedure, dialog.parameter());
+}
+
+BOOL CreateLocalizedMenuBar(SHMENUBARINFO* info) noexcept {
+  const HMODULE language = LanguageModule();
+  if (language && info->nToolBarId != 0 &&
+      HasResource(language, MAKEINTRESOURCEW(info->nToolBarId), RT_MENU) &&
+      (info->nBmpId == 0 || HasResource(language, MAKEINTRESOURCEW(info->nBmpId), RT_BITMAP))) {
+    info->hInstRes = language;
+  }
+  return SHCreateMenuBar(info);
+}
+
+}  // namespace kelvo

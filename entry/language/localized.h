@@ -1,0 +1,29 @@
+// Lookups of texts, dialogs and menu bars: in the language library first, then in `module`. User-
+// interface thread only.
+#pragma once
+
+#include "base/windows/dialog.h"
+#include "base/windows/pocketpc.h"
+
+namespace kelvo {
+
+// Copies the text, as much as fits, and terminates it; the number of characters copied, 0 when
+// there is no such string (the buffer then holds the empty text).
+int LoadLocalizedString(HMODULE module, UINT id, wchar_t* buffer, int capacity) noexcept;
+// The resource's own text, valid until the language is switched; the empty text when there is none.
+const wchar_t* LoadLocalizedString(HMODULE module, UINT id) noexcept;
+
+// Runs a modal dialog and returns its result, as the system's DialogBoxParam. The second form finds
+// the template by name and passes no parameter.
+INT_PTR LocalizedDialogBox(HMODULE module, UINT id, HWND parent, DLGPROC procedure,
+                           LPARAM parameter) noexcept;
+INT_PTR LocalizedDialogBox(HMODULE module, const wchar_t* name, HWND parent,
+                           DLGPROC procedure) noexcept;
+// The same for a dialog object, from the library's own module.
+INT_PTR RunDialog(ModalDialog& dialog, UINT id, HWND parent) noexcept;
+
+// Creates a menu bar. Menu and bitmap come from the language library when it has all that is asked
+// for, otherwise both from the record's own instance.
+BOOL CreateLocalizedMenuBar(SHMENUBARINFO* info) noexcept;
+
+}  // namespace kelvo

@@ -1,0 +1,20 @@
+// The two modules that texts, dialogs and menus come from. User-interface thread only.
+#pragma once
+
+#include <windows.h>
+
+namespace kelvo {
+
+// The library itself; set once when it is loaded.
+HMODULE OwnModule() noexcept;
+void SetOwnModule(HMODULE module) noexcept;
+
+// The language library, or null when the built-in English resources are used.
+HMODULE LanguageModule() noexcept;
+
+// Lets go of the current language library and loads that of `language_id`, by name alone through
+// the system's search: "kv_mui.XXXX.dll" (own) or "mui.XXXX.dll". 0 and 1033 mean the built-in
+// English. False when the wanted library was not found; the built-in resources are used then.
+bool LoadLanguageLibrary(uint32_t language_id, bool own) noexcept;
+
+}  // namespace kelvo

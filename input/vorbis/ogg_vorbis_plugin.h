@@ -1,0 +1,84 @@
+// Feature 3. The host's thread calls every operation; while a file plays, a decoding thread fills
+// the output's buffers.
+#pragma once
+
+#include "base/sync/lock.h"
+#include "base/sync/shared_word.h"
+#include "base/sync/thread.h"
+#include "base/text/wide.h"
+#include "input/vorbis/vorbis_stream.h"
+#include "kelvo/ogg_vorbis_input.h"
+
+namespace kelvo {
+
+class OggVorbisPlugin final : public OggVorbisInput {
+ public:
+  OggVorbisPlugin() noexcept;
+  // Playback has been stopped before: a thread's end cannot be awaited while a library unloads.
+  ~OggVorbisPlugin();
+
+  // The file: ogg_vorbis_plugin.cpp.
+  int32_t GetDisplayTitle(wchar_t* title) noexcept override;
+  void GetMediaInfo(MediaInfo* info) noexcept override;
+  int32_t GetLengthMs() noexcept override;
+  int32_t Close(HostWord a, HostWord b) noexcept override;
+  int32_t Open(const wchar_t* path, uint32_t mode) noexcept override;
+  void Destroy(uint32_t flags) noexcept override;
+  int32_t GetFileInfo(const wchar_t* path, wchar_t* display_title, wchar_t* album, MediaInfo* info,
+                      uint32_t* length_ms, uint32_t* ignored, wchar_t* artist,
+                      wchar_t* title) noexcept override;
+  void SetNotifyWindow(WindowHandle window) noexcept override { notify_window_ = window; }
+
+  // Playback, the host's side: playback_control.cpp.
+  int32_t GetPositionMs(HostWord a, HostWord b) noexcept override;
+  int32_t SeekMs(int32_t milliseconds) noexcept override;
+  int32_t Stop() noexcept override;
+  int32_t TogglePause() noexcept override;
+  int32_t Play() noexcept override;
+
+ private:
+  enum class Step { kGoOn, kEnd, kError };
+
+  void TearDown() noexcept;
+  void StopThread() noexcept;
+
+  // The decoding thread: decoding_thread.cpp.
+  static void ThreadBody(void* plugin) noexcept;
+  void RunDecoding() noexcept;
+  bool StartOutput() noexcept;
+  Step DecodeStep() noexcept;
+  void HandOverBuffer() noexcept;
+  void RestartAfterSeek() noexcept;  // holds the lock
+  bool DrainOutput() noexcept;
+  void Finish(bool drain) noexcept;
+
+  WindowHandle notify_window_ = nullptr;
+  VorbisStream* stream_ = nullptr;
+  uint32_t total_frames_ = 0;
+  uint32_t channels_ = 0;
+  uint32_t sample_rate_ = 0;  // Hz
+  uint32_t bit_rate_ = 0;     // kbit/s
+  Thread thread_;
+  int32_t thread_priority_ = kPriorityNormal;
+  Event ready_;  // the decoding thread has started the output, or has ended
+
+  // Guards the stream (while a thread runs) and the changes of the flags below that must happen
+  // together. The decoding thread never holds it while it waits for a buffer or sleeps.
+  Lock lock_;
+  wchar_t path_[kTextCapacity] = {};
+
+  // The decoding thread's own, while one runs.
+  OutputBuffer* current_ = nullptr;
+  uint32_t buffer_bytes_ = 0;
+  uint32_t free_bytes_ = 0;  // room left in the current buffer
+
+  SharedWord seek_pending_;
+  SharedWord run_output_;  // the output is meant to run: the user has not paused it
+  SharedWord stop_request_;
+  SharedWord seek_base_;  // frame reached by the last seek
+};
+
+// frames / rate * 1000, truncated, saturating; 0 for a rate of 0.
+int32_t FramesToMs(double frames, uint32_t rate) noexcept;
+
+}  // namespace kelvo
