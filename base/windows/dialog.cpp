@@ -3,6 +3,9 @@
 namespace kelvo {
 namespace {
 
+// The word of a dialog window that holds a message's result; its name differs between the systems.
+constexpr int kMessageResult = 0;
+
 ModalDialog* g_top = nullptr;  // the open dialogs, newest first; user-interface thread only
 
 }  // namespace
@@ -41,7 +44,7 @@ INT_PTR ModalDialog::Dispatch(UINT message, WPARAM wparam, LPARAM lparam) noexce
     default: {
       LRESULT result = 0;
       if (OnMessage(message, wparam, lparam, &result) == Handled::kNo) return FALSE;
-      SetWindowLongW(window_, DWL_MSGRESULT, static_cast<LONG>(result));
+      SetWindowLongW(window_, kMessageResult, static_cast<LONG>(result));
       return TRUE;
     }
   }

@@ -1,6 +1,7 @@
 // The two modules that texts, dialogs and menus come from. User-interface thread only.
 #pragma once
 
+#include <stdint.h>
 #include <windows.h>
 
 namespace kelvo {
