@@ -1,0 +1,156 @@
+#include "tests/support/ogg_files.h"
+
+#include <string.h>
+
+#include "input/vorbis/decoder_heap.h"
+#include "ivorbisfile.h"
+
+namespace kelvo::test {
+namespace {
+
+struct Bytes {
+  const std::vector<char>* bytes;
+  size_t position;
+};
+
+size_t Read(void* destination, size_t size, size_t count, void* source) {
+  Bytes* bytes = static_cast<Bytes*>(source);
+  const size_t left = bytes->bytes->size() - bytes->position;
+  const size_t wanted = size * count < left ? size * count : left;
+  memcpy(destination, bytes->bytes->data() + bytes->position, wanted);
+  bytes->position += wanted;
+  return wanted / size;
+}
+
+int Seek(void* source, ogg_int64_t offset, int origin) {
+  Bytes* bytes = static_cast<Bytes*>(source);
+  const ogg_int64_t size = static_cast<ogg_int64_t>(bytes->bytes->size());
+  const ogg_int64_t base = origin == SEEK_SET   ? 0
+                           : origin == SEEK_CUR ? static_cast<ogg_int64_t>(bytes->position)
+                                                : size;
+  if (base + offset < 0 || base + offset > size) return -1;
+  bytes->position = static_cast<size_t>(base + offset);
+  return 0;
+}
+
+int Close(void*) {
+  return 0;
+}
+long Tell(void* source) {
+  return static_cast<long>(static_cast<Bytes*>(source)->position);
+}
+
+// Runs `work` with a heap of its own for the decoder.
+template <class Work>
+void WithHeap(Work work) {
+  DecoderHeap::AttachModule();
+  {
+    DecoderHeap heap;
+    static_cast<void>(heap.Run(work));
+  }
+  DecoderHeap::DetachModule();
+}
+
+std::vector<std::vector<char>> Packets(const std::vector<char>& file, std::vector<int64_t>* ends) {
+  std::vector<std::vector<char>> packets;
+  WithHeap([&] {
+    ogg_sync_state sync;
+    ogg_sync_init(&sync);
+    memcpy(ogg_sync_buffer(&sync, static_cast<long>(file.size())), file.data(), file.size());
+    ogg_sync_wrote(&sync, static_cast<long>(file.size()));
+    ogg_stream_state stream;
+    ogg_page page;
+    bool begun = false;
+    while (ogg_sync_pageout(&sync, &page) == 1) {
+      if (!begun) ogg_stream_init(&stream, ogg_page_serialno(&page));
+      begun = true;
+      ogg_stream_pagein(&stream, &page);
+      ogg_packet packet;
+      while (ogg_stream_packetout(&stream, &packet) == 1) {
+        packets.emplace_back(packet.packet, packet.packet + packet.bytes);
+        ends->push_back(packet.granulepos);
+      }
+    }
+    if (begun) ogg_stream_clear(&stream);
+    ogg_sync_clear(&sync);
+  });
+  return packets;
+}
+
+std::vector<char> Joined(const std::vector<std::vector<char>>& packets,
+                         const std::vector<int64_t>& ends) {
+  std::vector<char> file;
+  WithHeap([&] {
+    ogg_stream_state stream;
+    ogg_stream_init(&stream, 77);
+    for (size_t i = 0; i < packets.size(); ++i) {
+      ogg_packet packet = {};
+      packet.packet = reinterpret_cast<unsigned char*>(const_cast<char*>(packets[i].data()));
+      packet.bytes = static_cast<long>(packets[i].size());
+      packet.b_o_s = i == 0;
+      packet.e_o_s = i + 1 == packets.size();
+      packet.granulepos = ends[i];
+      packet.packetno = static_cast<ogg_int64_t>(i);
+      ogg_stream_packetin(&stream, &packet);
+      ogg_page page;
+      // The headers fill pages of their own.
+      const bool flush = i == 0 || i == 2 || ends[i] >= 0;
+      while (flush ? ogg_stream_flush(&stream, &page) : ogg_stream_pageout(&stream, &page)) {
+        file.insert(file.end(), page.header, page.header + page.header_len);
+        file.insert(file.end(), page.body, page.body + page.body_len);
+      }
+    }
+    ogg_stream_clear(&stream);
+  });
+  return file;
+}
+
+void Append32(std::vector<char>* out, size_t value) {
+  for (int shift = 0; shift < 32; shift += 8) out->push_back(static_cast<char>(value >> shift));
+}
+
+}  // namespace
+
+std::vector<char> DecodeDirectly(const std::vector<char>& file, int64_t first_frame) {
+  std::vector<char> pcm;
+  WithHeap([&] {
+    Bytes source = {&file, 0};
+    OggVorbis_File decoder;
+    if (ov_open_callbacks(&source, &decoder, nullptr, 0, {Read, Seek, Close, Tell}) < 0) return;
+    if (first_frame < 0 || ov_pcm_seek(&decoder, first_frame) == 0) {
+      char chunk[4096];
+      int link;
+      long got;
+      while ((got = ov_read(&decoder, chunk, sizeof(chunk), &link)) > 0) {
+        pcm.insert(pcm.end(), chunk, chunk + got);
+      }
+    }
+    ov_clear(&decoder);
+  });
+  return pcm;
+}
+
+std::vector<char> WithComments(const std::vector<char>& file,
+                               const std::vector<std::string>& comments) {
+  std::vector<int64_t> ends;
+  std::vector<std::vector<char>> packets = Packets(file, &ends);
+  std::vector<char> header = {3, 'v', 'o', 'r', 'b', 'i', 's'};
+  Append32(&header, 0);  // vendor
+  Append32(&header, comments.size());
+  for (const std::string& comment : comments) {
+    Append32(&header, comment.size());
+    header.insert(header.end(), comment.begin(), comment.end());
+  }
+  header.push_back(1);
+  packets.at(1) = header;
+  return Joined(packets, ends);
+}
+
+std::vector<char> WithoutLength(const std::vector<char>& file) {
+  std::vector<int64_t> ends;
+  const std::vector<std::vector<char>> packets = Packets(file, &ends);
+  for (int64_t& end : ends) end = end > 0 ? 0 : end;
+  return Joined(packets, ends);
+}
+
+}  // namespace kelvo::test

@@ -1,0 +1,21 @@
+// Ogg Vorbis bytes for tests: decoded directly, and rewritten with other comments or positions.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kelvo::test {
+
+// The PCM of a direct decoder loop that starts at `first_frame` (-1: without
+// seeking), until the end or an error.
+std::vector<char> DecodeDirectly(const std::vector<char>& file, int64_t first_frame = -1);
+
+// The same stream with these comments ("KEY=value") instead of its own.
+std::vector<char> WithComments(const std::vector<char>& file,
+                               const std::vector<std::string>& comments);
+
+// The same stream with every page's position set to 0: its total length reads as 0.
+std::vector<char> WithoutLength(const std::vector<char>& file);
+
+}  // namespace kelvo::test

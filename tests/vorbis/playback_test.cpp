@@ -1,0 +1,237 @@
+// The decoding thread and the operations that steer it.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+
+#include "base/messages/post_message.h"
+#include "input/vorbis/ogg_vorbis_plugin.h"
+#include "kelvo/messages.h"
+#include "tests/support/end_messages.h"
+#include "tests/support/media_files.h"
+#include "tests/support/memory_reader.h"
+#include "tests/support/ogg_files.h"
+#include "tests/support/recording_output.h"
+
+namespace kelvo {
+namespace {
+
+using test::DecodeDirectly;
+using test::EndMessages;
+using test::MemoryReader;
+using test::ReadMedia;
+using test::RecordingOutput;
+
+class PlaybackTest : public ::testing::Test {
+ protected:
+  void Open(const std::string& name) { OpenBytes(ReadMedia(name)); }
+  void OpenBytes(const std::vector<char>& bytes) {
+    file_ = bytes;
+    reader_ = std::make_unique<MemoryReader>(file_);
+    plugin_.SetReader(reader_.get());
+    plugin_.SetOutput(&output_);
+    plugin_.SetNotifyWindow(ends_.window());
+    ASSERT_EQ(plugin_.Open(L"x.ogg", 0), 1);
+  }
+  void TearDown() override {
+    plugin_.Stop();
+    plugin_.Close(0, 0);
+  }
+  static size_t Count(const std::string& text, const std::string& word) {
+    size_t count = 0;
+    for (size_t at = 0; (at = text.find(word, at)) != std::string::npos; ++at) ++count;
+    return count;
+  }
+
+  EndMessages ends_;
+  std::vector<char> file_;
+  std::unique_ptr<MemoryReader> reader_;
+  RecordingOutput output_;
+  OggVorbisPlugin plugin_;
+};
+
+TEST_F(PlaybackTest, PlaysEveryFormatAsTheDecoderGivesIt) {
+  for (const char* channels : {"mono", "stereo", "6ch"}) {
+    const struct {
+      int rate;
+      const char* buffers;
+    } kRates[] = {{8000, "8x4096"},  {11025, "8x4096"},  {11026, "8x8192"},
+                  {22050, "8x8192"}, {22051, "8x16384"}, {44100, "8x16384"}};
+    for (const auto& r : kRates) {
+      const std::string name = "tone_" + std::to_string(r.rate) + "_" + channels + ".ogg";
+      SCOPED_TRACE(name);
+      Open(name);
+      ASSERT_EQ(plugin_.Play(), 1);
+      ends_.WaitForNext();
+      EXPECT_EQ(plugin_.GetState(), kStopped);
+      const std::string count = channels[0] == 'm' ? "1" : channels[0] == 's' ? "2" : "6";
+      EXPECT_EQ(output_.format(),
+                std::string(r.buffers) + " " + count + "ch " + std::to_string(r.rate) + "Hz 16bit");
+      EXPECT_TRUE(output_.pcm() == DecodeDirectly(file_));
+      plugin_.Stop();
+      plugin_.Close(0, 0);
+    }
+  }
+  EXPECT_EQ(output_.calls().find("BAD"), std::string::npos);
+}
+
+TEST_F(PlaybackTest, PlaysFromWhereItWasSoughtTo) {
+  Open("tone_44100_stereo.ogg");
+  output_.SetHold(true);
+  ASSERT_EQ(plugin_.Play(), 1);
+  output_.WaitUntilFull();
+  EXPECT_EQ(plugin_.SeekMs(2000), 0) << "the end itself";
+  EXPECT_EQ(plugin_.SeekMs(INT32_MAX), 0);
+  for (int32_t ms : {1500, 0, 777, -5, 1}) {
+    ASSERT_EQ(plugin_.SeekMs(ms), 1) << ms;
+    EXPECT_EQ(plugin_.GetPositionMs(3, 4), ms < 0 ? 0 : ms == 777 ? 776 : ms == 1 ? 0 : ms) << ms;
+    EXPECT_EQ(output_.last_words(), "3,4");
+  }
+  ASSERT_EQ(plugin_.SeekMs(1234), 1);
+  output_.SetHold(false);
+  ends_.WaitForNext();
+  EXPECT_TRUE(output_.pcm() == DecodeDirectly(file_, 44100LL * 1234 / 1000));
+  EXPECT_EQ(plugin_.GetState(), kStopped);
+}
+
+TEST_F(PlaybackTest, PausesAndResumes) {
+  Open("tone_8000_mono.ogg");
+  EXPECT_EQ(plugin_.TogglePause(), 0);
+  EXPECT_EQ(output_.calls(), "") << "nothing while stopped";
+  output_.SetHold(true);
+  ASSERT_EQ(plugin_.Play(), 1);
+  EXPECT_EQ(plugin_.Play(), 0) << "already playing";
+  plugin_.TogglePause();
+  EXPECT_EQ(plugin_.GetState(), kPaused);
+  plugin_.TogglePause();
+  EXPECT_EQ(plugin_.GetState(), kPlaying);
+  plugin_.TogglePause();
+  EXPECT_EQ(plugin_.Play(), 1) << "resumes";
+  EXPECT_EQ(plugin_.GetState(), kPlaying);
+  EXPECT_EQ(output_.calls(), "open pause run pause run ");
+  output_.SetHold(false);
+  ends_.WaitForNext();
+  EXPECT_TRUE(output_.pcm() == DecodeDirectly(file_));
+}
+
+TEST_F(PlaybackTest, StopsWhereverTheThreadStands) {
+  Open("tone_44100_stereo.ogg");
+  output_.SetHold(true);
+  for (int round = 0; round < 5; ++round) {
+    ASSERT_EQ(plugin_.SeekMs(0), 1);
+    ASSERT_EQ(plugin_.Play(), 1);
+    if (round % 2 == 0) output_.WaitUntilFull();
+    EXPECT_EQ(plugin_.Stop(), 0);
+    EXPECT_EQ(plugin_.GetState(), kStopped);
+  }
+  EXPECT_EQ(Count(output_.calls(), "open "), 5u);
+  EXPECT_EQ(Count(output_.calls(), "close "), 5u);
+  EXPECT_EQ(ends_.count(), 0) << "a stop is no end of playback";
+}
+
+TEST_F(PlaybackTest, AnOutputThatCannotOpenEndsTheAttempt) {
+  Open("tone_8000_mono.ogg");
+  output_.fail_open = true;
+  EXPECT_EQ(plugin_.Play(), 1);
+  plugin_.Stop();
+  EXPECT_EQ(plugin_.GetState(), kStopped);
+  EXPECT_EQ(output_.calls(), "open close reset ");
+  EXPECT_EQ(ends_.count(), 0);
+}
+
+TEST_F(PlaybackTest, ADecoderErrorEndsPlaybackWithTheMessage) {
+  const std::vector<char> good = ReadMedia("tone_44100_stereo.ogg");
+  std::vector<char> holed = good;
+  // A damaged page makes a hole, which counts as an error.
+  for (size_t i = good.size() / 2; i < good.size() / 2 + 200; ++i) holed[i] ^= 0x55;
+  OpenBytes(holed);
+  ASSERT_EQ(plugin_.Play(), 1);
+  ends_.WaitForNext();
+  plugin_.Stop();
+  EXPECT_EQ(plugin_.GetState(), kStopped);
+  EXPECT_LT(output_.pcm().size(), DecodeDirectly(good).size());
+  EXPECT_EQ(ends_.count(), 0);
+}
+
+TEST_F(PlaybackTest, StartsTheOutputForTheLastBuffersOfAShortFile) {
+  Open("tone_8000_mono.ogg");
+  ASSERT_EQ(plugin_.SeekMs(1950), 1);
+  output_.SetHold(true);
+  ASSERT_EQ(plugin_.Play(), 1);
+  // The run that ends the seek, and the one that lets the last buffers play.
+  while (Count(output_.calls(), "run ") < 2) SleepMs(1);
+  EXPECT_EQ(output_.calls(), "reset open reset run run ");
+  output_.SetHold(false);
+  ends_.WaitForNext();
+  ASSERT_EQ(plugin_.Play(), 1) << "the end is found at once";
+  ends_.WaitForNext();
+  EXPECT_TRUE(output_.pcm().empty());
+}
+
+TEST_F(PlaybackTest, ASeekDuringTheDrainLeavesTheStateAndStillSendsTheMessage) {
+  Open("tone_8000_mono.ogg");
+  ASSERT_EQ(plugin_.SeekMs(1950), 1);
+  output_.SetHold(true);
+  ASSERT_EQ(plugin_.Play(), 1);
+  // The run that ends the seek, and the one that lets the last buffers play.
+  while (Count(output_.calls(), "run ") < 2) SleepMs(1);
+  // The drain polls: the seek is either seen before the emptied output ends it, or after.
+  ASSERT_EQ(plugin_.SeekMs(100), 1);
+  ends_.WaitForNext();
+  const uint32_t state = plugin_.GetState();
+  EXPECT_EQ(state == kPlaying, output_.calls().find("close") == std::string::npos);
+  plugin_.Stop();
+  EXPECT_EQ(plugin_.GetState(), state);
+  plugin_.SetState(kStopped);
+}
+
+TEST_F(PlaybackTest, SurvivesAStorm) {
+  Open("tone_8000_mono.ogg");
+  std::mt19937 random(1);
+  for (int round = 0; round < 10000; ++round) {
+    switch (random() % 6) {
+      case 0:
+      case 1:
+        if (plugin_.GetState() == kStopped) plugin_.SeekMs(0);
+        plugin_.Play();
+        break;
+      case 2:
+        plugin_.TogglePause();
+        break;
+      case 3:
+        plugin_.SeekMs(static_cast<int32_t>(random() % 2100));
+        break;
+      case 4:
+        plugin_.Stop();
+        if (plugin_.GetState() != kStopped) plugin_.SetState(kStopped);
+        break;
+      case 5:
+        plugin_.GetPositionMs(0, 0);
+        break;
+    }
+    if (random() % 64 == 0) SleepMs(1);
+  }
+  // Nothing is stuck: from here the file plays to its end, once, with one message.
+  plugin_.Stop();
+  plugin_.SetState(kStopped);
+  ends_.Clear();
+  ASSERT_EQ(plugin_.SeekMs(0), 1);
+  ASSERT_EQ(plugin_.Play(), 1);
+  ends_.WaitForNext();
+  EXPECT_TRUE(output_.pcm() == DecodeDirectly(file_, 0));
+  EXPECT_EQ(ends_.count(), 0);
+}
+
+TEST_F(PlaybackTest, SendsExactlyOneMessageForEachEnd) {
+  Open("tone_8000_mono.ogg");
+  for (int round = 0; round < 50; ++round) {
+    ASSERT_EQ(plugin_.SeekMs(1900), 1);
+    ASSERT_EQ(plugin_.Play(), 1);
+    ends_.WaitForNext();
+    plugin_.Stop();
+    ASSERT_EQ(ends_.count(), 0) << round;
+  }
+}
+
+}  // namespace
+}  // namespace kelvo

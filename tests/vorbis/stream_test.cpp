@@ -1,0 +1,218 @@
+#include "input/vorbis/vorbis_stream.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "input/vorbis/decoder_heap.h"
+#include "tests/support/heap_faults.h"
+#include "tests/support/media_files.h"
+#include "tests/support/memory_reader.h"
+#include "tests/support/ogg_files.h"
+#include "tests/support/wide_text.h"
+
+namespace kelvo {
+namespace {
+
+using test::HeapFaults;
+using test::MemoryReader;
+using test::ReadMedia;
+using test::Utf8;
+
+class VorbisStreamTest : public ::testing::Test {
+ protected:
+  void SetUp() override { DecoderHeap::AttachModule(); }
+  void TearDown() override { DecoderHeap::DetachModule(); }
+};
+
+struct Played {
+  bool opened = false;
+  VorbisRead end = kReadData;
+  std::vector<char> pcm;
+};
+
+// Opens, asks for everything, reads to the end, seeks to the middle, closes.
+Played PlayThrough(MemoryReader& reader) {
+  Played played;
+  VorbisStream* stream = OpenVorbisReader(&reader);
+  if (!stream) return played;
+  played.opened = true;
+  CommentBlock comments;
+  VorbisInfo info;
+  GetVorbisComments(stream, &comments);
+  GetVorbisInfo(stream, &info);
+  char chunk[8192];
+  uint32_t count;
+  while ((played.end = ReadVorbis(stream, chunk, sizeof(chunk), &count)) == kReadData) {
+    played.pcm.insert(played.pcm.end(), chunk, chunk + count);
+  }
+  SeekVorbis(stream, VorbisTotal(stream) / 2);
+  ReadVorbis(stream, chunk, sizeof(chunk), &count);
+  CloseVorbis(stream);
+  return played;
+}
+
+TEST_F(VorbisStreamTest, GivesWhatTheDecoderGives) {
+  const std::vector<char> file = ReadMedia("tone_22050_stereo.ogg");
+  MemoryReader reader(file);
+  const Played played = PlayThrough(reader);
+  EXPECT_TRUE(played.opened);
+  EXPECT_EQ(played.end, kReadEnd);
+  EXPECT_FALSE(played.pcm.empty());
+  EXPECT_EQ(played.pcm, test::DecodeDirectly(file));
+  EXPECT_EQ(reader.log, "close ");
+}
+
+TEST_F(VorbisStreamTest, AnswersForANullStream) {
+  uint32_t count = 5;
+  VorbisInfo info;
+  CommentBlock comments;
+  EXPECT_EQ(ReadVorbis(nullptr, nullptr, 8192, &count), kReadError);
+  EXPECT_EQ(count, 0u);
+  EXPECT_FALSE(SeekVorbis(nullptr, 0));
+  EXPECT_EQ(VorbisPosition(nullptr), 0);
+  EXPECT_EQ(VorbisTotal(nullptr), 0);
+  EXPECT_FALSE(GetVorbisInfo(nullptr, &info));
+  EXPECT_FALSE(GetVorbisComments(nullptr, &comments));
+  CloseVorbis(nullptr);
+  EXPECT_EQ(OpenVorbisReader(nullptr), nullptr);
+  EXPECT_EQ(OpenVorbisPath(L""), nullptr);
+  EXPECT_EQ(OpenVorbisPath(L"no such file.ogg"), nullptr);
+}
+
+TEST_F(VorbisStreamTest, ReadsNothingIntoASmallBuffer) {
+  MemoryReader reader(ReadMedia("tone_8000_mono.ogg"));
+  VorbisStream* stream = OpenVorbisReader(&reader);
+  ASSERT_TRUE(stream);
+  std::vector<char> buffer(4096, 'x');
+  uint32_t count = 5;
+  EXPECT_EQ(ReadVorbis(stream, buffer.data(), 4095, &count), kReadTooSmall);
+  EXPECT_EQ(count, 0u);
+  EXPECT_EQ(buffer, std::vector<char>(4096, 'x'));
+  EXPECT_EQ(ReadVorbis(stream, buffer.data(), 4096, &count), kReadData);
+  CloseVorbis(stream);
+}
+
+TEST_F(VorbisStreamTest, RefusesWhatIsNoVorbis) {
+  std::vector<char> garbage(20000);
+  for (size_t i = 0; i < garbage.size(); ++i) garbage[i] = static_cast<char>(i * i * 31 + i / 7);
+  const struct {
+    const char* name;
+    std::vector<char> bytes;
+  } kCases[] = {
+      {"nothing", {}},
+      {"garbage", garbage},
+      {"a capture pattern alone", {'O', 'g', 'g', 'S'}},
+      {"Opus", ReadMedia("opus.ogg")},
+      {"FLAC", ReadMedia("flac.ogg")},
+      {"Speex", ReadMedia("speex.ogg")},
+  };
+  for (const auto& c : kCases) {
+    MemoryReader reader(c.bytes);
+    EXPECT_FALSE(PlayThrough(reader).opened) << c.name;
+    EXPECT_EQ(reader.log, "") << c.name << ": the caller closes what was not opened";
+  }
+}
+
+TEST_F(VorbisStreamTest, PlaysOddStreams) {
+  for (const char* name : {"channels_255.ogg", "chained.ogg", "tone_44100_6ch.ogg"}) {
+    const std::vector<char> file = ReadMedia(name);
+    MemoryReader reader(file);
+    const Played played = PlayThrough(reader);
+    EXPECT_EQ(played.end, kReadEnd) << name;
+    EXPECT_EQ(played.pcm, test::DecodeDirectly(file)) << name;
+  }
+  std::vector<char> holed = ReadMedia("tone_44100_stereo.ogg");
+  holed.erase(holed.begin() + static_cast<long>(holed.size() / 2),
+              holed.begin() + static_cast<long>(holed.size() / 2 + 700));
+  MemoryReader reader(holed);
+  EXPECT_TRUE(PlayThrough(reader).opened) << "a hole further in";
+}
+
+TEST_F(VorbisStreamTest, MapsTheCommentsOfHugeHeaders) {
+  const std::vector<char> file = ReadMedia("tone_8000_mono.ogg");
+  std::vector<std::string> many(65536, "KEY=value");
+  many.push_back("title=Found");
+  const struct {
+    const char* name;
+    std::vector<std::string> comments;
+    const char* title;
+  } kCases[] = {
+      {"none", {}, ""},
+      {"64k comments", many, "Found"},
+      {"16 MB", {"COMMENT=" + std::string(16u << 20, 'c'), "TITLE=Behind"}, "Behind"},
+      {"ends in a lead byte", {"TITLE=A\xE2"}, "A"},
+      {"holds a zero byte", {std::string("TITLE=A\0B", 9)}, "A"},
+  };
+  for (const auto& c : kCases) {
+    MemoryReader reader(test::WithComments(file, c.comments));
+    VorbisStream* stream = OpenVorbisReader(&reader);
+    ASSERT_TRUE(stream) << c.name;
+    CommentBlock block;
+    EXPECT_TRUE(GetVorbisComments(stream, &block));
+    EXPECT_EQ(Utf8(block.title), c.title) << c.name;
+    CloseVorbis(stream);
+  }
+}
+
+TEST_F(VorbisStreamTest, EndsAtEveryTruncation) {
+  const std::vector<char> file = ReadMedia("tone_8000_mono.ogg");
+  const std::vector<char> whole = test::DecodeDirectly(file);
+  size_t opened = 0;
+  for (size_t length = 0; length < file.size(); length += length < 200 ? 1 : 13) {
+    MemoryReader reader({file.begin(), file.begin() + static_cast<long>(length)});
+    const Played played = PlayThrough(reader);
+    opened += played.opened;
+    EXPECT_LE(played.pcm.size(), whole.size() + 65536) << length;
+  }
+  EXPECT_GT(opened, 0u);
+}
+
+TEST_F(VorbisStreamTest, EndsWhateverReadFails) {
+  const std::vector<char> file = ReadMedia("tone_8000_stereo.ogg");
+  int failing = 0;
+  for (;; ++failing) {
+    MemoryReader reader(file);
+    reader.fail_reads_from = failing;
+    PlayThrough(reader);
+    ASSERT_LT(failing, 1000);
+    if (reader.reads <= failing) break;  // nothing failed any more
+  }
+  EXPECT_GT(failing, 5);
+}
+
+TEST_F(VorbisStreamTest, EndsWhenSeeksFail) {
+  MemoryReader reader(ReadMedia("tone_44100_stereo.ogg"));
+  reader.fail_seeks = true;
+  PlayThrough(reader);
+  SUCCEED() << "no hang";
+}
+
+TEST_F(VorbisStreamTest, LosesNothingWhenMemoryIsOut) {
+  const std::vector<char> file = ReadMedia("tone_8000_mono.ogg");
+  const std::vector<char> whole = test::DecodeDirectly(file);
+  for (HeapFaults::Mode mode : {HeapFaults::Mode::kOnce, HeapFaults::Mode::kFromThenOn}) {
+    long failing = 0;
+    bool triggered = true;
+    // Every request at first, then a sample of the many alike.
+    for (; triggered; failing += failing < 300 ? 1 : 29) {
+      MemoryReader reader(file);
+      Played played;
+      {
+        HeapFaults faults(failing, mode);
+        played = PlayThrough(reader);
+        triggered = faults.triggered();
+      }
+      ASSERT_LT(failing, 100000);
+      if (!triggered) {
+        EXPECT_EQ(played.pcm, whole);
+      }
+      EXPECT_EQ(reader.log, played.opened ? "close " : "") << failing;
+    }
+    EXPECT_GT(failing, 50);
+  }
+}
+
+}  // namespace
+}  // namespace kelvo
