@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Builds at full speed and runs the benchmarks; each prints its figures and its goal.
+#   scripts/bench.sh [NAME...]      (NAME: vorbis, effects, ... default: all)
+set -euo pipefail
+# shellcheck source=scripts/lib/common.sh
+. "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+
+"$kelvo_root/scripts/build.sh" native-release
+cd "$kelvo_build/native-release/bin"
+for program in bench_*; do
+  if [[ $# -gt 0 && " $* " != *" ${program#bench_} "* ]]; then continue; fi
+  say "== $program"
+  "./$program"
+done
+for script in "$kelvo_root"/bench/*.sh; do
+  [[ -e $script ]] || continue
+  name="$(basename "$script" .sh)"
+  if [[ $# -gt 0 && " $* " != *" $name "* ]]; then continue; fi
+  say "== $name"
+  "$script"
+done

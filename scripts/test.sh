@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Builds every configuration and runs every test; the last lines count them.
+#   scripts/test.sh [--only PRESET] [-- CTEST-OPTIONS...]
+set -euo pipefail
+# shellcheck source=scripts/lib/common.sh
+. "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+
+presets=(native i686 x86_64)
+if [[ ${1:-} == --only ]]; then
+  presets=("${2:?--only takes a preset}")
+  shift 2
+fi
+[[ ${1:-} != -- ]] || shift
+
+"$kelvo_root/scripts/build.sh" "${presets[@]}"
+
+# One run over all configurations, so that one line counts them all.
+all="$kelvo_build/all-tests"
+mkdir -p "$all"
+for preset in "${presets[@]}"; do
+  printf 'subdirs("%s")\n' "$kelvo_build/$preset"
+done >"$all/CTestTestfile.cmake"
+
+result=0
+ctest --test-dir "$all" -j "${KELVO_JOBS:-$(nproc)}" --output-on-failure --no-tests=error "$@" ||
+  result=$?
+for arch in i686 x86_64; do "$kelvo_root/scripts/wine.sh" "$arch" --stop >/dev/null 2>&1 || true; done
+exit "$result"
