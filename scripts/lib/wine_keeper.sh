@@ -84,7 +84,7 @@ hold_desktop() {
   mkfifo "$wine_run/prompt"
   exec 6<>"$wine_run/prompt"
   in_wine cmd <&6 >/dev/null 2>&1 6>&- 7>&- &
-  in_wine explorer.exe /desktop >/dev/null 2>&1 6>&- 7>&- &
+  in_wine 'C:\windows\explorer.exe' /desktop >/dev/null 2>&1 6>&- 7>&- &
 }
 
 prefix_complete() {
