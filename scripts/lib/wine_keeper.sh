@@ -83,8 +83,8 @@ hold_desktop() {
   rm -f "$wine_run/prompt"
   mkfifo "$wine_run/prompt"
   exec 6<>"$wine_run/prompt"
-  in_wine cmd <&6 >/dev/null 2>&1 6>&- &
-  in_wine explorer.exe /desktop >/dev/null 2>&1 6>&- &
+  in_wine cmd <&6 >/dev/null 2>&1 6>&- 7>&- &
+  in_wine 'C:\windows\explorer.exe' /desktop >/dev/null 2>&1 6>&- 7>&- &
 }
 
 prefix_complete() {
