@@ -30,7 +30,7 @@ int32_t PresetList::Find(const wchar_t* name) const noexcept {
   const size_t length = WideLength(name);
   for (int32_t i = 0; i < count_; ++i) {
     const wchar_t* file = names_[i].get();
-    if (CompareNoCase(file, name, length) == 0 && WideLength(file) >= length &&
+    if (CompareNoCase(file, name, length) == 0 &&
         CompareNoCase(file + length, kPresetExtension) == 0) {
       return i;
     }
