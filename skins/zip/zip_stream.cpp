@@ -18,17 +18,17 @@ unzFile ZipStream::Open() noexcept {
 }
 
 uLong ZipStream::Read(void* dst, uLong bytes) noexcept {
-  if (bytes >= kWindowBytes) {
-    size_t got;
-    if (source_.ReadSome(position_, dst, bytes, &got) != ReadResult::kOk) return 0;
-    position_ += got;
-    return static_cast<uLong>(got);
-  }
   uint8_t* out = static_cast<uint8_t*>(dst);
   uLong done = 0;
-  while (done < bytes) {
+  if (bytes >= kWindowBytes) {
+    done = static_cast<uLong>(ReadSource(out, bytes));
+    position_ += done;
+  }
+  while (done < bytes && bytes < kWindowBytes) {
     if (position_ < window_start_ || position_ - window_start_ >= window_bytes_) {
-      if (!FillWindow()) break;
+      window_start_ = position_;
+      window_bytes_ = ReadSource(window_, kWindowBytes);
+      if (window_bytes_ == 0) break;
     }
     const size_t at = static_cast<size_t>(position_ - window_start_);
     const size_t left = window_bytes_ - at;
@@ -37,15 +37,14 @@ uLong ZipStream::Read(void* dst, uLong bytes) noexcept {
     done += static_cast<uLong>(part);
     position_ += part;
   }
+  last_was_short_ = done < bytes;
   return done;
 }
 
-// False at the end of the file and on a read error.
-bool ZipStream::FillWindow() noexcept {
-  window_start_ = position_;
-  window_bytes_ = 0;
-  return source_.ReadSome(position_, window_, kWindowBytes, &window_bytes_) == ReadResult::kOk &&
-         window_bytes_ != 0;
+size_t ZipStream::ReadSource(void* dst, size_t bytes) noexcept {
+  size_t got = 0;
+  if (!failed_) failed_ = source_.ReadSome(position_, dst, bytes, &got) != ReadResult::kOk;
+  return failed_ ? 0 : got;
 }
 
 // Positions behind the end are allowed: reading there gives nothing. An archive's numbers can point
@@ -90,8 +89,9 @@ int ZipStream::CloseCall(voidpf, voidpf) {
   return 0;
 }
 
-int ZipStream::ErrorCall(voidpf, voidpf) {
-  return 0;
+// minizip takes the end of the file for zeros unless it hears of an error.
+int ZipStream::ErrorCall(voidpf, voidpf stream) {
+  return Self(stream).last_was_short_;
 }
 
 }  // namespace kelvo

@@ -25,7 +25,8 @@ class ZipStream {
   static constexpr size_t kWindowBytes = 2048;
 
   uLong Read(void* dst, uLong bytes) noexcept;
-  bool FillWindow() noexcept;
+  // Reads at the position; 0 at the end of the file, and for ever after a failed read.
+  size_t ReadSource(void* dst, size_t bytes) noexcept;
   long Seek(ZPOS64_T offset, int origin) noexcept;
 
   static ZipStream& Self(voidpf stream) noexcept { return *static_cast<ZipStream*>(stream); }
@@ -38,6 +39,8 @@ class ZipStream {
   static int ErrorCall(voidpf opaque, voidpf stream);
 
   ByteSource& source_;
+  bool failed_ = false;
+  bool last_was_short_ = false;
   uint64_t position_ = 0;
   uint64_t window_start_ = 0;
   size_t window_bytes_ = 0;
