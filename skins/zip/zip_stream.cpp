@@ -21,14 +21,14 @@ uLong ZipStream::Read(void* dst, uLong bytes) noexcept {
   uint8_t* out = static_cast<uint8_t*>(dst);
   uLong done = 0;
   if (bytes >= kWindowBytes) {
-    done = static_cast<uLong>(ReadSource(out, bytes));
+    done = static_cast<uLong>(ReadSource(position_, out, bytes));
     position_ += done;
   }
   while (done < bytes && bytes < kWindowBytes) {
     if (position_ < window_start_ || position_ - window_start_ >= window_bytes_) {
-      window_start_ = position_;
-      window_bytes_ = ReadSource(window_, kWindowBytes);
-      if (window_bytes_ == 0) break;
+      window_start_ = position_ - position_ % kWindowBytes;
+      window_bytes_ = ReadSource(window_start_, window_, kWindowBytes);
+      if (window_bytes_ <= position_ - window_start_) break;
     }
     const size_t at = static_cast<size_t>(position_ - window_start_);
     const size_t left = window_bytes_ - at;
@@ -41,9 +41,9 @@ uLong ZipStream::Read(void* dst, uLong bytes) noexcept {
   return done;
 }
 
-size_t ZipStream::ReadSource(void* dst, size_t bytes) noexcept {
+size_t ZipStream::ReadSource(uint64_t offset, void* dst, size_t bytes) noexcept {
   size_t got = 0;
-  if (!failed_) failed_ = source_.ReadSome(position_, dst, bytes, &got) != ReadResult::kOk;
+  if (!failed_) failed_ = source_.ReadSome(offset, dst, bytes, &got) != ReadResult::kOk;
   return failed_ ? 0 : got;
 }
 

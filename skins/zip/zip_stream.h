@@ -9,8 +9,8 @@
 
 namespace kelvo {
 
-// Lets minizip read from a ByteSource. It reads directories a byte at a time, so short reads come
-// out of a window of the file.
+// Lets minizip read from a ByteSource. It reads directories a byte at a time and looks for their
+// end backwards, so short reads come out of an aligned window of the file.
 class ZipStream {
  public:
   // The source is borrowed and must outlive the stream.
@@ -22,11 +22,11 @@ class ZipStream {
   unzFile Open() noexcept;
 
  private:
-  static constexpr size_t kWindowBytes = 2048;
+  static constexpr size_t kWindowBytes = 4096;
 
   uLong Read(void* dst, uLong bytes) noexcept;
-  // Reads at the position; 0 at the end of the file, and for ever after a failed read.
-  size_t ReadSource(void* dst, size_t bytes) noexcept;
+  // Bytes read; 0 at the end of the file, and for ever after a failed read.
+  size_t ReadSource(uint64_t offset, void* dst, size_t bytes) noexcept;
   long Seek(ZPOS64_T offset, int origin) noexcept;
 
   static ZipStream& Self(voidpf stream) noexcept { return *static_cast<ZipStream*>(stream); }

@@ -58,13 +58,12 @@ TEST_F(PresetsFeatureTest, SavesThirtyOneBytes) {
       {"20 characters", L"12345678901234567890", "12345678901234567890", "1234567890123456789"},
       {"many", L"1234567890123456789 and more of it", "1234567890123456789 and more of it",
        "1234567890123456789"},
+#ifndef _WIN32  // where the machine's code page decides
       {"other characters", L"\x00E9\x20AC\x4E16", "\xC3\xA9\xE2\x82\xAC\xE4\xB8\x96", "\xE9\x80?"},
+#endif
       {"points", L"a.b.eqf", "a.b.eqf", "a.b.eqf"},
       {"empty", L"", "", ""},
   };
-#ifdef _WIN32
-  GTEST_SKIP() << "the machine's code page decides";
-#endif
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
     prompts_.name = c.typed;
