@@ -2,6 +2,7 @@
 
 #include <string.h>
 
+#include "base/memory/heap.h"
 #include "base/text/wide.h"
 #include "skins/zip/zip_stream.h"
 
@@ -74,8 +75,10 @@ Rank RankOf(const char* member, const char* name) noexcept {
 }  // namespace
 
 SkinBlock ReadFromSkinArchive(ByteSource& archive, const char* name) noexcept {
-  ZipStream stream(archive);
-  const OpenArchive zip(stream.Open());
+  // Too large for the stack.
+  const HeapPtr<ZipStream> stream(HeapNew<ZipStream>(archive));
+  if (!stream) return {};
+  const OpenArchive zip(stream->Open());
   uint32_t size;
   if (!zip.get() || !Locate(zip.get(), name) || !GetReadableSize(zip.get(), &size)) return {};
   if (unzOpenCurrentFile(zip.get()) != UNZ_OK) return {};

@@ -145,9 +145,9 @@ TEST(ArchiveSkinTest, EveryFailingAllocationGivesNothing) {
     const SkinBlock block = ReadFromSkinArchive(source, "main.bmp");
     done = !faults.triggered();
     // Out of memory while searching for the 64-bit directory, it goes on with the plain one.
-    ASSERT_TRUE(done || successes == 0 || !block.data()) << successes;
+    ASSERT_TRUE(done || successes == 1 || !block.data()) << successes;
   }
-  EXPECT_GE(successes, 7) << "archive, buffers, inflate's two, the block";
+  EXPECT_GE(successes, 8) << "stream, archive, buffers, inflate's two, the block";
 }
 
 }  // namespace
