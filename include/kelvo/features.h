@@ -6,9 +6,12 @@
 namespace kelvo {
 
 enum FeatureId : int32_t {
-  kFeatureOggVorbis = 3,       // OggVorbisInput* (ogg_vorbis_input.h)
-  kFeatureSwitchLanguage = 7,  // always null: re-reads the setting "Language" and switches to it
-  kFeatureVersionText = 21,    // const wchar_t*, rewritten by the next call with this id
+  kFeatureOggVorbis = 3,         // OggVorbisInput* (ogg_vorbis_input.h)
+  kFeatureEqualizerPresets = 4,  // EqualizerPresets* (equalizer_presets.h)
+  kFeatureSkinReader = 5,        // SkinReader* (skin_reader.h)
+  kFeatureSwitchLanguage = 7,    // always null: re-reads the setting "Language" and switches to it
+  kFeatureBookmarks = 8,         // Bookmarks* (bookmarks.h)
+  kFeatureVersionText = 21,      // const wchar_t*, rewritten by the next call with this id
 };
 
 // Looks a feature up: an object that lives as long as the library is loaded (the same pointer each

@@ -9,4 +9,11 @@ namespace kelvo {
 // SetNotifyWindow. WM_USER + 1544.
 constexpr uint32_t kMessageEndOfPlayback = 0x0A08;
 
+// The user chose a command of the bookmarks window for a bookmark; posted to the window given to
+// ShowBookmarks. First parameter: kBookmarkPlay or kBookmarkEnqueue; second: the bookmark's index,
+// for GetBookmark. Nothing plays until the host reacts. WM_USER + 1304.
+constexpr uint32_t kMessagePlayBookmark = 0x0918;
+constexpr uint32_t kBookmarkPlay = 0;
+constexpr uint32_t kBookmarkEnqueue = 1;
+
 }  // namespace kelvo

@@ -1,0 +1,97 @@
+#include "skins/zip/zip_stream.h"
+
+#include <string.h>
+
+namespace kelvo {
+
+unzFile ZipStream::Open() noexcept {
+  zlib_filefunc64_def calls;
+  calls.zopen64_file = OpenCall;
+  calls.zread_file = ReadCall;
+  calls.zwrite_file = WriteCall;
+  calls.ztell64_file = TellCall;
+  calls.zseek64_file = SeekCall;
+  calls.zclose_file = CloseCall;
+  calls.zerror_file = ErrorCall;
+  calls.opaque = this;
+  return unzOpen2_64("", &calls);
+}
+
+uLong ZipStream::Read(void* dst, uLong bytes) noexcept {
+  uint8_t* out = static_cast<uint8_t*>(dst);
+  uLong done = 0;
+  if (bytes >= kWindowBytes) {
+    done = static_cast<uLong>(ReadSource(position_, out, bytes));
+    position_ += done;
+  }
+  while (done < bytes && bytes < kWindowBytes) {
+    if (position_ < window_start_ || position_ - window_start_ >= window_bytes_) {
+      window_start_ = position_ - position_ % kWindowBytes;
+      window_bytes_ = ReadSource(window_start_, window_, kWindowBytes);
+      if (window_bytes_ <= position_ - window_start_) break;
+    }
+    const size_t at = static_cast<size_t>(position_ - window_start_);
+    const size_t left = window_bytes_ - at;
+    const size_t part = bytes - done < left ? bytes - done : left;
+    memcpy(out + done, window_ + at, part);
+    done += static_cast<uLong>(part);
+    position_ += part;
+  }
+  last_was_short_ = done < bytes;
+  return done;
+}
+
+size_t ZipStream::ReadSource(uint64_t offset, void* dst, size_t bytes) noexcept {
+  size_t got = 0;
+  if (!failed_) failed_ = source_.ReadSome(offset, dst, bytes, &got) != ReadResult::kOk;
+  return failed_ ? 0 : got;
+}
+
+// Positions behind the end are allowed: reading there gives nothing. An archive's numbers can point
+// anywhere, so the sum may wrap around; that is then some other position.
+long ZipStream::Seek(ZPOS64_T offset, int origin) noexcept {
+  switch (origin) {
+    case ZLIB_FILEFUNC_SEEK_SET:
+      position_ = offset;
+      return 0;
+    case ZLIB_FILEFUNC_SEEK_CUR:
+      position_ += offset;
+      return 0;
+    case ZLIB_FILEFUNC_SEEK_END:
+      position_ = source_.SizeBytes() + offset;
+      return 0;
+    default:
+      return -1;
+  }
+}
+
+voidpf ZipStream::OpenCall(voidpf opaque, const void*, int) {
+  return opaque;
+}
+
+uLong ZipStream::ReadCall(voidpf, voidpf stream, void* dst, uLong bytes) {
+  return Self(stream).Read(dst, bytes);
+}
+
+uLong ZipStream::WriteCall(voidpf, voidpf, const void*, uLong) {
+  return 0;
+}
+
+ZPOS64_T ZipStream::TellCall(voidpf, voidpf stream) {
+  return Self(stream).position_;
+}
+
+long ZipStream::SeekCall(voidpf, voidpf stream, ZPOS64_T offset, int origin) {
+  return Self(stream).Seek(offset, origin);
+}
+
+int ZipStream::CloseCall(voidpf, voidpf) {
+  return 0;
+}
+
+// minizip takes the end of the file for zeros unless it hears of an error.
+int ZipStream::ErrorCall(voidpf, voidpf stream) {
+  return Self(stream).last_was_short_;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,277 @@
+#include "bookmarks/bookmarks_feature.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/bookmarks/bookmark_text.h"
+#include "tests/support/fake_files.h"
+#include "tests/support/heap_faults.h"
+
+namespace kelvo {
+namespace {
+
+using test::Utf16;
+using test::Utf8;
+using test::Wide;
+using Strings = std::vector<std::string>;
+
+class Folder final : public InstallFolder {
+ public:
+  void Read(wchar_t (&folder)[kTextCapacity]) noexcept override {
+    CopyWide(folder, kTextCapacity, Wide(path));
+  }
+  std::string path = "\\Velmora";
+};
+
+class Window final : public BookmarksWindow {
+ public:
+  bool Run(WindowHandle parent, BookmarkStore& store, BookmarkOrder& order) noexcept override {
+    last_parent = parent;
+    store.Load();
+    order.Click(BookmarkColumn::kTime);
+    direction = order.direction();
+    return opens;
+  }
+  bool opens = true;
+  WindowHandle last_parent = nullptr;
+  int direction = 0;
+};
+
+class BookmarksFeatureTest : public ::testing::Test {
+ protected:
+  static constexpr char kFile[] = "\\Velmora\\bookmarks.dat";
+
+  void Load(const std::string& text) {
+    files_[kFile] = Utf16(text);
+    feature_.LoadBookmarks();
+    files_.reads = files_.writes = 0;
+  }
+
+  Strings List() {
+    Strings texts;
+    wchar_t path[kMaxText] = {};
+    wchar_t description[kMaxText] = {};
+    for (int32_t i = 0;; ++i) {
+      int32_t position = -99;
+      const int32_t exists = feature_.GetBookmark(i, path, description, &position);
+      if (position == -99) return texts;
+      texts.push_back(Utf8(path) + "|" + std::to_string(position) + "|" + Utf8(description) +
+                      (exists ? "" : " (dead)"));
+    }
+  }
+  std::string Saved() {
+    const std::string* bytes = files_.Find(kFile);
+    return bytes ? *bytes : "no file";
+  }
+
+  test::FakeFiles files_;
+  Folder folder_;
+  Window window_;
+  BookmarksFeature feature_{files_, folder_, &window_};
+};
+
+TEST_F(BookmarksFeatureTest, AddsAndSavesByteForByte) {
+  files_["\\a.ogg"];
+  EXPECT_EQ(feature_.LoadBookmarks(), 0) << "no file";
+  EXPECT_NE(feature_.AddBookmark(L"\\a.ogg", 90, L"one"), 0);
+  EXPECT_EQ(files_.last_share, Share::kNone);
+  EXPECT_NE(feature_.AddBookmark(L"\\\x00E9\x4E16.ogg", -1, nullptr), 0);
+  EXPECT_EQ(Saved(), Utf16("\\a.ogg\r\n90\r\none\r\n\\\xE9") + std::string("\x16\x4E", 2) +
+                         Utf16(".ogg\r\n-1\r\n\r\n"));
+  EXPECT_EQ(List(), (Strings{"\\a.ogg|90|one", "\\\xC3\xA9\xE4\xB8\x96.ogg|-1| (dead)"}));
+  EXPECT_EQ(files_.open_now, 0);
+}
+
+TEST_F(BookmarksFeatureTest, CutsTextsAt259) {
+  const std::string text(300, 't');
+  EXPECT_NE(feature_.AddBookmark(Wide(text), 1, Wide(text)), 0);
+  feature_.SetLastPlayed(L"p", 2, Wide(text));
+  const std::string cut(259, 't');
+  const Strings want = {"p|2|(Last Played) " + text.substr(0, 245) + " (dead)",
+                        cut + "|1|" + cut + " (dead)"};
+  EXPECT_EQ(List(), want);
+  EXPECT_EQ(feature_.LoadBookmarks(), 2);
+  EXPECT_EQ(List(), want) << "and the file brings the same back";
+}
+
+TEST_F(BookmarksFeatureTest, IndicesOutsideTheListDoNothing) {
+  Load("a\r\n1\r\nx\r\n");
+  for (int32_t index : {-1, 1, 50, INT32_MAX, INT32_MIN}) {
+    wchar_t text[kMaxText] = L"before";
+    int32_t position = 7;
+    EXPECT_EQ(feature_.GetBookmark(index, text, text, &position), 0);
+    EXPECT_EQ(Utf8(text) + std::to_string(position), "before7");
+    feature_.UpdateBookmark(index, L"b", 2, L"y");
+  }
+  EXPECT_EQ(files_.writes, 0);
+  EXPECT_EQ(List(), Strings{"a|1|x (dead)"});
+  feature_.UpdateBookmark(0, L"b", 2, L"y");
+  EXPECT_EQ(Saved(), Utf16("b\r\n2\r\ny\r\n"));
+  EXPECT_EQ(feature_.GetBookmark(0, nullptr, nullptr, nullptr), 0);
+}
+
+TEST_F(BookmarksFeatureTest, SetLastPlayedKeepsOneAtTheHead) {
+  const struct {
+    const char *name, *before;
+    Strings want;
+  } cases[] = {
+      {"empty list", "", {"n|9|(Last Played) T (dead)"}},
+      {"user's bookmarks move down",
+       "a\r\n1\r\nx\r\nb\r\n2\r\ny\r\n",
+       {"n|9|(Last Played) T (dead)", "a|1|x (dead)", "b|2|y (dead)"}},
+      {"replaces",
+       "a\r\n1\r\n(Last Played) x\r\nb\r\n2\r\ny\r\n",
+       {"n|9|(Last Played) T (dead)", "b|2|y (dead)"}},
+      {"replaces a user's of that name",
+       "a\r\n1\r\n(last PLAYED) \r\n",
+       {"n|9|(Last Played) T (dead)"}},
+      {"not without the blank",
+       "a\r\n1\r\n(Last Played)\r\n",
+       {"n|9|(Last Played) T (dead)", "a|1|(Last Played) (dead)"}},
+      {"not at index 1",
+       "a\r\n1\r\nx\r\nb\r\n2\r\n(Last Played) y\r\n",
+       {"n|9|(Last Played) T (dead)", "a|1|x (dead)", "b|2|(Last Played) y (dead)"}},
+  };
+  for (const auto& c : cases) {
+    Load(c.before);
+    feature_.SetLastPlayed(L"n", 9, L"T");
+    EXPECT_EQ(List(), c.want) << c.name;
+    feature_.LoadBookmarks();
+    EXPECT_EQ(List(), c.want) << c.name << ", saved";
+  }
+}
+
+TEST_F(BookmarksFeatureTest, TakeLastPlayedConsumesIt) {
+  files_["live"];
+  const struct {
+    const char *name, *before;
+    int32_t result;
+    const char* path;  // what the outputs hold afterwards
+    int32_t position;
+    size_t left;
+  } cases[] = {
+      {"empty list", "", 0, "-", -1, 0},
+      {"taken", "live\r\n5\r\n(Last Played) x\r\nb\r\n2\r\ny\r\n", 1, "live", 5, 1},
+      {"in other letters' case", "live\r\n5\r\n(lAST played) \r\n", 1, "live", 5, 0},
+      {"dead: stays", "gone\r\n5\r\n(Last Played) x\r\n", 0, "gone", 5, 1},
+      {"a user's: stays, outputs written", "live\r\n5\r\nmine\r\n", 0, "live", 5, 1},
+      {"at index 1: stays", "live\r\n5\r\nmine\r\nlive\r\n6\r\n(Last Played) x\r\n", 0, "live", 5,
+       2},
+  };
+  for (const auto& c : cases) {
+    Load(c.before);
+    wchar_t path[kMaxText] = L"-";
+    int32_t position = -1;
+    EXPECT_EQ(feature_.TakeLastPlayed(path, &position), c.result) << c.name;
+    EXPECT_EQ(Utf8(path), c.path) << c.name;
+    EXPECT_EQ(position, c.position) << c.name;
+    EXPECT_EQ(List().size(), c.left) << c.name;
+    EXPECT_EQ(feature_.LoadBookmarks(), int32_t(c.left)) << c.name;
+  }
+}
+
+TEST_F(BookmarksFeatureTest, RemovesOneOrAllDead) {
+  files_["live"];
+  BookmarkStore store(files_, folder_);
+  files_[kFile] = Utf16("gone\r\n1\r\n\r\nlive\r\n2\r\n\r\nlive\r\n3\r\n\r\ngone\r\n4\r\n\r\n");
+  store.Load();
+  store.Remove(4);
+  store.Remove(-1);
+  EXPECT_EQ(store.size(), 4u);
+  store.Remove(1);
+  EXPECT_EQ(Saved(), Utf16("gone\r\n1\r\n\r\nlive\r\n3\r\n\r\ngone\r\n4\r\n\r\n"));
+  store.RemoveDead();
+  EXPECT_EQ(Saved(), Utf16("live\r\n3\r\n\r\n"));
+  files_.Remove("live");
+  store.RemoveDead();
+  EXPECT_EQ(Saved(), "") << "an empty list leaves an empty file";
+}
+
+TEST_F(BookmarksFeatureTest, AsksForTheFolderEachTime) {
+  folder_.path = "";
+  EXPECT_NE(feature_.AddBookmark(L"a", 1, L"x"), 0);
+  EXPECT_TRUE(files_.Find("\\bookmarks.dat")) << "at the root without a folder";
+  folder_.path = "\\SD Card";
+  EXPECT_NE(feature_.AddBookmark(L"b", 2, L"y"), 0);
+  EXPECT_EQ(files_["\\SD Card\\bookmarks.dat"], Utf16("a\r\n1\r\nx\r\nb\r\n2\r\ny\r\n"));
+  folder_.path = std::string(259, 'f');
+  EXPECT_NE(feature_.AddBookmark(L"c", 3, L"z"), 0) << "too long a path cannot be saved";
+  EXPECT_EQ(files_.files.size(), 2u);
+}
+
+TEST_F(BookmarksFeatureTest, AFailedSaveKeepsTheListInMemory) {
+  Load("a\r\n1\r\nx\r\n");
+  files_.refuse_create = true;
+  EXPECT_NE(feature_.AddBookmark(L"b", 2, L"y"), 0);
+  EXPECT_EQ(Saved(), Utf16("a\r\n1\r\nx\r\n"));
+  files_.refuse_create = false;
+  files_.failing_write = 0;
+  EXPECT_NE(feature_.AddBookmark(L"c", 3, L"z"), 0);
+  EXPECT_EQ(List(), (Strings{"a|1|x (dead)", "b|2|y (dead)", "c|3|z (dead)"}));
+  EXPECT_EQ(files_.open_now, 0);
+}
+
+TEST_F(BookmarksFeatureTest, WithoutMemoryNothingChanges) {
+  const struct {
+    const char* name;
+    int32_t (*act)(BookmarksFeature&);
+  } cases[] = {
+      {"add", [](BookmarksFeature& f) { return f.AddBookmark(L"n", 9, L"d"); }},
+      {"update",
+       [](BookmarksFeature& f) {
+         f.UpdateBookmark(0, L"n", 9, L"d");
+         return f.GetBookmark(0, nullptr, nullptr, nullptr);
+       }},
+      {"set last played",
+       [](BookmarksFeature& f) {
+         f.SetLastPlayed(L"n", 9, L"d");
+         return f.GetBookmark(0, nullptr, nullptr, nullptr);
+       }},
+  };
+  files_["n"];
+  std::string full;  // the next one needs a longer array
+  for (int i = 0; i < 50; ++i) full += "a\r\n1\r\nx\r\n";
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    for (int successes = 0;; ++successes) {
+      Load(full);
+      const Strings before = List();
+      test::HeapFaults faults(successes);
+      const int32_t result = c.act(feature_);
+      if (!faults.triggered()) {
+        EXPECT_NE(result, 0);
+        EXPECT_GE(successes, 2);
+        break;
+      }
+      EXPECT_EQ(result, 0);
+      EXPECT_EQ(List(), before);
+      EXPECT_EQ(files_.writes, 0);
+    }
+  }
+}
+
+TEST_F(BookmarksFeatureTest, ShowsItsWindow) {
+  files_[kFile] = Utf16("a\r\n1\r\nx\r\n");
+  int host = 0;
+  EXPECT_EQ(feature_.ShowBookmarks(&host), 0);
+  EXPECT_EQ(window_.last_parent, &host);
+  EXPECT_EQ(List().size(), 1u);
+  EXPECT_EQ(feature_.ShowBookmarks(&host), 0);
+  EXPECT_EQ(window_.direction, -1) << "the order outlives the window";
+  window_.opens = false;
+  EXPECT_EQ(feature_.ShowBookmarks(&host), 1);
+  EXPECT_EQ(BookmarksFeature(files_, folder_, nullptr).ShowBookmarks(&host), 1);
+}
+
+TEST_F(BookmarksFeatureTest, DestroysTwiceWithoutSaving) {
+  Load("a\r\n1\r\nx\r\n");
+  feature_.Destroy(0);
+  feature_.Destroy(0);
+  EXPECT_EQ(List(), Strings{});
+  EXPECT_EQ(Saved(), Utf16("a\r\n1\r\nx\r\n"));
+  auto* made = HeapNew<BookmarksFeature>(files_, folder_, nullptr);
+  made->LoadBookmarks();
+  made->Destroy(1);  // the leak checker looks
+}
+
+}  // namespace
+}  // namespace kelvo

@@ -1,0 +1,206 @@
+#include "eq/presets_feature.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/fake_files.h"
+#include "tests/support/heap_faults.h"
+
+namespace kelvo {
+namespace {
+
+using test::Utf8;
+using test::Wide;
+
+const uint8_t kSetting[] = {0, 1, 2, 14, 27, 255, 6, 7, 8, 9, 10};
+const std::string kSettingBytes(reinterpret_cast<const char*>(kSetting), sizeof(kSetting));
+
+class Prompts final : public PresetPrompts {
+ public:
+  bool AskName(WindowHandle parent, wchar_t (&answer)[kTextCapacity]) noexcept override {
+    last_parent = parent;
+    CopyWide(answer, kTextCapacity, name);
+    return accepts;
+  }
+  bool ConfirmOverwrite(WindowHandle) noexcept override {
+    ++questions;
+    return overwrites;
+  }
+  const wchar_t* name = L"Rock";
+  bool accepts = true;
+  bool overwrites = true;
+  int questions = 0;
+  WindowHandle last_parent = nullptr;
+};
+
+class PresetsFeatureTest : public ::testing::Test {
+ protected:
+  std::string Name(int32_t index) {
+    wchar_t name[kMaxText] = L"before";
+    feature_.GetPresetName(index, name);
+    return Utf8(name);
+  }
+  int32_t Save() { return feature_.SavePreset(kSetting, L"\\V", nullptr); }
+
+  test::FakeFiles files_;
+  Prompts prompts_;
+  PresetsFeature feature_{files_, &prompts_};
+};
+
+TEST_F(PresetsFeatureTest, SavesThirtyOneBytes) {
+  const struct {
+    const char* name;
+    const wchar_t* typed;
+    const char* file;
+    std::string field;
+  } cases[] = {
+      {"plain", L"Rock", "Rock", "Rock"},
+      {"19 characters", L"1234567890123456789", "1234567890123456789", "1234567890123456789"},
+      {"20 characters", L"12345678901234567890", "12345678901234567890", "1234567890123456789"},
+      {"many", L"1234567890123456789 and more of it", "1234567890123456789 and more of it",
+       "1234567890123456789"},
+#ifndef _WIN32  // where the machine's code page decides
+      {"other characters", L"\x00E9\x20AC\x4E16", "\xC3\xA9\xE2\x82\xAC\xE4\xB8\x96", "\xE9\x80?"},
+#endif
+      {"points", L"a.b.eqf", "a.b.eqf", "a.b.eqf"},
+      {"empty", L"", "", ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    prompts_.name = c.typed;
+    EXPECT_EQ(Save(), 1);
+    const std::string* file = files_.Find("\\V\\presets\\" + std::string(c.file) + ".eqf");
+    ASSERT_TRUE(file);
+    std::string want = c.field;
+    want.resize(20);
+    EXPECT_EQ(*file, want + kSettingBytes);
+  }
+  EXPECT_EQ(prompts_.questions, 0);
+  EXPECT_EQ(files_.last_share, Share::kNone);
+  EXPECT_EQ(files_.open_now, 0);
+  EXPECT_EQ(Name(0), "") << "saving changes no list";
+}
+
+TEST_F(PresetsFeatureTest, SavesNothingWhenDeclinedOrImpossible) {
+  files_["\\V\\presets\\Old.eqf"] = "old";
+  const struct {
+    const char* name;
+    const wchar_t* typed;
+    bool accepts, overwrites;
+    int32_t want, questions;
+  } cases[] = {
+      {"cancelled", L"New", false, true, 0, 0},   {"not overwritten", L"Old", true, false, 0, 1},
+      {"backslash", L"..\\Up", true, true, 0, 0}, {"slash", L"../Up", true, true, 0, 0},
+      {"stream", L"a:b", true, true, 0, 0},       {"wildcards", L"a*?", true, true, 0, 0},
+      {"quotes", L"\"a\"", true, true, 0, 0},     {"brackets", L"<a>", true, true, 0, 0},
+      {"bar", L"a|b", true, true, 0, 0},          {"control character", L"a\tb", true, true, 0, 0},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    prompts_.name = c.typed;
+    prompts_.accepts = c.accepts;
+    prompts_.overwrites = c.overwrites;
+    prompts_.questions = 0;
+    EXPECT_EQ(Save(), c.want);
+    EXPECT_EQ(prompts_.questions, c.questions);
+    EXPECT_EQ(files_.files.size(), 1u);
+    EXPECT_EQ(files_["\\V\\presets\\Old.eqf"], "old");
+  }
+  prompts_ = Prompts();
+  const std::string base = "\\" + std::string(242, 'b');  // 260 characters with the name
+  EXPECT_EQ(feature_.SavePreset(kSetting, Wide(base), nullptr), 0);
+  files_.refuse_create = true;
+  EXPECT_EQ(Save(), 0);
+  files_.refuse_create = false;
+  files_.failing_write = files_.writes;
+  EXPECT_EQ(Save(), 0);
+  EXPECT_EQ(PresetsFeature(files_, nullptr).SavePreset(kSetting, L"\\V", nullptr), 0);
+  EXPECT_EQ(files_.open_now, 0);
+}
+
+TEST_F(PresetsFeatureTest, OverwritesAfterYes) {
+  files_["\\V\\presets\\Rock.eqf"] = std::string(100, 'x');
+  int window = 0;
+  EXPECT_EQ(feature_.SavePreset(kSetting, L"\\V", &window), 1);
+  EXPECT_EQ(prompts_.questions, 1);
+  EXPECT_EQ(prompts_.last_parent, &window);
+  EXPECT_EQ(files_["\\V\\presets\\Rock.eqf"].size(), 31u);
+}
+
+TEST_F(PresetsFeatureTest, ListsFindsAndNames) {
+  for (const char* name : {"b.eqf", "ROCK.eqf", "Rock.EQF", "x.eqfx", "eqf", ".eqf", "sub.eqf\\",
+                           "a.b.eqf", "notes.txt"}) {
+    files_["\\V\\presets\\" + std::string(name)];
+  }
+  files_["\\V\\presets2\\c.eqf"];
+  EXPECT_EQ(feature_.FindPreset(L"rock"), -1) << "nothing listed yet";
+  EXPECT_EQ(feature_.ListPresets(L"\\V"), 5);
+  const char* const names[] = {"b", "ROCK", "Rock", "", "a"};
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(Name(i), names[i]);
+  const struct {
+    const wchar_t* name;
+    int32_t want;
+  } finds[] = {{L"B", 0},         {L"rock", 1}, {L"", 3},       {L"a.b", 4}, {L"a", -1},
+               {L"rock.eqf", -1}, {L"roc", -1}, {L"rocks", -1}, {L"x", -1}};
+  for (const auto& find : finds) {
+    EXPECT_EQ(feature_.FindPreset(find.name), find.want) << Utf8(find.name);
+  }
+  EXPECT_EQ(feature_.ListPresets(L"\\V"), 10) << "appends";
+  EXPECT_EQ(feature_.ListPresets(L"\\W"), 10) << "no such folder";
+  EXPECT_EQ(feature_.ListPresets(Wide(std::string(300, 'b'))), 10);
+  feature_.ClearPresets();
+  EXPECT_EQ(feature_.FindPreset(L"rock"), -1);
+  EXPECT_EQ(Name(0), "");
+  EXPECT_EQ(feature_.ListPresets(L"\\V"), 5);
+}
+
+TEST_F(PresetsFeatureTest, ListsAtMostTwoHundred) {
+  for (int i = 0; i < 201; ++i) files_["\\V\\presets\\" + std::to_string(i) + ".eqf"];
+  EXPECT_EQ(feature_.ListPresets(L"\\V"), 200);
+  EXPECT_EQ(feature_.ListPresets(L"\\V"), 200);
+  EXPECT_EQ(Name(199), "199");
+  EXPECT_EQ(feature_.FindPreset(L"200"), -1);
+  feature_.Destroy(0);
+  feature_.Destroy(0);
+  EXPECT_EQ(Name(0), "");
+  auto* made = HeapNew<PresetsFeature>(files_, &prompts_);
+  EXPECT_EQ(made->ListPresets(L"\\V"), 200);
+  made->Destroy(1);  // the leak checker looks
+}
+
+TEST_F(PresetsFeatureTest, WithoutMemoryTheRestIsLeftOut) {
+  for (const char* name : {"a", "b", "c"}) files_["\\V\\presets\\" + std::string(name) + ".eqf"];
+  for (int successes = 0; successes <= 3; ++successes) {
+    feature_.ClearPresets();
+    test::HeapFaults faults(successes, test::HeapFaults::Mode::kFromThenOn);
+    EXPECT_EQ(feature_.ListPresets(L"\\V"), successes);
+    EXPECT_EQ(faults.triggered(), successes < 3);
+  }
+}
+
+TEST_F(PresetsFeatureTest, ReadsElevenBytesOrNone) {
+  std::string& file = files_["\\V\\presets\\Rock.eqf"];
+  feature_.ListPresets(L"\\V");
+  const std::string whole = std::string(20, '\xFF') + kSettingBytes + "and more";
+  for (size_t bytes = 0; bytes <= whole.size(); ++bytes) {
+    file = whole.substr(0, bytes);
+    uint8_t setting[12];
+    memset(setting, 0xAA, sizeof(setting));
+    EXPECT_EQ(feature_.ReadPreset(0, setting, L"\\V"), bytes >= 31) << bytes;
+    const std::string got(reinterpret_cast<char*>(setting), 11);
+    EXPECT_EQ(got, bytes >= 31 ? kSettingBytes : std::string(11, '\xAA')) << bytes;
+    EXPECT_EQ(setting[11], 0xAA);
+  }
+  EXPECT_EQ(files_.last_share, Share::kRead);
+  uint8_t setting[11];
+  for (int32_t index : {-1, 1, 199, 200, INT32_MAX, INT32_MIN}) {
+    EXPECT_EQ(feature_.ReadPreset(index, setting, L"\\V"), 0);
+    EXPECT_EQ(Name(index), "");
+  }
+  EXPECT_EQ(feature_.ReadPreset(0, setting, L"\\elsewhere"), 0);
+  files_.failing_read = files_.reads;
+  EXPECT_EQ(feature_.ReadPreset(0, setting, L"\\V"), 0);
+  EXPECT_EQ(files_.open_now, 0);
+}
+
+}  // namespace
+}  // namespace kelvo

@@ -1,0 +1,111 @@
+// Zip archives, honest and lying.
+#pragma once
+
+#include <stdint.h>
+#include <zlib.h>
+
+#include <string>
+
+namespace kelvo::test {
+
+// What a member's headers say; a default means the truth.
+struct ZipMember {
+  std::string name;
+  std::string content;
+  bool deflated = true;
+  uint16_t flags = 0;
+  int method = -1;
+  int64_t crc = -1;
+  int64_t size = -1;            // in both headers
+  int64_t packed_size = -1;     // in both headers
+  std::string local_name = {};  // in front of the data
+  std::string extra = {};       // in the directory only
+};
+
+class ZipBuilder {
+ public:
+  static std::string Number(uint64_t value, int bytes) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> 8 * i);
+    return text;
+  }
+
+  static std::string Deflate(const std::string& content) {
+    z_stream stream = {};
+    deflateInit2(&stream, 9, Z_DEFLATED, -MAX_WBITS, 9, Z_DEFAULT_STRATEGY);
+    std::string packed(deflateBound(&stream, static_cast<uLong>(content.size())), '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(content.data()));
+    stream.avail_in = static_cast<uInt>(content.size());
+    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_out = static_cast<uInt>(packed.size());
+    deflate(&stream, Z_FINISH);
+    packed.resize(stream.total_out);
+    deflateEnd(&stream);
+    return packed;
+  }
+
+  ZipBuilder& Add(const ZipMember& m) {
+    const std::string packed = m.deflated ? Deflate(m.content) : m.content;
+    const uLong crc = crc32(0, reinterpret_cast<const Bytef*>(m.content.data()),
+                            static_cast<uInt>(m.content.size()));
+    const std::string common =
+        Number(20, 2) + Number(m.flags, 2) +
+        Number(static_cast<uint64_t>(m.method >= 0 ? m.method
+                                     : m.deflated  ? 8
+                                                   : 0),
+               2) +
+        Number(0, 4) + Number(m.crc >= 0 ? static_cast<uint64_t>(m.crc) : crc, 4) +
+        Number(m.packed_size >= 0 ? static_cast<uint64_t>(m.packed_size) : packed.size(), 4) +
+        Number(m.size >= 0 ? static_cast<uint64_t>(m.size) : m.content.size(), 4);
+    const std::string& local = m.local_name.empty() ? m.name : m.local_name;
+    directory_ += Number(0x02014B50, 4) + Number(20, 2) + common + Number(m.name.size(), 2) +
+                  Number(m.extra.size(), 2) + Number(0, 2) + Number(0, 8) +
+                  Number(data_.size(), 4) + m.name + m.extra;
+    data_ +=
+        Number(0x04034B50, 4) + common + Number(local.size(), 2) + Number(0, 2) + local + packed;
+    ++members_;
+    return *this;
+  }
+  // A directory entry for the member before, under another name.
+  ZipBuilder& AddSecondName(const std::string& name, const ZipMember& first) {
+    std::string data = data_;
+    Add(first);
+    std::string entry = directory_.substr(directory_.rfind("PK\x01\x02"));
+    directory_.resize(directory_.size() - entry.size());
+    entry.replace(42, 4, Number(0, 4));
+    entry.replace(28, 2, Number(name.size(), 2));
+    entry.replace(46, first.name.size(), name);
+    directory_ += entry;
+    data_ = data;
+    return *this;
+  }
+
+  std::string Bytes(const std::string& comment = "", int64_t claimed_members = -1) const {
+    const uint64_t members =
+        claimed_members >= 0 ? static_cast<uint64_t>(claimed_members) : members_;
+    return data_ + directory_ + Number(0x06054B50, 4) + Number(0, 4) + Number(members, 2) +
+           Number(members, 2) + Number(directory_.size(), 4) + Number(data_.size(), 4) +
+           Number(comment.size(), 2) + comment;
+  }
+
+  // The same with the 64-bit form of the directory's end, which counts `members`.
+  std::string Bytes64(uint64_t members, uint64_t directory_offset) const {
+    const std::string end64 = Number(0x06064B50, 4) + Number(44, 8) + Number(45, 2) +
+                              Number(45, 2) + Number(0, 8) + Number(members, 8) +
+                              Number(members, 8) + Number(directory_.size(), 8) +
+                              Number(directory_offset, 8);
+    const std::string locator = Number(0x07064B50, 4) + Number(0, 4) +
+                                Number(data_.size() + directory_.size(), 8) + Number(1, 4);
+    return data_ + directory_ + end64 + locator + Number(0x06054B50, 4) + Number(0, 4) +
+           Number(0xFFFF, 2) + Number(0xFFFF, 2) + Number(0xFFFFFFFF, 4) + Number(0xFFFFFFFF, 4) +
+           Number(0, 2);
+  }
+  std::string Bytes64() const { return Bytes64(members_, data_.size()); }
+
+ private:
+  std::string data_;
+  std::string directory_;
+  uint64_t members_ = 0;
+};
+
+}  // namespace kelvo::test
