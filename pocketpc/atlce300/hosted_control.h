@@ -1,0 +1,30 @@
+#pragma once
+
+#include <windows.h>
+
+#include <ole2.h>
+
+#include "base/windows/com_ptr.h"
+
+namespace kelvo {
+
+// The control inside one container window.
+class HostedControl {
+ public:
+  HostedControl() noexcept = default;
+  ~HostedControl() { Close(); }
+  HostedControl(const HostedControl&) = delete;
+  HostedControl& operator=(const HostedControl&) = delete;
+
+  // Makes the control that `name` says, a class id in braces or a program id, in the caller's
+  // apartment, and activates it in `window`. An object that is no OLE object is held all the same.
+  HRESULT Create(const wchar_t* name, HWND window) noexcept;
+  void Close() noexcept;
+
+  IUnknown* get() const noexcept { return control_.get(); }
+
+ private:
+  ComPtr<IUnknown> control_;
+};
+
+}  // namespace kelvo

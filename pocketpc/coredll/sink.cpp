@@ -1,0 +1,84 @@
+#include "pocketpc/coredll/sink.h"
+
+#include "base/text/wide.h"
+
+namespace kelvo {
+namespace {
+
+constexpr wchar_t kSinkVariable[] = L"KELVO_AUDIO_SINK";
+constexpr wchar_t kPaceVariable[] = L"KELVO_AUDIO_PACE";
+
+Lock sinks_lock;  // guards the next two
+Array<FileDevice*> sinks;
+int32_t opened_count = 0;
+
+// FILE.wav, FILE-2.wav, ...; false when the name does not fit.
+bool NumberedPath(wchar_t (&path)[MAX_PATH], int32_t number) noexcept {
+  wchar_t wanted[MAX_PATH];
+  const DWORD length = GetEnvironmentVariableW(kSinkVariable, wanted, MAX_PATH);
+  if (length == 0 || length >= MAX_PATH) return false;
+  const wchar_t* dot = FindLastWide(FileNameOf(wanted), L'.');
+  if (!dot) dot = wanted + length;
+  CopyWide(path, MAX_PATH, wanted, dot - wanted);
+  if (number > 1) {
+    wchar_t digits[12];
+    FormatDecimal(digits, number);
+    if (!AppendWide(path, MAX_PATH, L"-") || !AppendWide(path, MAX_PATH, digits)) return false;
+  }
+  return AppendWide(path, MAX_PATH, dot);
+}
+
+Pace WantedPace() noexcept {
+  wchar_t text[8];
+  const DWORD length = GetEnvironmentVariableW(kPaceVariable, text, 8);
+  const bool fast = length > 0 && length < 8 && CompareNoCase(text, L"fast") == 0;
+  return fast ? Pace::kFast : Pace::kRealTime;
+}
+
+}  // namespace
+
+bool SinkWanted() noexcept {
+  return GetEnvironmentVariableW(kSinkVariable, nullptr, 0) > 1;
+}
+
+MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient& client,
+                  DWORD flags) noexcept {
+  if (!format) return MMSYSERR_INVALPARAM;
+  if (format->wFormatTag != WAVE_FORMAT_PCM || format->nAvgBytesPerSec == 0 ||
+      format->nBlockAlign == 0) {
+    return WAVERR_BADFORMAT;
+  }
+  if (flags & WAVE_FORMAT_QUERY) return MMSYSERR_NOERROR;
+  if (!device) return MMSYSERR_INVALPARAM;
+
+  LockGuard guard(sinks_lock);
+  wchar_t path[MAX_PATH];
+  if (!NumberedPath(path, opened_count + 1)) return MMSYSERR_ERROR;
+  if (!sinks.Reserve(sinks.size() + 1)) return MMSYSERR_NOMEM;
+  FileDevice* const opened = FileDevice::Open(path, *format, WantedPace(), client);
+  if (!opened) return MMSYSERR_ERROR;
+  ++opened_count;
+  static_cast<void>(sinks.Append(opened));  // room is reserved
+  *device = reinterpret_cast<HWAVEOUT>(opened);
+  return MMSYSERR_NOERROR;
+}
+
+FileDevice* FindSink(HWAVEOUT handle) noexcept {
+  LockGuard guard(sinks_lock);
+  for (FileDevice* sink : sinks) {
+    if (reinterpret_cast<HWAVEOUT>(sink) == handle) return sink;
+  }
+  return nullptr;
+}
+
+MMRESULT CloseSink(FileDevice* device) noexcept {
+  const MMRESULT result = device->Close();
+  if (result != MMSYSERR_NOERROR) return result;
+  LockGuard guard(sinks_lock);
+  for (size_t i = 0; i < sinks.size(); ++i) {
+    if (sinks[i] == device) sinks.RemoveAt(i--);
+  }
+  return result;
+}
+
+}  // namespace kelvo

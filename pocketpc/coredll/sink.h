@@ -1,0 +1,27 @@
+#pragma once
+
+#include <windows.h>
+
+#include <mmsystem.h>
+
+#include "pocketpc/coredll/file_device.h"
+
+namespace kelvo {
+
+// The WAV file instead of the sound system, as the environment asks for it:
+//   KELVO_AUDIO_SINK=FILE.wav  the first device that a process opens plays into FILE.wav, the
+//                              second into FILE-2.wav, and so on
+//   KELVO_AUDIO_PACE=fast      blocks are over at once instead of in real time
+// Read anew by each opening.
+bool SinkWanted() noexcept;
+
+// waveOutOpen for the sink; `flags` are waveOutOpen's.
+MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient& client,
+                  DWORD flags) noexcept;
+
+// The open sink device behind a handle, or null when the handle is the sound system's.
+FileDevice* FindSink(HWAVEOUT handle) noexcept;
+
+MMRESULT CloseSink(FileDevice* device) noexcept;
+
+}  // namespace kelvo

@@ -1,0 +1,209 @@
+#include "pocketpc/wmpcmn/player.h"
+
+#include "input/wma/player_control.h"
+#include "pocketpc/support/module_thread.h"
+
+namespace kelvo {
+namespace {
+
+constexpr double kUnitsPerSecond = 10000000;
+constexpr double kMaxSeconds = 1e9;
+
+}  // namespace
+
+Player* Player::Create(EventSource* events) noexcept {
+  HeapPtr<Player> player(HeapNew<Player>(events));
+  if (!player) return nullptr;
+  player->asked_.Reset(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+  player->answered_.Reset(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+  if (!player->asked_ || !player->answered_ || !player->audio_.changed()) return nullptr;
+  return player.Release();
+}
+
+void Player::Quit() noexcept {
+  if (started()) Run({Verb::kQuit, nullptr, 0});
+  Drop();
+}
+
+HRESULT Player::Halt() noexcept {
+  return started() ? Stop() : S_OK;
+}
+
+bool Player::started() noexcept {
+  LockGuard guard(callers_);
+  return started_;
+}
+
+void Player::Drop() noexcept {
+  if (InterlockedDecrement(&owners_) == 0) HeapDelete(this);
+}
+
+HRESULT Player::Open(const wchar_t* path) noexcept {
+  return path && path[0] ? Run({Verb::kOpen, path, 0}) : E_INVALIDARG;
+}
+
+HRESULT Player::Play() noexcept {
+  return Run({Verb::kPlay, nullptr, 0});
+}
+
+HRESULT Player::Stop() noexcept {
+  return Run({Verb::kStop, nullptr, 0});
+}
+
+HRESULT Player::Seek(double seconds) noexcept {
+  if (!(seconds >= 0 && seconds <= kMaxSeconds)) return E_INVALIDARG;  // nor NaN
+  return Run({Verb::kSeek, nullptr, static_cast<uint64_t>(seconds * kUnitsPerSecond + 0.5)});
+}
+
+HRESULT Player::GetPosition(double* seconds) noexcept {
+  LockGuard guard(shown_);
+  *seconds = static_cast<double>(position_) / kUnitsPerSecond;
+  return has_file_ ? S_OK : E_UNEXPECTED;
+}
+
+HRESULT Player::GetDuration(double* seconds) noexcept {
+  LockGuard guard(shown_);
+  *seconds = static_cast<double>(duration_) / kUnitsPerSecond;
+  return has_file_ ? S_OK : E_UNEXPECTED;
+}
+
+HRESULT Player::Run(const Command& command) noexcept {
+  if (GetCurrentThreadId() == thread_id_) return Execute(command);  // from an event
+  LockGuard guard(callers_);
+  if (!started_) {
+    const auto loop = [](void* context) { static_cast<Player*>(context)->Loop(); };
+    InterlockedIncrement(&owners_);
+    if (!StartModuleThread(loop, this)) {
+      InterlockedDecrement(&owners_);
+      return E_OUTOFMEMORY;
+    }
+    started_ = true;
+  }
+  command_ = command;
+  SetEvent(asked_.get());
+  WaitForSingleObject(answered_.get(), INFINITE);
+  return result_;
+}
+
+void Player::Loop() noexcept {
+  thread_id_ = GetCurrentThreadId();
+  const bool in_apartment = SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED));
+  const HANDLE signals[] = {asked_.get(), audio_.changed()};
+  while (!quitting_) {
+    if (WaitForMultipleObjects(2, signals, FALSE, INFINITE) == WAIT_OBJECT_0) {
+      result_ = Execute(command_);
+      SetEvent(answered_.get());
+    }
+    DISPID event;
+    if (playing_ && Pump(&event)) events_->Fire(event);
+    if (tell_change_ && !quitting_) {
+      tell_change_ = false;
+      events_->Fire(kPlayerChangeEvent);
+    }
+  }
+  audio_.Close();
+  decoder_.Close();
+  Drop();
+  if (in_apartment) CoUninitialize();
+}
+
+HRESULT Player::Execute(const Command& command) noexcept {
+  switch (command.verb) {
+    case Verb::kOpen:
+      return DoOpen(command.path);
+    case Verb::kPlay:
+      return DoPlay();
+    case Verb::kStop:
+      DoStop();
+      return S_OK;
+    case Verb::kSeek:
+      return DoSeek(command.time);
+    case Verb::kQuit:
+      DoStop();
+      quitting_ = true;
+      return S_OK;
+  }
+  return E_UNEXPECTED;
+}
+
+HRESULT Player::DoOpen(const wchar_t* path) noexcept {
+  DoStop();
+  audio_.Close();  // a recording ends with its file
+  const HRESULT result = decoder_.Open(path);
+  decoder_moved_ = false;
+  LockGuard guard(shown_);
+  has_file_ = SUCCEEDED(result);
+  position_ = 0;
+  duration_ = has_file_ ? decoder_.duration() : 0;
+  return result;
+}
+
+HRESULT Player::DoPlay() noexcept {
+  if (!decoder_.is_open()) return E_UNEXPECTED;
+  if (playing_) return S_OK;
+  if (!audio_.Open(decoder_.rate())) return HRESULT_FROM_WIN32(ERROR_NO_SYSTEM_RESOURCES);
+  if (decoder_moved_) {
+    const HRESULT result = decoder_.Seek(position_);
+    if (FAILED(result)) return result;
+  }
+  decoder_moved_ = true;
+  input_ended_ = false;
+  playing_ = true;
+  tell_change_ = true;
+  return S_OK;
+}
+
+void Player::DoStop() noexcept {
+  if (playing_) tell_change_ = true;
+  playing_ = false;
+  audio_.Reset();
+  SetPosition(0);
+}
+
+HRESULT Player::DoSeek(uint64_t time) noexcept {
+  if (!decoder_.is_open()) return E_UNEXPECTED;
+  if (time > duration_) time = duration_;
+  if (playing_) {
+    audio_.Reset();
+    input_ended_ = false;
+    const HRESULT result = decoder_.Seek(time);
+    if (FAILED(result)) {
+      DoStop();
+      return result;
+    }
+  }
+  decoder_moved_ = true;
+  SetPosition(time);
+  return S_OK;
+}
+
+bool Player::Pump(DISPID* event) noexcept {
+  while (const AudioQueue::Block* done = audio_.NextDone()) SetPosition(done->end_time);
+  const HRESULT result = Refill();
+  if (SUCCEEDED(result) && !(input_ended_ && audio_.empty())) return false;
+  DoStop();
+  *event = SUCCEEDED(result) ? kPlayerEndEvent : kPlayerErrorEvent;
+  return true;
+}
+
+HRESULT Player::Refill() noexcept {
+  while (!input_ended_) {
+    AudioQueue::Block* const block = audio_.FreeBlock();
+    if (!block) break;
+    const HRESULT result = decoder_.Read(&block->samples, &block->end_time);
+    if (FAILED(result)) return result;
+    if (result == S_FALSE) {
+      input_ended_ = true;
+    } else if (!block->samples.empty() && !audio_.Play(block)) {
+      return E_FAIL;
+    }
+  }
+  return S_OK;
+}
+
+void Player::SetPosition(uint64_t time) noexcept {
+  LockGuard guard(shown_);
+  position_ = time < duration_ ? time : duration_;
+}
+
+}  // namespace kelvo

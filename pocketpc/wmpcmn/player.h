@@ -1,0 +1,98 @@
+#pragma once
+
+#include <windows.h>
+
+#include <stdint.h>
+
+#include "base/memory/heap_text.h"
+#include "base/sync/lock.h"
+#include "base/windows/com_ptr.h"
+#include "base/windows/unique_handle.h"
+#include "pocketpc/wmpcmn/asf_decoder.h"
+#include "pocketpc/wmpcmn/audio_queue.h"
+#include "pocketpc/wmpcmn/event_source.h"
+
+namespace kelvo {
+
+// Opens and plays one file at a time on a thread of its own, which the first command starts; a
+// player that is only made and given up needs no thread, so that works inside an attach handler.
+// Any thread may call; events come on the player's thread, where they may call back into it.
+class Player {
+ public:
+  // Null when memory or system objects are out.
+  static Player* Create(EventSource* events) noexcept;
+  // Ends playback without an event and gives the player up; nothing is played or fired afterwards.
+  void Quit() noexcept;
+
+  // Replaces the file, also when it fails: then there is none. Opening does not start playing.
+  HRESULT Open(const wchar_t* path) noexcept;
+  // E_UNEXPECTED without a file. Playing already: nothing happens.
+  HRESULT Play() noexcept;
+  // Goes back to the start. Stopped already: only that.
+  HRESULT Stop() noexcept;
+  // Stop, for a player that nobody may have used yet.
+  HRESULT Halt() noexcept;
+  // At once while playing, else where Play will begin. Beyond the end means the end.
+  HRESULT Seek(double seconds) noexcept;
+  // E_UNEXPECTED without a file.
+  HRESULT GetPosition(double* seconds) noexcept;
+  HRESULT GetDuration(double* seconds) noexcept;
+
+ private:
+  enum class Verb { kOpen, kPlay, kStop, kSeek, kQuit };
+  struct Command {
+    Verb verb;
+    const wchar_t* path;
+    uint64_t time;
+  };
+  template <class T>
+  friend void HeapDelete(T* object) noexcept;
+  template <class T, class... Args>
+  friend T* HeapNew(Args&&... args) noexcept;
+
+  explicit Player(EventSource* events) noexcept : events_(ComPtr<EventSource>::Share(events)) {}
+  ~Player() = default;
+
+  bool started() noexcept;
+  HRESULT Run(const Command& command) noexcept;
+  void Drop() noexcept;  // by an owner: whoever made the player, or its thread
+
+  // The rest runs on the player's thread.
+  void Loop() noexcept;
+  HRESULT Execute(const Command& command) noexcept;
+  HRESULT DoOpen(const wchar_t* path) noexcept;
+  HRESULT DoPlay() noexcept;
+  void DoStop() noexcept;
+  HRESULT DoSeek(uint64_t time) noexcept;
+  // Takes back what has been played and decodes what fits; true when playback ended, with *event.
+  bool Pump(DISPID* event) noexcept;
+  HRESULT Refill() noexcept;
+  void SetPosition(uint64_t time) noexcept;
+
+  LONG owners_ = 1;
+  const ComPtr<EventSource> events_;
+  UniqueObject asked_;     // a command waits
+  UniqueObject answered_;  // its result is there
+
+  Lock callers_;  // guards the next three: one command at a time
+  bool started_ = false;
+  Command command_ = {};
+  HRESULT result_ = S_OK;
+
+  Lock shown_;  // guards what callers read directly
+  bool has_file_ = false;
+  uint64_t position_ = 0;  // 100 ns units, as all times here
+  uint64_t duration_ = 0;
+
+  // The player's thread only.
+  volatile DWORD thread_id_ = 0;
+  AsfDecoder decoder_;
+  AudioQueue audio_;
+  bool playing_ = false;
+  bool input_ended_ = false;
+  bool decoder_moved_ = false;  // the decoder is not where Play would begin
+  bool tell_change_ = false;
+  bool quitting_ = false;
+};
+
+}  // namespace kelvo
