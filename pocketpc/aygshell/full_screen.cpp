@@ -1,0 +1,31 @@
+// The desktop's screen has neither task bar nor input-panel button: what a window asked for is only
+// kept, on the window.
+#include "pocketpc/aygshell/full_screen.h"
+#include "base/windows/pocketpc.h"
+
+namespace kelvo {
+namespace {
+
+constexpr wchar_t kProperty[] = L"KelvoFullScreen";
+
+constexpr DWORD kTaskBar = SHFS_SHOWTASKBAR | SHFS_HIDETASKBAR;
+constexpr DWORD kPanelButton = SHFS_SHOWSIPBUTTON | SHFS_HIDESIPBUTTON;
+
+// The bits that `asked` replaces.
+DWORD Replaced(DWORD asked) noexcept {
+  return ((asked & kTaskBar) ? kTaskBar : 0) | ((asked & kPanelButton) ? kPanelButton : 0);
+}
+
+}  // namespace
+}  // namespace kelvo
+
+BOOL WINAPI SHFullScreen(HWND window, DWORD state) {
+  if (!IsWindow(window) || state == 0 || (state & ~(kelvo::kTaskBar | kelvo::kPanelButton)))
+    return FALSE;
+  const DWORD kept = (KelvoFullScreenState(window) & ~kelvo::Replaced(state)) | state;
+  return SetPropW(window, kelvo::kProperty, reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(kept)));
+}
+
+DWORD WINAPI KelvoFullScreenState(HWND window) {
+  return static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(GetPropW(window, kelvo::kProperty)));
+}

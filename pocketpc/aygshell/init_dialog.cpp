@@ -1,0 +1,44 @@
+#include "base/windows/pocketpc.h"
+#include "pocketpc/aygshell/frame.h"
+#include "pocketpc/aygshell/gesture.h"
+#include "pocketpc/aygshell/sheet.h"
+
+namespace kelvo {
+namespace {
+
+// The panel belongs to coredll.dll; a process without it has none to lower.
+void LowerInputPanel() noexcept {
+  using ShowFunction = BOOL(WINAPI*)(DWORD);
+  const HMODULE core = GetModuleHandleW(L"coredll.dll");
+  const FARPROC found = core ? GetProcAddress(core, "SipShowIM") : nullptr;
+  if (found) reinterpret_cast<ShowFunction>(reinterpret_cast<void*>(found))(SIPF_OFF);
+}
+
+bool FillScreenWith(HWND dialog, HWND root) noexcept {
+  if (!MakeFrame(root)) return false;
+  FillScreen(root);
+  return dialog == root || !SheetOfPage(dialog) || FillSheet(dialog);
+}
+
+}  // namespace
+}  // namespace kelvo
+
+BOOL WINAPI SHInitDialog(SHINITDLGINFO* info) {
+  if (!info || !IsWindow(info->hDlg)) return FALSE;
+  const HWND dialog = info->hDlg;
+  const HWND root = GetAncestor(dialog, GA_ROOT);
+  const DWORD flags = (info->dwMask & SHIDIM_FLAGS) ? info->dwFlags : 0;
+  const bool sized = (flags & (SHIDIF_SIZEDLG | SHIDIF_SIZEDLGFULLSCREEN)) != 0;
+  const bool done = (flags & SHIDIF_DONEBUTTON) != 0;
+  if (!kelvo::WatchGestures(dialog)) return FALSE;
+  if (done || sized) kelvo::SetDone(root, done);
+  if (sized && !kelvo::FillScreenWith(dialog, root)) return FALSE;
+  if (flags & SHIDIF_SIPDOWN) kelvo::LowerInputPanel();
+  return TRUE;
+}
+
+// On the device dialogs make room for the input panel. Here the panel covers nothing, so a full
+// screen stays one.
+BOOL WINAPI SHHandleWMSettingChange(HWND window, WPARAM wparam, LPARAM, SHACTIVATEINFO* info) {
+  return info && IsWindow(window) && wparam == kSettingInputPanel;
+}

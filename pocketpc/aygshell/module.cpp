@@ -1,0 +1,11 @@
+#include "pocketpc/aygshell/module.h"
+
+extern "C" IMAGE_DOS_HEADER __ImageBase;  // the linker's
+
+namespace kelvo {
+
+HINSTANCE ThisModule() noexcept {
+  return reinterpret_cast<HINSTANCE>(&__ImageBase);
+}
+
+}  // namespace kelvo

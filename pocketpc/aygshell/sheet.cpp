@@ -1,0 +1,119 @@
+#include "pocketpc/aygshell/sheet.h"
+
+#include <commctrl.h>
+#include <prsht.h>
+
+namespace kelvo {
+namespace {
+
+// Dialog ids inside a property sheet.
+constexpr int kTabsId = 0x3020;
+constexpr int kApplyId = 0x3021;
+constexpr int kHelpId = 9;
+constexpr int kLineId = 0x3022;
+
+constexpr wchar_t kFills[] = L"KelvoFillsSheet";  // property of such pages
+
+HWND TabsOf(HWND sheet) noexcept {
+  const HWND tabs = sheet ? GetDlgItem(sheet, kTabsId) : nullptr;
+  wchar_t name[32];
+  if (!tabs || !GetClassNameW(tabs, name, ARRAYSIZE(name))) return nullptr;
+  return lstrcmpiW(name, WC_TABCONTROLW) == 0 ? tabs : nullptr;
+}
+
+// While a page is told of Done: whether it ended its sheet.
+struct DoneWatch {
+  bool ended = false;
+};
+
+LRESULT CALLBACK DoneProc(HWND sheet, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                          DWORD_PTR data) noexcept {
+  const bool ends =
+      message == PSM_PRESSBUTTON || message == WM_DESTROY ||
+      (message == WM_COMMAND && (LOWORD(wparam) == IDOK || LOWORD(wparam) == IDCANCEL));
+  if (ends) reinterpret_cast<DoneWatch*>(data)->ended = true;
+  return DefSubclassProc(sheet, message, wparam, lparam);
+}
+
+LRESULT CALLBACK PageProc(HWND page, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
+                          DWORD_PTR) noexcept {
+  switch (message) {
+    case WM_WINDOWPOSCHANGING: {
+      WINDOWPOS* position = reinterpret_cast<WINDOWPOS*>(lparam);
+      const HWND sheet = GetParent(page);
+      RECT client;
+      GetClientRect(sheet, &client);
+      position->x = 0;
+      position->y = 0;
+      position->cx = client.right;
+      position->cy = client.bottom;
+      position->hwndInsertAfter = TabsOf(sheet);  // the tabs stay above
+      position->flags &= ~static_cast<UINT>(SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER);
+      break;
+    }
+    case WM_NCDESTROY:
+      RemovePropW(page, kFills);
+      RemoveWindowSubclass(page, &PageProc, id);
+      break;
+    default:
+      break;
+  }
+  return DefSubclassProc(page, message, wparam, lparam);
+}
+
+bool FillsSheet(HWND window) noexcept {
+  return GetPropW(window, kFills) != nullptr;
+}
+
+void PlaceTabs(HWND tabs, const RECT& client) noexcept {
+  const bool at_bottom = (GetWindowLongPtrW(tabs, GWL_STYLE) & TCS_BOTTOM) != 0;
+  SetWindowPos(tabs, HWND_TOP, 0, at_bottom ? client.bottom - kTabRowHeight : 0, client.right,
+               kTabRowHeight, SWP_NOACTIVATE);
+}
+
+}  // namespace
+
+HWND SheetOfPage(HWND page) noexcept {
+  const HWND sheet = GetParent(page);
+  return TabsOf(sheet) ? sheet : nullptr;
+}
+
+bool FillSheet(HWND page) noexcept {
+  const HWND sheet = GetParent(page);
+  constexpr int kUnwanted[] = {IDOK, IDCANCEL, kApplyId, kHelpId, kLineId};
+  for (const int id : kUnwanted) {
+    const HWND control = GetDlgItem(sheet, id);
+    if (control) ShowWindow(control, SW_HIDE);
+  }
+  const LONG_PTR style = GetWindowLongPtrW(page, GWL_STYLE);
+  SetWindowLongPtrW(page, GWL_STYLE, style | WS_CLIPSIBLINGS);
+  if (!SetWindowSubclass(page, &PageProc, 0, 0) || !SetPropW(page, kFills, page)) return false;
+  LayOutSheet(sheet);
+  return true;
+}
+
+void LayOutSheet(HWND root) noexcept {
+  const HWND tabs = TabsOf(root);
+  if (!tabs) return;
+  RECT client;
+  GetClientRect(root, &client);
+  PlaceTabs(tabs, client);
+  for (HWND child = GetWindow(root, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    // The page's own subclass puts in the numbers.
+    if (FillsSheet(child)) SetWindowPos(child, nullptr, 0, 0, 0, 0, SWP_NOACTIVATE);
+  }
+}
+
+bool SheetTakesDone(HWND root) noexcept {
+  if (!TabsOf(root)) return false;
+  const HWND page = reinterpret_cast<HWND>(SendMessageW(root, PSM_GETCURRENTPAGEHWND, 0, 0));
+  DoneWatch watch;
+  if (page && SetWindowSubclass(root, &DoneProc, 0, reinterpret_cast<DWORD_PTR>(&watch))) {
+    SendMessageW(page, WM_COMMAND, IDOK, 0);
+    RemoveWindowSubclass(root, &DoneProc, 0);
+  }
+  if (!watch.ended && IsWindow(root)) PostMessageW(root, WM_COMMAND, IDOK, 0);
+  return true;
+}
+
+}  // namespace kelvo
