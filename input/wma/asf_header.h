@@ -5,7 +5,7 @@
 
 #include "base/bytes/byte_source.h"
 #include "base/text/wide.h"
-#include "include/kelvo/media_info.h"
+#include "kelvo/media_info.h"
 
 namespace kelvo {
 

@@ -1,0 +1,30 @@
+#include "catalog/media/media_kind.h"
+
+#include "base/text/wide.h"
+
+namespace kelvo {
+namespace {
+
+struct Extension {
+  wchar_t letters[4];
+  MediaKind kind;
+};
+
+constexpr Extension kExtensions[] = {
+    {L"m3u", MediaKind::kM3u},  {L"pls", MediaKind::kPls},  {L"asx", MediaKind::kAsx},
+    {L"wma", MediaKind::kWma},  {L"asf", MediaKind::kWma},  {L"mp3", MediaKind::kMpeg},
+    {L"mp2", MediaKind::kMpeg}, {L"mp1", MediaKind::kMpeg}, {L"ogg", MediaKind::kOgg},
+};
+
+}  // namespace
+
+MediaKind MediaKindOf(const wchar_t* path) noexcept {
+  const size_t length = WideLength(path);
+  if (length < 4 || path[length - 4] != L'.') return MediaKind::kNone;
+  for (const Extension& extension : kExtensions) {
+    if (CompareNoCase(path + length - 3, extension.letters) == 0) return extension.kind;
+  }
+  return MediaKind::kNone;
+}
+
+}  // namespace kelvo
