@@ -2,10 +2,10 @@
 // the same.
 #include <stddef.h>
 #include <stdint.h>
-#include <stdlib.h>
 #include <string.h>
 
 #include "base/bytes/memory_source.h"
+#include "fuzz/require.h"
 #include "input/wma/asf_header.h"
 
 namespace {
@@ -17,14 +17,11 @@ bool Terminated(const wchar_t* text, size_t capacity) {
   return false;
 }
 
-void Require(bool holds) {
-  if (!holds) abort();
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using kelvo::AsfInfo;
+  using kelvo::fuzz::Require;
   kelvo::MemorySource source(data, size);
   static AsfInfo info, again, zero;
   memset(&info, 0xA5, sizeof(info));
