@@ -37,8 +37,9 @@ class Expansion {
     OpenList& list = lists_.back();
     ListEntry entry;
     if (!FindEntry(list.format, line, &list.key, &entry)) return true;
-    if (!MakeEntryPath(entry, folder_, path_)) return true;
-    const MediaKind kind = MediaKindOf(path_);
+    size_t length;
+    if (!MakeEntryPath(entry, folder_, path_, &length)) return true;
+    const MediaKind kind = MediaKindOf(path_, length);
     ListFormat format;
     if (ListFormatOf(kind, &format)) {
       Push(path_, format);

@@ -119,10 +119,10 @@ bool ListFolder::Set(const wchar_t* list_path, wchar_t (&resolved)[kTextCapacity
   return true;
 }
 
-bool MakeEntryPath(const ListEntry& entry, const ListFolder& folder,
-                   wchar_t (&path)[kTextCapacity]) noexcept {
+bool MakeEntryPath(const ListEntry& entry, const ListFolder& folder, wchar_t (&path)[kTextCapacity],
+                   size_t* length) noexcept {
   if (!entry.in_folder) {
-    AnsiToWide(entry.text, entry.length, path, kTextCapacity);
+    *length = AnsiToWide(entry.text, entry.length, path, kTextCapacity);
     return true;
   }
   // Joined before the conversion: the bytes of one character never come apart.
@@ -130,7 +130,7 @@ bool MakeEntryPath(const ListEntry& entry, const ListFolder& folder,
   if (folder.length + entry.length >= kTextCapacity) return false;
   memcpy(joined, folder.text, folder.length);
   memcpy(joined + folder.length, entry.text, entry.length);
-  AnsiToWide(joined, folder.length + entry.length, path, kTextCapacity);
+  *length = AnsiToWide(joined, folder.length + entry.length, path, kTextCapacity);
   return true;
 }
 

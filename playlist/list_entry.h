@@ -56,8 +56,8 @@ struct ListFolder {
   [[nodiscard]] bool Set(const wchar_t* list_path, wchar_t (&resolved)[kTextCapacity]) noexcept;
 };
 
-// False when folder and entry together are longer than a path may be.
+// False when folder and entry together are longer than a path may be. *length is the path's.
 [[nodiscard]] bool MakeEntryPath(const ListEntry& entry, const ListFolder& folder,
-                                 wchar_t (&path)[kTextCapacity]) noexcept;
+                                 wchar_t (&path)[kTextCapacity], size_t* length) noexcept;
 
 }  // namespace kelvo

@@ -16,13 +16,23 @@ constexpr Extension kExtensions[] = {
     {L"mp2", MediaKind::kMpeg}, {L"mp1", MediaKind::kMpeg}, {L"ogg", MediaKind::kOgg},
 };
 
+constexpr uint64_t Packed(const wchar_t* letters) noexcept {
+  return FoldAscii(letters[0]) | static_cast<uint64_t>(FoldAscii(letters[1])) << 16 |
+         static_cast<uint64_t>(FoldAscii(letters[2])) << 32;
+}
+
 }  // namespace
 
 MediaKind MediaKindOf(const wchar_t* path) noexcept {
-  const size_t length = WideLength(path);
+  return MediaKindOf(path, WideLength(path));
+}
+
+// Runs for every file of a scan and every line of a playlist.
+MediaKind MediaKindOf(const wchar_t* path, size_t length) noexcept {
   if (length < 4 || path[length - 4] != L'.') return MediaKind::kNone;
+  const uint64_t letters = Packed(path + length - 3);
   for (const Extension& extension : kExtensions) {
-    if (CompareNoCase(path + length - 3, extension.letters) == 0) return extension.kind;
+    if (letters == Packed(extension.letters)) return extension.kind;
   }
   return MediaKind::kNone;
 }

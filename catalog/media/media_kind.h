@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stddef.h>
 #include <stdint.h>
 
 namespace kelvo {
@@ -17,5 +18,6 @@ enum class MediaKind : int32_t {
 };
 
 MediaKind MediaKindOf(const wchar_t* path) noexcept;
+MediaKind MediaKindOf(const wchar_t* path, size_t length) noexcept;
 
 }  // namespace kelvo

@@ -27,7 +27,10 @@ std::string Path(ListFormat format, const std::string& text, PlsKey* key) {
   ListEntry entry;
   wchar_t path[kTextCapacity];
   if (!FindEntry(format, Line(copy), key, &entry)) return "-";
-  return MakeEntryPath(entry, folder, path) ? Utf8(path) : "too long";
+  size_t length;
+  if (!MakeEntryPath(entry, folder, path, &length)) return "too long";
+  EXPECT_EQ(length, WideLength(path));
+  return Utf8(path);
 }
 
 struct Case {

@@ -90,7 +90,8 @@ void Lint::CheckLine(Place* place, const TextLine& line) noexcept {
   if (!FindEntry(place->format, line, &place->key, &entry)) return CheckSkipped(place, line);
   if (entry.length == 0) return;
   if (line.continues) return Report(*place, line, "longer than 259 characters, read in pieces");
-  if (!MakeEntryPath(entry, place->folder, place->entry_path)) {
+  size_t length;
+  if (!MakeEntryPath(entry, place->folder, place->entry_path, &length)) {
     return Report(*place, line, "longer than a path may be");
   }
   CheckEntry(place, line, place->entry_path);
