@@ -1,6 +1,7 @@
 #include "base/text/ansi.h"
 
 #include <stdint.h>
+#include <string.h>
 
 namespace kelvo {
 namespace {
@@ -39,14 +40,24 @@ size_t WideToAnsi(const wchar_t* src, size_t chars, char* dst, size_t bytes, boo
   return written;
 }
 
+// Two simple passes instead of a decision per character: nearly all text is plain.
 size_t AnsiToWide(const char* src, size_t bytes, wchar_t* dst, size_t capacity) noexcept {
-  size_t written = 0;
-  for (size_t i = 0; i < bytes && src[i] != 0 && written + 1 < capacity; ++i) {
-    const uint8_t byte = static_cast<uint8_t>(src[i]);
-    dst[written++] = byte >= 0x80 && byte < 0xA0 ? kHigh[byte - 0x80] : byte;
+  const size_t length = strnlen(src, bytes < capacity - 1 ? bytes : capacity - 1);
+  const char* __restrict from = src;
+  wchar_t* __restrict to = dst;
+  uint8_t any = 0;
+  for (size_t i = 0; i < length; ++i) {
+    const uint8_t byte = static_cast<uint8_t>(from[i]);
+    to[i] = byte;
+    any |= byte;
   }
-  dst[written] = 0;
-  return written;
+  if (any >= 0x80) {
+    for (size_t i = 0; i < length; ++i) {
+      if (to[i] >= 0x80 && to[i] < 0xA0) to[i] = static_cast<wchar_t>(kHigh[to[i] - 0x80]);
+    }
+  }
+  to[length] = 0;
+  return length;
 }
 
 }  // namespace kelvo

@@ -4,6 +4,7 @@
 
 #include <dirent.h>
 #include <errno.h>
+#include <fcntl.h>
 #include <fnmatch.h>
 #include <stdio.h>
 #include <sys/stat.h>
@@ -34,9 +35,10 @@ class NativePath {
   char path_[kTextCapacity * 3];
 };
 
+// Unbuffered, like the platform's own files: callers read in pieces of the size they need.
 class NativeReader final : public FileReader {
  public:
-  NativeReader(FILE* file, uint64_t bytes) noexcept : file_(file), bytes_(bytes) {}
+  NativeReader(int file, uint64_t bytes) noexcept : file_(file), bytes_(bytes) {}
   uint64_t SizeBytes() noexcept override { return bytes_; }
   ReadResult ReadAt(uint64_t offset, void* dst, size_t bytes) noexcept override {
     size_t got;
@@ -47,25 +49,26 @@ class NativeReader final : public FileReader {
   ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
     *got = 0;
     if (offset >= bytes_) return ReadResult::kOk;
-    if (offset != position_ && fseeko(file_, static_cast<off_t>(offset), SEEK_SET) != 0) {
-      return ReadResult::kFailed;
+    size_t total = 0;
+    while (total < bytes) {
+      const ssize_t count = pread(file_, static_cast<char*>(dst) + total, bytes - total,
+                                  static_cast<off_t>(offset + total));
+      if (count < 0 && errno == EINTR) continue;
+      if (count < 0) return ReadResult::kFailed;
+      if (count == 0) break;
+      total += static_cast<size_t>(count);
     }
-    *got = fread(dst, 1, bytes, file_);
-    position_ = offset + *got;
-    if (!ferror(file_)) return ReadResult::kOk;
-    clearerr(file_);
-    *got = 0;
-    return ReadResult::kFailed;
+    *got = total;
+    return ReadResult::kOk;
   }
   void Close() noexcept override {
-    fclose(file_);
+    close(file_);
     HeapDelete(this);
   }
 
  private:
-  FILE* file_;
+  int file_;
   uint64_t bytes_;
-  uint64_t position_ = 0;
 };
 
 class NativeWriter final : public FileWriter {
@@ -90,12 +93,15 @@ class NativeFiles final : public FileSystem {
  public:
   OpenFile<FileReader> OpenRead(const wchar_t* wide, Share) noexcept override {
     const NativePath path(wide);
+    // Without blocking: a pipe of that name is no file, but is not to be waited for either.
+    const int file = path ? open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK) : -1;
+    if (file < 0) return {};
     struct stat info;
-    if (!path || stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return {};
-    FILE* file = fopen(path.c_str(), "rb");
-    if (!file) return {};
-    auto* reader = HeapNew<NativeReader>(file, static_cast<uint64_t>(info.st_size));
-    if (!reader) fclose(file);
+    NativeReader* reader = nullptr;
+    if (fstat(file, &info) == 0 && S_ISREG(info.st_mode)) {
+      reader = HeapNew<NativeReader>(file, static_cast<uint64_t>(info.st_size));
+    }
+    if (!reader) close(file);
     return OpenFile<FileReader>(reader);
   }
   OpenFile<FileWriter> OpenWrite(const wchar_t* path, Share) noexcept override {

@@ -8,6 +8,11 @@ namespace kelvo {
 size_t WideToAnsi(const wchar_t* src, size_t chars, char* dst, size_t bytes, bool* lossy) noexcept {
   size_t written = 0;
   for (size_t i = 0; i < chars && src[i] != 0; ++i) {
+    if (src[i] < 0x80) {  // the same in every code page
+      if (written == bytes) break;
+      dst[written++] = static_cast<char>(src[i]);
+      continue;
+    }
     char encoded[8];
     BOOL used_default = FALSE;
     const bool pair = IS_HIGH_SURROGATE(src[i]) && i + 1 < chars && IS_LOW_SURROGATE(src[i + 1]);
@@ -30,6 +35,11 @@ size_t AnsiToWide(const char* src, size_t bytes, wchar_t* dst, size_t capacity) 
   size_t written = 0;
   size_t i = 0;
   while (i < bytes && src[i] != 0) {
+    if (static_cast<unsigned char>(src[i]) < 0x80) {
+      if (written + 1 >= capacity) break;
+      dst[written++] = static_cast<wchar_t>(src[i++]);
+      continue;
+    }
     const bool two = IsDBCSLeadByte(static_cast<BYTE>(src[i])) && i + 1 < bytes && src[i + 1] != 0;
     const int length = two ? 2 : 1;
     wchar_t decoded[4];

@@ -30,10 +30,23 @@ inline std::string Utf8(const wchar_t* text) {
   return out;
 }
 
-// UTF-16 from ASCII. (The standard library's wide strings count on a 32-bit wchar_t natively.)
+// UTF-16 from UTF-8. (The standard library's wide strings count on a 32-bit wchar_t natively.)
 class Wide {
  public:
-  Wide(const std::string& ascii) : units_(ascii.begin(), ascii.end()) { units_.push_back(0); }
+  Wide(const std::string& utf8) {
+    for (size_t i = 0; i < utf8.size();) {
+      const uint8_t lead = static_cast<uint8_t>(utf8[i++]);
+      int following = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
+      uint32_t c = following == 0 ? lead : lead & (0x3Fu >> following);
+      for (; following > 0 && i < utf8.size(); --following) c = c << 6 | (utf8[i++] & 0x3Fu);
+      if (c >= 0x10000) {
+        units_.push_back(static_cast<wchar_t>(0xD800 + ((c - 0x10000) >> 10)));
+        c = 0xDC00 + ((c - 0x10000) & 0x3FF);
+      }
+      units_.push_back(static_cast<wchar_t>(c));
+    }
+    units_.push_back(0);
+  }
   const wchar_t* c_str() const { return units_.data(); }
   operator const wchar_t*() const { return units_.data(); }
 

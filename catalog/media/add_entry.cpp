@@ -1,0 +1,43 @@
+#include "catalog/media/add_entry.h"
+
+#include "catalog/media/id3v1.h"
+
+namespace kelvo {
+namespace {
+
+bool AddWithTexts(const wchar_t* path, const MediaTexts& texts, EntryList* list) noexcept {
+  MediaEntry* entry = list->Add(path);
+  if (!entry) return false;
+  entry->tag.Reset(HeapNew<TagBlock>());
+  if (entry->tag) {
+    CopyToField(texts.title, entry->tag->title);
+    CopyToField(texts.artist, entry->tag->artist);
+    CopyToField(texts.album, entry->tag->album);
+    CopyToField(texts.format.genre, entry->tag->genre);
+  }
+  return true;
+}
+
+}  // namespace
+
+bool AddMpegEntry(FileSystem& files, const wchar_t* path, EntryList* list) noexcept {
+  MediaEntry* entry = list->Add(path);
+  if (!entry) return false;
+  ReadId3v1(files, entry);
+  return true;
+}
+
+bool AddOggEntry(MediaInformation& information, const wchar_t* path, EntryList* list) noexcept {
+  MediaTexts texts;
+  information.OggInformation(path, &texts);
+  return AddWithTexts(path, texts, list);
+}
+
+bool AddWmaEntry(MediaInformation& information, const wchar_t* path, EntryList* list) noexcept {
+  if (!information.WmaAvailable()) return false;
+  MediaTexts texts;
+  information.WmaInformation(path, &texts);
+  return AddWithTexts(path, texts, list);
+}
+
+}  // namespace kelvo

@@ -1,0 +1,46 @@
+// Media files as the catalog and the playlists hold them. Used by one thread, the interface's.
+#pragma once
+
+#include <stdint.h>
+
+#include "base/memory/array.h"
+#include "base/memory/heap_text.h"
+#include "catalog/media/tag_block.h"
+
+namespace kelvo {
+
+struct MediaEntry {
+  HeapText path;          // full path
+  HeapPtr<TagBlock> tag;  // null: nothing was read
+  // The Media Catalog's list: the file's tree item, 0 without one. Playlists: the check flag.
+  uintptr_t item = 0;
+};
+
+// Grows by 100 entries at a time; an entry for which there is no memory is not added.
+class EntryList {
+ public:
+  static constexpr size_t kGrowth = 100;
+
+  // The new last entry with a copy of `path`, valid until the list changes; null when memory is
+  // out, the list is then as before.
+  MediaEntry* Add(const wchar_t* path) noexcept;
+
+  size_t size() const noexcept { return entries_.size(); }
+  size_t capacity() const noexcept { return entries_.capacity(); }
+  bool empty() const noexcept { return entries_.empty(); }
+  MediaEntry& operator[](size_t i) noexcept { return entries_[i]; }
+  const MediaEntry& operator[](size_t i) const noexcept { return entries_[i]; }
+  MediaEntry& back() noexcept { return entries_.back(); }
+  MediaEntry* begin() noexcept { return entries_.begin(); }
+  MediaEntry* end() noexcept { return entries_.end(); }
+  const MediaEntry* begin() const noexcept { return entries_.begin(); }
+  const MediaEntry* end() const noexcept { return entries_.end(); }
+  void RemoveAt(size_t at) noexcept { entries_.RemoveAt(at); }
+  void Clear() noexcept { entries_.Clear(); }
+  void Swap(EntryList& other) noexcept { entries_.Swap(other.entries_); }
+
+ private:
+  Array<MediaEntry> entries_;
+};
+
+}  // namespace kelvo

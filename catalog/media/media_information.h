@@ -1,0 +1,31 @@
+#pragma once
+
+#include "base/text/wide.h"
+#include "kelvo/media_info.h"
+
+namespace kelvo {
+
+// What an input plug-in's one-shot query tells about a file. All zero before the call; a call that
+// fails may have filled a part.
+struct MediaTexts {
+  wchar_t title[kTextCapacity] = {};
+  wchar_t artist[kTextCapacity] = {};
+  wchar_t album[kTextCapacity] = {};
+  MediaInfo format = {};
+};
+
+// The input plug-ins, as far as the catalog and the playlists ask them: supplied by the library's
+// features, or by a program that links the readers itself.
+class MediaInformation {
+ public:
+  // False when the file could not be opened and read.
+  virtual bool OggInformation(const wchar_t* path, MediaTexts* texts) noexcept = 0;
+  virtual bool WmaInformation(const wchar_t* path, MediaTexts* texts) noexcept = 0;
+  // False: Windows Media files do not appear at all.
+  virtual bool WmaAvailable() noexcept = 0;
+
+ protected:
+  ~MediaInformation() = default;
+};
+
+}  // namespace kelvo

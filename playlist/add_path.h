@@ -1,0 +1,29 @@
+// Fills a list of entries from paths and playlists. Silent: what cannot be read is not added.
+#pragma once
+
+#include "base/files/file_system.h"
+#include "catalog/media/entry_list.h"
+#include "catalog/media/media_information.h"
+#include "playlist/nesting_guard.h"
+
+namespace kelvo {
+
+struct PlaylistSources {
+  FileSystem& files;
+  MediaInformation& information;
+  NestingGuard* guard;  // null: no bound on nesting
+};
+
+// Item word of every entry added here: checked.
+inline constexpr uintptr_t kEntryFlag = 1;
+
+// A media file that exists, with its tag; or the entries of a playlist, in order, and those of the
+// playlists in it.
+void AddPath(const PlaylistSources& sources, const wchar_t* path, EntryList* list) noexcept;
+
+// Playlists of any extension.
+void ReadM3u(const PlaylistSources& sources, const wchar_t* path, EntryList* list) noexcept;
+void ReadPls(const PlaylistSources& sources, const wchar_t* path, EntryList* list) noexcept;
+void ReadAsx(const PlaylistSources& sources, const wchar_t* path, EntryList* list) noexcept;
+
+}  // namespace kelvo

@@ -1,0 +1,307 @@
+#include "input/wma/asf_header.h"
+
+#include <gtest/gtest.h>
+
+#include <string.h>
+
+#include <memory>
+
+#include "tests/support/asf_builder.h"
+#include "tests/support/failing_source.h"
+#include "tests/support/wide_text.h"
+
+namespace kelvo {
+namespace {
+
+using test::AsfBuilder;
+using test::FailingSource;
+using test::Le;
+using test::Utf16;
+using test::Utf8;
+
+std::unique_ptr<AsfInfo> Read(const std::string& bytes, const wchar_t* path = L"\\m\\x.wma") {
+  auto info = std::make_unique<AsfInfo>();
+  FailingSource source(bytes, -1);
+  EXPECT_TRUE(ReadAsfInfo(source, path, info.get()));
+  return info;
+}
+
+std::string Texts(const AsfInfo& info) {
+  return Utf8(info.title) + "|" + Utf8(info.author) + "|" + Utf8(info.album) + "|" +
+         Utf8(info.format.genre) + "|" + Utf8(info.display_title);
+}
+
+std::string Numbers(const AsfInfo& info) {
+  return std::to_string(info.format.sample_rate) + " kHz " + std::to_string(info.format.bit_rate) +
+         " kbps " + (info.format.stereo ? "stereo" : "mono") + " #" +
+         std::to_string(info.format.track) + " " + std::to_string(info.length_ms) + " ms sdk " +
+         std::to_string(info.sdk_version);
+}
+
+AsfBuilder Complete() {
+  AsfBuilder file;
+  file.FileProperties(1234567890, 3000)
+      .Unknown(7)
+      .Description("Song", "Band")
+      .Extended(5, AsfBuilder::Text("WM/AlbumTitle", "Disc") +
+                       AsfBuilder::Attribute("WM/Picture", 1, "picture") +
+                       AsfBuilder::Text("wm/genre", "Rock") +
+                       AsfBuilder::Number("WM/TrackNumber", 4) +
+                       AsfBuilder::Text("WMFSDKVersion", "9.0.1"))
+      .Codec(" 64 kbps, 44 kHz, stereo 1-pass CBR");
+  return file;
+}
+
+TEST(AsfHeaderTest, ReadsACompleteHeader) {
+  const auto info = Read(Complete().Build());
+  EXPECT_EQ(Texts(*info), "Song|Band|Disc|Rock|Band - Song");
+  EXPECT_EQ(Numbers(*info), "44 kHz 64 kbps stereo #4 120456 ms sdk 9");
+}
+
+TEST(AsfHeaderTest, RefusesWhatIsNoAsfFileAndClearsTheOutputs) {
+  std::string wrong_guid = Complete().Build();
+  wrong_guid[15] ^= 1;
+  for (const std::string& bytes :
+       {std::string(), std::string("x"), Complete().Build().substr(0, 29), wrong_guid}) {
+    AsfInfo info;
+    memset(&info, 0xEE, sizeof(info));
+    FailingSource source(bytes, -1);
+    EXPECT_FALSE(ReadAsfInfo(source, L"a.wma", &info));
+    AsfInfo zero;
+    ClearAsfInfo(&zero);
+    EXPECT_EQ(memcmp(&info, &zero, sizeof(info)), 0) << bytes.size();
+  }
+}
+
+TEST(AsfHeaderTest, KeepsTheFirstValue) {
+  using B = AsfBuilder;
+  const std::string two_tracks = B::Number("WM/TrackNumber", 7) + B::Number("WM/Track", 20);
+  const std::string tracks_back = B::Number("WM/Track", 20) + B::Number("WM/TrackNumber", 7);
+  const struct {
+    const char* name;
+    AsfBuilder file;
+    const char* texts;
+    int32_t track;
+  } kCases[] = {
+      {"no object", B(), "||||x", kNoAsfTrack},
+      {"second description", B().Description("A", "").Description("B", "C"), "A|C|||C - A",
+       kNoAsfTrack},
+      {"title only", B().Description("T", ""), "T|||| - T", kNoAsfTrack},
+      {"author only", B().Description("", "P"), "|P|||P - ", kNoAsfTrack},
+      {"NUL ends a text", B().Description(std::string("ab\0cd", 5), "P"), "ab|P|||P - ab",
+       kNoAsfTrack},
+      {"album and genre once",
+       B().Extended(4, B::Text("WM/AlbumTitle", "") + B::Text("WM/ALBUMTITLE", "One") +
+                           B::Text("WM/AlbumTitle", "Two") + B::Text("WM/Genre", "G")),
+       "||One|G|x", kNoAsfTrack},
+      {"number first", B().Extended(2, two_tracks), "||||x", 7},
+      {"zero-based first", B().Extended(2, tracks_back), "||||x", 21},
+      {"tracks in two objects",
+       B().Extended(1, B::Number("WM/Track", 1)).Extended(1, B::Number("WM/Track", 5)), "||||x", 2},
+      {"number stored as text", B().Extended(1, B::Text("WM/TrackNumber", "12")), "||||x", 0},
+      {"zero-based as text", B().Extended(1, B::Text("WM/Track", "12")), "||||x", 1},
+      {"zero-based at the limit", B().Extended(1, B::Number("WM/Track", 0xFFFFFFFF)), "||||x", 0},
+      {"16 bits", B().Extended(1, B::Attribute("WM/TrackNumber", 5, "\x02\x01")), "||||x", 258},
+      {"64 bits", B().Extended(1, B::Attribute("WM/TrackNumber", 4, Le(0x700000009, 8))), "||||x",
+       9},
+      {"flag", B().Extended(1, B::Attribute("WM/TrackNumber", 2, Le(1, 4))), "||||x", 1},
+      {"bytes", B().Extended(1, B::Attribute("WM/TrackNumber", 1, "123")), "||||x", 0},
+      {"unknown type",
+       B().Extended(2, B::Attribute("X", 6, "123") + B::Number("WM/TrackNumber", 3)), "||||x", 3},
+      {"number's length is ignored",
+       B().Extended(2, Le(2, 2) + Utf16("X") + Le(3, 2) + Le(9, 2) + "1234" +
+                           B::Number("WM/TrackNumber", 3)),
+       "||||x", 3},
+      {"text attribute as number", B().Extended(1, B::Number("WM/Genre", 65)), "||||x",
+       kNoAsfTrack},
+      {"longer name", B().Extended(1, B::Text("WM/GenreID", "G")), "||||x", kNoAsfTrack},
+      {"name without terminator",
+       B().Extended(1, Le(16, 2) + Utf16("WM/Genre") + Le(0, 2) + Le(2, 2) + Utf16("G")), "|||G|x",
+       kNoAsfTrack},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.name);
+    const auto info = Read(c.file.Build());
+    EXPECT_EQ(Texts(*info), c.texts);
+    EXPECT_EQ(info->format.track, c.track);
+  }
+}
+
+TEST(AsfHeaderTest, CutsLongValuesAndReadsOnBehindThem) {
+  const std::string longer(30000, 'n');
+  const auto info =
+      Read(AsfBuilder()
+               .Description(std::string(300, 't'), std::string(32767, 'a'))
+               .Extended(4, AsfBuilder::Text("WM/AlbumTitle", longer) +
+                                AsfBuilder::Attribute(longer, 0, Utf16("x")) +
+                                AsfBuilder::Text("WM/Genre", std::string(40, 'g')) +
+                                AsfBuilder::Attribute("WMFSDKVersion", 0, Utf16("12") + "3"))
+               .Codec(std::string(4000, ' ') + "5 kbps, 6 kHz" + std::string(3000, ' ') + "stereo")
+               .Build());
+  EXPECT_EQ(Texts(*info), std::string(259, 't') + "|" + std::string(259, 'a') + "|" +
+                              std::string(259, 'n') + "|" + std::string(31, 'g') + "|" +
+                              std::string(259, 'a'));
+  EXPECT_EQ(Numbers(*info), "6 kHz 5 kbps mono #100000 0 ms sdk 12");
+}
+
+TEST(AsfHeaderTest, UnderstandsCodecDescriptions) {
+  const struct {
+    const char* description;
+    const char* want;
+  } kCases[] = {
+      {"", "0 kHz 0 kbps mono"},
+      {"no digits", "0 kHz 0 kbps mono"},
+      {"128 kbps, 48 kHz, stereo", "48 kHz 128 kbps stereo"},
+      {"at 20.5 kbps", "0 kHz 20 kbps mono"},
+      {"20 KBPS, 44 kHz, Stereo", "0 kHz 20 kbps mono"},
+      {"44 kHz", "0 kHz 44 kbps mono"},
+      {"VBR Quality 75, 44 kHz, stereo 1-pass VBR", "44 kHz 0 kbps stereo"},
+      {"vbr 75 44", "0 kHz 0 kbps mono"},
+      {"VBR", "0 kHz 0 kbps mono"},
+      {"99999999999 kbps, 1", "1 kHz 2147483647 kbps mono"},
+  };
+  for (const auto& c : kCases) {
+    const std::string numbers = Numbers(*Read(AsfBuilder().Codec(c.description).Build()));
+    EXPECT_EQ(numbers.substr(0, numbers.find(" #")), c.want) << c.description;
+  }
+}
+
+TEST(AsfHeaderTest, CombinesCodecsAndBitRates) {
+  using B = AsfBuilder;
+  const std::string audio = B::CodecEntry(2, "64 kbps, 44 kHz, stereo");
+  const struct {
+    const char* name;
+    AsfBuilder file;
+    const char* want;
+  } kCases[] = {
+      {"video is not read", B().Codecs(2, B::CodecEntry(1, "9 kbps, 9") + audio),
+       "44 kHz 64 kbps stereo"},
+      {"an empty entry changes nothing", B().Codecs(2, audio + B::CodecEntry(2, "")),
+       "44 kHz 64 kbps stereo"},
+      {"list without end", B().Codecs(0xFFFFFFFF, audio), "44 kHz 64 kbps stereo"},
+      {"average first", B().Bitrates(2, B::Bitrate(32000) + B::Bitrate(65999)).Codec("64 kbps, 8"),
+       "8 kHz 48 kbps mono"},
+      {"description first", B().Codec("64 kbps, 8").Bitrates(1, B::Bitrate(32000)),
+       "8 kHz 64 kbps mono"},
+      {"average of a VBR file", B().Bitrates(1, B::Bitrate(96000)).Codec("VBR, 44 kHz"),
+       "44 kHz 96 kbps mono"},
+      {"no record", B().Bitrates(0, ""), "0 kHz 0 kbps mono"},
+      {"records missing", B().Bitrates(2, B::Bitrate(96000)), "0 kHz 0 kbps mono"},
+      {"sum beyond 32 bits", B().Bitrates(2, B::Bitrate(~0u) + B::Bitrate(~0u)),
+       "0 kHz 4294967 kbps mono"},
+  };
+  for (const auto& c : kCases) {
+    const std::string numbers = Numbers(*Read(c.file.Build()));
+    EXPECT_EQ(numbers.substr(0, numbers.find(" #")), c.want) << c.name;
+  }
+}
+
+TEST(AsfHeaderTest, ComputesTheLengthInUnsigned64Bits) {
+  const struct {
+    uint64_t play, preroll;
+    uint32_t want;
+  } kCases[] = {
+      {0, 0, 0},
+      {9999, 0, 0},
+      {30019999, 3000, 1},
+      {0, 1, static_cast<uint32_t>((0 - uint64_t{10000}) / 10000)},
+      {uint64_t{1} << 63, 0, static_cast<uint32_t>((uint64_t{1} << 63) / 10000)},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(Read(AsfBuilder().FileProperties(c.play, c.preroll).Build())->length_ms, c.want);
+  }
+}
+
+TEST(AsfHeaderTest, EndsTheWalkAtImpossibleSizesAndCounts) {
+  constexpr const char* kAny = "00112233-4455-6677-8899-AABBCCDDEEFF";
+  const struct {
+    const char* name;
+    uint64_t size;
+    bool goes_on;
+  } kSizes[] = {{"right", 24 + 8, true},
+                {"0", 0, false},
+                {"23", 23, false},
+                {"behind the end", 5000, false},
+                {"2^63 and more", (uint64_t{1} << 63) + 32, false},
+                {"all bits", ~uint64_t{0}, false}};
+  for (const auto& c : kSizes) {
+    SCOPED_TRACE(c.name);
+    const auto info = Read(AsfBuilder()
+                               .Description("before", "")
+                               .Object(kAny, "12345678", c.size)
+                               .FileProperties(10000, 0)
+                               .Build());
+    EXPECT_EQ(Utf8(info->title), "before");
+    EXPECT_EQ(info->length_ms, c.goes_on ? 1u : 0u);
+  }
+  EXPECT_EQ(Read(AsfBuilder().FileProperties(10000, 0).Count(0xFFFFFFFF).Build())->length_ms, 1u);
+  EXPECT_EQ(Read(AsfBuilder().FileProperties(10000, 0).Count(0).Build())->length_ms, 0u);
+  EXPECT_EQ(Texts(*Read(AsfBuilder()
+                            .Object(AsfBuilder::kExtended,
+                                    Le(0xFFFF, 2) + AsfBuilder::Text("WM/Genre", "G"))
+                            .Build())),
+            "|||G|x");
+}
+
+TEST(AsfHeaderTest, FallsBackToTheFileName) {
+  const struct {
+    const wchar_t* path;
+    const char* want;
+  } kCases[] = {
+      {L"a.b.wma", "a.b"},
+      {L"\\d.x\\Song.wma", "Song"},
+      {L"\\d.x\\Song", "Song"},
+      {L"\\d\\.wma", ".wma"},
+      {L"", ""},
+      {L"\\d\\", ""},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(Utf8(Read(AsfBuilder().Build(), c.path)->display_title), c.want);
+  }
+}
+
+// Whatever breaks off, what was complete before is kept and nothing is invented.
+void ExpectPartOfComplete(const AsfInfo& info) {
+  const auto complete = Read(Complete().Build());
+  const auto is_part = [](const wchar_t* got, const wchar_t* want) {
+    return got[0] == 0 || Utf8(got) == Utf8(want);
+  };
+  EXPECT_TRUE(is_part(info.title, complete->title) && is_part(info.author, complete->author) &&
+              is_part(info.album, complete->album) &&
+              is_part(info.format.genre, complete->format.genre))
+      << Texts(info);
+  EXPECT_TRUE(info.format.track == 4 || info.format.track == kNoAsfTrack);
+  EXPECT_TRUE(info.length_ms == 120456 || info.length_ms == 0);
+  EXPECT_TRUE(info.format.bit_rate == 64 || info.format.bit_rate == 0);
+}
+
+TEST(AsfHeaderTest, SurvivesEveryTruncation) {
+  const std::string bytes = Complete().Build();
+  for (size_t length = 0; length <= bytes.size(); ++length) {
+    SCOPED_TRACE(length);
+    // Its own block, so that the sanitizer sees a byte read too many.
+    const std::string cut(bytes.data(), length);
+    FailingSource source(cut, -1);
+    AsfInfo info;
+    const bool taken = ReadAsfInfo(source, L"x.wma", &info);
+    EXPECT_EQ(taken, length >= 30);
+    if (taken) ExpectPartOfComplete(info);
+  }
+}
+
+TEST(AsfHeaderTest, SurvivesEveryFailingRead) {
+  const std::string bytes = Complete().Build();
+  for (long n = 0;; ++n) {
+    ASSERT_LT(n, 1000);
+    SCOPED_TRACE(n);
+    FailingSource source(bytes, n);
+    AsfInfo info;
+    const bool taken = ReadAsfInfo(source, L"x.wma", &info);
+    if (!source.triggered()) break;
+    EXPECT_EQ(taken, n > 0);
+    if (taken) ExpectPartOfComplete(info);
+  }
+}
+
+}  // namespace
+}  // namespace kelvo

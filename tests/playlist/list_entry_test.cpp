@@ -1,0 +1,178 @@
+#include "playlist/list_entry.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "playlist/extension_test.h"
+#include "tests/support/wide_text.h"
+
+namespace kelvo {
+namespace {
+
+using test::Utf8;
+using test::Wide;
+
+TextLine Line(const std::string& text) {
+  return {text.data(), text.size(), false};
+}
+
+// The path that a line names in C:\Music\list, or "-".
+std::string Path(ListFormat format, const std::string& text, PlsKey* key) {
+  ListFolder folder;
+  wchar_t resolved[kTextCapacity];
+  EXPECT_TRUE(folder.Set(L"C:\\Music\\list", resolved));
+  // The copy ends with the line's last byte, so that the sanitizer sees a byte read too many.
+  const std::string copy(text.data(), text.size());
+  ListEntry entry;
+  wchar_t path[kTextCapacity];
+  if (!FindEntry(format, Line(copy), key, &entry)) return "-";
+  size_t length;
+  if (!MakeEntryPath(entry, folder, path, &length)) return "too long";
+  EXPECT_EQ(length, WideLength(path));
+  return Utf8(path);
+}
+
+struct Case {
+  const char* name;
+  std::string line;
+  std::string want;
+};
+
+void Check(ListFormat format, const Case* cases, size_t count) {
+  for (size_t i = 0; i < count; ++i) {
+    PlsKey key;
+    EXPECT_EQ(Path(format, cases[i].line, &key), cases[i].want) << cases[i].name;
+  }
+}
+
+TEST(M3uTest, TakesEveryLineButComments) {
+  const Case kCases[] = {
+      {"file name", "song.mp3", "C:\\Music\\song.mp3"},
+      {"relative with a folder", "sub\\song.mp3", "sub\\song.mp3"},
+      {"absolute", "D:\\x.mp3", "D:\\x.mp3"},
+      {"parent folder is not interpreted", "..\\x.mp3", "..\\x.mp3"},
+      {"forward slash is no backslash", "sub/x.mp3", "C:\\Music\\sub/x.mp3"},
+      {"URL is not interpreted", "http://h/x.mp3", "C:\\Music\\http://h/x.mp3"},
+      {"header", "#EXTM3U", "-"},
+      {"information", "#EXTINF:-1,A - B", "-"},
+      {"blank before the number sign", " #x", "C:\\Music\\ #x"},
+      {"empty", "", "C:\\Music\\"},
+      {"code page", "\xE9\x80.mp3", "C:\\Music\\\u00E9\u20AC.mp3"},
+      {"as long as a path may be", std::string(250, 'n'), "C:\\Music\\" + std::string(250, 'n')},
+      {"one more", std::string(251, 'n'), "too long"},
+      {"long without folder", "\\" + std::string(258, 'n'), "\\" + std::string(258, 'n')},
+  };
+  Check(ListFormat::kM3u, kCases, sizeof(kCases) / sizeof(*kCases));
+}
+
+TEST(PlsTest, TakesTheExpectedKeyOnly) {
+  const Case kCases[] = {
+      {"first key", "File1=a.mp3", "a.mp3"},
+      {"lower case", "file1=a.mp3", "a.mp3"},
+      {"upper case", "FILE1=a.mp3", "a.mp3"},
+      {"second equals sign", "File1=a=b.mp3", "a=b.mp3"},
+      {"blank behind the sign belongs to the value", "File1= a.mp3", " a.mp3"},
+      {"empty value", "File1=", ""},
+      {"never in the folder", "File1=sub\\a.mp3", "sub\\a.mp3"},
+      {"section", "[playlist]", "-"},
+      {"section before a key", "[File1=a.mp3", "-"},
+      {"blank before the sign", "File1 =a.mp3", "-"},
+      {"blank before the key", " File1=a.mp3", "-"},
+      {"second key first", "File2=a.mp3", "-"},
+      {"leading zero", "File01=a.mp3", "-"},
+      {"longer number", "File11=a.mp3", "-"},
+      {"cut off", "File1", "-"},
+      {"title", "Title1=a.mp3", "-"},
+      {"empty", "", "-"},
+  };
+  Check(ListFormat::kPls, kCases, sizeof(kCases) / sizeof(*kCases));
+}
+
+TEST(PlsTest, CountsUpWithEachEntry) {
+  const struct {
+    const char* line;
+    const char* want;
+  } kLines[] = {
+      {"File2=early", "-"}, {"File1=a", "a"}, {"File1=again", "-"}, {"File3=gap", "-"},
+      {"File2=b", "b"},     {"File3=c", "c"}, {"File5=e", "-"},     {"File4294967300=d", "-"},
+      {"File-4=d", "-"},    {"File4=d", "d"}, {"file5=e", "e"},
+  };
+  PlsKey key;
+  for (const auto& c : kLines) EXPECT_EQ(Path(ListFormat::kPls, c.line, &key), c.want) << c.line;
+  for (int number : {9, 10, 99, 100, 999999999, 1000000000, INT32_MAX}) {
+    key.Set(number - 1);
+    key.Advance();
+    EXPECT_EQ(key.number(), number);
+    EXPECT_EQ(key.text(), "File" + std::to_string(number) + "=");
+  }
+  EXPECT_EQ(Path(ListFormat::kPls, "File2147483647=last", &key), "last");
+  EXPECT_EQ(Path(ListFormat::kPls, "File2147483647=last", &key), "-") << "no number behind it";
+  EXPECT_EQ(Path(ListFormat::kPls, "File-2147483648=x", &key), "-");
+}
+
+TEST(AsxTest, TakesTheFirstReferenceOfALine) {
+  const Case kCases[] = {
+      {"upper case", "<REF HREF=\"a.wma\"/>", "C:\\Music\\a.wma"},
+      {"lower case", "<ref href=\"a.wma\" />", "C:\\Music\\a.wma"},
+      {"in the line", "  <Entry><Ref HRef = \"a.wma\"></Entry>", "C:\\Music\\a.wma"},
+      {"absolute", "<ref href=\"D:\\a.wma\"/>", "D:\\a.wma"},
+      {"backslash behind the value", "<ref href=\"a.wma\"/> \\", "a.wma"},
+      {"backslash before the value", "\\<ref href=\"a.wma\"/>", "C:\\Music\\a.wma"},
+      {"two on a line", "<ref href=\"a.wma\"/><ref href=\"b.wma\"/>", "C:\\Music\\a.wma"},
+      {"two with a backslash in the second", "<ref href=\"a.wma\"/><ref href=\"\\b.wma\"/>",
+       "a.wma"},
+      {"quote before the tag", "\"x\"<ref href=\"a.wma\"", "C:\\Music\\a.wma"},
+      {"single quotes", "<ref href='a.wma'/>", "-"},
+      {"single quotes, then double", "<ref href='a' title=\"b.wma\"/>", "C:\\Music\\b.wma"},
+      {"empty value", "<ref href=\"\"/>", "C:\\Music\\"},
+      {"almost a tag before", "<<ref <ref href=\"a.wma\"", "C:\\Music\\a.wma"},
+      {"two blanks", "<ref  href=\"a.wma\"/>", "-"},
+      {"tab", "<ref\thref=\"a.wma\"/>", "-"},
+      {"no closing quote", "<ref href=\"a.wma", "-"},
+      {"no quote", "<ref href=a.wma>", "-"},
+      {"quotes before only", "\"a\" \"b\" <ref href", "-"},
+      {"other tag", "<title \"a\">", "-"},
+      {"cut off", "<ref hre", "-"},
+      {"empty", "", "-"},
+      {"too long", "<ref href=\"" + std::string(251, 'n') + "\"", "too long"},
+  };
+  Check(ListFormat::kAsx, kCases, sizeof(kCases) / sizeof(*kCases));
+}
+
+TEST(ListFolderTest, IsThePathUpToItsLastBackslash) {
+  const struct {
+    std::string path, want;
+    bool ok;
+  } kCases[] = {
+      {"C:\\Music\\list.m3u", "C:\\Music\\", true},
+      {"\\list.m3u", "\\", true},
+      {"list.m3u", "", true},
+      {"a/list.m3u", "", true},
+      {"\\\u00E9\\x.pls", "\\\xE9\\", true},
+      {"\\\u4E2D\\x.pls", "", false},
+      {"\\" + std::string(258, 'x'), "\\", true},
+      {"\\" + std::string(259, 'x'), "", false},
+  };
+  for (const auto& c : kCases) {
+    ListFolder folder;
+    wchar_t resolved[kTextCapacity];
+    EXPECT_EQ(folder.Set(Wide(c.path), resolved), c.ok) << c.path;
+    EXPECT_EQ(std::string(folder.text, folder.length), c.want);
+    EXPECT_EQ(c.ok ? Utf8(resolved) : c.path, c.path);
+  }
+}
+
+TEST(PlaylistExtensionTest, KnowsWhatTheSaveDialogLists) {
+  const struct {
+    const wchar_t* path;
+    int32_t want;
+  } kCases[] = {
+      {L"a.m3u", 3},  {L"\\d\\A.PLS", 3}, {L".m3u", 3},    {L"a.b.Pls", 3},
+      {L"a.asx", -1}, {L"m3u", -1},       {L"a.m3u8", -1}, {L"", -1},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(PlaylistExtension(c.path), c.want) << Utf8(c.path);
+}
+
+}  // namespace
+}  // namespace kelvo

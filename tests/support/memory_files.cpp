@@ -1,0 +1,212 @@
+#include "tests/support/memory_files.h"
+
+#include <string.h>
+
+#include <algorithm>
+
+#include "base/memory/heap.h"
+#include "base/text/wide.h"
+#include "tests/support/wide_text.h"
+
+namespace kelvo::test {
+namespace {
+
+bool SameName(const std::string& a, const std::string& b) {
+  return a.size() == b.size() && CompareNoCase(a.c_str(), b.c_str()) == 0;
+}
+
+// "*" and "?"; "*.*" is every name.
+bool Matches(const char* pattern, const char* name) {
+  if (strcmp(pattern, "*.*") == 0) return true;
+  if (*pattern == 0) return *name == 0;
+  if (*pattern == '*') {
+    return Matches(pattern + 1, name) || (*name != 0 && Matches(pattern, name + 1));
+  }
+  if (*name == 0) return false;
+  const bool same = *pattern == '?' || FoldAscii(*pattern) == FoldAscii(*name);
+  return same && Matches(pattern + 1, name + 1);
+}
+
+}  // namespace
+
+// Keeps its own copy of the bytes: a file that is replaced meanwhile does not change under it.
+class MemoryFiles::Reader final : public FileReader {
+ public:
+  Reader(MemoryFiles* owner, const std::string& bytes) : owner_(owner), bytes_(bytes) {}
+  uint64_t SizeBytes() noexcept override { return bytes_.size(); }
+  ReadResult ReadAt(uint64_t offset, void* dst, size_t bytes) noexcept override {
+    size_t got;
+    const ReadResult result = ReadSome(offset, dst, bytes, &got);
+    return result != ReadResult::kOk || got == bytes ? result : ReadResult::kEnd;
+  }
+  ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
+    *got = 0;
+    if (!owner_->Begin("read " + std::to_string(bytes))) return ReadResult::kFailed;
+    if (offset >= bytes_.size()) return ReadResult::kOk;
+    *got = std::min(bytes, bytes_.size() - static_cast<size_t>(offset));
+    memcpy(dst, bytes_.data() + offset, *got);
+    return ReadResult::kOk;
+  }
+  void Close() noexcept override {
+    owner_->CountOpen(-1);
+    HeapDelete(this);
+  }
+
+ private:
+  MemoryFiles* owner_;
+  std::string bytes_;
+};
+
+class MemoryFiles::Writer final : public FileWriter {
+ public:
+  Writer(MemoryFiles* owner, const std::string& path) : owner_(owner), path_(path) {}
+  bool Write(const void* data, size_t bytes) noexcept override {
+    File* file = owner_->Find(path_);
+    if (!owner_->Begin("write " + std::to_string(bytes)) || !file) return false;
+    if (file->bytes.size() < at_ + bytes) file->bytes.resize(at_ + bytes);
+    memcpy(&file->bytes[at_], data, bytes);
+    at_ += bytes;
+    return true;
+  }
+  bool SeekFromEnd(uint32_t distance) noexcept override {
+    const File* file = owner_->Find(path_);
+    if (!owner_->Begin("seek " + std::to_string(distance)) || !file) return false;
+    if (distance > file->bytes.size()) return false;
+    at_ = file->bytes.size() - distance;
+    return true;
+  }
+  void Close() noexcept override {
+    owner_->CountOpen(-1);
+    HeapDelete(this);
+  }
+
+ private:
+  MemoryFiles* owner_;
+  std::string path_;
+  size_t at_ = 0;
+};
+
+MemoryFiles::File& MemoryFiles::Put(const std::string& path, const std::string& bytes,
+                                    uint32_t attributes) {
+  if (File* old = Find(path)) {
+    *old = {old->path, bytes, attributes, false};
+    return *old;
+  }
+  files_.push_back({path, bytes, attributes, false});
+  return files_.back();
+}
+
+MemoryFiles::File* MemoryFiles::Find(const std::string& path) {
+  for (File& file : files_) {
+    if (SameName(file.path, path)) return &file;
+  }
+  return nullptr;
+}
+
+void MemoryFiles::FailAfter(long successes, bool from_then_on) {
+  left_ = successes;
+  from_then_on_ = from_then_on;
+  triggered_ = false;
+}
+
+bool MemoryFiles::Begin(const std::string& call) {
+  if (before) before(*this, call);
+  log.push_back(call);
+  const bool fails = left_ == 0 || (from_then_on_ && triggered_);
+  if (left_ >= 0) --left_;
+  triggered_ |= fails;
+  return !fails;
+}
+
+void MemoryFiles::CountOpen(int change) {
+  open_now += change;
+  most_open = std::max(most_open, open_now);
+}
+
+OpenFile<FileReader> MemoryFiles::OpenRead(const wchar_t* path, Share) noexcept {
+  const bool allowed = Begin("open " + Utf8(path));
+  const File* file = Find(Utf8(path));
+  if (!allowed || !file || file->unreadable || (file->attributes & kAttributeFolder)) return {};
+  Reader* reader = HeapNew<Reader>(this, file->bytes);
+  if (reader) CountOpen(1);
+  return OpenFile<FileReader>(reader);
+}
+
+OpenFile<FileWriter> MemoryFiles::MakeWriter(const std::string& path) {
+  const File* file = Find(path);
+  if (!file || (file->attributes & (kAttributeFolder | kAttributeReadOnly))) return {};
+  Writer* writer = HeapNew<Writer>(this, path);
+  if (writer) CountOpen(1);
+  return OpenFile<FileWriter>(writer);
+}
+
+OpenFile<FileWriter> MemoryFiles::OpenWrite(const wchar_t* path, Share) noexcept {
+  if (!Begin("open-write " + Utf8(path))) return {};
+  return MakeWriter(Utf8(path));
+}
+
+OpenFile<FileWriter> MemoryFiles::Create(const wchar_t* path, Share) noexcept {
+  if (!Begin("create " + Utf8(path))) return {};
+  const std::string name = Utf8(path);
+  File* file = Find(name);
+  if (!file) file = &Put(name, "");
+  OpenFile<FileWriter> writer = MakeWriter(name);
+  if (writer) file->bytes.clear();
+  return writer;
+}
+
+bool MemoryFiles::GetAttributes(const wchar_t* path, uint32_t* attributes) noexcept {
+  const bool allowed = Begin("attributes " + Utf8(path));
+  const File* file = Find(Utf8(path));
+  if (!allowed || !file) return false;
+  *attributes = file->attributes;
+  return true;
+}
+
+bool MemoryFiles::SetAttributes(const wchar_t* path, uint32_t attributes) noexcept {
+  const bool allowed = Begin("set-attributes " + Utf8(path) + " " + std::to_string(attributes));
+  File* file = Find(Utf8(path));
+  if (!allowed || !file) return false;
+  file->attributes = attributes;
+  return true;
+}
+
+bool MemoryFiles::Delete(const wchar_t* path) noexcept {
+  const bool allowed = Begin("delete " + Utf8(path));
+  const File* file = Find(Utf8(path));
+  if (!allowed || !file || (file->attributes & kAttributeReadOnly)) return false;
+  files_.erase(files_.begin() + (file - files_.data()));
+  return true;
+}
+
+bool MemoryFiles::Move(const wchar_t* from, const wchar_t* to) noexcept {
+  const bool allowed = Begin("move " + Utf8(from) + " " + Utf8(to));
+  File* file = Find(Utf8(from));
+  if (!allowed || !file || Find(Utf8(to))) return false;
+  file->path = Utf8(to);
+  return true;
+}
+
+bool MemoryFiles::List(const wchar_t* pattern, FolderVisitor& visitor) noexcept {
+  if (!Begin("list " + Utf8(pattern))) return false;
+  const std::string whole = Utf8(pattern);
+  const size_t slash = whole.rfind('\\');
+  const std::string folder = slash == std::string::npos ? "" : whole.substr(0, slash + 1);
+  const std::string wildcard = whole.substr(folder.size());
+  const bool is_root = folder.size() <= 1 || folder.back() == ':';
+  if (!is_root && !Find(folder.substr(0, folder.size() - 1))) return false;
+  const std::vector<File> snapshot = files_;
+  for (const File& file : snapshot) {
+    if (file.path.size() <= folder.size() ||
+        !SameName(file.path.substr(0, folder.size()), folder)) {
+      continue;
+    }
+    const std::string name = file.path.substr(folder.size());
+    if (name.find('\\') != std::string::npos || !Matches(wildcard.c_str(), name.c_str())) continue;
+    const Wide wide(name);
+    if (!visitor.Visit({wide.c_str(), file.attributes})) break;
+  }
+  return true;
+}
+
+}  // namespace kelvo::test

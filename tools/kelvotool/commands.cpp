@@ -1,0 +1,168 @@
+#include <string.h>
+
+#include "catalog/media/display_text.h"
+#include "catalog/media/media_kind.h"
+#include "playlist/add_path.h"
+#include "playlist/m3u_writer.h"
+#include "tools/kelvotool/console.h"
+#include "tools/kelvotool/linked_information.h"
+#include "tools/kelvotool/lint.h"
+
+namespace kelvo::tool {
+namespace {
+
+constexpr char kHelp[] =
+    "Usage: kelvotool COMMAND ARGUMENT...\n"
+    "\n"
+    "  tags FILE...           kind, title, artist, album and genre of media files, as the\n"
+    "                         catalog shows them, with tabs between\n"
+    "  playlist FILE...       the entries of playlists (M3U, PLS, ASX) and media files, in\n"
+    "                         order: flag, path, title, artist, album, genre\n"
+    "  save OUT.m3u FILE...   writes the entries of playlists and media files as extended M3U\n"
+    "  lint LIST...           the lines of playlists that the player drops, and why\n"
+    "  --help                 this text\n"
+    "\n"
+    "Exit code: 0 when all went well, 1 when some file could not be used or lint found\n"
+    "something, 2 for wrong usage.\n";
+
+class Tool {
+ public:
+  Tool(int count, const wchar_t* const* files) noexcept : count_(count), arguments_(files) {}
+
+  int Tags() noexcept {
+    for (int i = 0; i < count_; ++i) {
+      ListFormat format;
+      if (ListFormatOf(MediaKindOf(arguments_[i]), &format)) {
+        Fail(arguments_[i], "a playlist, not a media file");
+        continue;
+      }
+      EntryList list;
+      if (!Add(arguments_[i], &list)) continue;
+      Print(Stream::kOut, KindName(MediaKindOf(arguments_[i])));
+      PrintTexts(list[0]);
+    }
+    return result_;
+  }
+
+  int Playlist() noexcept {
+    EntryList list;
+    for (int i = 0; i < count_; ++i) Add(arguments_[i], &list);
+    for (const MediaEntry& entry : list) {
+      PrintNumber(Stream::kOut, static_cast<int>(entry.item));
+      Print(Stream::kOut, "\t");
+      Print(Stream::kOut, entry.path.c_str());
+      PrintTexts(entry);
+    }
+    return result_;
+  }
+
+  int Save() noexcept {
+    EntryList list;
+    for (int i = 1; i < count_; ++i) Add(arguments_[i], &list);
+    if (!WriteM3u(files_, arguments_[0], list)) Fail(arguments_[0], "cannot be created");
+    return result_;
+  }
+
+  int Check() noexcept {
+    Lint lint(files_);
+    for (int i = 0; i < count_; ++i) {
+      if (!lint.Check(arguments_[i])) result_ = 1;
+    }
+    return result_;
+  }
+
+ private:
+  void Fail(const wchar_t* path, const char* what) noexcept {
+    PrintError(path, what);
+    result_ = 1;
+  }
+
+  // False, with a message, when the file gives no entry.
+  bool Add(const wchar_t* path, EntryList* list) noexcept {
+    const size_t before = list->size();
+    ChainGuard guard;
+    AddPath({files_, information_, &guard}, path, list);
+    if (list->size() > before) return true;
+    const MediaKind kind = MediaKindOf(path);
+    ListFormat format;
+    if (kind == MediaKind::kNone) {
+      Fail(path, "neither a media file nor a playlist");
+    } else if (!files_.Exists(path)) {
+      Fail(path, "no such file");
+    } else if (!ListFormatOf(kind, &format)) {
+      Fail(path, "cannot be read");
+    } else if (!files_.OpenRead(path, Share::kRead)) {
+      Fail(path, "cannot be opened");
+    } else {
+      return true;  // a playlist without entries
+    }
+    return false;
+  }
+
+  static const char* KindName(MediaKind kind) noexcept {
+    switch (kind) {
+      case MediaKind::kMpeg:
+        return "mpeg";
+      case MediaKind::kOgg:
+        return "ogg";
+      default:
+        return "wma";
+    }
+  }
+
+  static void PrintTexts(const MediaEntry& entry) noexcept {
+    char title[kTextCapacity];
+    TitleText(entry, title);
+    TagField fields[3];
+    ArtistText(entry, fields[0]);
+    AlbumText(entry, fields[1]);
+    GenreText(entry, fields[2]);
+    Print(Stream::kOut, "\t");
+    PrintAnsi(Stream::kOut, title, strlen(title));
+    for (const TagField& field : fields) {
+      Print(Stream::kOut, "\t");
+      PrintAnsi(Stream::kOut, field, strlen(field));
+    }
+    Print(Stream::kOut, "\n");
+  }
+
+  int count_;
+  const wchar_t* const* arguments_;
+  FileSystem& files_ = SystemFiles();
+  LinkedInformation information_{files_};
+  int result_ = 0;
+};
+
+struct Command {
+  const wchar_t* name;
+  int (Tool::*run)() noexcept;
+  int least_arguments;
+};
+
+constexpr Command kCommands[] = {{L"tags", &Tool::Tags, 1},
+                                 {L"playlist", &Tool::Playlist, 1},
+                                 {L"save", &Tool::Save, 2},
+                                 {L"lint", &Tool::Check, 1}};
+
+}  // namespace
+
+int Run(int count, const wchar_t* const* arguments) noexcept {
+  if (count > 0 && CompareWide(arguments[0], L"--help") == 0) {
+    Print(Stream::kOut, kHelp);
+    return 0;
+  }
+  for (const Command& command : kCommands) {
+    if (count == 0 || CompareWide(arguments[0], command.name) != 0) continue;
+    if (count - 1 < command.least_arguments) {
+      PrintError(arguments[0], "a file is missing; see kelvotool --help");
+      return 2;
+    }
+    Tool tool(count - 1, arguments + 1);
+    return (tool.*command.run)();
+  }
+  if (count > 0) PrintError(arguments[0], "no such command");
+  Print(Stream::kError, kHelp);
+  return 2;
+}
+
+}  // namespace kelvo::tool
