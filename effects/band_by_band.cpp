@@ -28,7 +28,7 @@ inline void Step(const Band& band, int32_t (&older)[kChannels], const int32_t (&
 
 template <Sum kSum>
 void RunBand(EqualizerBands& bands, int b, EqualizerPass& pass) noexcept {
-  const ResonatorCoefficients& coefficients = kBandCoefficients[b];
+  const ResonatorCoefficients& coefficients = bands.coefficients[b];
   const Band band = {-coefficients.c0, coefficients.c1, coefficients.c2, bands.gains[b]};
   int32_t newer[kChannels] = {bands.newer[b][0], bands.newer[b][1]};
   int32_t older[kChannels] = {bands.older[b][0], bands.older[b][1]};

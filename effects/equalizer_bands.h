@@ -12,6 +12,9 @@ namespace kelvo {
 constexpr int kPassFrames = 64;
 
 struct EqualizerBands {
+  // Reached through a pointer so that the compiler multiplies instead of taking the first band's
+  // products apart into shifts.
+  const ResonatorCoefficients* coefficients = kBandCoefficients;
   int32_t gains[kBands] = {};  // Q14
   // Outputs one and two frames back, 18 bits each.
   int32_t newer[kBands][kChannels] = {};
