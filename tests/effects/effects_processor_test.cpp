@@ -6,6 +6,7 @@
 #include <string>
 #include <thread>
 
+#include "base/memory/heap.h"
 #include "tests/effects/reference_effects.h"
 #include "tests/effects/signals.h"
 

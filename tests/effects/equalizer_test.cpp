@@ -84,12 +84,12 @@ TEST(Equalizer, GainOfASlider) {
       {0, 16384, 268435456},
       {14, 6189, 101408952},
       {27, -3276, -53687092},
-      {28, -4004, -65617560},
-      {-1, 17112, 280365952},
+      {28, -4004, -65617556},
+      {-1, 17112, 280365920},
       // Beyond 32 bits the low bits remain.
       {-100, 89201, 1461481984},
-      {INT32_MIN, 0, 0},
-      {INT32_MAX, 0, 0},
+      {INT32_MIN, 381812736, INT32_MIN},
+      {INT32_MAX, -381812736, INT32_MIN},
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.slider);
