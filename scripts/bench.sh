@@ -6,6 +6,7 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
 "$kelvo_root/scripts/build.sh" native-release
+ninja -C "$kelvo_build/native-release" --quiet benches
 cd "$kelvo_build/native-release/bin"
 for program in bench_*; do
   if [[ $# -gt 0 && " $* " != *" ${program#bench_} "* ]]; then continue; fi
