@@ -19,10 +19,13 @@ for band in "${bands[@]}"; do
   sox_effects+=(equalizer "$band" 1.4q 3)
 done
 
+# shellcheck disable=SC2317  # called by measure
 ours() { "$bin/bench_effects" "$1" "$work/in.wav" /dev/null; }
+# shellcheck disable=SC2317
 run_ffmpeg() {
   ffmpeg -nostdin -v error -threads 1 -filter_threads 1 -i "$work/in.wav" "$@" -f s16le -y /dev/null
 }
+# shellcheck disable=SC2317
 run_sox() { sox --single-threaded "$work/in.wav" -t raw -D /dev/null "$@" 2>/dev/null; }
 
 # Milliseconds of processor time of a command and what it started.
