@@ -1,0 +1,113 @@
+// Kelvo.dll as a host meets it: loaded, asked, switched to other languages, unloaded.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
+
+#include "kelvo/features.h"
+#include "tests/support/language_value.h"
+#include "tests/support/wide_text.h"
+
+namespace kelvo {
+namespace {
+
+using test::Utf8;
+
+class Library {
+ public:
+  Library() : module_(LoadLibraryW(L"Kelvo.dll")) {
+    EXPECT_TRUE(module_);
+    get_ = reinterpret_cast<GetFeatureFunction>(
+        reinterpret_cast<void*>(GetProcAddress(module_, "GetFeature")));
+  }
+  ~Library() { FreeLibrary(module_); }
+  void* Get(int32_t id) const { return get_(id); }
+  std::string Version() const {
+    return Utf8(static_cast<const wchar_t*>(get_(kFeatureVersionText)));
+  }
+
+ private:
+  HMODULE module_;
+  GetFeatureFunction get_;
+};
+
+constexpr char kEnglish[] = "Velmora Feature Pack\rversion 2.51 installed.";
+
+// Made for this test: see languages.cmake beside it.
+constexpr DWORD kTranslated = 0x0452;
+constexpr DWORD kHostile = 0x083C;
+constexpr DWORD kMissing = 0x0C0A;
+
+TEST(LibraryTest, OffersItsFeaturesAndNothingElse) {
+  const Library library;
+  void* ogg = library.Get(kFeatureOggVorbis);
+  EXPECT_TRUE(ogg);
+  EXPECT_EQ(library.Get(kFeatureOggVorbis), ogg);
+  for (int32_t id : {INT32_MIN, -1, 0, 2, 10, 15, 20, 22, INT32_MAX}) {
+    EXPECT_EQ(library.Get(id), nullptr) << id;
+  }
+  EXPECT_EQ(library.Get(kFeatureVersionText), library.Get(kFeatureVersionText));
+  EXPECT_EQ(library.Version(), kEnglish);
+}
+
+TEST(LibraryTest, SwitchesTheLanguage) {
+  test::LanguageValue language;
+  const Library library;
+  const struct {
+    const char* name;
+    DWORD language;
+    std::string version;
+  } kSteps[] = {
+      {"translated", kTranslated, "Pecyn\rfersiwn 2.51"},
+      {"its library is missing", kMissing, kEnglish},
+      {"translated again", kTranslated, "Pecyn\rfersiwn 2.51"},
+      {"US English", 1033, kEnglish},
+      {"format text that asks for texts", kHostile, kEnglish},
+      {"none", 0, kEnglish},
+  };
+  for (const auto& step : kSteps) {
+    language.Set(step.language);
+    EXPECT_EQ(library.Get(kFeatureSwitchLanguage), nullptr) << step.name;
+    EXPECT_EQ(library.Version(), step.version) << step.name;
+    wchar_t name[32];
+    swprintf(name, 32, L"kv_mui.%04X.dll", static_cast<unsigned>(step.language));
+    EXPECT_EQ(GetModuleHandleW(name) != nullptr,
+              step.language == kTranslated || step.language == kHostile)
+        << step.name;
+  }
+}
+
+TEST(LibraryTest, KeepsTheLanguageWhenTheValueCannotBeRead) {
+  test::LanguageValue language;
+  language.Set(kTranslated);
+  const Library library;
+  EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51") << "read at load";
+  language.Write(REG_BINARY, "abc", 3);
+  library.Get(kFeatureSwitchLanguage);
+  EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51");
+  language.Write(REG_SZ, L"1033", 10);
+  library.Get(kFeatureSwitchLanguage);
+  EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51");
+  language.Remove();
+  library.Get(kFeatureSwitchLanguage);
+  EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51");
+}
+
+TEST(LibraryTest, CanBeLoadedAndUnloadedAgainAndAgain) {
+  DWORD handles = 0;
+  for (int round = 0; round < 40; ++round) {
+    {
+      const Library library;
+      EXPECT_TRUE(library.Get(kFeatureOggVorbis));
+    }
+    EXPECT_EQ(GetModuleHandleW(L"Kelvo.dll"), nullptr) << round;
+    // The first rounds fill caches of the system.
+    if (round == 9) GetProcessHandleCount(GetCurrentProcess(), &handles);
+  }
+  DWORD now = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &now);
+  EXPECT_LT(now, handles + 20);
+}
+
+}  // namespace
+}  // namespace kelvo
