@@ -41,12 +41,13 @@ size_t FgetsLoop(const char* name) {
   return sum;
 }
 
+// True when every entry was found.
 bool Measure(const char* name, const char* head, const char* format) {
   Write(name, head, format);
   const kelvo::test::Wide path(std::string(".\\") + name);
   int entries = 0;
   volatile size_t sum = 0;
-  const bool reached = kelvo::bench::Compare(
+  kelvo::bench::Compare(
       name, 3.0,
       [&] {
         Counter counter;
@@ -56,16 +57,16 @@ bool Measure(const char* name, const char* head, const char* format) {
       },
       [&] { sum = sum + FgetsLoop(name); });
   remove(name);
-  return reached && entries == kLines;
+  return entries == kLines;
 }
 
 }  // namespace
 
 int main() {
-  bool reached = Measure("bench.m3u", "#EXTM3U\r\n", "\\My Music\\Album %d\\Song %06d.mp3\r\n");
-  reached &= Measure("bench_short.m3u", "", "Song %d%d.mp3\r\n");
-  reached &= Measure("bench.pls", "[playlist]\r\n", "File%d=\\My Music\\Song %06d.mp3\r\n");
-  reached &= Measure("bench.asx", "<ASX version=\"3.0\">\r\n",
-                     "<ENTRY><REF HREF=\"\\My Music\\Album %d\\Song %06d.mp3\" /></ENTRY>\r\n");
-  return reached ? 0 : 1;
+  bool complete = Measure("bench.m3u", "#EXTM3U\r\n", "\\My Music\\Album %d\\Song %06d.mp3\r\n");
+  complete &= Measure("bench_short.m3u", "", "Song %d%d.mp3\r\n");
+  complete &= Measure("bench.pls", "[playlist]\r\n", "File%d=\\My Music\\Song %06d.mp3\r\n");
+  complete &= Measure("bench.asx", "<ASX version=\"3.0\">\r\n",
+                      "<ENTRY><REF HREF=\"\\My Music\\Album %d\\Song %06d.mp3\" /></ENTRY>\r\n");
+  return complete ? 0 : 1;
 }

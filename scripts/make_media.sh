@@ -75,8 +75,9 @@ wma() {  # CODEC BITRATE TITLE
 }
 
 mp3() {
+  # (Without an ID3v2 tag in front it writes no ID3v1 tag either.)
   ffmpeg -v error -y -f lavfi -i "sine=d=2:r=44100" -c:a libmp3lame -b:a 64k -write_id3v1 1 \
-    -id3v2_version 0 -metadata title="$1" -metadata artist="Sine" -metadata album="Waves" \
+    -metadata title="$1" -metadata artist="Sine" -metadata album="Waves" \
     -metadata genre="Jazz" "$out"
 }
 

@@ -5,9 +5,11 @@
 #include <string.h>
 
 #include <memory>
+#include <utility>
 
 #include "tests/support/asf_builder.h"
 #include "tests/support/failing_source.h"
+#include "tests/support/media_files.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {
@@ -257,6 +259,21 @@ TEST(AsfHeaderTest, FallsBackToTheFileName) {
   };
   for (const auto& c : kCases) {
     EXPECT_EQ(Utf8(Read(AsfBuilder().Build(), c.path)->display_title), c.want);
+  }
+}
+
+TEST(AsfHeaderTest, ReadsFilesOfARealEncoder) {
+  for (const auto& [name, title] :
+       {std::pair{"sample.wma", "Sixteen Strings"}, std::pair{"sample_v1.wma", "Sixteen Notes"}}) {
+    SCOPED_TRACE(name);
+    const std::vector<char> bytes = test::ReadMedia(name);
+    const auto info = Read(std::string(bytes.begin(), bytes.end()));
+    EXPECT_EQ(Texts(*info), std::string(title) + "|The Ring Buffers|Fixed Point|Folk|" +
+                                "The Ring Buffers - " + title);
+    // The encoder leaves the codec's description empty.
+    EXPECT_EQ(info->format.sample_rate, 0u);
+    EXPECT_EQ(info->format.bit_rate, 0u);
+    EXPECT_GT(info->length_ms, 0u);
   }
 }
 

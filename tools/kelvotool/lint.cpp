@@ -72,7 +72,7 @@ void Lint::CheckList(const wchar_t* path, int depth) noexcept {
   }
   place->file = files_.OpenRead(place->resolved, Share::kRead);
   if (!place->file) return Complain(path, "cannot be opened");
-  if (!chain_.Enter(path)) return Complain(path, "no memory");
+  if (!chain_.Enter(path)) return Complain(path, "too many playlists");
   place->path = path;
   place->depth = depth;
   place->line_number = 1;
