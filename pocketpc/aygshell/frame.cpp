@@ -9,49 +9,12 @@
 namespace kelvo {
 namespace {
 
-// Bits of a window property.
-constexpr wchar_t kProperty[] = L"KelvoFrame";
-constexpr DWORD_PTR kHasStrip = 1;
-constexpr DWORD_PTR kHasDone = 2;
-
-DWORD_PTR BitsOf(HWND root) noexcept {
-  return reinterpret_cast<DWORD_PTR>(GetPropW(root, kProperty));
-}
-
-int StripHeight(int window_height) noexcept {
-  return window_height < kMenuBarHeight ? window_height : kMenuBarHeight;
-}
-
-// Seen only where no menu bar lies.
-void PaintStrip(HWND root) noexcept {
-  const HDC dc = GetWindowDC(root);
-  if (!dc) return;
-  RECT window;
-  GetWindowRect(root, &window);
-  RECT strip = StripOf(root);
-  OffsetRect(&strip, -window.left, -window.top);
-  FillRect(dc, &strip, GetSysColorBrush(COLOR_BTNFACE));
-  strip.bottom = strip.top + 1;
-  FillRect(dc, &strip, GetSysColorBrush(COLOR_BTNSHADOW));
-  ReleaseDC(root, dc);
-}
+// A window property, there when the window has a Done button.
+constexpr wchar_t kHasDone[] = L"KelvoDone";
 
 LRESULT CALLBACK FrameProc(HWND root, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
                            DWORD_PTR) noexcept {
   switch (message) {
-    case WM_NCCALCSIZE: {
-      const LRESULT result = DefSubclassProc(root, message, wparam, lparam);
-      if (!(BitsOf(root) & kHasStrip)) return result;
-      // Either parameter block starts with the rectangle.
-      RECT* client = reinterpret_cast<RECT*>(lparam);
-      client->bottom -= StripHeight(client->bottom - client->top);
-      return result;
-    }
-    case WM_NCPAINT: {
-      const LRESULT result = DefSubclassProc(root, message, wparam, lparam);
-      if (BitsOf(root) & kHasStrip) PaintStrip(root);
-      return result;
-    }
     case WM_WINDOWPOSCHANGED: {
       const LRESULT result = DefSubclassProc(root, message, wparam, lparam);
       const UINT flags = reinterpret_cast<const WINDOWPOS*>(lparam)->flags;
@@ -64,23 +27,17 @@ LRESULT CALLBACK FrameProc(HWND root, UINT message, WPARAM wparam, LPARAM lparam
       break;
     case WM_SYSCOMMAND:
       if ((wparam & 0xFFF0) != SC_CLOSE) break;
-      if (!(BitsOf(root) & kHasDone)) return 0;
+      if (!GetPropW(root, kHasDone)) return 0;
       if (!SheetTakesDone(root)) PostMessageW(root, WM_COMMAND, IDOK, 0);
       return 0;
     case WM_NCDESTROY:
-      RemovePropW(root, kProperty);
+      RemovePropW(root, kHasDone);
       RemoveWindowSubclass(root, &FrameProc, id);
       break;
     default:
       break;
   }
   return DefSubclassProc(root, message, wparam, lparam);
-}
-
-bool SetBits(HWND root, DWORD_PTR clear, DWORD_PTR set) noexcept {
-  const DWORD_PTR bits = (BitsOf(root) & ~clear) | set;
-  return SetWindowSubclass(root, &FrameProc, 0, 0) &&
-         SetPropW(root, kProperty, reinterpret_cast<HANDLE>(bits));
 }
 
 // The nearest position to `at` that keeps the window on its monitor.
@@ -99,11 +56,7 @@ POINT KeepOnMonitor(POINT at, SIZE window) noexcept {
 }  // namespace
 
 bool MakeFrame(HWND root) noexcept {
-  if (BitsOf(root) & kHasStrip) return true;
-  if (!SetBits(root, 0, kHasStrip)) return false;
-  SetWindowPos(root, nullptr, 0, 0, 0, 0,
-               SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  return true;
+  return SetWindowSubclass(root, &FrameProc, 0, 0) != FALSE;
 }
 
 void FillScreen(HWND root) noexcept {
@@ -113,37 +66,42 @@ void FillScreen(HWND root) noexcept {
   SetWindowLongPtrW(root, GWL_STYLE, static_cast<LONG_PTR>(style));
   DWORD ex_style = static_cast<DWORD>(GetWindowLongPtrW(root, GWL_EXSTYLE));
   ex_style &= ~static_cast<DWORD>(WS_EX_CONTEXTHELP | WS_EX_TOOLWINDOW);
+  ex_style |= WS_EX_DLGMODALFRAME;  // no icon before the title
   SetWindowLongPtrW(root, GWL_EXSTYLE, static_cast<LONG_PTR>(ex_style));
 
   const SIZE client = WorkAreaSize();
-  RECT window = {0, 0, client.cx, client.cy + kMenuBarHeight};
+  RECT window = {0, 0, client.cx, client.cy};
   AdjustWindowRectEx(&window, style, FALSE, ex_style);
   const SIZE size = {window.right - window.left, window.bottom - window.top};
   const HWND owner = GetWindow(root, GW_OWNER);
   RECT place = {};
   GetWindowRect(owner && IsWindowVisible(owner) ? owner : root, &place);
-  const POINT at = KeepOnMonitor({place.left, place.top}, size);
+  const POINT at = KeepOnMonitor({place.left, place.top}, {size.cx, size.cy + kMenuBarHeight});
   SetWindowPos(root, nullptr, at.x, at.y, size.cx, size.cy,
                SWP_FRAMECHANGED | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void SetDone(HWND root, bool has_done) noexcept {
-  if (!SetBits(root, kHasDone, has_done ? kHasDone : 0)) return;
-  const LONG_PTR style = GetWindowLongPtrW(root, GWL_STYLE);
-  const LONG_PTR wanted =
-      has_done ? style | WS_SYSMENU : style & ~static_cast<LONG_PTR>(WS_SYSMENU);
-  SetWindowLongPtrW(root, GWL_STYLE, wanted);
+bool SetDone(HWND root, bool has_done) noexcept {
+  LONG_PTR style = GetWindowLongPtrW(root, GWL_STYLE);
+  if (has_done) {
+    if (!SetPropW(root, kHasDone, root)) return false;
+    style |= WS_SYSMENU;
+  } else {
+    RemovePropW(root, kHasDone);
+    style &= ~static_cast<LONG_PTR>(WS_SYSMENU);
+  }
+  SetWindowLongPtrW(root, GWL_STYLE, style);
   SetWindowPos(root, nullptr, 0, 0, 0, 0,
                SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return true;
 }
 
-RECT StripOf(HWND root) noexcept {
-  RECT strip = {};
-  GetClientRect(root, &strip);
-  MapWindowPoints(root, nullptr, reinterpret_cast<POINT*>(&strip), 2);
-  strip.top = strip.bottom;
-  strip.bottom += kMenuBarHeight;
-  return strip;
+RECT MenuBarPlace(HWND root) noexcept {
+  RECT place = {};
+  GetWindowRect(root, &place);
+  place.top = place.bottom;
+  place.bottom += kMenuBarHeight;
+  return place;
 }
 
 }  // namespace kelvo

@@ -1,24 +1,24 @@
-// The top-level windows of this shell: the strip below their client area where menu bars lie, their
-// size and their Done button. All state is kept on the window, so it ends with the window.
-// UI thread only.
+// The top-level windows of this shell: their size, their Done button, and the place right under
+// them where their menu bars lie. All state is kept on the window, so it ends with the window. UI
+// thread only.
 #pragma once
 
 #include <windows.h>
 
 namespace kelvo {
 
-// Gives `root` its strip: 26 pixels at the bottom that no longer belong to the client area. False
-// when the window cannot be subclassed. Doing it twice is harmless.
+// From now on menu bars follow the window, and closing it by its caption is Done. False when the
+// window cannot be subclassed. Doing it twice is harmless.
 [[nodiscard]] bool MakeFrame(HWND root) noexcept;
 
-// Lets the frame cover the screen: over its owner, client area as WorkAreaSize() says, caption with
-// the title.
+// Lets the frame and its menu bar cover the screen: over its owner, client area as WorkAreaSize()
+// says, caption with the title.
 void FillScreen(HWND root) noexcept;
 
 // With Done the caption has a close button that acts as Done, without it there is none.
-void SetDone(HWND root, bool has_done) noexcept;
+[[nodiscard]] bool SetDone(HWND root, bool has_done) noexcept;
 
-// The strip on the screen.
-RECT StripOf(HWND root) noexcept;
+// On the screen.
+RECT MenuBarPlace(HWND root) noexcept;
 
 }  // namespace kelvo

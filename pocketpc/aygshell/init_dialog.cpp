@@ -15,9 +15,8 @@ void LowerInputPanel() noexcept {
 }
 
 bool FillScreenWith(HWND dialog, HWND root) noexcept {
-  if (!MakeFrame(root)) return false;
   FillScreen(root);
-  return dialog == root || !SheetOfPage(dialog) || FillSheet(dialog);
+  return !SheetOfPage(dialog) || FillSheet(dialog);
 }
 
 }  // namespace
@@ -30,8 +29,8 @@ BOOL WINAPI SHInitDialog(SHINITDLGINFO* info) {
   const DWORD flags = (info->dwMask & SHIDIM_FLAGS) ? info->dwFlags : 0;
   const bool sized = (flags & (SHIDIF_SIZEDLG | SHIDIF_SIZEDLGFULLSCREEN)) != 0;
   const bool done = (flags & SHIDIF_DONEBUTTON) != 0;
-  if (!kelvo::WatchGestures(dialog)) return FALSE;
-  if (done || sized) kelvo::SetDone(root, done);
+  if (!kelvo::MakeFrame(root) || !kelvo::WatchGestures(dialog)) return FALSE;
+  if ((done || sized) && !kelvo::SetDone(root, done)) return FALSE;
   if (sized && !kelvo::FillScreenWith(dialog, root)) return FALSE;
   if (flags & SHIDIF_SIPDOWN) kelvo::LowerInputPanel();
   return TRUE;

@@ -113,18 +113,14 @@ LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
     case WM_MOUSEACTIVATE:
       return MA_NOACTIVATE;
     case WM_SIZE:
-      if (bar->toolbar) {
-        MoveWindow(bar->toolbar, 0, kToolbarTop, LOWORD(lparam), HIWORD(lparam) - kToolbarTop,
-                   TRUE);
-      }
+      if (bar->toolbar) PlaceToolbar(bar->toolbar);
       return 0;
     case WM_PAINT: {
       PAINTSTRUCT paint;
       const HDC dc = BeginPaint(window, &paint);
-      RECT line;
-      GetClientRect(window, &line);
-      line.bottom = line.top + 1;
-      FillRect(dc, &line, GetSysColorBrush(COLOR_BTNSHADOW));
+      RECT edge;
+      GetClientRect(window, &edge);
+      DrawEdge(dc, &edge, EDGE_RAISED, BF_LEFT | BF_RIGHT | BF_BOTTOM);  // goes on the frame's
       EndPaint(window, &paint);
       return 0;
     }
@@ -190,11 +186,13 @@ bool RegisterBarClass() noexcept {
   return RegisterClassExW(&type) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }
 
-void Show(HWND window, MenuBar* bar, bool show, const RECT& strip) noexcept {
+// A bar that comes up lies above those that it covers: of its frame, of the dialog before.
+void Place(HWND window, MenuBar* bar, bool show, const RECT& place) noexcept {
+  const UINT order = show && !IsWindowVisible(window) ? 0 : SWP_NOZORDER;
   bar->settling = true;
-  SetWindowPos(window, nullptr, strip.left, strip.top, strip.right - strip.left,
-               strip.bottom - strip.top,
-               SWP_NOZORDER | SWP_NOACTIVATE | (show ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+  SetWindowPos(window, HWND_TOP, place.left, place.top, place.right - place.left,
+               place.bottom - place.top,
+               order | SWP_NOACTIVATE | (show ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
   bar->settling = false;
 }
 
@@ -207,11 +205,11 @@ HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexc
       !SetWindowSubclass(parent, &ParentProc, 0, 0)) {
     return nullptr;
   }
-  const RECT strip = StripOf(root);
+  const RECT place = MenuBarPlace(root);
   const HWND window =
       CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW, kClass, nullptr,
-                      WS_POPUP | WS_CLIPCHILDREN, strip.left, strip.top, strip.right - strip.left,
-                      strip.bottom - strip.top, root, nullptr, ThisModule(), nullptr);
+                      WS_POPUP | WS_CLIPCHILDREN, place.left, place.top, place.right - place.left,
+                      place.bottom - place.top, root, nullptr, ThisModule(), nullptr);
   if (!window) return nullptr;
 
   MenuBar* bar = made.Release();  // the window's from here on
@@ -257,9 +255,9 @@ void SettleMenuBars(HWND root) noexcept {
     seen = window;
     turn = bar->turn;
   });
-  const RECT strip = StripOf(root);
+  const RECT place = MenuBarPlace(root);
   ForEachBar([&](HWND window, MenuBar* bar) {
-    if (GetWindow(window, GW_OWNER) == root) Show(window, bar, window == seen, strip);
+    if (GetWindow(window, GW_OWNER) == root) Place(window, bar, window == seen, place);
   });
 }
 

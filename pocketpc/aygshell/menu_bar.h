@@ -1,6 +1,6 @@
-// Menu bars: popup windows with a toolbar in them, owned by a frame and lying on its strip. Several
-// may belong to one frame, such as one for each page of a sheet: the one shown last whose own
-// window is visible is the one to be seen. UI thread only.
+// Menu bars: popup windows with a toolbar in them, owned by a frame and lying right under it.
+// Several may belong to one frame, such as one for each page of a sheet: the one shown last whose
+// own window is visible is the one to be seen. UI thread only.
 #pragma once
 
 #include <windows.h>
@@ -42,7 +42,7 @@ HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexc
 
 HWND FindMenuBarOf(HWND parent) noexcept;  // the newest, or null
 
-// Puts the frame's bars on its strip and shows the right one.
+// Puts the frame's bars in their place and shows the right one.
 void SettleMenuBars(HWND root) noexcept;
 
 void EnableMenuBars(HWND root, bool enable) noexcept;

@@ -48,7 +48,7 @@ LRESULT CALLBACK PageProc(HWND page, UINT message, WPARAM wparam, LPARAM lparam,
       position->cx = client.right;
       position->cy = client.bottom;
       position->hwndInsertAfter = TabsOf(sheet);  // the tabs stay above
-      position->flags &= ~static_cast<UINT>(SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER);
+      position->flags &= ~static_cast<UINT>(SWP_NOMOVE | SWP_NOSIZE);
       break;
     }
     case WM_NCDESTROY:
@@ -67,6 +67,13 @@ bool FillsSheet(HWND window) noexcept {
 
 void PlaceTabs(HWND tabs, const RECT& client) noexcept {
   const bool at_bottom = (GetWindowLongPtrW(tabs, GWL_STYLE) & TCS_BOTTOM) != 0;
+  // As many as possible in one row.
+  constexpr int kPadding = 3;
+  const LONG_PTR style = GetWindowLongPtrW(tabs, GWL_STYLE);
+  if (style & TCS_MULTILINE) {
+    SetWindowLongPtrW(tabs, GWL_STYLE, style & ~static_cast<LONG_PTR>(TCS_MULTILINE));
+    SendMessageW(tabs, TCM_SETPADDING, 0, MAKELPARAM(kPadding, kPadding));
+  }
   SetWindowPos(tabs, HWND_TOP, 0, at_bottom ? client.bottom - kTabRowHeight : 0, client.right,
                kTabRowHeight, SWP_NOACTIVATE);
 }
@@ -100,7 +107,7 @@ void LayOutSheet(HWND root) noexcept {
   PlaceTabs(tabs, client);
   for (HWND child = GetWindow(root, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
     // The page's own subclass puts in the numbers.
-    if (FillsSheet(child)) SetWindowPos(child, nullptr, 0, 0, 0, 0, SWP_NOACTIVATE);
+    if (FillsSheet(child)) SetWindowPos(child, nullptr, 0, 0, 0, 0, SWP_NOZORDER | SWP_NOACTIVATE);
   }
 }
 

@@ -7,7 +7,8 @@ namespace kelvo {
 namespace {
 
 constexpr int kButtonWidth = 23;
-constexpr int kButtonHeight = kMenuBarHeight - kToolbarTop - 1;
+constexpr int kEdge = 2;
+constexpr int kButtonHeight = kMenuBarHeight - kEdge;
 constexpr int kImageSide = 16;
 constexpr size_t kLabelRoom = 64;
 
@@ -43,13 +44,10 @@ HFONT MakeToolbarFont() noexcept {
 HWND CreateToolbar(HWND bar, const MenuBarContent& content, HFONT font) noexcept {
   INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
-  RECT room;
-  GetClientRect(bar, &room);
   constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
                            TBSTYLE_TOOLTIPS | CCS_NORESIZE | CCS_NODIVIDER | CCS_NOPARENTALIGN;
-  const HWND toolbar =
-      CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, kStyle, 0, kToolbarTop, room.right,
-                      room.bottom - kToolbarTop, bar, nullptr, ThisModule(), nullptr);
+  const HWND toolbar = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, kStyle, 0, 0, 0, 0, bar,
+                                       nullptr, ThisModule(), nullptr);
   if (!toolbar) return nullptr;
   SendMessageW(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   SendMessageW(toolbar, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
@@ -62,7 +60,14 @@ HWND CreateToolbar(HWND bar, const MenuBarContent& content, HFONT font) noexcept
     }
   }
   SendMessageW(toolbar, TB_SETBUTTONSIZE, 0, MAKELPARAM(kButtonWidth, kButtonHeight));
+  PlaceToolbar(toolbar);
   return toolbar;
+}
+
+void PlaceToolbar(HWND toolbar) noexcept {
+  RECT room;
+  GetClientRect(GetParent(toolbar), &room);
+  MoveWindow(toolbar, kEdge, 0, room.right - 2 * kEdge, room.bottom - kEdge, TRUE);
 }
 
 }  // namespace kelvo

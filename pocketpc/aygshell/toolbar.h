@@ -7,11 +7,12 @@
 
 namespace kelvo {
 
-constexpr int kToolbarTop = 1;  // under the bar's upper line
-
 HFONT MakeToolbarFont() noexcept;
 
 // Borrows the images and the font. Null when there is no window or no button to be had.
 HWND CreateToolbar(HWND bar, const MenuBarContent& content, HFONT font) noexcept;
+
+// Inside the bar's edges.
+void PlaceToolbar(HWND toolbar) noexcept;
 
 }  // namespace kelvo

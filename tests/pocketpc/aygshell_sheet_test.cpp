@@ -1,0 +1,118 @@
+// Property sheets as the shell shows them.
+#include <gtest/gtest.h>
+
+#include <prsht.h>
+
+#include "tests/pocketpc/recorded_dialog.h"
+
+namespace kelvo {
+namespace {
+
+INT_PTR CALLBACK PageProc(HWND page, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_INITDIALOG) {
+    lparam = reinterpret_cast<const PROPSHEETPAGEW*>(lparam)->lParam;
+  }
+  return RecordedProc(page, message, wparam, lparam);
+}
+
+int CALLBACK TabsAtBottom(HWND sheet, UINT message, LPARAM) {
+  if (message == PSCB_INITIALIZED) {
+    const HWND tabs = PropSheet_GetTabControl(sheet);
+    SetWindowLongW(tabs, GWL_STYLE, GetWindowLongW(tabs, GWL_STYLE) | TCS_BOTTOM);
+  }
+  return 0;
+}
+
+class SheetTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    PROPSHEETPAGEW page[2] = {};
+    for (int i = 0; i < 2; ++i) {
+      page[i].dwSize = sizeof(page[i]);
+      page[i].hInstance = GetModuleHandleW(nullptr);
+      page[i].pszTemplate = MAKEINTRESOURCEW(2);
+      page[i].pfnDlgProc = &PageProc;
+      page[i].lParam = reinterpret_cast<LPARAM>(&recorders[i]);
+    }
+    PROPSHEETHEADERW header = {};
+    header.dwSize = sizeof(header);
+    header.dwFlags = PSH_PROPSHEETPAGE | PSH_MODELESS | PSH_USECALLBACK;
+    header.nPages = 2;
+    header.ppsp = page;
+    header.pszCaption = L"Playlist Organizer";
+    header.pfnCallback = &TabsAtBottom;
+    sheet = reinterpret_cast<HWND>(PropertySheetW(&header));
+    ASSERT_TRUE(sheet);
+    ShowWindow(sheet, SW_SHOW);
+  }
+  void TearDown() override {
+    if (IsWindow(sheet)) DestroyWindow(sheet);
+  }
+  HWND Page() const { return PropSheet_GetCurrentPageHwnd(sheet); }
+
+  Recorder recorders[2];
+  HWND sheet = nullptr;
+};
+
+TEST_F(SheetTest, PagesFillTheSheetAndTabsLieOnTheirEdge) {
+  for (const LONG width : {240, 400}) {
+    if (width != 240) MoveWindow(sheet, 0, 0, width, 500, TRUE);
+    const SIZE client = ClientSize(sheet);
+    if (width == 240) {
+      EXPECT_EQ(client.cx, 240);
+      EXPECT_EQ(client.cy, 268);
+    }
+    for (int i = 0; i < 2; ++i) {
+      SCOPED_TRACE(i);
+      PropSheet_SetCurSel(sheet, nullptr, i);
+      RECT page = WindowRect(Page());
+      MapWindowPoints(nullptr, sheet, reinterpret_cast<POINT*>(&page), 2);
+      EXPECT_EQ(page.left, 0);
+      EXPECT_EQ(page.top, 0);
+      EXPECT_EQ(page.right, client.cx);
+      EXPECT_EQ(page.bottom, client.cy);
+      const HWND tabs = PropSheet_GetTabControl(sheet);
+      EXPECT_EQ(WindowRect(tabs).bottom, WindowRect(Page()).bottom);
+      EXPECT_EQ(ClientSize(tabs).cy, 21);
+      EXPECT_EQ(GetTopWindow(sheet), tabs);
+    }
+  }
+  EXPECT_FALSE(IsWindowVisible(GetDlgItem(sheet, IDOK)));
+  EXPECT_FALSE(IsWindowVisible(GetDlgItem(sheet, IDCANCEL)));
+}
+
+TEST_F(SheetTest, EachPageHasItsBar) {
+  const HWND first = recorders[0].bar.hwndMB;
+  EXPECT_TRUE(IsWindowVisible(first));
+  PropSheet_SetCurSel(sheet, nullptr, 1);
+  const HWND second = recorders[1].bar.hwndMB;
+  EXPECT_FALSE(IsWindowVisible(first));
+  EXPECT_TRUE(IsWindowVisible(second));
+  EXPECT_EQ(WindowRect(second).top, WindowRect(sheet).bottom);
+  PropSheet_SetCurSel(sheet, nullptr, 0);
+  ShowWindow(first, SW_SHOW);
+  EXPECT_TRUE(IsWindowVisible(first));
+  EXPECT_FALSE(IsWindowVisible(second));
+  DestroyWindow(sheet);
+  EXPECT_FALSE(IsWindow(first));
+  EXPECT_FALSE(IsWindow(second));
+}
+
+TEST_F(SheetTest, DoneGoesToTheActivePageAndEndsTheSheet) {
+  for (const bool page_ends : {false, true}) {
+    SCOPED_TRACE(page_ends);
+    if (!IsWindow(sheet)) SetUp();
+    recorders[1].commands.clear();
+    recorders[1].ends_with_done = page_ends;
+    PropSheet_SetCurSel(sheet, nullptr, 1);
+    SendMessageW(sheet, WM_SYSCOMMAND, SC_CLOSE, 0);
+    EXPECT_EQ(recorders[1].commands, std::vector<int>{IDOK});
+    EXPECT_TRUE(recorders[0].commands.empty());
+    // An ended modeless sheet has no page any more and waits to be destroyed.
+    EXPECT_TRUE(PumpUntil([&] { return Page() == nullptr; }));
+    DestroyWindow(sheet);
+  }
+}
+
+}  // namespace
+}  // namespace kelvo

@@ -1,0 +1,314 @@
+#include <gtest/gtest.h>
+
+#include "pocketpc/aygshell/full_screen.h"
+#include "tests/pocketpc/recorded_dialog.h"
+
+namespace kelvo {
+namespace {
+
+class ShellTest : public testing::Test {
+ protected:
+  void Open() {
+    dialog = OpenDialog(&recorder);
+    ASSERT_TRUE(dialog);
+    ShowWindow(dialog, SW_SHOW);
+    bar = recorder.bar.hwndMB;
+    toolbar = bar ? GetWindow(bar, GW_CHILD) : nullptr;
+  }
+  void TearDown() override {
+    SetEnvironmentVariableW(L"KELVO_SCREEN", nullptr);
+    if (IsWindow(dialog)) DestroyWindow(dialog);
+    BYTE keys[256] = {};
+    SetKeyboardState(keys);
+  }
+  void Tap(int index) {
+    RECT item = {};
+    ASSERT_TRUE(SendMessageW(toolbar, TB_GETITEMRECT, index, reinterpret_cast<LPARAM>(&item)));
+    const LPARAM at = MAKELPARAM((item.left + item.right) / 2, (item.top + item.bottom) / 2);
+    SendMessageW(toolbar, WM_LBUTTONDOWN, MK_LBUTTON, at);
+    SendMessageW(toolbar, WM_LBUTTONUP, 0, at);
+  }
+  HMENU Popup(int command) {
+    return reinterpret_cast<HMENU>(SendMessageW(bar, SHCMBM_GETSUBMENU, 0, command));
+  }
+
+  Recorder recorder;
+  HWND dialog = nullptr;
+  HWND bar = nullptr;
+  HWND toolbar = nullptr;
+};
+
+TEST_F(ShellTest, FullScreenIsTheScreenWithoutItsBars) {
+  const struct {
+    const wchar_t* screen;
+    LONG width, height;
+  } cases[] = {
+      {nullptr, 240, 268},      {L"640x480", 640, 428},  {L"320X240", 320, 188},
+      {L"100x100", 100, 48},    {L"", 240, 268},         {L"99x320", 240, 268},
+      {L"240x", 240, 268},      {L"x320", 240, 268},     {L"240x320 ", 240, 268},
+      {L"-240x320", 240, 268},  {L"4097x320", 240, 268}, {L"99999999999999999x320", 240, 268},
+      {L"240x320x2", 240, 268}, {L"wide", 240, 268},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << (c.screen ? c.screen : L"(none)"));
+    SetEnvironmentVariableW(L"KELVO_SCREEN", c.screen);
+    Open();
+    EXPECT_EQ(ClientSize(dialog).cx, c.width);
+    EXPECT_EQ(ClientSize(dialog).cy, c.height);
+    const RECT frame = WindowRect(dialog);
+    const RECT place = WindowRect(bar);
+    EXPECT_EQ(place.top, frame.bottom);
+    EXPECT_EQ(place.bottom - place.top, 26);
+    EXPECT_EQ(place.left, frame.left);
+    EXPECT_EQ(place.right, frame.right);
+    DestroyWindow(dialog);
+  }
+}
+
+TEST_F(ShellTest, DoneSendsCommandOne) {
+  Open();
+  SendMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
+  ASSERT_TRUE(PumpUntil([&] { return !recorder.commands.empty(); }));
+  EXPECT_EQ(recorder.commands, std::vector<int>{IDOK});
+}
+
+TEST_F(ShellTest, WithoutDoneThereIsNoCloseButton) {
+  recorder.flags = SHIDIF_SIZEDLGFULLSCREEN;
+  Open();
+  EXPECT_FALSE(GetWindowLongW(dialog, GWL_STYLE) & WS_SYSMENU);
+  SendMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
+  Pump();
+  EXPECT_TRUE(recorder.commands.empty());
+}
+
+TEST_F(ShellTest, BarFollowsItsDialog) {
+  Open();
+  EXPECT_TRUE(IsWindowVisible(bar));
+  EXPECT_EQ(SHFindMenuBar(dialog), bar);
+  MoveWindow(dialog, 40, 50, 300, 200, TRUE);
+  EXPECT_EQ(WindowRect(bar).left, 40);
+  EXPECT_EQ(WindowRect(bar).right, 340);
+  EXPECT_EQ(WindowRect(bar).top, 250);
+  EnableWindow(dialog, FALSE);
+  EXPECT_FALSE(IsWindowEnabled(bar));
+  EnableWindow(dialog, TRUE);
+  EXPECT_TRUE(IsWindowEnabled(bar));
+  ShowWindow(dialog, SW_HIDE);
+  EXPECT_FALSE(IsWindowVisible(bar));
+  ShowWindow(dialog, SW_SHOW);
+  EXPECT_TRUE(IsWindowVisible(bar));
+  DestroyWindow(dialog);
+  EXPECT_FALSE(IsWindow(bar));
+  EXPECT_EQ(SHFindMenuBar(dialog), nullptr);
+}
+
+TEST_F(ShellTest, TheNewestBarIsSeenAndTheFormerComesBack) {
+  Open();
+  SHMENUBARINFO second = BarOf(dialog, 0, 0, SHCMBF_EMPTYBAR);
+  ASSERT_TRUE(SHCreateMenuBar(&second));
+  EXPECT_EQ(SendMessageW(second.hwndMB, TB_BUTTONCOUNT, 0, 0), 0);
+  EXPECT_EQ(SHFindMenuBar(dialog), second.hwndMB);
+  EXPECT_FALSE(IsWindowVisible(bar));
+  ShowWindow(bar, SW_SHOW);
+  EXPECT_TRUE(IsWindowVisible(bar));
+  EXPECT_FALSE(IsWindowVisible(second.hwndMB));
+  ShowWindow(bar, SW_HIDE);
+  EXPECT_TRUE(IsWindowVisible(second.hwndMB));
+  SHMENUBARINFO hidden = BarOf(dialog, 50, 114, SHCMBF_HIDDEN);
+  ASSERT_TRUE(SHCreateMenuBar(&hidden));
+  EXPECT_FALSE(IsWindowVisible(hidden.hwndMB));
+  EXPECT_TRUE(IsWindowVisible(second.hwndMB));
+}
+
+TEST_F(ShellTest, PopupsAreFoundByCommand) {
+  Open();
+  ASSERT_EQ(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0), 8);
+  EXPECT_EQ(GetMenuItemID(Popup(40032), 0), 40101u);
+  EXPECT_EQ(GetMenuItemID(Popup(40033), 0), 40034u);
+  EXPECT_EQ(Popup(40019), nullptr);
+  EXPECT_EQ(Popup(1234), nullptr);
+  const HMENU other = CreatePopupMenu();
+  const HMENU old = Popup(40033);
+  EXPECT_EQ(SendMessageW(bar, SHCMBM_SETSUBMENU, 40033, reinterpret_cast<LPARAM>(other)),
+            reinterpret_cast<LRESULT>(old));
+  EXPECT_EQ(Popup(40033), other);
+  EXPECT_EQ(SendMessageW(bar, SHCMBM_SETSUBMENU, 1234, reinterpret_cast<LPARAM>(other)), 0);
+  DestroyMenu(other);
+}
+
+TEST_F(ShellTest, ButtonsSendCommandsWhileEnabled) {
+  Open();
+  Tap(1);
+  ASSERT_TRUE(PumpUntil([&] { return !recorder.commands.empty(); }));
+  EXPECT_EQ(recorder.commands, std::vector<int>{40019});
+  EXPECT_EQ(recorder.sources, std::vector<LPARAM>{reinterpret_cast<LPARAM>(bar)});
+
+  SendMessageW(bar, TB_ENABLEBUTTON, 40019, FALSE);
+  EXPECT_FALSE(SendMessageW(bar, TB_ISBUTTONENABLED, 40019, 0));
+  Tap(1);
+  Pump();
+  EXPECT_EQ(recorder.commands.size(), 1u);
+  SendMessageW(bar, TB_ENABLEBUTTON, 40019, TRUE);
+  Tap(1);
+  ASSERT_TRUE(PumpUntil([&] { return recorder.commands.size() == 2; }));
+}
+
+TEST_F(ShellTest, PopupChoicesArriveAsCommands) {
+  Open();
+  recorder.menu_keys = {VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN};
+  Tap(6);
+  ASSERT_TRUE(PumpUntil([&] { return !recorder.commands.empty(); }));
+  EXPECT_EQ(recorder.commands, std::vector<int>{40039});
+  recorder.menu_keys = {VK_ESCAPE};
+  Tap(6);
+  Pump();
+  EXPECT_EQ(recorder.commands.size(), 1u);
+}
+
+TEST_F(ShellTest, TipsComeFromStrings) {
+  Open();
+  const auto tip = [&](UINT_PTR command) {
+    NMTTDISPINFOW info = {};
+    info.hdr.code = TTN_GETDISPINFOW;
+    info.hdr.idFrom = command;
+    SendMessageW(bar, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
+    return std::wstring(info.lpszText);
+  };
+  EXPECT_EQ(tip(40023), L"Delete Selected Files");
+  EXPECT_EQ(tip(40010), L"");  // has its label
+  EXPECT_EQ(tip(1234), L"");
+}
+
+TEST_F(ShellTest, OddBarsWorkAndDamagedOnesAreRefused) {
+  recorder.wants_bar = false;
+  Open();
+  const struct {
+    const char* name;
+    UINT id;
+    int bitmap;
+    BOOL want;
+  } cases[] = {
+      {"no bitmap asked for", 50, 0, TRUE},
+      {"images and strings that are not there", 51, 114, TRUE},
+      {"popup without a menu", 60, 114, FALSE},
+      {"missing menu", 61, 114, FALSE},
+      {"popup beyond the menu", 62, 114, FALSE},
+      {"table cut inside the buttons", 63, 114, FALSE},
+      {"65535 buttons", 64, 114, FALSE},
+      {"table cut inside its head", 65, 114, FALSE},
+      {"no table", 66, 114, FALSE},
+      {"no id", 0, 114, FALSE},
+      {"id that is an address", 0x12345678, 114, FALSE},
+      {"no such bitmap", 50, 77, FALSE},
+      {"negative bitmap", 50, -1, FALSE},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    SHMENUBARINFO info = BarOf(dialog, c.id, c.bitmap);
+    info.hwndMB = dialog;
+    EXPECT_EQ(SHCreateMenuBar(&info), c.want);
+    EXPECT_EQ(info.hwndMB != nullptr, c.want != FALSE);
+    if (info.hwndMB) DestroyWindow(info.hwndMB);
+    EXPECT_EQ(SHFindMenuBar(dialog), nullptr);
+  }
+  EXPECT_FALSE(SHCreateMenuBar(nullptr));
+  SHMENUBARINFO info = BarOf(dialog, 50, 114);
+  info.cbSize = 4;
+  EXPECT_FALSE(SHCreateMenuBar(&info));
+  info = BarOf(nullptr, 50, 114);
+  EXPECT_FALSE(SHCreateMenuBar(&info));
+  EXPECT_FALSE(SHInitDialog(nullptr));
+  SHINITDLGINFO init = {SHIDIM_FLAGS, nullptr, SHIDIF_DONEBUTTON};
+  EXPECT_FALSE(SHInitDialog(&init));
+}
+
+TEST_F(ShellTest, RightClickOnAListIsTapAndHold) {
+  Open();
+  const HWND list = GetDlgItem(dialog, 1001);
+  NMITEMACTIVATE click = {};
+  click.hdr = {list, 1001, static_cast<UINT>(NM_RCLICK)};
+  SendMessageW(dialog, WM_NOTIFY, 1001, reinterpret_cast<LPARAM>(&click));
+  ASSERT_EQ(recorder.gestures.size(), 1u);
+  EXPECT_EQ(recorder.gestures[0].hdr.hwndFrom, list);
+  EXPECT_EQ(recorder.gestures[0].hdr.idFrom, 1001u);
+}
+
+TEST_F(ShellTest, GesturesAreTapsDragsAndHolds) {
+  Open();
+  const HWND list = GetDlgItem(dialog, 1001);
+  const struct {
+    const char* name;
+    int key;
+    UINT queued;
+    DWORD flags, want;
+    size_t notified;
+  } cases[] = {
+      {"nothing pressed", 0, 0, SHRG_RETURNCMD, 0, 0},
+      {"lifted", VK_LBUTTON, WM_LBUTTONUP, SHRG_RETURNCMD | SHRG_NOTIFYPARENT, 0, 0},
+      {"held", VK_LBUTTON, 0, SHRG_RETURNCMD, GN_CONTEXTMENU, 0},
+      {"held, notification only", VK_LBUTTON, 0, SHRG_NOTIFYPARENT, 0, 1},
+      {"right button", VK_RBUTTON, 0, SHRG_RETURNCMD | SHRG_NOTIFYPARENT, GN_CONTEXTMENU, 1},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    Pump();
+    recorder.gestures.clear();
+    BYTE keys[256] = {};
+    if (c.key) keys[c.key] = 0x80;
+    SetKeyboardState(keys);
+    if (c.queued) PostMessageW(list, c.queued, 0, MAKELPARAM(10, 10));
+    SHRGINFO info = {sizeof(info), list, {10, 10}, c.flags};
+    EXPECT_EQ(SHRecognizeGesture(&info), c.want);
+    EXPECT_EQ(recorder.gestures.size(), c.notified);
+  }
+  EXPECT_EQ(SHRecognizeGesture(nullptr), 0u);
+}
+
+TEST_F(ShellTest, FullScreenStateIsKeptByPairs) {
+  Open();
+  EXPECT_EQ(KelvoFullScreenState(dialog), 0u);
+  EXPECT_TRUE(SHFullScreen(dialog, SHFS_HIDETASKBAR | SHFS_HIDESIPBUTTON));
+  EXPECT_TRUE(SHFullScreen(dialog, SHFS_SHOWSIPBUTTON));
+  EXPECT_EQ(KelvoFullScreenState(dialog), SHFS_HIDETASKBAR | SHFS_SHOWSIPBUTTON);
+  EXPECT_FALSE(SHFullScreen(dialog, 0));
+  EXPECT_FALSE(SHFullScreen(dialog, 0x100));
+  EXPECT_FALSE(SHFullScreen(nullptr, SHFS_HIDETASKBAR));
+  SHACTIVATEINFO activate = {};
+  EXPECT_TRUE(SHHandleWMSettingChange(dialog, kSettingInputPanel, 0, &activate));
+  EXPECT_FALSE(SHHandleWMSettingChange(dialog, 0, 0, &activate));
+  EXPECT_FALSE(SHHandleWMSettingChange(dialog, kSettingInputPanel, 0, nullptr));
+}
+
+// How many more handles the process can have; the counters of the system are not everywhere.
+template <class Make, class Drop>
+size_t Room(Make make, Drop drop) {
+  std::vector<decltype(make())> made;
+  while (const auto handle = make()) made.push_back(handle);
+  for (const auto handle : made) drop(handle);
+  return made.size();
+}
+size_t GdiRoom() {
+  return Room([] { return CreateSolidBrush(RGB(1, 2, 3)); }, [](HBRUSH b) { DeleteObject(b); });
+}
+size_t UserRoom() {
+  return Room([] { return CreateMenu(); }, [](HMENU m) { DestroyMenu(m); });
+}
+
+TEST_F(ShellTest, HundredOpeningsLeaveNothingBehind) {
+  const auto open_and_close = [&] {
+    Open();
+    SHMENUBARINFO damaged = BarOf(dialog, 62, 114);
+    SHCreateMenuBar(&damaged);
+    DestroyWindow(dialog);
+    Pump();
+  };
+  open_and_close();  // what the system keeps from the first time on
+  const size_t gdi = GdiRoom();
+  const size_t user = UserRoom();
+  for (int i = 0; i < 100; ++i) open_and_close();
+  EXPECT_GT(GdiRoom() + 50, gdi);
+  EXPECT_GT(UserRoom() + 50, user);
+}
+
+}  // namespace
+}  // namespace kelvo

@@ -1,0 +1,113 @@
+// Dialogs that write down what reaches them, and helpers to drive windows.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <functional>
+#include <vector>
+
+#include "base/windows/pocketpc.h"
+
+namespace kelvo {
+
+struct Recorder {
+  DWORD flags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN;
+  bool wants_bar = true;
+  bool ends_with_done = false;  // a page that destroys itself on command 1
+  std::vector<int> commands;
+  std::vector<LPARAM> sources;  // of those commands
+  std::vector<NMRGINFO> gestures;
+  std::vector<WPARAM> menu_keys;  // pressed while a menu is open
+  SHMENUBARINFO bar = {};
+};
+
+inline SHMENUBARINFO BarOf(HWND parent, UINT id, int bitmap, DWORD flags = 0) {
+  SHMENUBARINFO info = {};
+  info.cbSize = sizeof(info);
+  info.hwndParent = parent;
+  info.dwFlags = flags;
+  info.nToolBarId = id;
+  info.hInstRes = GetModuleHandleW(nullptr);
+  info.nBmpId = bitmap;
+  info.cBmpImages = 5;
+  return info;
+}
+
+inline INT_PTR CALLBACK RecordedProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
+  auto* recorder = reinterpret_cast<Recorder*>(GetWindowLongPtrW(dialog, DWLP_USER));
+  switch (message) {
+    case WM_INITDIALOG: {
+      recorder = reinterpret_cast<Recorder*>(lparam);
+      SetWindowLongPtrW(dialog, DWLP_USER, lparam);
+      SHINITDLGINFO init = {SHIDIM_FLAGS, dialog, recorder->flags};
+      SHInitDialog(&init);
+      recorder->bar = BarOf(dialog, 50, 114);
+      if (recorder->wants_bar) SHCreateMenuBar(&recorder->bar);
+      return TRUE;
+    }
+    case WM_COMMAND:
+      if (!recorder) return FALSE;
+      recorder->commands.push_back(LOWORD(wparam));
+      recorder->sources.push_back(lparam);
+      if (LOWORD(wparam) == IDOK && recorder->ends_with_done) DestroyWindow(dialog);
+      return TRUE;
+    case WM_NOTIFY:
+      if (recorder && reinterpret_cast<NMHDR*>(lparam)->code == GN_CONTEXTMENU) {
+        recorder->gestures.push_back(*reinterpret_cast<NMRGINFO*>(lparam));
+      }
+      return FALSE;
+    case WM_ENTERIDLE:
+      if (!recorder || wparam != MSGF_MENU) return FALSE;
+      for (const WPARAM key : recorder->menu_keys) PostMessageW(dialog, WM_KEYDOWN, key, 0);
+      recorder->menu_keys.clear();
+      return TRUE;
+    default:
+      return FALSE;
+  }
+}
+
+inline HWND OpenDialog(Recorder* recorder) {
+  return CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), nullptr, &RecordedProc,
+                            reinterpret_cast<LPARAM>(recorder));
+}
+
+// Handles messages until `done` or, on a failure, for half a minute.
+inline bool PumpUntil(const std::function<bool()>& done) {
+  const DWORD start = GetTickCount();
+  while (!done()) {
+    if (GetTickCount() - start > 30000) return false;
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+      TranslateMessage(&message);
+      DispatchMessageW(&message);
+    }
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
+  }
+  return true;
+}
+
+// Handles what is in the queue now.
+inline void Pump() {
+  const UINT end = RegisterWindowMessageW(L"KelvoTestEnd");
+  PostThreadMessageW(GetCurrentThreadId(), end, 0, 0);
+  MSG message;
+  while (GetMessageW(&message, nullptr, 0, 0) > 0 && message.message != end) {
+    DispatchMessageW(&message);
+  }
+}
+
+inline RECT WindowRect(HWND window) {
+  RECT rect = {};
+  GetWindowRect(window, &rect);
+  return rect;
+}
+
+inline SIZE ClientSize(HWND window) {
+  RECT rect = {};
+  GetClientRect(window, &rect);
+  return {rect.right, rect.bottom};
+}
+
+}  // namespace kelvo
