@@ -8,15 +8,20 @@ namespace {
 constexpr wchar_t kSinkVariable[] = L"KELVO_AUDIO_SINK";
 constexpr wchar_t kPaceVariable[] = L"KELVO_AUDIO_PACE";
 
-Lock sinks_lock;  // guards the next two
+Lock sinks_lock;  // guards the next three
 Array<FileDevice*> sinks;
-int32_t opened_count = 0;
+wchar_t last_wanted[MAX_PATH] = L"";
+int32_t last_number = 0;
 
-// FILE.wav, FILE-2.wav, ...; false when the name does not fit.
-bool NumberedPath(wchar_t (&path)[MAX_PATH], int32_t number) noexcept {
+// The file of the next device: FILE.wav, FILE-2.wav, ...; false when the name does not fit. Lock
+// held.
+bool NextPath(wchar_t (&path)[MAX_PATH]) noexcept {
   wchar_t wanted[MAX_PATH];
   const DWORD length = GetEnvironmentVariableW(kSinkVariable, wanted, MAX_PATH);
   if (length == 0 || length >= MAX_PATH) return false;
+  if (CompareNoCase(wanted, last_wanted) != 0) last_number = 0;
+  CopyWide(last_wanted, MAX_PATH, wanted);
+  const int32_t number = ++last_number;
   const wchar_t* dot = FindLastWide(FileNameOf(wanted), L'.');
   if (!dot) dot = wanted + length;
   CopyWide(path, MAX_PATH, wanted, dot - wanted);
@@ -53,11 +58,10 @@ MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient
 
   LockGuard guard(sinks_lock);
   wchar_t path[MAX_PATH];
-  if (!NumberedPath(path, opened_count + 1)) return MMSYSERR_ERROR;
+  if (!NextPath(path)) return MMSYSERR_ERROR;
   if (!sinks.Reserve(sinks.size() + 1)) return MMSYSERR_NOMEM;
   FileDevice* const opened = FileDevice::Open(path, *format, WantedPace(), client);
   if (!opened) return MMSYSERR_ERROR;
-  ++opened_count;
   static_cast<void>(sinks.Append(opened));  // room is reserved
   *device = reinterpret_cast<HWAVEOUT>(opened);
   return MMSYSERR_NOERROR;

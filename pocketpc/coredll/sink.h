@@ -10,7 +10,7 @@ namespace kelvo {
 
 // The WAV file instead of the sound system, as the environment asks for it:
 //   KELVO_AUDIO_SINK=FILE.wav  the first device that a process opens plays into FILE.wav, the
-//                              second into FILE-2.wav, and so on
+//                              second into FILE-2.wav, and so on while the variable stays
 //   KELVO_AUDIO_PACE=fast      blocks are over at once instead of in real time
 // Read anew by each opening.
 bool SinkWanted() noexcept;

@@ -4,7 +4,8 @@
 #include <nserror.h>
 #include <string.h>
 
-#include <utility>
+#include "base/files/file_system.h"
+#include "pocketpc/wmpcmn/asf_check.h"
 
 namespace kelvo {
 namespace {
@@ -29,6 +30,10 @@ HRESULT CreateReader(IWMSyncReader** reader) noexcept {
 
 HRESULT AsfDecoder::Open(const wchar_t* path) noexcept {
   Close();
+  OpenFile<FileReader> file = SystemFiles().OpenRead(path, Share::kRead);
+  if (!file) return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
+  if (!IsAsfFile(*file)) return NS_E_UNRECOGNIZED_STREAM_TYPE;
+  file.Close();
   HRESULT result = CreateReader(reader_.Receive());
   if (SUCCEEDED(result)) result = reader_->Open(path);
   if (SUCCEEDED(result)) result = SelectAudio();

@@ -8,6 +8,7 @@ namespace {
 
 constexpr double kUnitsPerSecond = 10000000;
 constexpr double kMaxSeconds = 1e9;
+constexpr DWORD kMaxGoodbyeMs = 3000;
 
 }  // namespace
 
@@ -16,12 +17,20 @@ Player* Player::Create(EventSource* events) noexcept {
   if (!player) return nullptr;
   player->asked_.Reset(CreateEventW(nullptr, FALSE, FALSE, nullptr));
   player->answered_.Reset(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-  if (!player->asked_ || !player->answered_ || !player->audio_.changed()) return nullptr;
+  player->gone_.Reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  if (!player->asked_ || !player->answered_ || !player->gone_ || !player->audio_.changed()) {
+    return nullptr;
+  }
   return player.Release();
 }
 
 void Player::Quit() noexcept {
-  if (started()) Run({Verb::kQuit, nullptr, 0});
+  if (started()) {
+    Run({Verb::kQuit, nullptr, 0});
+    // The process may end next, and the system's reader does not survive that half closed. But it
+    // waits for threads of its own, which cannot end while we are inside a detach handler.
+    if (GetCurrentThreadId() != thread_id_) WaitForSingleObject(gone_.get(), kMaxGoodbyeMs);
+  }
   Drop();
 }
 
@@ -103,6 +112,7 @@ void Player::Loop() noexcept {
   }
   audio_.Close();
   decoder_.Close();
+  SetEvent(gone_.get());
   Drop();
   if (in_apartment) CoUninitialize();
 }

@@ -73,6 +73,7 @@ class Player {
   const ComPtr<EventSource> events_;
   UniqueObject asked_;     // a command waits
   UniqueObject answered_;  // its result is there
+  UniqueObject gone_;      // the thread has given the file and the device back
 
   Lock callers_;  // guards the next three: one command at a time
   bool started_ = false;

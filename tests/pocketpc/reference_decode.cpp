@@ -1,0 +1,40 @@
+#include "tests/pocketpc/reference_decode.h"
+
+#include <windows.h>
+
+#include <wmsdkidl.h>
+
+#include "base/windows/com_ptr.h"
+
+namespace kelvo {
+
+Reference DecodeWithSystem(const wchar_t* path) {
+  Reference reference;
+  const HMODULE module = LoadLibraryW(L"wmvcore.dll");
+  using Create = HRESULT(WINAPI*)(IUnknown*, DWORD, IWMSyncReader**);
+  const auto create = reinterpret_cast<Create>(
+      reinterpret_cast<void*>(GetProcAddress(module, "WMCreateSyncReader")));
+  ComPtr<IWMSyncReader> reader;
+  if (!create || FAILED(create(nullptr, 0, reader.Receive())) || FAILED(reader->Open(path))) {
+    return reference;
+  }
+  reader->SetReadStreamSamples(1, FALSE);
+  for (;;) {
+    ComPtr<INSSBuffer> buffer;
+    QWORD time, length;
+    DWORD flags, output, bytes;
+    WORD stream;
+    BYTE* data;
+    if (FAILED(
+            reader->GetNextSample(1, buffer.Receive(), &time, &length, &flags, &output, &stream)))
+      break;
+    buffer->GetBufferAndLength(&data, &bytes);
+    const auto* samples = reinterpret_cast<const int16_t*>(data);
+    reference.samples.insert(reference.samples.end(), samples, samples + bytes / 2);
+    if (reference.second_block == 0) reference.second_block = reference.samples.size();
+  }
+  reader->Close();
+  return reference;
+}
+
+}  // namespace kelvo
