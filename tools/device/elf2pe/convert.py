@@ -9,8 +9,8 @@ def convert(elf_bytes, library, export_names, resource_object=None, version=(1, 
     """The DLL's bytes; ConversionError when the device could not run it."""
     elf = ElfFile(elf_bytes)
     image = Image(elf)
-    instructions.check_code(elf)
     moved = relocations.words_to_relocate(elf)
+    instructions.check_code(elf)
     directories = {}
 
     slots = imports.import_slots(elf)
