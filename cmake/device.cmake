@@ -1,6 +1,8 @@
-# Libraries for the device (KELVO_DEVICE).
+# Libraries for the device (KELVO_CE_ARM is set).
 set(kelvo_device_dir ${CMAKE_SOURCE_DIR}/tools/device)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
+# The compiler's arithmetic comes last, whatever the folders link.
+set(CMAKE_CXX_STANDARD_LIBRARIES -lgcc)
 
 # The stubs of everything that the system's libraries offer, and the start-up code.
 function(kelvo_device_runtime)
@@ -39,7 +41,7 @@ function(kelvo_device_library name)
     -Wl,-T,${kelvo_device_dir}/image.ld,--emit-relocs,--fix-v4bx,--gc-sections,-u,${arg_EXPORT}
     -Wl,--no-warn-rwx-segments,--no-wchar-size-warning,--no-enum-size-warning
     -Wl,-Map,${CMAKE_BINARY_DIR}/device/${name}.map)
-  target_link_libraries(${image} PRIVATE ${arg_LINK} gcc)
+  target_link_libraries(${image} PRIVATE ${arg_LINK})
 
   set(resources)
   set(resource_object)
@@ -64,4 +66,9 @@ function(kelvo_device_library name)
   add_custom_target(${name} ALL DEPENDS ${dll})
 endfunction()
 
+# The names that the desktop's builds give to stand-ins for the device's libraries: here the stubs
+# reach the real ones.
+foreach(library IN ITEMS coredll_import aygshell)
+  add_library(${library} INTERFACE)
+endforeach()
 kelvo_device_runtime()

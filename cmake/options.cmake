@@ -6,7 +6,7 @@ set(CMAKE_C_STANDARD 11)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
-if(KELVO_DEVICE)
+if(KELVO_CE_ARM)
   # CMake does not know the system; its sources are those of Windows.
   set(WIN32 ON)
 endif()

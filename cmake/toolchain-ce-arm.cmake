@@ -3,7 +3,7 @@
 # desktop's Windows headers, and the header-only parts of the reference compiler's C++ library.
 set(CMAKE_SYSTEM_NAME Generic)
 set(CMAKE_SYSTEM_PROCESSOR arm)
-set(KELVO_DEVICE ON)
+set(KELVO_CE_ARM ON)
 set(CMAKE_C_COMPILER arm-none-eabi-gcc)
 set(CMAKE_CXX_COMPILER arm-none-eabi-g++)
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
