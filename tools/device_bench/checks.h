@@ -14,6 +14,8 @@ std::vector<uint8_t> ReadFileHere(const std::string& path);
 
 // The chain itself, with the DLL made for that (tools/device/fixture).
 void CheckProbe(Report& report, const std::string& dll);
+// A fault of that DLL, by number: ends the run.
+void CauseFault(const std::string& dll, uint32_t kind);
 // The library without media: loading, unloading, features by number.
 void CheckFeatures(Report& report, const std::string& dll);
 // Opening, titles, playing and seeking through the decoding thread; memory that runs out.

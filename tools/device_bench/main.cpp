@@ -1,6 +1,7 @@
 // Runs the device's DLL in an emulator of its processor.
 //
 //   device_bench probe PROBE.dll
+//   device_bench fault PROBE.dll NUMBER
 //   device_bench features Kelvo.dll
 //   device_bench vorbis Kelvo.dll MEDIA.ogg...
 //   device_bench measure Kelvo.dll raw_decoder.dll BUDGETS MEDIA.ogg...
@@ -14,6 +15,9 @@ int main(int argc, char** argv) {
   bench::Report report;
   if (arguments.size() == 2 && arguments[0] == "probe") {
     bench::CheckProbe(report, arguments[1]);
+  } else if (arguments.size() == 3 && arguments[0] == "fault") {
+    bench::CauseFault(arguments[1], static_cast<uint32_t>(std::stoul(arguments[2])));
+    return 0;
   } else if (arguments.size() == 2 && arguments[0] == "features") {
     bench::CheckFeatures(report, arguments[1]);
   } else if (arguments.size() >= 3 && arguments[0] == "vorbis") {

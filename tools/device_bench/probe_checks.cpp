@@ -67,4 +67,12 @@ void CheckProbe(Report& report, const std::string& dll) {
   std::filesystem::remove_all(folder);
 }
 
+void CauseFault(const std::string& dll, uint32_t kind) {
+  Process process(".");
+  process.machine.RefuseUnaligned();
+  process.Load(dll);
+  process.Attach();
+  process.CallSlot(process.CallExport("GetFeature", {1}), 8, {kind});
+}
+
 }  // namespace bench
