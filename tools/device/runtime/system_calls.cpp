@@ -26,6 +26,26 @@ BOOL WINAPI TlsFree(DWORD slot) {
   return TlsCall(kTlsFree, slot) != 0;
 }
 
+// The device's wants wide names. Ordinals, numbers below 64 K in the name's place, pass as they
+// are.
+FARPROC GetProcAddressW(HMODULE module, LPCWSTR name);
+
+FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) {
+  if (reinterpret_cast<UINT_PTR>(name) <= 0xFFFF) {
+    return GetProcAddressW(module, reinterpret_cast<LPCWSTR>(name));
+  }
+  constexpr int kCapacity = 128;
+  wchar_t wide[kCapacity];
+  int length = 0;
+  while (name[length] != 0) {
+    if (length == kCapacity - 1) return nullptr;
+    wide[length] = static_cast<unsigned char>(name[length]);
+    ++length;
+  }
+  wide[length] = 0;
+  return GetProcAddressW(module, wide);
+}
+
 // Loaded resources are mapped: the handle is the address.
 LPVOID WINAPI LockResource(HGLOBAL resource) {
   return resource;
