@@ -6,6 +6,7 @@ function(kelvo_library name)
   add_library(${name} STATIC ${arg_UNPARSED_ARGUMENTS})
   target_compile_options(${name} PRIVATE ${KELVO_WARNINGS})
   target_link_libraries(${name} PUBLIC ${arg_LINK})
+  set_property(GLOBAL APPEND PROPERTY KELVO_LIBRARIES ${name})
 endfunction()
 
 # kelvo_test(NAME SOURCES... [LINK LIBS...] [TIMEOUT SECONDS] [DATA]): a GoogleTest program, run by

@@ -5,7 +5,7 @@ set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 
-presets=(native i686 x86_64)
+presets=(native i686 x86_64 ce-arm)
 if [[ ${1:-} == --only ]]; then
   presets=("${2:?--only takes a preset}")
   shift 2

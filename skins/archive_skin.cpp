@@ -32,8 +32,9 @@ enum class Rank { kExact, kNoCase, kInFolder, kNone };
 Rank RankOf(const char* member, const char* name) noexcept {
   if (strcmp(member, name) == 0) return Rank::kExact;
   if (CompareNoCase(member, name) == 0) return Rank::kNoCase;
-  const char* separator = strpbrk(member, "/\\");
-  if (separator && CompareNoCase(separator + 1, name) == 0) return Rank::kInFolder;
+  const char* separator = member;
+  while (*separator != 0 && *separator != '/' && *separator != '\\') ++separator;
+  if (*separator != 0 && CompareNoCase(separator + 1, name) == 0) return Rank::kInFolder;
   return Rank::kNone;
 }
 

@@ -2,6 +2,7 @@
 
 #include <string.h>
 
+#include "base/memory/heap.h"
 #include "input/wma/asf_objects.h"
 
 namespace kelvo {
@@ -97,10 +98,12 @@ bool ReadAsfInfo(ByteSource& source, const wchar_t* path, AsfInfo* out) noexcept
   AsfCursor cursor(source);
   uint8_t header[kFileHeaderBytes];
   if (!cursor.Read(header, sizeof(header)) || !IsGuid(header, kHeaderObject)) return false;
+  // Too large for the device's stack, which is committed a page at a time.
+  const HeapPtr<AsfScratch> scratch(HeapNew<AsfScratch>());
+  if (!scratch) return false;
   out->format.track = kNoAsfTrack;
-  AsfScratch scratch;
   for (uint32_t left = LoadU32(header + kObjectHeaderBytes); left > 0; --left) {
-    if (!ReadObject(cursor, &scratch, out)) break;
+    if (!ReadObject(cursor, scratch.get(), out)) break;
   }
   MakeDisplayTitle(path, out);
   return true;

@@ -9,6 +9,7 @@
 
 #include "tests/support/asf_builder.h"
 #include "tests/support/failing_source.h"
+#include "tests/support/heap_faults.h"
 #include "tests/support/media_files.h"
 #include "tests/support/wide_text.h"
 
@@ -304,6 +305,19 @@ TEST(AsfHeaderTest, SurvivesEveryTruncation) {
     EXPECT_EQ(taken, length >= 30);
     if (taken) ExpectPartOfComplete(info);
   }
+}
+
+TEST(AsfHeaderTest, GivesNothingWithoutMemory) {
+  const std::string bytes = Complete().Build();
+  FailingSource source(bytes, -1);
+  AsfInfo info;
+  memset(&info, 0xAA, sizeof(info));
+  test::HeapFaults faults(0);
+  EXPECT_FALSE(ReadAsfInfo(source, L"x.wma", &info));
+  EXPECT_TRUE(faults.triggered());
+  AsfInfo empty;
+  ClearAsfInfo(&empty);
+  EXPECT_EQ(memcmp(&info, &empty, sizeof(info)), 0);
 }
 
 TEST(AsfHeaderTest, SurvivesEveryFailingRead) {

@@ -1,0 +1,74 @@
+# Libraries for the device (KELVO_CE_ARM is set).
+set(kelvo_device_dir ${CMAKE_SOURCE_DIR}/tools/device)
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+# The compiler's arithmetic comes last, whatever the folders link.
+set(CMAKE_CXX_STANDARD_LIBRARIES -lgcc)
+
+# The stubs of everything that the system's libraries offer, and the start-up code.
+function(kelvo_device_runtime)
+  file(GLOB lists CONFIGURE_DEPENDS ${kelvo_device_dir}/imports/*.txt)
+  set(stubs ${CMAKE_BINARY_DIR}/device/import_stubs.S)
+  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/device)
+  add_custom_command(OUTPUT ${stubs}
+    COMMAND ${Python3_EXECUTABLE} ${kelvo_device_dir}/import_stubs.py ${lists} > ${stubs}
+    DEPENDS ${lists} ${kelvo_device_dir}/import_stubs.py VERBATIM)
+  set(object ${CMAKE_BINARY_DIR}/device/import_stubs.o)
+  add_custom_command(OUTPUT ${object}
+    COMMAND ${CMAKE_C_COMPILER} -march=armv4 -c ${stubs} -o ${object}
+    DEPENDS ${stubs} VERBATIM)
+  add_custom_target(kelvo_import_stubs DEPENDS ${object})
+  add_library(kelvo_device_runtime OBJECT
+    ${kelvo_device_dir}/runtime/compiler_support.cpp
+    ${kelvo_device_dir}/runtime/start_up.cpp
+    ${kelvo_device_dir}/runtime/system_calls.cpp)
+  target_compile_options(kelvo_device_runtime PRIVATE ${KELVO_WARNINGS})
+  set(KELVO_IMPORT_STUBS ${object} PARENT_SCOPE)
+endfunction()
+
+# kelvo_device_library(NAME SOURCES... EXPORT FUNCTION [RESOURCES FILE.rc] [LINK LIBS...]):
+# bin/NAME.dll. A function that is neither ours nor in the import lists ends the link.
+function(kelvo_device_library name)
+  cmake_parse_arguments(arg "" "EXPORT;RESOURCES" "LINK" ${ARGN})
+  set(image ${name}_image)
+  add_executable(${image} ${arg_UNPARSED_ARGUMENTS} $<TARGET_OBJECTS:kelvo_device_runtime>
+                 ${KELVO_IMPORT_STUBS})
+  add_dependencies(${image} kelvo_import_stubs)
+  set_target_properties(${image} PROPERTIES SUFFIX .elf
+    RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/device
+    LINK_DEPENDS "${kelvo_device_dir}/image.ld;${KELVO_IMPORT_STUBS}")
+  target_compile_options(${image} PRIVATE ${KELVO_WARNINGS})
+  target_link_options(${image} PRIVATE -march=armv4 -marm -nostdlib -static
+    -Wl,-T,${kelvo_device_dir}/image.ld,--emit-relocs,--fix-v4bx,--gc-sections,-u,${arg_EXPORT}
+    -Wl,--no-warn-rwx-segments,--no-wchar-size-warning,--no-enum-size-warning
+    -Wl,-Map,${CMAKE_BINARY_DIR}/device/${name}.map)
+  target_link_libraries(${image} PRIVATE ${arg_LINK})
+
+  set(resources)
+  set(resource_object)
+  if(arg_RESOURCES)
+    get_filename_component(script ${arg_RESOURCES} ABSOLUTE)
+    get_filename_component(folder ${script} DIRECTORY)
+    file(GLOB parts CONFIGURE_DEPENDS ${folder}/*)
+    set(resource_object ${CMAKE_BINARY_DIR}/device/${name}_resources.o)
+    add_custom_command(OUTPUT ${resource_object}
+      COMMAND i686-w64-mingw32-windres -DKELVO_CE_ARM=1 -I ${CMAKE_SOURCE_DIR} -I ${folder}
+              -I ${CMAKE_SOURCE_DIR}/include -O coff ${script} ${resource_object}
+      DEPENDS ${parts} VERBATIM)
+    set(resources --resources ${resource_object})
+  endif()
+  file(GLOB converter CONFIGURE_DEPENDS ${kelvo_device_dir}/*.py ${kelvo_device_dir}/elf2pe/*.py)
+  set(dll ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${name}.dll)
+  file(MAKE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  add_custom_command(OUTPUT ${dll}
+    COMMAND ${Python3_EXECUTABLE} -B ${kelvo_device_dir}/elf_to_pe.py $<TARGET_FILE:${image}> ${dll}
+            --export ${arg_EXPORT} --version ${PROJECT_VERSION} ${resources}
+    DEPENDS ${image} ${converter} ${resource_object} VERBATIM)
+  add_custom_target(${name} ALL DEPENDS ${dll})
+endfunction()
+
+# The names that the desktop's builds give to stand-ins for the device's libraries: here the stubs
+# reach the real ones.
+foreach(library IN ITEMS coredll_import aygshell)
+  add_library(${library} INTERFACE)
+endforeach()
+kelvo_device_runtime()

@@ -1,0 +1,39 @@
+"""The whole conversion."""
+
+from . import exports, imports, instructions, pe_file, relocations, resources
+from .elf_file import ElfFile
+from .image import DISCARDABLE, READ_ONLY, Image
+
+
+def convert(elf_bytes, library, export_names, resource_object=None, version=(1, 0)):
+    """The DLL's bytes; ConversionError when the device could not run it."""
+    elf = ElfFile(elf_bytes)
+    image = Image(elf)
+    moved = relocations.words_to_relocate(elf)
+    instructions.check_code(elf)
+    directories = {}
+
+    slots = imports.import_slots(elf)
+    rva = image.next_rva()
+    table, slot_values = imports.import_directory(slots, rva)
+    for slot, value in slot_values.items():
+        image.store_word(slot, value)
+    directories[pe_file.IMPORTS] = (rva, imports.DESCRIPTOR_SIZE * (len(slots) + 1))
+    directories[pe_file.IMPORT_SLOTS] = imports.slot_range(slots)
+    table += bytes(-len(table) % 4)
+    names = exports.export_directory(exports.exported_rvas(elf, export_names), library,
+                                     rva + len(table))
+    directories[pe_file.EXPORTS] = (rva + len(table), len(names))
+    image.append(".idata", table + names, READ_ONLY)
+
+    if resource_object is not None:
+        rva = image.next_rva()
+        section = resources.resource_section(resource_object, rva)
+        directories[pe_file.RESOURCES] = (rva, len(section))
+        image.append(".rsrc", section, READ_ONLY)
+
+    rva = image.next_rva()
+    table = relocations.relocation_table(moved)
+    directories[pe_file.RELOCATIONS] = (rva, len(table))
+    image.append(".reloc", table, DISCARDABLE)
+    return pe_file.write_pe(image, directories, version)
