@@ -1,7 +1,9 @@
 // Property sheets as the shell shows them.
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <prsht.h>
+
 
 #include "tests/pocketpc/recorded_dialog.h"
 
