@@ -28,7 +28,8 @@ DecoderHeap* DecoderHeap::Current() noexcept {
   return static_cast<DecoderHeap*>(g_current.Get());
 }
 
-DecoderHeap::DecoderHeap() noexcept : blocks_{&blocks_, &blocks_, 0} {}
+DecoderHeap::DecoderHeap() noexcept
+    : blocks_{&blocks_, &blocks_, 0}, scratch_{&scratch_, &scratch_, 0} {}
 
 // The compiler's own jump is used: the C library's unwinds on some targets, and the device's
 // library is not known to have one. Both calls must not be inlined into a common caller.
@@ -42,6 +43,7 @@ DecoderHeap::DecoderHeap() noexcept : blocks_{&blocks_, &blocks_, 0} {}
     given_up_ = true;
   }
   g_current.Set(outer);
+  FreeRing(&scratch_);
   if (given_up_) FreeAll();
   return !given_up_;
 }
@@ -50,11 +52,11 @@ DecoderHeap::DecoderHeap() noexcept : blocks_{&blocks_, &blocks_, 0} {}
   __builtin_longjmp(jump_, 1);
 }
 
-void DecoderHeap::Link(Block* block) noexcept {
-  block->previous = &blocks_;
-  block->next = blocks_.next;
-  blocks_.next->previous = block;
-  blocks_.next = block;
+void DecoderHeap::Link(Block* ring, Block* block) noexcept {
+  block->previous = ring;
+  block->next = ring->next;
+  ring->next->previous = block;
+  ring->next = block;
 }
 
 void DecoderHeap::Unlink(Block* block) noexcept {
@@ -70,12 +72,23 @@ bool DecoderHeap::Accept(size_t bytes) const noexcept {
   return bytes <= kMostBytes && bytes_ <= kMostBytes - bytes;
 }
 
-void* DecoderHeap::Take(size_t bytes) noexcept {
+DecoderHeap::Block* DecoderHeap::NewBlock(size_t bytes) noexcept {
   Block* block = Accept(bytes) ? static_cast<Block*>(HeapTake(kHeader + bytes)) : nullptr;
   if (!block) Abandon();
   block->bytes = bytes;
   bytes_ += bytes;
-  Link(block);
+  return block;
+}
+
+void* DecoderHeap::Take(size_t bytes) noexcept {
+  Block* block = NewBlock(bytes);
+  Link(&blocks_, block);
+  return reinterpret_cast<char*>(block) + kHeader;
+}
+
+void* DecoderHeap::Scratch(size_t bytes) noexcept {
+  Block* block = NewBlock(bytes);
+  Link(&scratch_, block);
   return reinterpret_cast<char*>(block) + kHeader;
 }
 
@@ -87,12 +100,12 @@ void* DecoderHeap::Resize(void* payload, size_t bytes) noexcept {
   Block* resized =
       Accept(bytes) ? static_cast<Block*>(HeapResize(block, kHeader + bytes)) : nullptr;
   if (!resized) {
-    Link(block);
+    Link(&blocks_, block);
     Abandon();
   }
   resized->bytes = bytes;
   bytes_ += bytes;
-  Link(resized);
+  Link(&blocks_, resized);
   return reinterpret_cast<char*>(resized) + kHeader;
 }
 
@@ -104,13 +117,18 @@ void DecoderHeap::Give(void* payload) noexcept {
   HeapGive(block);
 }
 
-void DecoderHeap::FreeAll() noexcept {
-  while (blocks_.next != &blocks_) {
-    Block* block = blocks_.next;
+void DecoderHeap::FreeRing(Block* ring) noexcept {
+  while (ring->next != ring) {
+    Block* block = ring->next;
+    bytes_ -= block->bytes;
     Unlink(block);
     HeapGive(block);
   }
-  bytes_ = 0;
+}
+
+void DecoderHeap::FreeAll() noexcept {
+  FreeRing(&scratch_);
+  FreeRing(&blocks_);
 }
 
 }  // namespace kelvo
@@ -134,4 +152,8 @@ void* KelvoDecoderRealloc(void* block, size_t bytes) {
 
 void KelvoDecoderFree(void* block) {
   DecoderHeap::Current()->Give(block);
+}
+
+void* KelvoDecoderScratch(size_t bytes) {
+  return DecoderHeap::Current()->Scratch(bytes);
 }

@@ -32,6 +32,7 @@ class DecoderHeap {
   void* Take(size_t bytes) noexcept;
   void* Resize(void* block, size_t bytes) noexcept;
   void Give(void* block) noexcept;
+  void* Scratch(size_t bytes) noexcept;  // until the innermost Run ends
   static DecoderHeap* Current() noexcept;
 
  private:
@@ -45,12 +46,15 @@ class DecoderHeap {
   bool RunErased(void (*work)(void*), void* context) noexcept;
   [[noreturn]] void Abandon() noexcept;
   void FreeAll() noexcept;
-  void Link(Block* block) noexcept;
+  void FreeRing(Block* ring) noexcept;
+  Block* NewBlock(size_t bytes) noexcept;
+  static void Link(Block* ring, Block* block) noexcept;
   static void Unlink(Block* block) noexcept;
   static Block* BlockOf(void* payload) noexcept;
   bool Accept(size_t bytes) const noexcept;
 
-  Block blocks_;      // ring of all blocks
+  Block blocks_;      // ring of the blocks that the decoder gives back
+  Block scratch_;     // ring of those that live as long as one Run
   size_t bytes_ = 0;  // taken and not given back
   bool given_up_ = false;
   void* jump_[5];

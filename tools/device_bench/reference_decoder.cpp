@@ -20,6 +20,9 @@ void* KelvoDecoderRealloc(void* block, size_t bytes) {
 void KelvoDecoderFree(void* block) {
   free(block);
 }
+void* KelvoDecoderScratch(size_t bytes) {
+  return malloc(bytes);
+}  // until the program ends
 
 namespace bench {
 namespace {

@@ -133,6 +133,8 @@ void CheckVorbis(Report& report, const std::string& dll, const std::string& medi
   CheckPauseAndStop(report, player, here);
   report.Equal("the reader's close is handed on", player.Close(), 5u);
   CheckMemory(report, player, blocks_before);
+  // Of the 64 KB that a thread of the system gets; the host's own frames need room as well.
+  report.Check("stacks stay below 12 KB", player.process.threads.deepest_stack() < 12 * 1024);
   report.Equal("detach", player.process.Detach(), 1u);
   report.Equal("thread handles left", player.process.thread_handles.size(), size_t{0});
   report.Equal("events left", player.process.events.size(), size_t{0});

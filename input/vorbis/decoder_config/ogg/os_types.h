@@ -21,6 +21,8 @@ void* KelvoDecoderMalloc(size_t bytes);
 void* KelvoDecoderCalloc(size_t count, size_t bytes_each);
 void* KelvoDecoderRealloc(void* block, size_t bytes);
 void KelvoDecoderFree(void* block);
+/* Lives until the call into the decoder ends. */
+void* KelvoDecoderScratch(size_t bytes);
 
 #ifdef __cplusplus
 }
