@@ -70,11 +70,22 @@ link_fonts() {
 }
 
 make_prefix() {
+  rm -f "$wine_run/managed"
   link_fonts
   in_wine wineboot --init
   # A crash is told on stderr and ends the program; it asks nobody.
   set_registry 'HKCU\Software\Wine\WineDbg' ShowCrashDialog REG_DWORD 0
   printf '%s\n' "$prefix_version" >"$wine_prefix/.complete"
+}
+
+# A display of our own has no window manager; a Wine that counts on one waits two seconds for its
+# answer whenever a window opens.
+choose_managing() {
+  local managed=Y
+  [[ -z $display_pid ]] || managed=N
+  [[ -f $wine_run/managed && $(<"$wine_run/managed") == "$managed" ]] && return
+  set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ "$managed"
+  printf '%s\n' "$managed" >"$wine_run/managed"
 }
 
 # Opens the desktop and keeps a command prompt on it. Wine would close it a second after the last
@@ -129,6 +140,7 @@ main() {
   mkdir -p "$wine_prefix"
   start_server
   if prefix_complete; then in_wine wineboot; else make_prefix; fi
+  choose_managing
   hold_desktop
   printf '%s\n' "$$" "$server_pid" "$display_pid" "$DISPLAY" "${XAUTHORITY:-}" \
     >"$wine_run/ready.new"
