@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <windows.h>
+
 #include <prsht.h>
 
 

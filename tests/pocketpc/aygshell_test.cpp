@@ -81,6 +81,20 @@ TEST_F(ShellTest, WithoutDoneThereIsNoCloseButton) {
   EXPECT_TRUE(recorder.commands.empty());
 }
 
+TEST_F(ShellTest, InputPanelGoesDownWhenAsked) {
+  using StateFunction = BOOL(WINAPI*)();
+  const auto is_up = reinterpret_cast<StateFunction>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"coredll.dll"), "KelvoInputPanelState")));
+  ASSERT_TRUE(is_up);
+  SipShowIM(SIPF_ON);
+  Open();
+  EXPECT_TRUE(is_up());
+  DestroyWindow(dialog);
+  recorder.flags |= SHIDIF_SIPDOWN;
+  Open();
+  EXPECT_FALSE(is_up());
+}
+
 TEST_F(ShellTest, BarFollowsItsDialog) {
   Open();
   EXPECT_TRUE(IsWindowVisible(bar));
