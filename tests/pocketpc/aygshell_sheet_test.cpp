@@ -6,7 +6,6 @@
 
 #include <prsht.h>
 
-
 #include "tests/pocketpc/recorded_dialog.h"
 
 namespace kelvo {

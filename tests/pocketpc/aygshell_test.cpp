@@ -247,6 +247,34 @@ TEST_F(ShellTest, RightClickOnAListIsTapAndHold) {
   EXPECT_EQ(recorder.gestures[0].hdr.idFrom, 1001u);
 }
 
+TEST_F(ShellTest, HoldingAnItemSelectsItAndTellsTheDialog) {
+  Open();
+  const HWND list = GetDlgItem(dialog, 1001);
+  LVITEMW item = {};
+  item.mask = LVIF_TEXT;
+  wchar_t text[] = L"Item";
+  item.pszText = text;
+  ASSERT_EQ(SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)), 0);
+  ASSERT_EQ(SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)), 0);
+  LVCOLUMNW column = {};
+  column.mask = LVCF_WIDTH;
+  column.cx = 100;
+  SendMessageW(list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+  RECT label = {};
+  ListView_GetItemRect(list, 1, &label, LVIR_LABEL);
+  BYTE keys[256] = {};
+  keys[VK_LBUTTON] = 0x80;
+  Pump();
+  SetKeyboardState(keys);
+  POINT at = {label.left + 5, (label.top + label.bottom) / 2};
+  SendMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+  ASSERT_EQ(recorder.gestures.size(), 1u);
+  ClientToScreen(list, &at);
+  EXPECT_EQ(recorder.gestures[0].ptAction.x, at.x);
+  EXPECT_EQ(recorder.gestures[0].ptAction.y, at.y);
+  EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_FOCUSED | LVNI_SELECTED), 1);
+}
+
 TEST_F(ShellTest, GesturesAreTapsDragsAndHolds) {
   Open();
   const HWND list = GetDlgItem(dialog, 1001);
