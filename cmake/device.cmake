@@ -68,7 +68,7 @@ endfunction()
 
 # The names that the desktop's builds give to stand-ins for the device's libraries: here the stubs
 # reach the real ones.
-foreach(library IN ITEMS coredll_import aygshell)
+foreach(library IN ITEMS coredll_import aygshell_import)
   add_library(${library} INTERFACE)
 endforeach()
 kelvo_device_runtime()

@@ -2,8 +2,6 @@
 
 #include <commctrl.h>
 
-#include <utility>
-
 #include "base/windows/pocketpc.h"
 
 namespace kelvo {
@@ -11,15 +9,6 @@ namespace {
 
 constexpr DWORD kHoldMs = 700;
 constexpr int kSlop = 4;  // pixels that a resting stylus may wander
-constexpr UINT_PTR kHoldTimer = 0x4B01;
-
-// The press being watched. There is one stylus.
-struct Press {
-  HWND control = nullptr;
-  POINT at = {};  // on the screen
-};
-Press press;
-
 bool IsNear(POINT a, POINT b) noexcept {
   const LONG dx = a.x - b.x;
   const LONG dy = a.y - b.y;
@@ -50,52 +39,6 @@ POINT LastMessagePoint() noexcept {
   return {static_cast<short>(LOWORD(at)), static_cast<short>(HIWORD(at))};
 }
 
-void OnPressed(HWND dialog, POINT client) noexcept {
-  const HWND control = ChildWindowFromPointEx(dialog, client, CWP_SKIPINVISIBLE | CWP_SKIPDISABLED);
-  if (!control || control == dialog || !RecognisesHolding(control)) return;
-  press.control = control;
-  press.at = client;
-  ClientToScreen(dialog, &press.at);
-  SetTimer(dialog, kHoldTimer, kHoldMs, nullptr);
-}
-
-void OnHeld(HWND dialog) noexcept {
-  KillTimer(dialog, kHoldTimer);
-  const HWND control = std::exchange(press.control, nullptr);
-  POINT now;
-  if (!control || !IsDown(VK_LBUTTON) || !GetCursorPos(&now) || !IsNear(now, press.at)) return;
-  SendMessageW(control, WM_CANCELMODE, 0, 0);  // the menu will eat the release
-  TellParent(control, press.at);
-}
-
-LRESULT CALLBACK GestureProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
-                             DWORD_PTR) noexcept {
-  switch (message) {
-    case WM_PARENTNOTIFY:
-      if (LOWORD(wparam) == WM_LBUTTONDOWN) {
-        OnPressed(dialog, {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))});
-      }
-      break;
-    case WM_TIMER:
-      if (wparam != kHoldTimer) break;
-      OnHeld(dialog);
-      return 0;
-    case WM_NOTIFY: {
-      const NMHDR* header = reinterpret_cast<const NMHDR*>(lparam);
-      if (header->code != static_cast<UINT>(NM_RCLICK) || !RecognisesHolding(header->hwndFrom))
-        break;
-      TellParent(header->hwndFrom, LastMessagePoint());
-      return 1;  // handled: no WM_CONTEXTMENU
-    }
-    case WM_NCDESTROY:
-      RemoveWindowSubclass(dialog, &GestureProc, id);
-      break;
-    default:
-      break;
-  }
-  return DefSubclassProc(dialog, message, wparam, lparam);
-}
-
 // Watches the stylus until it is lifted or moved (false) or has rested long enough (true). What
 // ended a tap stays in the queue for its window.
 bool WaitForHold(HWND client, POINT down) noexcept {
@@ -115,10 +58,64 @@ bool WaitForHold(HWND client, POINT down) noexcept {
   }
 }
 
+// As a tap would have done.
+void SelectAt(HWND control, POINT client) noexcept {
+  wchar_t name[32] = L"";
+  GetClassNameW(control, name, ARRAYSIZE(name));
+  if (lstrcmpiW(name, WC_TREEVIEWW) == 0) {
+    TVHITTESTINFO hit = {};
+    hit.pt = client;
+    if (TreeView_HitTest(control, &hit)) TreeView_SelectItem(control, hit.hItem);
+    return;
+  }
+  constexpr UINT kCurrent = LVIS_SELECTED | LVIS_FOCUSED;
+  LVHITTESTINFO hit = {};
+  hit.pt = client;
+  const int item = ListView_HitTest(control, &hit);
+  if (item >= 0 && (ListView_GetItemState(control, item, LVIS_SELECTED) & LVIS_SELECTED)) return;
+  ListView_SetItemState(control, -1, 0, LVIS_SELECTED);
+  if (item >= 0) ListView_SetItemState(control, item, kCurrent, kCurrent);
+}
+
+// A list or tree view.
+LRESULT CALLBACK ControlProc(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
+                             DWORD_PTR) noexcept {
+  if (message == WM_LBUTTONDOWN && IsDown(VK_LBUTTON)) {
+    POINT at = {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
+    if (WaitForHold(control, at)) {
+      SetFocus(control);
+      SelectAt(control, at);
+      ClientToScreen(control, &at);
+      TellParent(control, at);
+      return 0;
+    }
+  } else if (message == WM_NCDESTROY) {
+    RemoveWindowSubclass(control, &ControlProc, id);
+  }
+  return DefSubclassProc(control, message, wparam, lparam);
+}
+
+LRESULT CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
+                            DWORD_PTR) noexcept {
+  if (message == WM_NOTIFY) {
+    const NMHDR* header = reinterpret_cast<const NMHDR*>(lparam);
+    if (header->code == static_cast<UINT>(NM_RCLICK) && RecognisesHolding(header->hwndFrom)) {
+      TellParent(header->hwndFrom, LastMessagePoint());
+      return 1;  // handled: no WM_CONTEXTMENU
+    }
+  } else if (message == WM_NCDESTROY) {
+    RemoveWindowSubclass(dialog, &DialogProc, id);
+  }
+  return DefSubclassProc(dialog, message, wparam, lparam);
+}
+
 }  // namespace
 
 bool WatchGestures(HWND dialog) noexcept {
-  return SetWindowSubclass(dialog, &GestureProc, 0, 0) != FALSE;
+  for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (RecognisesHolding(child) && !SetWindowSubclass(child, &ControlProc, 0, 0)) return false;
+  }
+  return SetWindowSubclass(dialog, &DialogProc, 0, 0) != FALSE;
 }
 
 }  // namespace kelvo

@@ -6,14 +6,6 @@
 namespace kelvo {
 namespace {
 
-// The panel belongs to coredll.dll; a process without it has none to lower.
-void LowerInputPanel() noexcept {
-  using ShowFunction = BOOL(WINAPI*)(DWORD);
-  const HMODULE core = GetModuleHandleW(L"coredll.dll");
-  const FARPROC found = core ? GetProcAddress(core, "SipShowIM") : nullptr;
-  if (found) reinterpret_cast<ShowFunction>(reinterpret_cast<void*>(found))(SIPF_OFF);
-}
-
 bool FillScreenWith(HWND dialog, HWND root) noexcept {
   FillScreen(root);
   return !SheetOfPage(dialog) || FillSheet(dialog);
@@ -32,7 +24,7 @@ BOOL WINAPI SHInitDialog(SHINITDLGINFO* info) {
   if (!kelvo::MakeFrame(root) || !kelvo::WatchGestures(dialog)) return FALSE;
   if ((done || sized) && !kelvo::SetDone(root, done)) return FALSE;
   if (sized && !kelvo::FillScreenWith(dialog, root)) return FALSE;
-  if (flags & SHIDIF_SIPDOWN) kelvo::LowerInputPanel();
+  if (flags & SHIDIF_SIPDOWN) SipShowIM(SIPF_OFF);
   return TRUE;
 }
 

@@ -65,17 +65,27 @@ bool FillsSheet(HWND window) noexcept {
   return GetPropW(window, kFills) != nullptr;
 }
 
+// One row; as much room around the texts as lets all of them be seen.
+void FitTabs(HWND tabs, const RECT& client) noexcept {
+  constexpr int kWidestPadding = 6;
+  const LONG_PTR style = GetWindowLongPtrW(tabs, GWL_STYLE);
+  SetWindowLongPtrW(tabs, GWL_STYLE, style & ~static_cast<LONG_PTR>(TCS_MULTILINE));
+  const LRESULT count = SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0);
+  for (int padding = kWidestPadding; padding >= 0; --padding) {
+    SendMessageW(tabs, TCM_SETPADDING, 0, MAKELPARAM(padding, 3));
+    SendMessageW(tabs, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, kTabRowHeight));
+    RECT last = {};
+    SendMessageW(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(count - 1),
+                 reinterpret_cast<LPARAM>(&last));
+    if (last.right <= client.right) return;
+  }
+}
+
 void PlaceTabs(HWND tabs, const RECT& client) noexcept {
   const bool at_bottom = (GetWindowLongPtrW(tabs, GWL_STYLE) & TCS_BOTTOM) != 0;
-  // As many as possible in one row.
-  constexpr int kPadding = 3;
-  const LONG_PTR style = GetWindowLongPtrW(tabs, GWL_STYLE);
-  if (style & TCS_MULTILINE) {
-    SetWindowLongPtrW(tabs, GWL_STYLE, style & ~static_cast<LONG_PTR>(TCS_MULTILINE));
-    SendMessageW(tabs, TCM_SETPADDING, 0, MAKELPARAM(kPadding, kPadding));
-  }
   SetWindowPos(tabs, HWND_TOP, 0, at_bottom ? client.bottom - kTabRowHeight : 0, client.right,
                kTabRowHeight, SWP_NOACTIVATE);
+  FitTabs(tabs, client);
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ set -euo pipefail
 . "$kelvo_root/scripts/lib/wine_env.sh"
 
 readonly idle_seconds=300
-readonly prefix_version=2
+readonly prefix_version=3
 server_pid="" display_pid=""
 
 # The pipe ends when the display is ready or gone.
@@ -75,6 +75,9 @@ make_prefix() {
   in_wine wineboot --init
   # A crash is told on stderr and ends the program; it asks nobody.
   set_registry 'HKCU\Software\Wine\WineDbg' ShowCrashDialog REG_DWORD 0
+  # The display has no window manager: Wine would wait two seconds for one whenever a window comes
+  # up, and leave the captions to it.
+  set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ N
   printf '%s\n' "$prefix_version" >"$wine_prefix/.complete"
 }
 

@@ -2,8 +2,9 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <prsht.h>
+#include <windows.h>
 
+#include <prsht.h>
 
 #include "tests/pocketpc/recorded_dialog.h"
 

@@ -81,6 +81,20 @@ TEST_F(ShellTest, WithoutDoneThereIsNoCloseButton) {
   EXPECT_TRUE(recorder.commands.empty());
 }
 
+TEST_F(ShellTest, InputPanelGoesDownWhenAsked) {
+  using StateFunction = BOOL(WINAPI*)();
+  const auto is_up = reinterpret_cast<StateFunction>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"coredll.dll"), "KelvoInputPanelState")));
+  ASSERT_TRUE(is_up);
+  SipShowIM(SIPF_ON);
+  Open();
+  EXPECT_TRUE(is_up());
+  DestroyWindow(dialog);
+  recorder.flags |= SHIDIF_SIPDOWN;
+  Open();
+  EXPECT_FALSE(is_up());
+}
+
 TEST_F(ShellTest, BarFollowsItsDialog) {
   Open();
   EXPECT_TRUE(IsWindowVisible(bar));
@@ -231,6 +245,34 @@ TEST_F(ShellTest, RightClickOnAListIsTapAndHold) {
   ASSERT_EQ(recorder.gestures.size(), 1u);
   EXPECT_EQ(recorder.gestures[0].hdr.hwndFrom, list);
   EXPECT_EQ(recorder.gestures[0].hdr.idFrom, 1001u);
+}
+
+TEST_F(ShellTest, HoldingAnItemSelectsItAndTellsTheDialog) {
+  Open();
+  const HWND list = GetDlgItem(dialog, 1001);
+  LVITEMW item = {};
+  item.mask = LVIF_TEXT;
+  wchar_t text[] = L"Item";
+  item.pszText = text;
+  ASSERT_EQ(SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)), 0);
+  ASSERT_EQ(SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)), 0);
+  LVCOLUMNW column = {};
+  column.mask = LVCF_WIDTH;
+  column.cx = 100;
+  SendMessageW(list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+  RECT label = {};
+  ListView_GetItemRect(list, 1, &label, LVIR_LABEL);
+  BYTE keys[256] = {};
+  keys[VK_LBUTTON] = 0x80;
+  Pump();
+  SetKeyboardState(keys);
+  POINT at = {label.left + 5, (label.top + label.bottom) / 2};
+  SendMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+  ASSERT_EQ(recorder.gestures.size(), 1u);
+  ClientToScreen(list, &at);
+  EXPECT_EQ(recorder.gestures[0].ptAction.x, at.x);
+  EXPECT_EQ(recorder.gestures[0].ptAction.y, at.y);
+  EXPECT_EQ(ListView_GetNextItem(list, -1, LVNI_FOCUSED | LVNI_SELECTED), 1);
 }
 
 TEST_F(ShellTest, GesturesAreTapsDragsAndHolds) {
