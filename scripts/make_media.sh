@@ -8,6 +8,7 @@ media="$kelvo_build/media"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 made=0
+out=""
 
 # make NAME COMMAND...: the command writes its result to the file $out, unless NAME is there already.
 make() {
