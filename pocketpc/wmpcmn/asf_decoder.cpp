@@ -6,6 +6,7 @@
 
 #include "base/files/file_system.h"
 #include "pocketpc/wmpcmn/asf_check.h"
+#include "pocketpc/wmpcmn/open_reader.h"
 
 namespace kelvo {
 namespace {
@@ -13,18 +14,6 @@ namespace {
 constexpr GUID kAudioType = {
     0x73647561, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x38, 0x9B, 0x71}};
 constexpr uint64_t kUnitsPerSecond = 10000000;
-
-// Loaded at run time, so that this DLL also loads where Windows Media is missing.
-HRESULT CreateReader(IWMSyncReader** reader) noexcept {
-  using Create = HRESULT(WINAPI*)(IUnknown*, DWORD, IWMSyncReader**);
-  static const HMODULE module = LoadLibraryW(L"wmvcore.dll");  // for the life of the process
-  const FARPROC found = module ? GetProcAddress(module, "WMCreateSyncReader") : nullptr;
-  if (!found) return HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND);
-  Create create;
-  static_assert(sizeof(create) == sizeof(found));
-  memcpy(&create, &found, sizeof(create));
-  return create(nullptr, 0, reader);
-}
 
 }  // namespace
 
@@ -34,8 +23,7 @@ HRESULT AsfDecoder::Open(const wchar_t* path) noexcept {
   if (!file) return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
   if (!IsAsfFile(*file)) return NS_E_UNRECOGNIZED_STREAM_TYPE;
   file.Close();
-  HRESULT result = CreateReader(reader_.Receive());
-  if (SUCCEEDED(result)) result = reader_->Open(path);
+  HRESULT result = OpenReader(path, &reader_);
   if (SUCCEEDED(result)) result = SelectAudio();
   if (SUCCEEDED(result)) result = ReadDuration();
   if (FAILED(result)) Close();

@@ -19,7 +19,6 @@ class AsfDecoder {
   HRESULT Open(const wchar_t* path) noexcept;
   void Close() noexcept;
 
-  bool is_open() const noexcept { return static_cast<bool>(reader_); }
   uint32_t rate() const noexcept { return rate_; }
   uint64_t duration() const noexcept { return duration_; }
 

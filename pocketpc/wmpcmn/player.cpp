@@ -35,7 +35,7 @@ void Player::Quit() noexcept {
 }
 
 HRESULT Player::Halt() noexcept {
-  return started() ? Stop() : S_OK;
+  return started() ? Run({Verb::kHalt, nullptr, 0}) : S_OK;
 }
 
 bool Player::started() noexcept {
@@ -103,6 +103,7 @@ void Player::Loop() noexcept {
       result_ = Execute(command_);
       SetEvent(answered_.get());
     }
+    if (!playing_) decoder_.Close();
     DISPID event;
     if (playing_ && Pump(&event)) events_->Fire(event);
     if (tell_change_ && !quitting_) {
@@ -128,8 +129,11 @@ HRESULT Player::Execute(const Command& command) noexcept {
       return S_OK;
     case Verb::kSeek:
       return DoSeek(command.time);
+    case Verb::kHalt:
+      Silence();
+      return S_OK;
     case Verb::kQuit:
-      DoStop();
+      Silence();
       quitting_ = true;
       return S_OK;
   }
@@ -139,8 +143,7 @@ HRESULT Player::Execute(const Command& command) noexcept {
 HRESULT Player::DoOpen(const wchar_t* path) noexcept {
   DoStop();
   audio_.Close();  // a recording ends with its file
-  const HRESULT result = decoder_.Open(path);
-  decoder_moved_ = false;
+  const HRESULT result = Examine(path);
   LockGuard guard(shown_);
   has_file_ = SUCCEEDED(result);
   position_ = 0;
@@ -148,15 +151,25 @@ HRESULT Player::DoOpen(const wchar_t* path) noexcept {
   return result;
 }
 
+HRESULT Player::Examine(const wchar_t* path) noexcept {
+  const HRESULT result = decoder_.Open(path);
+  decoder_.Close();
+  if (FAILED(result)) return result;
+  return path_.Assign(path) ? S_OK : E_OUTOFMEMORY;
+}
+
 HRESULT Player::DoPlay() noexcept {
-  if (!decoder_.is_open()) return E_UNEXPECTED;
+  if (!has_file_) return E_UNEXPECTED;
   if (playing_) return S_OK;
-  if (!audio_.Open(decoder_.rate())) return HRESULT_FROM_WIN32(ERROR_NO_SYSTEM_RESOURCES);
-  if (decoder_moved_) {
-    const HRESULT result = decoder_.Seek(position_);
-    if (FAILED(result)) return result;
+  HRESULT result = decoder_.Open(path_.get());
+  if (SUCCEEDED(result) && position_ > 0) result = decoder_.Seek(position_);
+  if (SUCCEEDED(result) && !audio_.Open(decoder_.rate())) {
+    result = HRESULT_FROM_WIN32(ERROR_NO_SYSTEM_RESOURCES);
   }
-  decoder_moved_ = true;
+  if (FAILED(result)) {
+    decoder_.Close();
+    return result;
+  }
   input_ended_ = false;
   playing_ = true;
   tell_change_ = true;
@@ -164,6 +177,11 @@ HRESULT Player::DoPlay() noexcept {
 }
 
 void Player::DoStop() noexcept {
+  Silence();
+  decoder_.Close();
+}
+
+void Player::Silence() noexcept {
   if (playing_) tell_change_ = true;
   playing_ = false;
   audio_.Reset();
@@ -171,7 +189,7 @@ void Player::DoStop() noexcept {
 }
 
 HRESULT Player::DoSeek(uint64_t time) noexcept {
-  if (!decoder_.is_open()) return E_UNEXPECTED;
+  if (!has_file_) return E_UNEXPECTED;
   if (time > duration_) time = duration_;
   if (playing_) {
     audio_.Reset();
@@ -182,7 +200,6 @@ HRESULT Player::DoSeek(uint64_t time) noexcept {
       return result;
     }
   }
-  decoder_moved_ = true;
   SetPosition(time);
   return S_OK;
 }

@@ -24,13 +24,17 @@ class Player {
   // Ends playback without an event and gives the player up; nothing is played or fired afterwards.
   void Quit() noexcept;
 
-  // Replaces the file, also when it fails: then there is none. Opening does not start playing.
+  // Replaces the file, also when it fails: then there is none. Opening does not start playing. The
+  // file itself is held open only while it plays: others may then delete it, and a process may end
+  // (the system's reader crashes one that ends while it is open).
   HRESULT Open(const wchar_t* path) noexcept;
-  // E_UNEXPECTED without a file. Playing already: nothing happens.
+  // E_UNEXPECTED without a file, the reader's error when it is gone. Playing already: nothing
+  // happens.
   HRESULT Play() noexcept;
   // Goes back to the start. Stopped already: only that.
   HRESULT Stop() noexcept;
-  // Stop, for a player that nobody may have used yet.
+  // Silence at once, also inside a detach handler: the file is closed later. For a player that
+  // nobody may have used yet.
   HRESULT Halt() noexcept;
   // At once while playing, else where Play will begin. Beyond the end means the end.
   HRESULT Seek(double seconds) noexcept;
@@ -39,7 +43,7 @@ class Player {
   HRESULT GetDuration(double* seconds) noexcept;
 
  private:
-  enum class Verb { kOpen, kPlay, kStop, kSeek, kQuit };
+  enum class Verb { kOpen, kPlay, kStop, kSeek, kHalt, kQuit };
   struct Command {
     Verb verb;
     const wchar_t* path;
@@ -61,8 +65,10 @@ class Player {
   void Loop() noexcept;
   HRESULT Execute(const Command& command) noexcept;
   HRESULT DoOpen(const wchar_t* path) noexcept;
+  HRESULT Examine(const wchar_t* path) noexcept;
   HRESULT DoPlay() noexcept;
   void DoStop() noexcept;
+  void Silence() noexcept;  // all of stopping but closing the file
   HRESULT DoSeek(uint64_t time) noexcept;
   // Takes back what has been played and decodes what fits; true when playback ended, with *event.
   bool Pump(DISPID* event) noexcept;
@@ -80,18 +86,18 @@ class Player {
   Command command_ = {};
   HRESULT result_ = S_OK;
 
-  Lock shown_;  // guards what callers read directly
+  Lock shown_;  // guards what callers read directly; only the player's thread changes it
   bool has_file_ = false;
   uint64_t position_ = 0;  // 100 ns units, as all times here
   uint64_t duration_ = 0;
 
   // The player's thread only.
   volatile DWORD thread_id_ = 0;
-  AsfDecoder decoder_;
+  HeapText path_;
+  AsfDecoder decoder_;  // open while playing
   AudioQueue audio_;
   bool playing_ = false;
   bool input_ended_ = false;
-  bool decoder_moved_ = false;  // the decoder is not where Play would begin
   bool tell_change_ = false;
   bool quitting_ = false;
 };

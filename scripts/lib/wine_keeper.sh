@@ -75,14 +75,11 @@ make_prefix() {
   in_wine wineboot --init
   # A crash is told on stderr and ends the program; it asks nobody.
   set_registry 'HKCU\Software\Wine\WineDbg' ShowCrashDialog REG_DWORD 0
-  # The display has no window manager: Wine would wait two seconds for one whenever a window comes
-  # up, and leave the captions to it.
-  set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ N
   printf '%s\n' "$prefix_version" >"$wine_prefix/.complete"
 }
 
 # A display of our own has no window manager; a Wine that counts on one waits two seconds for its
-# answer whenever a window opens.
+# answer whenever a window opens, and leaves the captions to it.
 choose_managing() {
   local managed=Y
   [[ -z $display_pid ]] || managed=N
