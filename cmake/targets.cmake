@@ -1,5 +1,9 @@
 # The kinds of targets that the folders declare.
 
+# One run of ctest covers all builds, and it tells tests apart by their names alone: every name begins
+# with the build's.
+get_filename_component(KELVO_PRESET ${CMAKE_BINARY_DIR} NAME)
+
 # kelvo_library(NAME SOURCES... [LINK LIBS...]): a static library of product code.
 function(kelvo_library name)
   cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
@@ -9,18 +13,24 @@ function(kelvo_library name)
   set_property(GLOBAL APPEND PROPERTY KELVO_LIBRARIES ${name})
 endfunction()
 
-# kelvo_test(NAME SOURCES... [LINK LIBS...] [TIMEOUT SECONDS] [DATA]): a GoogleTest program, run by
-# ctest (under Wine for Windows targets). It runs in the folder build/<preset>/bin.
+# kelvo_test(NAME SOURCES... [LINK LIBS...] [TIMEOUT SECONDS] [REQUIRES FIXTURE]): a GoogleTest
+# program, run by ctest (under Wine for Windows targets) in the folder build/<preset>/bin, after the
+# test that sets FIXTURE up.
 function(kelvo_test name)
-  cmake_parse_arguments(arg "" "TIMEOUT" "LINK" ${ARGN})
+  cmake_parse_arguments(arg "" "TIMEOUT;REQUIRES" "LINK" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
   endif()
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
   target_compile_options(${name} PRIVATE ${KELVO_WARNINGS})
   target_link_libraries(${name} PRIVATE ${arg_LINK} gtest gtest_main)
-  add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+  add_test(NAME ${KELVO_PRESET}.${name} COMMAND ${name}
+           WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  set_tests_properties(${KELVO_PRESET}.${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+  if(arg_REQUIRES)
+    set_tests_properties(${KELVO_PRESET}.${name} PROPERTIES
+                         FIXTURES_REQUIRED ${KELVO_PRESET}.${arg_REQUIRES})
+  endif()
 endfunction()
 
 # kelvo_fuzz(NAME SOURCES... [LINK LIBS...]): a fuzz target, NAME.cpp with LLVMFuzzerTestOneInput.
@@ -34,7 +44,7 @@ function(kelvo_fuzz name)
     target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
   else()
     target_sources(fuzz_${name} PRIVATE ${CMAKE_SOURCE_DIR}/fuzz/replay_main.cpp)
-    add_test(NAME fuzz_${name} COMMAND fuzz_${name} ${CMAKE_SOURCE_DIR}/fuzz/corpus/${name})
-    set_tests_properties(fuzz_${name} PROPERTIES TIMEOUT 300)
+    add_test(NAME ${KELVO_PRESET}.fuzz_${name} COMMAND fuzz_${name} ${CMAKE_SOURCE_DIR}/fuzz/corpus/${name})
+    set_tests_properties(${KELVO_PRESET}.fuzz_${name} PROPERTIES TIMEOUT 300)
   endif()
 endfunction()
