@@ -40,6 +40,7 @@ class OggVorbisPlugin final : public OggVorbisInput {
   enum class Step { kGoOn, kEnd, kError };
 
   void TearDown() noexcept;
+  bool StartThread() noexcept;
   void StopThread() noexcept;
 
   // The decoding thread: decoding_thread.cpp.

@@ -4,26 +4,30 @@
 namespace kelvo {
 
 int32_t OggVorbisPlugin::Play() noexcept {
-  lock_.Enter();
-  // The old thread may be about to take the lock, so its end is awaited without it.
-  if (stream_ && GetState() == kStopped && thread_.held()) {
+  LockGuard guard(lock_);
+  if (!stream_ || !output_) return 0;
+  // Looked at once: the decoding thread may stop by itself at any moment.
+  switch (GetState()) {
+    case kPaused:
+      TogglePause();
+      return 1;
+    case kStopped:
+      return StartThread();
+    default:
+      return 0;
+  }
+}
+
+// The lock is held.
+bool OggVorbisPlugin::StartThread() noexcept {
+  if (thread_.held()) {
+    // The old thread may be about to take the lock, so its end is awaited without it.
     lock_.Leave();
     StopThread();
     lock_.Enter();
   }
-  int32_t started = 0;
-  if (!stream_ || !output_) {
-    started = 0;
-  } else if (GetState() == kPaused) {
-    TogglePause();
-    started = 1;
-  } else if (GetState() == kStopped) {
-    ready_.Reset();
-    started =
-        thread_.Start(ThreadBody, this, thread_priority_) && thread_.WaitForEventOrEnd(ready_);
-  }
-  lock_.Leave();
-  return started;
+  ready_.Reset();
+  return thread_.Start(ThreadBody, this, thread_priority_) && thread_.WaitForEventOrEnd(ready_);
 }
 
 void OggVorbisPlugin::StopThread() noexcept {
