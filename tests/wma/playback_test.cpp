@@ -47,7 +47,15 @@ class WmaPlaybackTest : public ::testing::Test {
     ASSERT_TRUE(plugin.available()) << "is the control registered? regsvr32 WMPCmn.dll";
     plugin.SetOwnerWindow(messages.window());
   }
-  void TearDown() override { plugin.ShutDown(false); }
+  void TearDown() override {
+    plugin.ShutDown(false);
+    for (const std::wstring& recording : recordings_) DeleteFileW(recording.c_str());
+  }
+
+  void Record(const std::wstring& path, bool fast) {
+    UseSink(path.c_str(), fast);
+    recordings_.push_back(path);
+  }
 
   bool Open(const char* name) {
     wchar_t path[MAX_PATH];
@@ -62,6 +70,9 @@ class WmaPlaybackTest : public ::testing::Test {
   test::EndMessages messages;
   CopyingEffects effects;
   WmaPlugin plugin;
+
+ private:
+  std::vector<std::wstring> recordings_;
 };
 
 TEST_F(WmaPlaybackTest, EveryBlockReachesTheDeviceThroughTheEffects) {
@@ -87,7 +98,7 @@ TEST_F(WmaPlaybackTest, EveryBlockReachesTheDeviceThroughTheEffects) {
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.name);
     const std::wstring sink = L"wma_" + std::to_wstring(&c - kCases) + L".wav";
-    UseSink(sink.c_str(), true);
+    Record(sink, true);
     effects.EnableEqualizer(c.equalizer);
     effects.SetBassMode(c.bass);
     effects.before.clear();
@@ -120,13 +131,12 @@ TEST_F(WmaPlaybackTest, EveryBlockReachesTheDeviceThroughTheEffects) {
     }
     EXPECT_GE(seen.size(), (want.size() - effects.last_block) / 2);
     EXPECT_EQ(messages.count(), 0) << "the end is told once";
-    DeleteFileW(sink.c_str());
   }
 }
 
 TEST_F(WmaPlaybackTest, PausesResumesSeeksAndStops) {
   effects.EnableEqualizer(0);
-  UseSink(L"wma_states.wav", false);
+  Record(L"wma_states.wav", false);
   ASSERT_TRUE(Open("sample.wma"));
   ASSERT_EQ(plugin.Play(), 1);
   PlayToPosition(500);
@@ -145,11 +155,10 @@ TEST_F(WmaPlaybackTest, PausesResumesSeeksAndStops) {
   messages.WaitForNext();
   EXPECT_EQ(plugin.Close(0, 0), S_OK);
   EXPECT_EQ(messages.count(), 0) << "one end, none for what was stopped";
-  DeleteFileW(L"wma_states.wav");
 }
 
 TEST_F(WmaPlaybackTest, CanBeShutDownWhilePlaying) {
-  UseSink(L"wma_shut.wav", false);
+  Record(L"wma_shut.wav", false);
   ASSERT_TRUE(Open("sample.wma"));
   ASSERT_EQ(plugin.Play(), 1);
   PlayToPosition(100);
@@ -160,13 +169,12 @@ TEST_F(WmaPlaybackTest, CanBeShutDownWhilePlaying) {
   EXPECT_EQ(effects.before.size(), processed);
   ASSERT_TRUE(plugin.Start(GetModuleHandleW(nullptr), effects));
   EXPECT_TRUE(plugin.available());
-  UseSink(L"wma_shut.wav", true);
+  Record(L"wma_again.wav", true);
   ASSERT_TRUE(Open("sample.wma"));
   ASSERT_EQ(plugin.Play(), 1);
   messages.WaitForNext();
   EXPECT_GT(effects.before.size(), processed) << "the redirection is there again";
   plugin.Stop();
-  DeleteFileW(L"wma_shut.wav");
 }
 
 }  // namespace
