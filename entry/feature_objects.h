@@ -6,7 +6,14 @@
 
 namespace kelvo {
 
-// The object of a feature id, or null for an id that has none.
+// From the attach handler: starts what must be running before a host asks. False when it could not;
+// those features are then not offered.
+bool StartFeatures(void* module) noexcept;
+// From the detach handler, after a StartFeatures that succeeded. When the process ends, its other
+// threads are gone already.
+void ShutDownFeatures(bool process_ends) noexcept;
+
+// The object of a feature id, or null for an id that has none or that this device cannot offer.
 void* FeatureObject(int32_t id) noexcept;
 
 }  // namespace kelvo

@@ -1,12 +1,11 @@
 #include "host/play_command.h"
 
-#include <kelvo/messages.h>
-#include <kelvo/ogg_vorbis_input.h>
-
 #include <memory>
 
 #include "host/console.h"
+#include "host/effects_output.h"
 #include "host/file_reader.h"
+#include "host/input.h"
 #include "host/notify_window.h"
 #include "host/wav_file_output.h"
 #include "host/wave_output.h"
@@ -16,22 +15,24 @@ namespace {
 
 enum class Outcome { kPlayed, kFailed, kInterrupted };
 
-void Describe(kelvo::OggVorbisInput& plugin, const std::wstring& path) {
+void Describe(const Input& input, const std::wstring& path) {
   wchar_t title[kelvo::kMaxText] = L"";
-  wchar_t album[kelvo::kMaxText] = L"";
   kelvo::MediaInfo info = {};
-  plugin.GetDisplayTitle(title);
-  plugin.GetFileInfo(path.c_str(), nullptr, album, nullptr, nullptr, nullptr, nullptr, nullptr);
-  plugin.GetMediaInfo(&info);
+  FileInfo file;
+  input.plugin().GetDisplayTitle(title);
+  input.plugin().GetMediaInfo(&info);
+  input.Ask(path, &file);
   Print(L"%ls\n", title);
-  if (album[0] != 0) Print(L"  album     %ls\n", album);
+  if (file.album[0] != 0) Print(L"  album     %ls\n", file.album);
   if (info.genre[0] != 0) Print(L"  genre     %ls\n", info.genre);
-  Print(L"  length    %ls\n", MinutesSeconds(plugin.GetLengthMs()).text);
-  Print(L"  bit rate  %u kbit/s, %u Hz\n", info.bit_rate, info.sample_rate);
+  Print(L"  length    %ls\n", MinutesSeconds(input.plugin().GetLengthMs()).text);
+  if (info.bit_rate != 0 || info.sample_rate != 0) {
+    Print(L"  bit rate  %u kbit/s, %ls\n", info.bit_rate, input.SampleRate(info).c_str());
+  }
 }
 
 // Waits for the end message, showing the position.
-Outcome WaitForEnd(kelvo::OggVorbisInput& plugin, const NotifyWindow& window) {
+Outcome WaitForEnd(kelvo::InputPlugin& plugin, const NotifyWindow& window) {
   const MinutesSeconds length(plugin.GetLengthMs());
   for (;;) {
     const Wait wait = window.Wait(200);
@@ -47,28 +48,30 @@ Outcome WaitForEnd(kelvo::OggVorbisInput& plugin, const NotifyWindow& window) {
   }
 }
 
-Outcome PlayFile(kelvo::OggVorbisInput& plugin, kelvo::AudioOutput& output,
-                 const std::wstring& path) {
-  FileReader reader;
-  plugin.SetReader(&reader);
-  if (!plugin.Open(path.c_str(), 0)) {
-    PrintError(L"%ls: not a playable Ogg Vorbis file\n", path.c_str());
-    return Outcome::kFailed;
-  }
-  Describe(plugin, path);
+Outcome PlayFile(const Input& input, kelvo::AudioOutput* output, const std::wstring& path) {
+  kelvo::InputPlugin& plugin = input.plugin();
   const NotifyWindow window;
-  plugin.SetNotifyWindow(window.handle());
-  plugin.SetOutput(&output);
+  FileReader reader;
+  input.SetWindow(window.handle());
+  plugin.SetReader(&reader);
+  plugin.SetOutput(output);
   Outcome outcome = Outcome::kFailed;
-  // The state tells a failed output apart from a file that has already ended.
-  if (plugin.Play() && (plugin.GetState() != kelvo::kStopped || window.EndIsWaiting())) {
-    outcome = WaitForEnd(plugin, window);
+  if (!plugin.Open(path.c_str(), 0)) {
+    PrintError(L"%ls: cannot be played\n", path.c_str());
   } else {
-    PrintError(L"%ls: the audio output cannot be opened\n", path.c_str());
+    Describe(input, path);
+    // The state tells a failed output apart from a file that has already ended.
+    if (plugin.Play() && (plugin.GetState() != kelvo::kStopped || window.EndIsWaiting())) {
+      outcome = WaitForEnd(plugin, window);
+    } else {
+      PrintError(L"%ls: the audio output cannot be opened\n", path.c_str());
+    }
+    plugin.Stop();
+    plugin.Close(0, 0);
   }
-  plugin.Stop();
-  plugin.Close(0, 0);
-  plugin.SetNotifyWindow(nullptr);
+  plugin.SetOutput(nullptr);
+  plugin.SetReader(nullptr);
+  input.SetWindow(nullptr);
   return outcome;
 }
 
@@ -83,31 +86,54 @@ std::wstring Numbered(const std::wstring& path, size_t index) {
   return stem + L"-" + std::to_wstring(index + 1) + (has_point ? path.substr(point) : L"");
 }
 
+// For a plug-in with an output of its own: the desktop's stand-in for the device's sound functions
+// looks for these. An empty path is the sound device.
+void SendOwnOutputTo(const std::wstring& wav) {
+  if (wav.empty()) return;
+  SetEnvironmentVariableW(L"KELVO_AUDIO_SINK", wav.c_str());
+  SetEnvironmentVariableW(L"KELVO_AUDIO_PACE", L"fast");
+}
+
+// `wav` is empty for the sound device.
+Outcome PlayInto(const Library& library, const std::wstring& path, const std::wstring& wav,
+                 const SoundSettings& sound) {
+  const Input input(library, path);
+  if (const wchar_t* missing = input.Missing()) {
+    PrintError(L"%ls: Kelvo.dll does not offer %ls\n", path.c_str(), missing);
+    return Outcome::kFailed;
+  }
+  if (input.has_own_output()) {
+    SendOwnOutputTo(wav);
+    return PlayFile(input, nullptr, path);
+  }
+  std::unique_ptr<WaveOutput> device;
+  std::unique_ptr<WavFileOutput> file;
+  kelvo::AudioOutput* output;
+  if (wav.empty()) {
+    device = std::make_unique<WaveOutput>();
+    output = device.get();
+  } else {
+    file = std::make_unique<WavFileOutput>(wav);
+    output = file.get();
+  }
+  auto* effects = library.Get<kelvo::EffectsProcessor>(kelvo::kFeatureEffects);
+  if (!effects || !sound.changes_sound()) return PlayFile(input, output, path);
+  EffectsOutput through_effects(*output, *effects);
+  return PlayFile(input, &through_effects, path);
+}
+
 }  // namespace
 
 int Play(const Library& library, const PlayOptions& options) {
-  auto* plugin = library.Get<kelvo::OggVorbisInput>(kelvo::kFeatureOggVorbis);
-  if (!plugin) {
-    PrintError(L"Kelvo.dll does not offer Ogg Vorbis\n");
-    return 1;
+  if (auto* effects = library.Get<kelvo::EffectsProcessor>(kelvo::kFeatureEffects)) {
+    options.sound.Apply(*effects);
   }
   const bool to_file = !options.wav_path.empty() || !WaveOutput::HasDevice();
   const std::wstring wav_path = options.wav_path.empty() ? L"played.wav" : options.wav_path;
   int result = 0;
   for (size_t i = 0; i < options.files.size(); ++i) {
-    const std::wstring wav = Numbered(wav_path, i);
-    std::unique_ptr<WaveOutput> device;
-    std::unique_ptr<WavFileOutput> file;
-    kelvo::AudioOutput* output;
-    if (to_file) {
-      file = std::make_unique<WavFileOutput>(wav);
-      output = file.get();
-    } else {
-      device = std::make_unique<WaveOutput>();
-      output = device.get();
-    }
-    const Outcome outcome = PlayFile(*plugin, *output, options.files[i]);
-    plugin->SetOutput(nullptr);
+    const std::wstring wav = to_file ? Numbered(wav_path, i) : L"";
+    const Outcome outcome = PlayInto(library, options.files[i], wav, options.sound);
     if (outcome == Outcome::kFailed) {
       result = 1;
       continue;

@@ -4,12 +4,14 @@
 #include <vector>
 
 #include "host/library.h"
+#include "host/sound_settings.h"
 
 namespace velmora {
 
 struct PlayOptions {
   std::vector<std::wstring> files;
   std::wstring wav_path;  // empty: the sound device, or "played.wav" where there is none
+  SoundSettings sound;
 };
 
 // Plays the files one after the other and tells what it plays. The program's exit code: 0 when all

@@ -6,7 +6,7 @@
 namespace kelvo {
 
 // Playback came to its end, or failed; both parameters are 0. Posted to the window given to
-// SetNotifyWindow. WM_USER + 1544.
+// SetNotifyWindow or SetOwnerWindow. WM_USER + 1544.
 constexpr uint32_t kMessageEndOfPlayback = 0x0A08;
 
 // The user chose a command of the bookmarks window for a bookmark; posted to the window given to

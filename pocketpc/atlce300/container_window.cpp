@@ -64,6 +64,10 @@ bool RegisterContainerWindow() noexcept {
   return RegisterClassW(&window_class) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }
 
+void UnregisterContainerWindow() noexcept {
+  UnregisterClassW(kClassName, ThisModule());
+}
+
 HRESULT ContainedControl(HWND window, IUnknown** control) noexcept {
   if (!control) return E_POINTER;
   *control = reinterpret_cast<IUnknown*>(SendMessageW(window, GetControlMessage(), 0, 0));

@@ -11,6 +11,8 @@ namespace kelvo {
 // which must be in an apartment; creation fails when the control cannot be made. An empty text
 // gives an empty container. The control is closed with its window.
 bool RegisterContainerWindow() noexcept;
+// Before the module goes: a later one of the same name may lie elsewhere.
+void UnregisterContainerWindow() noexcept;
 
 // The control of a container window, with a reference for the caller; E_FAIL for other windows and
 // for empty containers.

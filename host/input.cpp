@@ -1,0 +1,51 @@
+#include "host/input.h"
+
+#include <kelvo/ogg_vorbis_input.h>
+#include <kelvo/wma_input.h>
+
+namespace velmora {
+namespace {
+
+bool HasExtension(const std::wstring& path, const wchar_t* extension) {
+  const size_t point = path.find_last_of(L'.');
+  return point != std::wstring::npos && lstrcmpiW(path.c_str() + point, extension) == 0;
+}
+
+}  // namespace
+
+Input::Input(const Library& library, const std::wstring& path)
+    : is_wma_(HasExtension(path, L".wma")) {
+  if (is_wma_) {
+    wma_ = library.Get<kelvo::WmaInput>(kelvo::kFeatureWma);
+  } else {
+    ogg_ = library.Get<kelvo::OggVorbisInput>(kelvo::kFeatureOggVorbis);
+  }
+}
+
+const wchar_t* Input::Missing() const {
+  if (is_wma_) return wma_ ? nullptr : L"Windows Media, which needs the player control";
+  return ogg_ ? nullptr : L"Ogg Vorbis";
+}
+
+kelvo::InputPlugin& Input::plugin() const {
+  return is_wma_ ? static_cast<kelvo::InputPlugin&>(*wma_) : *ogg_;
+}
+
+void Input::SetWindow(HWND window) const {
+  is_wma_ ? wma_->SetOwnerWindow(window) : ogg_->SetNotifyWindow(window);
+}
+
+bool Input::Ask(const std::wstring& path, FileInfo* info) const {
+  const auto ask = [&](auto* plugin) {
+    return plugin->GetFileInfo(path.c_str(), info->display_title, info->album, &info->format,
+                               &info->length_ms, nullptr, info->artist, info->title) != 0;
+  };
+  return is_wma_ ? ask(wma_) : ask(ogg_);
+}
+
+std::wstring Input::SampleRate(const kelvo::MediaInfo& info) const {
+  if (info.sample_rate == 0) return L"-";
+  return std::to_wstring(info.sample_rate) + (is_wma_ ? L" kHz" : L" Hz");
+}
+
+}  // namespace velmora

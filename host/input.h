@@ -1,0 +1,49 @@
+// The plug-in for a file, by the file's extension.
+#pragma once
+
+#include <kelvo/input_plugin.h>
+#include <windows.h>
+
+#include <string>
+
+#include "host/library.h"
+
+namespace kelvo {
+class OggVorbisInput;
+class WmaInput;
+}  // namespace kelvo
+
+namespace velmora {
+
+struct FileInfo {
+  wchar_t display_title[kelvo::kMaxText] = L"";
+  wchar_t title[kelvo::kMaxText] = L"";
+  wchar_t artist[kelvo::kMaxText] = L"";
+  wchar_t album[kelvo::kMaxText] = L"";
+  kelvo::MediaInfo format = {};
+  uint32_t length_ms = 0;
+};
+
+class Input {
+ public:
+  Input(const Library& library, const std::wstring& path);
+
+  // What the library cannot do with the file, or null.
+  const wchar_t* Missing() const;
+  // The rest needs a plug-in.
+  kelvo::InputPlugin& plugin() const;
+  // Plays through the sound device by itself, not through an AudioOutput.
+  bool has_own_output() const { return is_wma_; }
+  // Who is told of the end of playback; null for nobody.
+  void SetWindow(HWND window) const;
+  bool Ask(const std::wstring& path, FileInfo* info) const;
+  // "44 kHz", "44100 Hz", "-"
+  std::wstring SampleRate(const kelvo::MediaInfo& info) const;
+
+ private:
+  bool is_wma_;
+  kelvo::OggVorbisInput* ogg_ = nullptr;
+  kelvo::WmaInput* wma_ = nullptr;
+};
+
+}  // namespace velmora

@@ -1,0 +1,120 @@
+#include "input/wma/audio_tap.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <numeric>
+#include <thread>
+#include <vector>
+
+#include "tests/support/heap_faults.h"
+
+namespace kelvo {
+namespace {
+
+constexpr size_t kRead = kVisualisationSamples;
+
+// 1, 2, 3, ... : the first channel is odd, the second even.
+std::vector<int16_t> Counting(size_t count) {
+  std::vector<int16_t> samples(count);
+  std::iota(samples.begin(), samples.end(), int16_t{1});
+  return samples;
+}
+
+// All that can be read, with the padding of the last read.
+std::vector<int16_t> ReadAll(AudioTap& tap) {
+  std::vector<int16_t> all;
+  int16_t samples[kRead];
+  while (tap.Read(samples)) all.insert(all.end(), samples, samples + kRead);
+  return all;
+}
+
+TEST(AudioTapTest, KeepsTheFirstChannelOfTheLatestBlock) {
+  const struct {
+    const char* name;
+    size_t samples;
+    uint32_t bytes;
+    size_t stored;
+    size_t reads;  // the one that begins at the end of the samples gives silence
+  } kCases[] = {
+      {"empty", 2, 0, 0, 1},
+      {"half a sample", 2, 1, 0, 1},
+      {"one sample", 2, 2, 1, 1},
+      {"a sample and a half", 2, 3, 1, 1},
+      {"one frame", 2, 4, 1, 1},
+      {"a frame and a half", 4, 6, 2, 1},
+      {"256 frames", 512, 1024, 256, 1},
+      {"512 frames", 1024, 2048, 512, 2},
+      {"513 frames", 1026, 2052, 513, 2},
+      {"a sample less than fits", 262142, 524284, 131071, 256},
+      {"what fits", 262144, 524288, 131072, 257},
+      {"longer than fits", 400000, 800000, 131072, 257},
+  };
+  AudioTap tap;
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.name);
+    const std::vector<int16_t> block = Counting(c.samples);
+    tap.Store(block.data(), c.bytes);
+    std::vector<int16_t> want(c.reads * kRead);
+    for (size_t i = 0; i < c.stored; ++i) want[i] = block[2 * i];
+    EXPECT_EQ(ReadAll(tap), want);
+    int16_t untouched = 7;
+    EXPECT_FALSE(tap.Read(&untouched));
+    EXPECT_EQ(untouched, 7);
+  }
+}
+
+TEST(AudioTapTest, GivesSilenceOnceBeforeTheFirstBlock) {
+  AudioTap tap;
+  EXPECT_FALSE(tap.Read(nullptr));
+  EXPECT_EQ(ReadAll(tap), std::vector<int16_t>(kRead));
+}
+
+TEST(AudioTapTest, ANullBlockLetsTheStoredSamplesBeReadAnew) {
+  AudioTap tap;
+  const std::vector<int16_t> block = Counting(20);
+  tap.Store(block.data(), 40);
+  const std::vector<int16_t> first = ReadAll(tap);
+  tap.Store(nullptr, 40);
+  EXPECT_EQ(ReadAll(tap), first);
+  EXPECT_EQ(first[9], 19);
+}
+
+TEST(AudioTapTest, WorksWithoutMemory) {
+  const test::HeapFaults faults(0);
+  AudioTap tap;
+  int16_t samples[kRead];
+  tap.Store(Counting(20).data(), 40);
+  EXPECT_FALSE(tap.Read(samples));
+}
+
+// A block of one number is never seen in halves, and never mixed with another one's.
+TEST(AudioTapTest, ReadsWholeBlocksWhileOthersAreStored) {
+  constexpr int kBlocks = 100000;
+  constexpr size_t kFrames = 512;
+  AudioTap tap;
+  std::atomic<bool> over = false;
+  std::thread audio([&tap, &over] {
+    std::vector<int16_t> block(kFrames * 2);
+    for (int i = 1; i <= kBlocks; ++i) {
+      for (size_t k = 0; k < block.size(); k += 64) block[k] = static_cast<int16_t>(i);
+      tap.Store(block.data(), static_cast<uint32_t>(block.size() * 2));
+    }
+    over = true;
+  });
+  int16_t samples[kRead];
+  int torn = 0;
+  int16_t newest = 0;
+  for (bool last = false; !last;) {
+    last = over;
+    if (!tap.Read(samples) || samples[0] == 0) continue;
+    newest = samples[0];
+    for (size_t i = 0; i < kRead; i += 32) torn += samples[i] != newest;
+  }
+  audio.join();
+  EXPECT_EQ(torn, 0);
+  EXPECT_NE(newest, 0);
+}
+
+}  // namespace
+}  // namespace kelvo

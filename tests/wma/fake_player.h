@@ -1,0 +1,39 @@
+// A player control of the test's own, made in place of the registered one while it lives.
+#pragma once
+
+#include <windows.h>
+
+#include <ocidl.h>
+
+#include <string>
+
+#include "base/windows/com_ptr.h"
+#include "input/wma/player_control.h"
+
+namespace kelvo {
+
+class FakePlayer {
+ public:
+  FakePlayer();
+  ~FakePlayer();
+
+  // What goes wrong.
+  bool cannot_be_made = false;
+  bool is_no_player = false;
+  bool has_no_events = false;
+  bool refuses_sinks = false;
+  int refused_setting = -1;
+  HRESULT result = S_OK;  // of everything but settings
+
+  double seconds = 0;  // position and duration
+  std::string log;     // "30=0 ", "open song.wma ", "seek 1.500 ", "play ", ...
+  ComPtr<IUnknown> sink;
+
+  std::string TakeLog() { return std::exchange(log, {}); }
+  void Fire(DISPID event);
+
+ private:
+  DWORD registration_ = 0;
+};
+
+}  // namespace kelvo
