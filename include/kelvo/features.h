@@ -11,6 +11,7 @@ enum FeatureId : int32_t {
   kFeatureSkinReader = 5,        // SkinReader* (skin_reader.h)
   kFeatureSwitchLanguage = 7,    // always null: re-reads the setting "Language" and switches to it
   kFeatureBookmarks = 8,         // Bookmarks* (bookmarks.h)
+  kFeatureEffects = 9,           // EffectsProcessor* (effects_processor.h)
   kFeatureVersionText = 21,      // const wchar_t*, rewritten by the next call with this id
 };
 
