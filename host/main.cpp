@@ -4,36 +4,22 @@
 
 #include <shellapi.h>
 
+#include "host/command.h"
 #include "host/console.h"
 #include "host/library.h"
-#include "host/play_command.h"
 
 namespace {
 
 constexpr wchar_t kUsage[] =
     L"usage: velmora play [--wav OUT] FILE...   play files (to a WAV file with --wav)\n"
+    L"       velmora resume [--wav OUT]         go on where Ctrl-C ended `play`\n"
+    L"       velmora bookmarks                  show the bookmarks in their window\n"
+    L"       velmora bookmarks --list | --add PATH SECONDS TEXT\n"
+    L"       velmora presets [DIR]              list the equalizer presets below DIR\n"
+    L"       velmora skin PATH [N [OUT]]        list a skin's files, or write number N to a file\n"
     L"       velmora version                    tell the library's version\n";
 
-int PlayCommand(const velmora::Library& library, const std::vector<std::wstring>& words) {
-  velmora::PlayOptions options;
-  for (size_t i = 0; i < words.size(); ++i) {
-    if (words[i] == L"--wav" && i + 1 < words.size()) {
-      options.wav_path = words[++i];
-    } else if (words[i].compare(0, 2, L"--") == 0) {
-      velmora::PrintError(L"velmora: unknown option %ls\n%ls", words[i].c_str(), kUsage);
-      return 1;
-    } else {
-      options.files.push_back(words[i]);
-    }
-  }
-  if (options.files.empty()) {
-    velmora::PrintError(L"velmora: no file to play\n%ls", kUsage);
-    return 1;
-  }
-  return velmora::Play(library, options);
-}
-
-int VersionCommand(const velmora::Library& library) {
+int VersionCommand(const velmora::Library& library, const velmora::Words&) {
   std::wstring text = library.Get<const wchar_t>(kelvo::kFeatureVersionText);
   for (wchar_t& c : text) {
     if (c == L'\r') c = L'\n';
@@ -42,12 +28,21 @@ int VersionCommand(const velmora::Library& library) {
   return 0;
 }
 
+constexpr struct {
+  const wchar_t* name;
+  velmora::Command run;
+} kCommands[] = {
+    {L"play", velmora::PlayCommand},           {L"resume", velmora::ResumeCommand},
+    {L"bookmarks", velmora::BookmarksCommand}, {L"presets", velmora::PresetsCommand},
+    {L"skin", velmora::SkinCommand},           {L"version", VersionCommand},
+};
+
 }  // namespace
 
 int main() {
   int count = 0;
   wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-  std::vector<std::wstring> words(arguments + (count > 1 ? 2 : 1), arguments + count);
+  const velmora::Words words(arguments + (count > 1 ? 2 : 1), arguments + count);
   const std::wstring command = count > 1 ? arguments[1] : L"";
   LocalFree(arguments);
   if (command == L"--help" || command == L"help") {
@@ -59,8 +54,9 @@ int main() {
     velmora::PrintError(L"velmora: Kelvo.dll cannot be loaded\n");
     return 1;
   }
-  if (command == L"play") return PlayCommand(library, words);
-  if (command == L"version") return VersionCommand(library);
+  for (const auto& known : kCommands) {
+    if (command == known.name) return known.run(library, words);
+  }
   velmora::PrintError(L"%ls", kUsage);
   return 1;
 }

@@ -2,11 +2,13 @@
 
 #include <kelvo/messages.h>
 #include <kelvo/ogg_vorbis_input.h>
+#include <limits.h>
 
 #include <memory>
 
 #include "host/console.h"
 #include "host/file_reader.h"
+#include "host/last_played.h"
 #include "host/notify_window.h"
 #include "host/wav_file_output.h"
 #include "host/wave_output.h"
@@ -47,8 +49,8 @@ Outcome WaitForEnd(kelvo::OggVorbisInput& plugin, const NotifyWindow& window) {
   }
 }
 
-Outcome PlayFile(kelvo::OggVorbisInput& plugin, kelvo::AudioOutput& output,
-                 const std::wstring& path) {
+Outcome PlayFile(const Library& library, kelvo::OggVorbisInput& plugin, kelvo::AudioOutput& output,
+                 const std::wstring& path, int start_s) {
   FileReader reader;
   plugin.SetReader(&reader);
   if (!plugin.Open(path.c_str(), 0)) {
@@ -62,7 +64,14 @@ Outcome PlayFile(kelvo::OggVorbisInput& plugin, kelvo::AudioOutput& output,
   Outcome outcome = Outcome::kFailed;
   // The state tells a failed output apart from a file that has already ended.
   if (plugin.Play() && (plugin.GetState() != kelvo::kStopped || window.EndIsWaiting())) {
+    // A position behind the end is refused: then it plays from the start.
+    if (start_s > 0) plugin.SeekMs(start_s > INT_MAX / 1000 ? INT_MAX : start_s * 1000);
     outcome = WaitForEnd(plugin, window);
+    if (outcome == Outcome::kInterrupted) {
+      wchar_t title[kelvo::kMaxText] = L"";
+      plugin.GetDisplayTitle(title);
+      StoreLastPlayed(library, path, plugin.GetPositionMs(0, 0), title);
+    }
   } else {
     PrintError(L"%ls: the audio output cannot be opened\n", path.c_str());
   }
@@ -106,7 +115,8 @@ int Play(const Library& library, const PlayOptions& options) {
       device = std::make_unique<WaveOutput>();
       output = device.get();
     }
-    const Outcome outcome = PlayFile(*plugin, *output, options.files[i]);
+    const Outcome outcome =
+        PlayFile(library, *plugin, *output, options.files[i], i == 0 ? options.start_s : 0);
     plugin->SetOutput(nullptr);
     if (outcome == Outcome::kFailed) {
       result = 1;
