@@ -1,16 +1,30 @@
 #include "entry/feature_objects.h"
 
+#include "bookmarks/bookmarks_feature.h"
+#include "bookmarks/windows/bookmarks_shell.h"
+#include "bookmarks/windows/registered_install_folder.h"
 #include "effects/effects_processor.h"
+#include "eq/presets_feature.h"
+#include "eq/windows/preset_questions.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "input/wma/wma_plugin.h"
 #include "kelvo/features.h"
+#include "skins/skin_feature.h"
 
 namespace kelvo {
 namespace {
 
+// What the objects need of the shell; without state.
+BookmarksShell g_bookmarks_shell;
+RegisteredInstallFolder g_install_folder;
+PresetQuestions g_preset_questions;
+
 // Built from top to bottom, destroyed from bottom to top. No other file of the library has an
 // object with a constructor that runs at load.
+SkinReaderFeature g_skins(SystemFiles());
+PresetsFeature g_presets(SystemFiles(), &g_preset_questions);
 OggVorbisPlugin g_ogg_vorbis;
+BookmarksFeature g_bookmarks(SystemFiles(), g_install_folder, &g_bookmarks_shell);
 WmaPlugin g_wma;
 FixedPointEffects g_effects(SystemEffectsPlatform());
 
@@ -30,6 +44,12 @@ void* FeatureObject(int32_t id) noexcept {
       return static_cast<OggVorbisInput*>(&g_ogg_vorbis);
     case kFeatureWma:
       return g_wma.available() ? static_cast<WmaInput*>(&g_wma) : nullptr;
+    case kFeatureEqualizerPresets:
+      return static_cast<EqualizerPresets*>(&g_presets);
+    case kFeatureSkinReader:
+      return static_cast<SkinReader*>(&g_skins);
+    case kFeatureBookmarks:
+      return static_cast<Bookmarks*>(&g_bookmarks);
     case kFeatureEffects:
       return static_cast<EffectsProcessor*>(&g_effects);
     default:

@@ -1,5 +1,4 @@
-#include "host/info_command.h"
-
+#include "host/command.h"
 #include "host/console.h"
 #include "host/input.h"
 
@@ -43,7 +42,11 @@ bool ShowFile(const Library& library, const std::wstring& path) {
 
 }  // namespace
 
-int ShowInfo(const Library& library, const std::vector<std::wstring>& files) {
+int InfoCommand(const Library& library, const Words& files) {
+  if (files.empty()) {
+    PrintError(L"usage: velmora info FILE...\n");
+    return 1;
+  }
   int result = 0;
   for (const std::wstring& file : files) {
     if (!ShowFile(library, file)) result = 1;

@@ -1,11 +1,14 @@
 #include "host/play_command.h"
 
+#include <limits.h>
+
 #include <memory>
 
 #include "host/console.h"
 #include "host/effects_output.h"
 #include "host/file_reader.h"
 #include "host/input.h"
+#include "host/last_played.h"
 #include "host/notify_window.h"
 #include "host/wav_file_output.h"
 #include "host/wave_output.h"
@@ -48,7 +51,14 @@ Outcome WaitForEnd(kelvo::InputPlugin& plugin, const NotifyWindow& window) {
   }
 }
 
-Outcome PlayFile(const Input& input, kelvo::AudioOutput* output, const std::wstring& path) {
+// What to play, and from where.
+struct Track {
+  std::wstring path;
+  int start_s;
+};
+
+Outcome PlayFile(const Library& library, const Input& input, kelvo::AudioOutput* output,
+                 const Track& track) {
   kelvo::InputPlugin& plugin = input.plugin();
   const NotifyWindow window;
   FileReader reader;
@@ -56,15 +66,24 @@ Outcome PlayFile(const Input& input, kelvo::AudioOutput* output, const std::wstr
   plugin.SetReader(&reader);
   plugin.SetOutput(output);
   Outcome outcome = Outcome::kFailed;
-  if (!plugin.Open(path.c_str(), 0)) {
-    PrintError(L"%ls: cannot be played\n", path.c_str());
+  if (!plugin.Open(track.path.c_str(), 0)) {
+    PrintError(L"%ls: cannot be played\n", track.path.c_str());
   } else {
-    Describe(input, path);
+    Describe(input, track.path);
     // The state tells a failed output apart from a file that has already ended.
     if (plugin.Play() && (plugin.GetState() != kelvo::kStopped || window.EndIsWaiting())) {
+      // A position behind the end is refused: then it plays from the start.
+      if (track.start_s > 0) {
+        plugin.SeekMs(track.start_s > INT_MAX / 1000 ? INT_MAX : track.start_s * 1000);
+      }
       outcome = WaitForEnd(plugin, window);
+      if (outcome == Outcome::kInterrupted) {
+        wchar_t title[kelvo::kMaxText] = L"";
+        plugin.GetDisplayTitle(title);
+        StoreLastPlayed(library, track.path, plugin.GetPositionMs(0, 0), title);
+      }
     } else {
-      PrintError(L"%ls: the audio output cannot be opened\n", path.c_str());
+      PrintError(L"%ls: the audio output cannot be opened\n", track.path.c_str());
     }
     plugin.Stop();
     plugin.Close(0, 0);
@@ -95,16 +114,16 @@ void SendOwnOutputTo(const std::wstring& wav) {
 }
 
 // `wav` is empty for the sound device.
-Outcome PlayInto(const Library& library, const std::wstring& path, const std::wstring& wav,
+Outcome PlayInto(const Library& library, const Track& track, const std::wstring& wav,
                  const SoundSettings& sound) {
-  const Input input(library, path);
+  const Input input(library, track.path);
   if (const wchar_t* missing = input.Missing()) {
-    PrintError(L"%ls: Kelvo.dll does not offer %ls\n", path.c_str(), missing);
+    PrintError(L"%ls: Kelvo.dll does not offer %ls\n", track.path.c_str(), missing);
     return Outcome::kFailed;
   }
   if (input.has_own_output()) {
     SendOwnOutputTo(wav);
-    return PlayFile(input, nullptr, path);
+    return PlayFile(library, input, nullptr, track);
   }
   std::unique_ptr<WaveOutput> device;
   std::unique_ptr<WavFileOutput> file;
@@ -117,9 +136,9 @@ Outcome PlayInto(const Library& library, const std::wstring& path, const std::ws
     output = file.get();
   }
   auto* effects = library.Get<kelvo::EffectsProcessor>(kelvo::kFeatureEffects);
-  if (!effects || !sound.changes_sound()) return PlayFile(input, output, path);
+  if (!effects || !sound.changes_sound()) return PlayFile(library, input, output, track);
   EffectsOutput through_effects(*output, *effects);
-  return PlayFile(input, &through_effects, path);
+  return PlayFile(library, input, &through_effects, track);
 }
 
 }  // namespace
@@ -133,7 +152,8 @@ int Play(const Library& library, const PlayOptions& options) {
   int result = 0;
   for (size_t i = 0; i < options.files.size(); ++i) {
     const std::wstring wav = to_file ? Numbered(wav_path, i) : L"";
-    const Outcome outcome = PlayInto(library, options.files[i], wav, options.sound);
+    const Track track = {options.files[i], i == 0 ? options.start_s : 0};
+    const Outcome outcome = PlayInto(library, track, wav, options.sound);
     if (outcome == Outcome::kFailed) {
       result = 1;
       continue;

@@ -1,0 +1,18 @@
+#include "base/windows/image_list.h"
+
+namespace kelvo {
+
+UniqueIconList LoadIconList(HMODULE module, const int* ids, int count) noexcept {
+  constexpr int kSide = 16;
+  UniqueIconList list(ImageList_Create(kSide, kSide, ILC_COLOR | ILC_MASK, count, 0));
+  for (int i = 0; list && i < count; ++i) {
+    const HICON icon = static_cast<HICON>(
+        LoadImageW(module, MAKEINTRESOURCEW(ids[i]), IMAGE_ICON, kSide, kSide, 0));
+    const bool added = icon && ImageList_ReplaceIcon(list.get(), -1, icon) == i;
+    if (icon) DestroyIcon(icon);
+    if (!added) list.Reset();
+  }
+  return list;
+}
+
+}  // namespace kelvo

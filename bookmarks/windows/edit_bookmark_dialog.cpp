@@ -1,0 +1,60 @@
+#include "bookmarks/windows/edit_bookmark_dialog.h"
+
+#include "entry/language/full_screen_dialog.h"
+#include "entry/language/localized.h"
+#include "entry/language/modules.h"
+#include "res/resource_ids.h"
+
+namespace kelvo {
+
+bool EditBookmarkDialog::OnInit() noexcept {
+  MakeFullScreen(window(), 0);
+  SHMENUBARINFO bar = {};
+  bar.cbSize = sizeof(bar);
+  bar.hwndParent = window();
+  bar.dwFlags = SHCMBF_EMPTYBAR;
+  bar.hInstRes = OwnModule();
+  CreateLocalizedMenuBar(&bar);
+  const Bookmark& bookmark = store_.At(index_);
+  wchar_t minutes[kPositionTextCapacity];
+  wchar_t seconds[kPositionTextCapacity];
+  FormatEditPosition(bookmark.position_s, minutes, seconds);
+  SetWindowTextW(control(IDC_BOOKMARK_PATH), bookmark.path.c_str());
+  SetWindowTextW(control(IDC_BOOKMARK_DESCRIPTION), bookmark.description.c_str());
+  SetWindowTextW(control(IDC_BOOKMARK_MINUTES), minutes);
+  SetWindowTextW(control(IDC_BOOKMARK_SECONDS), seconds);
+  SipShowIM(SIPF_ON);
+  return true;
+}
+
+void EditBookmarkDialog::StoreFields() noexcept {
+  wchar_t path[kTextCapacity] = {};
+  wchar_t description[kTextCapacity] = {};
+  wchar_t minutes[kPositionTextCapacity] = {};
+  wchar_t seconds[kPositionTextCapacity] = {};
+  GetWindowTextW(control(IDC_BOOKMARK_PATH), path, kTextCapacity);
+  GetWindowTextW(control(IDC_BOOKMARK_DESCRIPTION), description, kTextCapacity);
+  GetWindowTextW(control(IDC_BOOKMARK_MINUTES), minutes, kPositionTextCapacity);
+  GetWindowTextW(control(IDC_BOOKMARK_SECONDS), seconds, kPositionTextCapacity);
+  store_.Update(index_, path, ParseEditPosition(minutes, seconds), description);
+}
+
+ModalDialog::Handled EditBookmarkDialog::OnCommand(int id, int) noexcept {
+  switch (id) {
+    case IDOK:
+      StoreFields();
+      Close(IDOK);
+      return Handled::kYes;
+    case IDCANCEL:
+      Close(IDCANCEL);
+      return Handled::kYes;
+    default:
+      return Handled::kNo;
+  }
+}
+
+void EditBookmarkDialog::OnDestroy() noexcept {
+  SipShowIM(SIPF_OFF);
+}
+
+}  // namespace kelvo
