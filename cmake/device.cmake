@@ -18,6 +18,7 @@ function(kelvo_device_runtime)
     DEPENDS ${stubs} VERBATIM)
   add_custom_target(kelvo_import_stubs DEPENDS ${object})
   add_library(kelvo_device_runtime OBJECT
+    ${kelvo_device_dir}/runtime/atomics.cpp
     ${kelvo_device_dir}/runtime/compiler_support.cpp
     ${kelvo_device_dir}/runtime/start_up.cpp
     ${kelvo_device_dir}/runtime/system_calls.cpp)
