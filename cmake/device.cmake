@@ -49,12 +49,14 @@ function(kelvo_device_library name)
   if(arg_RESOURCES)
     get_filename_component(script ${arg_RESOURCES} ABSOLUTE)
     get_filename_component(folder ${script} DIRECTORY)
-    file(GLOB parts CONFIGURE_DEPENDS ${folder}/*)
+    file(GLOB parts CONFIGURE_DEPENDS ${folder}/*.rc ${folder}/*.h)
+    get_property(art GLOBAL PROPERTY KELVO_ART_FILES)
+    get_property(art_folder GLOBAL PROPERTY KELVO_ART_DIRECTORY)
     set(resource_object ${CMAKE_BINARY_DIR}/device/${name}_resources.o)
     add_custom_command(OUTPUT ${resource_object}
       COMMAND i686-w64-mingw32-windres -DKELVO_CE_ARM=1 -I ${CMAKE_SOURCE_DIR} -I ${folder}
-              -I ${CMAKE_SOURCE_DIR}/include -O coff ${script} ${resource_object}
-      DEPENDS ${parts} VERBATIM)
+              -I ${CMAKE_SOURCE_DIR}/include -I ${art_folder} -O coff ${script} ${resource_object}
+      DEPENDS ${parts} ${art} VERBATIM)
     set(resources --resources ${resource_object})
   endif()
   file(GLOB converter CONFIGURE_DEPENDS ${kelvo_device_dir}/*.py ${kelvo_device_dir}/elf2pe/*.py)
