@@ -70,7 +70,7 @@ link_fonts() {
 }
 
 make_prefix() {
-  rm -f "$wine_run/managed"
+  rm -f "$wine_prefix/.managed"
   link_fonts
   in_wine wineboot --init
   # A crash is told on stderr and ends the program; it asks nobody.
@@ -83,9 +83,9 @@ make_prefix() {
 choose_managing() {
   local managed=Y
   [[ -z $display_pid ]] || managed=N
-  [[ -f $wine_run/managed && $(<"$wine_run/managed") == "$managed" ]] && return
+  [[ -f $wine_prefix/.managed && $(<"$wine_prefix/.managed") == "$managed" ]] && return
   set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ "$managed"
-  printf '%s\n' "$managed" >"$wine_run/managed"
+  printf '%s\n' "$managed" >"$wine_prefix/.managed"
 }
 
 # Opens the desktop and keeps a command prompt on it. Wine would close it a second after the last
