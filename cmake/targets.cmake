@@ -13,18 +13,23 @@ function(kelvo_library name)
   set_property(GLOBAL APPEND PROPERTY KELVO_LIBRARIES ${name})
 endfunction()
 
-# kelvo_test(NAME SOURCES... [LINK LIBS...] [TIMEOUT SECONDS] [REQUIRES FIXTURE]): a GoogleTest
+# kelvo_test(NAME SOURCES... [LINK LIBS...] [TIMEOUT SECONDS] [REQUIRES FIXTURE] [SUMMARY_DECIDES]): a GoogleTest
 # program, run by ctest (under Wine for Windows targets) in the folder build/<preset>/bin, after the
-# test that sets FIXTURE up.
+# test that sets FIXTURE up. SUMMARY_DECIDES: see tests/support/judge_by_summary.sh.
 function(kelvo_test name)
-  cmake_parse_arguments(arg "" "TIMEOUT;REQUIRES" "LINK" ${ARGN})
+  cmake_parse_arguments(arg "SUMMARY_DECIDES" "TIMEOUT;REQUIRES" "LINK" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
   endif()
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
   target_compile_options(${name} PRIVATE ${KELVO_WARNINGS})
   target_link_libraries(${name} PRIVATE ${arg_LINK} gtest gtest_main)
-  add_test(NAME ${KELVO_PRESET}.${name} COMMAND ${name}
+  set(command ${name})
+  if(arg_SUMMARY_DECIDES)
+    set(command ${CMAKE_SOURCE_DIR}/tests/support/judge_by_summary.sh
+        ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
+  endif()
+  add_test(NAME ${KELVO_PRESET}.${name} COMMAND ${command}
            WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
   set_tests_properties(${KELVO_PRESET}.${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
   if(arg_REQUIRES)

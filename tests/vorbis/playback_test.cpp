@@ -82,7 +82,8 @@ TEST_F(PlaybackTest, PlaysFromWhereItWasSoughtTo) {
   output_.WaitUntilFull();
   EXPECT_EQ(plugin_.SeekMs(2000), 0) << "the end itself";
   EXPECT_EQ(plugin_.SeekMs(INT32_MAX), 0);
-  for (int32_t ms : {1500, 0, 777, -5, 1}) {
+  // All leave more than the ring holds: the thread does not come to the end of the file.
+  for (int32_t ms : {1100, 0, 777, -5, 1}) {
     ASSERT_EQ(plugin_.SeekMs(ms), 1) << ms;
     EXPECT_EQ(plugin_.GetPositionMs(3, 4), ms < 0 ? 0 : ms == 777 ? 776 : ms == 1 ? 0 : ms) << ms;
     EXPECT_EQ(output_.last_words(), "3,4");
