@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Plays files through the library in the reference host; sets up and builds what is missing.
-#   scripts/run.sh [--wav OUT.wav] [--eq V,V,...] [--preamp V] [--bass V] [FILE...]
+#   scripts/run.sh [--wav OUT.wav] [--eq V,V,...|NAME.eqf] [--preamp V] [--bass V] [FILE...]
 # FILE is an .ogg or a .wma; the default is a short tune that the project makes. The ten bands of --eq
 # and --preamp go from 0 (boost) to 27 (cut), --bass from 0 to 4. Without a sound device the music goes to
 # OUT.wav, or to build/played.wav.
