@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Plays files through the library in the reference host; sets up and builds what is missing.
 #   scripts/run.sh [--wav OUT.wav] [--eq V,V,...|NAME.eqf] [--preamp V] [--bass V] [FILE...]
-# FILE is an .ogg or a .wma; the default is a short tune that the project makes. The ten bands of --eq
-# and --preamp go from 0 (boost) to 27 (cut), --bass from 0 to 4. Without a sound device the music goes to
-# OUT.wav, or to build/played.wav.
+# FILE is an .ogg or a .wma; the default is a short tune that the project makes. The ten bands of
+# --eq and --preamp go from 0 (boost) to 27 (cut), --bass from 0 to 4. Without a sound device the
+# music goes to OUT.wav, or to build/played.wav.
 set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
@@ -22,7 +22,8 @@ has_sound() { [[ -n ${PULSE_SERVER:-} || -n ${PIPEWIRE_REMOTE:-} || -e /dev/snd/
 wav=""
 words=(play)
 while [[ ${1:-} == --* ]]; do
-  if [[ $1 == --wav ]]; then wav="${2:?--wav takes a file}"; else words+=("$1" "${2:?$1 takes a value}"); fi
+  [[ -n ${2:-} ]] || die "$1 takes a value"
+  if [[ $1 == --wav ]]; then wav="$2"; else words+=("$1" "$2"); fi
   shift 2
 done
 [[ $# -gt 0 ]] || set -- "$kelvo_build/media/sample.ogg"
