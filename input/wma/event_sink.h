@@ -41,7 +41,7 @@ class EventSink : public IDispatch {
 
  private:
   WindowHandle owner_window_ = nullptr;
-  Lock lock_;  // guards the count: the device's compiler has no shared arithmetic without it
+  Lock lock_;  // guards the count
   ULONG references_ = 1;
 };
 
