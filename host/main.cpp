@@ -13,6 +13,7 @@ namespace {
 constexpr wchar_t kUsage[] =
     L"usage: velmora play [OPTIONS] FILE...     play files (.ogg, .wma)\n"
     L"         --wav OUT          to a WAV file\n"
+    L"         --eq NAME.eqf      a preset, by its path or from the folder presets\n"
     L"         --eq V,V,V,V,V,V,V,V,V,V\n"
     L"                            ten bands, low to high: 0 boosts, 14 is the middle, 27 cuts\n"
     L"         --preamp V         before the bands: 0 boosts, 13 leaves the level, 27 cuts\n"

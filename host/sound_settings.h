@@ -9,8 +9,9 @@ namespace velmora {
 
 class SoundSettings {
  public:
-  // Takes the option and its value: "--eq V,V,... " (ten sliders), "--preamp V" (0 to 27, 13 leaves
-  // the level), "--bass V" (0 to 4). False for other options and for values out of range.
+  // Takes the option and its value: "--eq V,V,..." (ten sliders) or "--eq NAME.eqf" (a preset,
+  // which sets the preamplifier too), "--preamp V" (0 to 27, 13 leaves the level), "--bass V" (0 to
+  // 4). False for other options, for values out of range and for presets that cannot be read.
   bool Take(const std::wstring& option, const std::wstring& value);
 
   // The equalizer starts switched on, with an offset on every sample and a quarter of the level: it

@@ -26,11 +26,13 @@ HRESULT EventSink::QueryInterface(REFIID iid, void** out) noexcept {
 }
 
 ULONG EventSink::AddRef() noexcept {
-  return static_cast<ULONG>(InterlockedIncrement(&references_));
+  LockGuard guard(lock_);
+  return ++references_;
 }
 
 ULONG EventSink::Release() noexcept {
-  return static_cast<ULONG>(InterlockedDecrement(&references_));
+  LockGuard guard(lock_);
+  return --references_;
 }
 
 HRESULT EventSink::GetTypeInfoCount(UINT* count) noexcept {

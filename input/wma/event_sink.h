@@ -5,6 +5,7 @@
 
 #include <oleauto.h>
 
+#include "base/sync/lock.h"
 #include "kelvo/types.h"
 
 namespace kelvo {
@@ -40,7 +41,8 @@ class EventSink : public IDispatch {
 
  private:
   WindowHandle owner_window_ = nullptr;
-  LONG references_ = 1;
+  Lock lock_;  // guards the count
+  ULONG references_ = 1;
 };
 
 }  // namespace kelvo

@@ -57,10 +57,10 @@ int ReplaceWords(void* start, void* from, void* to, void** replaced) noexcept {
   void** word = static_cast<void**>(start);
   for (int i = 0; i < kScanWords && !IsBadReadPtr(word, sizeof(*word)); ++i, ++word) {
     if (__atomic_load_n(word, __ATOMIC_RELAXED) != from) continue;
+    if (replaced) *replaced = from;
     const WritableWord writable(word);
     if (!writable) continue;
-    if (replaced) *replaced = from;
-    __atomic_store_n(word, to, __ATOMIC_RELEASE);
+    __atomic_store_n(word, to, __ATOMIC_RELAXED);
     ++count;
   }
   return count;

@@ -40,6 +40,9 @@ void CheckFeatures(Report& report, const std::string& dll) {
   report.Equal("its state before a file is opened", process.CallSlot(vorbis, 6), 1u);
   report.Equal("its length", process.CallSlot(vorbis, 3), 0u);
   report.Equal("its play", process.CallSlot(vorbis, 12), 0u);
+  report.Equal("no Windows Media without COM", feature(6), 0u);
+  const uint32_t effects = feature(9);
+  report.Check("the effects", effects != 0 && effects == feature(9));
 
   process.registry[kSettings][u"Language"] = 1031;
   report.Equal("switching to a language that is not there", feature(7), 0u);

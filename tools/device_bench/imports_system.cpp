@@ -9,6 +9,7 @@ namespace {
 
 constexpr uint32_t kLocalMachine = 0x80000002;
 constexpr uint32_t kRegDword = 4;
+constexpr uint32_t kNotImplemented = 0x80004001;
 constexpr uint32_t kSuccess = 0, kNotFound = 2, kMoreData = 234;
 
 uint32_t OwnModuleOnly(Process& p, uint32_t module) {
@@ -79,11 +80,24 @@ void ProvideRegistry(Process& process) {
   });
 }
 
+// The processor that the emulator is: StrongARM SA-1110. There is no COM on this machine.
+void ProvidePlatform(Process& process) {
+  process.Provide("GetSystemInfo", [](Process& p) {
+    constexpr uint32_t kWords = 9, kTypeWord = 6, kLevelAndRevisionWord = 8;
+    for (uint32_t i = 0; i < kWords; ++i) p.machine.SetWord(p.Argument(0) + 4 * i, 0);
+    p.machine.SetWord(p.Argument(0) + 4 * kTypeWord, 2577);
+    p.machine.SetWord(p.Argument(0) + 4 * kLevelAndRevisionWord, 4 | 5 << 16);
+    return 0u;
+  });
+  process.Provide("CoInitializeEx", [](Process&) { return kNotImplemented; });
+}
+
 }  // namespace
 
 void ProvideSystem(Process& process) {
   ProvideResources(process);
   ProvideRegistry(process);
+  ProvidePlatform(process);
   // One number for all threads: none is switched between a call and the question what failed.
   const auto last_error = std::make_shared<uint32_t>(0);
   process.Provide("SetLastError", [last_error](Process& p) { return *last_error = p.Argument(0); });

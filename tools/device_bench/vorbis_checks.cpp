@@ -138,7 +138,8 @@ void CheckVorbis(Report& report, const std::string& dll, const std::string& medi
   report.Equal("detach", player.process.Detach(), 1u);
   report.Equal("thread handles left", player.process.thread_handles.size(), size_t{0});
   report.Equal("events left", player.process.events.size(), size_t{0});
-  report.Equal("blocks that the library leaves", player.process.heap.blocks(), blocks_before);
+  report.Equal("blocks that the library leaves", player.process.heap.blocks(),
+               player.blocks_before_load);
 }
 
 void MeasureVorbis(Report& report, const std::string& dll, const std::string& raw_decoder,
