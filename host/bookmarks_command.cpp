@@ -1,6 +1,5 @@
 // velmora bookmarks: the window, or the list on the console.
 #include <kelvo/bookmarks.h>
-#include <kelvo/messages.h>
 
 #include "host/command.h"
 #include "host/console.h"
@@ -41,17 +40,14 @@ int Show(const Library& library, kelvo::Bookmarks& bookmarks) {
       PrintError(L"velmora: the window cannot be opened\n");
       return 1;
     }
-    MSG message;
-    while (host.Take(kelvo::kMessagePlayBookmark, &message)) {
+    for (const BookmarkRequest& request : host.requests()) {
       wchar_t path[kelvo::kMaxText] = L"";
       int32_t position_s = 0;
-      const int32_t index = static_cast<int32_t>(message.lParam);
-      const bool play = message.wParam == kelvo::kBookmarkPlay;
-      const bool exists = bookmarks.GetBookmark(index, path, nullptr, &position_s) != 0;
-      Print(L"%ls %ls at %ls%ls\n", play ? L"play" : L"enqueue", path,
+      const bool exists = bookmarks.GetBookmark(request.index, path, nullptr, &position_s) != 0;
+      Print(L"%ls %ls at %ls%ls\n", request.play ? L"play" : L"enqueue", path,
             MinutesSeconds(position_s * 1000L).text, exists ? L"" : L": no such file");
       if (!exists) continue;
-      if (play) {
+      if (request.play) {
         options.files.clear();
         options.start_s = position_s;
       }

@@ -2,7 +2,15 @@
 
 #include <windows.h>
 
+#include <vector>
+
 namespace velmora {
+
+// What the user asked for in the bookmarks window.
+struct BookmarkRequest {
+  bool play;  // otherwise enqueue
+  int index;
+};
 
 // The window above which the library shows its dialogs, and which it sends messages about
 // bookmarks.
@@ -14,13 +22,13 @@ class HostWindow {
   HostWindow& operator=(const HostWindow&) = delete;
 
   HWND handle() const { return window_; }
-  // Takes the next message of this number out of the queue; false when there is none.
-  bool Take(UINT message, MSG* out) const {
-    return PeekMessageW(out, window_, message, message, PM_REMOVE) != 0;
-  }
+  const std::vector<BookmarkRequest>& requests() const { return requests_; }
 
  private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+
   HWND window_;
+  std::vector<BookmarkRequest> requests_;
 };
 
 }  // namespace velmora

@@ -6,6 +6,7 @@
 
 #include "host/command.h"
 #include "host/console.h"
+#include "host/installation.h"
 #include "host/library.h"
 
 namespace {
@@ -57,6 +58,7 @@ int main() {
     velmora::Print(L"%ls", kUsage);
     return 0;
   }
+  velmora::RegisterInstallation();
   const velmora::Library library;
   if (!library.loaded()) {
     velmora::PrintError(L"velmora: Kelvo.dll cannot be loaded\n");

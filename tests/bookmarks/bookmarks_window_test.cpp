@@ -1,0 +1,324 @@
+// The bookmarks window and its edit dialog as a user meets them.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "base/windows/pocketpc.h"
+#include "bookmarks/bookmarks_feature.h"
+#include "bookmarks/windows/bookmarks_shell.h"
+#include "entry/language/dialog_guard.h"
+#include "entry/language/modules.h"
+#include "kelvo/messages.h"
+#include "res/resource_ids.h"
+#include "tests/bookmarks/bookmark_text.h"
+#include "tests/support/dialog_driver.h"
+#include "tests/support/gdi_objects.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/wide_text.h"
+
+extern "C" BOOL WINAPI KelvoInputPanelState();
+
+namespace kelvo {
+namespace {
+
+using test::DialogDriver;
+using test::Utf16;
+using test::Utf8;
+using Strings = std::vector<std::string>;
+
+constexpr wchar_t kTitle[] = L"Velmora Bookmarks";
+constexpr wchar_t kEditTitle[] = L"Edit Bookmark";
+
+class Folder final : public InstallFolder {
+ public:
+  void Read(wchar_t (&folder)[kTextCapacity]) noexcept override {
+    CopyWide(folder, kTextCapacity, L"\\V");
+  }
+};
+
+// The window that the messages are posted to.
+class Host {
+ public:
+  Host() {
+    WNDCLASSW type = {};
+    type.lpfnWndProc = Procedure;
+    type.lpszClassName = L"KelvoTestHost";
+    RegisterClassW(&type);
+    window = CreateWindowW(type.lpszClassName, L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                           nullptr, nullptr);
+    messages.clear();
+  }
+  ~Host() { DestroyWindow(window); }
+  HWND window;
+  static Strings messages;
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == kMessagePlayBookmark) {
+      messages.push_back(std::to_string(wparam) + " " + std::to_string(lparam));
+    }
+    return DefWindowProcW(window, message, wparam, lparam);
+  }
+};
+Strings Host::messages;
+
+// The open window. Used from the driver's thread.
+class Shown {
+ public:
+  explicit Shown(HWND window) : dialog(window), list(GetDlgItem(window, IDC_BOOKMARK_LIST)) {}
+
+  std::string Cell(int row, int column) const {
+    wchar_t text[kTextCapacity] = L"";
+    LVITEMW item = {};
+    item.iSubItem = column;
+    item.pszText = text;
+    item.cchTextMax = kTextCapacity;
+    SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
+    return Utf8(item.pszText);
+  }
+  int Image(int row) const {
+    LVITEMW item = {};
+    item.mask = LVIF_IMAGE;
+    item.iItem = row;
+    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return item.iImage;
+  }
+  // "0 1:30 text" a line: image, time and title.
+  Strings Lines() const {
+    Strings lines;
+    for (int row = 0; row < ListView_GetItemCount(list); ++row) {
+      EXPECT_EQ(Cell(row, 0), "");
+      lines.push_back(std::to_string(Image(row)) + " " + Cell(row, 1) + " " + Cell(row, 2));
+    }
+    return lines;
+  }
+  void Choose(int row) const {
+    SendMessageW(list, WM_KEYDOWN, VK_HOME, 0);
+    for (int i = 0; i < row; ++i) SendMessageW(list, WM_KEYDOWN, VK_DOWN, 0);
+  }
+  void Command(int id) const { SendMessageW(dialog, WM_COMMAND, id, 0); }
+  void ClickHeader(int column) const {
+    const HWND header = ListView_GetHeader(list);
+    RECT place = {};
+    SendMessageW(header, HDM_GETITEMRECT, column, reinterpret_cast<LPARAM>(&place));
+    const LPARAM at = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    SendMessageW(header, WM_LBUTTONDOWN, MK_LBUTTON, at);
+    SendMessageW(header, WM_LBUTTONUP, 0, at);
+  }
+
+  HWND dialog;
+  HWND list;
+};
+
+class BookmarksWindowTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    SetOwnModule(GetModuleHandleW(nullptr));
+    files_.Put("\\live.ogg", "");
+    files_.Put("\\alive.ogg", "");
+    Put("\\gone.ogg\r\n90\r\nbeta\r\n\\live.ogg\r\n3725\r\nGamma\r\n\\alive.ogg\r\n5\r\nalpha\r\n");
+  }
+  void Put(const std::string& text) { files_.Put(kFile, Utf16(text)); }
+  std::string Saved() { return files_.Find(kFile)->bytes; }
+
+  // Opens the window, acts, and closes it with Done.
+  template <class Act>
+  void Show(Act act) {
+    DialogDriver driver(kTitle, [&](HWND dialog) {
+      act(Shown(dialog));
+      PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
+    });
+    EXPECT_EQ(feature_.ShowBookmarks(host_.window), 0);
+  }
+  // Runs the edit dialog of the current item.
+  template <class Act>
+  void Edit(const Shown& shown, Act act) {
+    DialogDriver driver(kEditTitle, act);
+    shown.Command(IDM_BOOKMARK_EDIT);
+  }
+
+  static constexpr char kFile[] = "\\V\\bookmarks.dat";
+  test::MemoryFiles files_;
+  Folder folder_;
+  BookmarksShell shell_;
+  BookmarksFeature feature_{files_, folder_, &shell_};
+  Host host_;
+};
+
+TEST_F(BookmarksWindowTest, ShowsThreeColumnsLiveOnesFirst) {
+  Show([&](const Shown& shown) {
+    EXPECT_EQ(shown.Lines(), (Strings{"0 62:05 Gamma", "0 0:05 alpha", "1 1:30 beta"}));
+    const HWND header = ListView_GetHeader(shown.list);
+    ASSERT_EQ(Header_GetItemCount(header), 3);
+    const struct {
+      const char* heading;
+      int width;
+    } columns[] = {{"", 18}, {"Time", 45}, {"Title", 175}};
+    for (int i = 0; i < 3; ++i) {
+      wchar_t text[32] = L"";
+      HDITEMW item = {};
+      item.mask = HDI_TEXT | HDI_WIDTH;
+      item.pszText = text;
+      item.cchTextMax = 32;
+      SendMessageW(header, HDM_GETITEMW, i, reinterpret_cast<LPARAM>(&item));
+      EXPECT_EQ(Utf8(text), columns[i].heading);
+      EXPECT_EQ(item.cxy, columns[i].width);
+    }
+    RECT client, covered;
+    GetClientRect(shown.dialog, &client);
+    GetWindowRect(shown.list, &covered);
+    EXPECT_EQ(covered.right - covered.left, client.right);
+    EXPECT_EQ(covered.bottom - covered.top, client.bottom);
+    EXPECT_FALSE(KelvoInputPanelState());
+
+    files_.Put("\\gone.ogg", "");
+    EXPECT_EQ(shown.Image(2), 0) << "each drawing looks";
+  });
+}
+
+TEST_F(BookmarksWindowTest, SortsByTheHeaderAndRemembers) {
+  const Strings by_time = {"0 0:05 alpha", "1 1:30 beta", "0 62:05 Gamma"};
+  Show([&](const Shown& shown) {
+    shown.ClickHeader(1);
+    EXPECT_EQ(shown.Lines(), by_time);
+    shown.ClickHeader(1);
+    EXPECT_EQ(shown.Lines(), Strings(by_time.rbegin(), by_time.rend()));
+    shown.ClickHeader(2);
+    EXPECT_EQ(shown.Lines(), by_time) << "titles without regard to case";
+    shown.ClickHeader(0);
+    shown.ClickHeader(0);
+    EXPECT_EQ(shown.Lines()[0], "1 1:30 beta") << "dead ones first";
+    shown.ClickHeader(1);
+  });
+  Show([&](const Shown& shown) { EXPECT_EQ(shown.Lines(), by_time); });
+}
+
+TEST_F(BookmarksWindowTest, TellsTheHostWhatToPlay) {
+  Show([&](const Shown& shown) {
+    for (int command :
+         {IDM_BOOKMARK_PLAY, IDM_BOOKMARK_ENQUEUE, IDM_BOOKMARK_EDIT, IDM_BOOKMARK_DELETE}) {
+      shown.Command(command);  // nothing is chosen
+    }
+    shown.Choose(1);
+    shown.Command(IDM_BOOKMARK_PLAY);
+    shown.Choose(2);
+    shown.Command(IDM_BOOKMARK_ENQUEUE);
+    ListView_SetItemState(shown.list, 2, 0, LVIS_SELECTED);
+    shown.Command(IDM_BOOKMARK_PLAY);
+    EXPECT_TRUE(IsWindow(shown.dialog));
+  });
+  EXPECT_EQ(Host::messages, (Strings{"0 2", "1 0"}));
+}
+
+TEST_F(BookmarksWindowTest, DeletesTheChosenOne) {
+  const std::string gone = "\\gone.ogg\r\n90\r\nbeta\r\n";
+  Show([&](const Shown& shown) {
+    shown.Choose(1);
+    shown.Command(IDM_BOOKMARK_DELETE);
+    EXPECT_EQ(shown.Lines(), (Strings{"0 62:05 Gamma", "1 1:30 beta"}));
+    EXPECT_EQ(ListView_GetSelectionMark(shown.list), 0);
+    shown.Command(IDM_BOOKMARK_DELETE);
+    EXPECT_EQ(shown.Lines().size(), 2u) << "nothing is selected";
+    shown.Choose(0);
+    shown.Command(IDM_BOOKMARK_DELETE);
+    EXPECT_EQ(Saved(), Utf16(gone));
+    shown.Choose(0);
+    shown.Command(IDM_BOOKMARK_DELETE);
+    EXPECT_EQ(shown.Lines(), Strings{});
+    EXPECT_EQ(Saved(), "");
+  });
+}
+
+TEST_F(BookmarksWindowTest, DeletesTheDead) {
+  Show([&](const Shown& shown) {
+    files_.Delete(L"\\live.ogg");
+    shown.Command(IDM_BOOKMARK_DELETE_DEAD);
+    EXPECT_EQ(shown.Lines(), Strings{"0 0:05 alpha"});
+  });
+  EXPECT_EQ(Saved(), Utf16("\\alive.ogg\r\n5\r\nalpha\r\n"));
+}
+
+TEST_F(BookmarksWindowTest, EditsInPlace) {
+  Show([&](const Shown& shown) {
+    shown.Choose(2);
+    Edit(shown, [&](HWND edit) {
+      const struct {
+        int id;
+        const char* shown;
+        const wchar_t* typed;
+      } fields[] = {{IDC_BOOKMARK_PATH, "\\gone.ogg", L"\\live.ogg"},
+                    {IDC_BOOKMARK_DESCRIPTION, "beta", L"A longer one"},
+                    {IDC_BOOKMARK_MINUTES, "001", L"200"},
+                    {IDC_BOOKMARK_SECONDS, "30", L"75"}};
+      for (const auto& field : fields) {
+        wchar_t text[kTextCapacity];
+        GetDlgItemTextW(edit, field.id, text, kTextCapacity);
+        EXPECT_EQ(Utf8(text), field.shown);
+        SetDlgItemTextW(edit, field.id, field.typed);
+      }
+      EXPECT_TRUE(KelvoInputPanelState());
+      SendMessageW(edit, WM_COMMAND, IDOK, 0);
+    });
+    EXPECT_FALSE(KelvoInputPanelState());
+    EXPECT_EQ(shown.Lines()[2], "0 201:15 A longer one") << "not sorted again";
+    const std::string saved = Saved();
+    EXPECT_EQ(saved.find(Utf16("\\live.ogg\r\n12075\r\nA longer one\r\n")), 0u);
+    Edit(shown, [](HWND edit) {
+      SetDlgItemTextW(edit, IDC_BOOKMARK_PATH, L"unwanted");
+      SendMessageW(edit, WM_COMMAND, IDCANCEL, 0);
+    });
+    EXPECT_EQ(Saved(), saved);
+    Edit(shown, [](HWND edit) {
+      for (int id : {IDC_BOOKMARK_DESCRIPTION, IDC_BOOKMARK_MINUTES, IDC_BOOKMARK_SECONDS}) {
+        SetDlgItemTextW(edit, id, L"");
+      }
+      PostMessageW(edit, WM_SYSCOMMAND, SC_CLOSE, 0);  // Done means Ok
+    });
+    EXPECT_EQ(shown.Lines()[2], "0 0:00 ");
+  });
+}
+
+TEST_F(BookmarksWindowTest, OpensOnceAtATime) {
+  Show([&](const Shown&) { EXPECT_EQ(feature_.ShowBookmarks(host_.window), 1); });
+  const DialogGuard other;
+  EXPECT_EQ(feature_.ShowBookmarks(host_.window), 1) << "another dialog of the library is open";
+}
+
+TEST_F(BookmarksWindowTest, SurvivesAHostThatShortensTheList) {
+  Show([&](const Shown& shown) {
+    shown.Choose(2);
+    Put("");
+    feature_.LoadBookmarks();
+    EXPECT_EQ(shown.Lines(), (Strings{"1  ", "1  ", "1  "}));
+    for (int command : {IDM_BOOKMARK_PLAY, IDM_BOOKMARK_EDIT, IDM_BOOKMARK_DELETE}) {
+      shown.Command(command);
+    }
+    shown.ClickHeader(1);
+    shown.Command(IDM_BOOKMARK_DELETE_DEAD);
+    EXPECT_EQ(shown.Lines(), Strings{});
+  });
+  EXPECT_EQ(Host::messages, Strings{});
+}
+
+BOOL CALLBACK CountWindow(HWND, LPARAM count) {
+  ++*reinterpret_cast<int*>(count);
+  return TRUE;
+}
+
+TEST_F(BookmarksWindowTest, LeavesNothingBehind) {
+  DWORD objects = 0;
+  int windows_before = 0;
+  EnumThreadWindows(GetCurrentThreadId(), CountWindow, reinterpret_cast<LPARAM>(&windows_before));
+  for (int round = 0; round < 110; ++round) {
+    if (round == 10) objects = test::GdiObjects();  // the first rounds fill caches of the system
+    Show([](const Shown&) {});
+  }
+  EXPECT_LT(test::GdiObjects(), objects + 50);
+  int windows = 0;
+  EnumThreadWindows(GetCurrentThreadId(), CountWindow, reinterpret_cast<LPARAM>(&windows));
+  EXPECT_EQ(windows, windows_before);
+}
+
+}  // namespace
+}  // namespace kelvo
