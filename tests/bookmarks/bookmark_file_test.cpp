@@ -4,8 +4,8 @@
 
 #include "base/text/wide.h"
 #include "tests/bookmarks/bookmark_text.h"
-#include "tests/support/fake_files.h"
 #include "tests/support/heap_faults.h"
+#include "tests/support/memory_files.h"
 
 namespace kelvo {
 namespace {
@@ -94,7 +94,7 @@ TEST(BookmarkFileTest, EveryTruncationKeepsTheRecordsBefore) {
 }
 
 TEST(BookmarkFileTest, EveryFailingReadKeepsTheRecordsBefore) {
-  test::FakeFiles files;
+  test::MemoryFiles files;
   files["f"] = Utf16(Sample() + Sample() + Sample());
   int sweeps = 0;
   for (size_t last = 0;; ++sweeps) {
@@ -156,7 +156,7 @@ TEST(BookmarkFileTest, WritesExactlyWhatItRead) {
   ASSERT_TRUE(list.Append(Bookmark())) << "without texts";
   const std::string want = file + Utf16("\r\n0\r\n\r\n");
 
-  test::FakeFiles files;
+  test::MemoryFiles files;
   for (int failing = 0;; ++failing) {
     files.writes = 0;
     files.failing_write = failing;

@@ -4,7 +4,8 @@
 
 #include <string>
 
-#include "tests/support/fake_files.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/wide_text.h"
 
 namespace kelvo {
 namespace {
@@ -69,7 +70,7 @@ TEST(BookmarkViewTest, ParsesEditedPositions) {
 }
 
 TEST(BookmarkViewTest, SortsByTheClickedColumn) {
-  test::FakeFiles files;
+  test::MemoryFiles files;
   files["\\alive"];
   NoFolder folder;
   BookmarkStore store(files, folder);

@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/fake_files.h"
 #include "tests/support/heap_faults.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/wide_text.h"
 
 namespace kelvo {
 namespace {
@@ -41,7 +42,7 @@ class PresetsFeatureTest : public ::testing::Test {
   }
   int32_t Save() { return feature_.SavePreset(kSetting, L"\\V", nullptr); }
 
-  test::FakeFiles files_;
+  test::MemoryFiles files_;
   Prompts prompts_;
   PresetsFeature feature_{files_, &prompts_};
 };
@@ -68,11 +69,12 @@ TEST_F(PresetsFeatureTest, SavesThirtyOneBytes) {
     SCOPED_TRACE(c.name);
     prompts_.name = c.typed;
     EXPECT_EQ(Save(), 1);
-    const std::string* file = files_.Find("\\V\\presets\\" + std::string(c.file) + ".eqf");
+    const test::MemoryFiles::File* file =
+        files_.Find("\\V\\presets\\" + std::string(c.file) + ".eqf");
     ASSERT_TRUE(file);
     std::string want = c.field;
     want.resize(20);
-    EXPECT_EQ(*file, want + kSettingBytes);
+    EXPECT_EQ(file->bytes, want + kSettingBytes);
   }
   EXPECT_EQ(prompts_.questions, 0);
   EXPECT_EQ(files_.last_share, Share::kNone);
@@ -102,7 +104,7 @@ TEST_F(PresetsFeatureTest, SavesNothingWhenDeclinedOrImpossible) {
     prompts_.questions = 0;
     EXPECT_EQ(Save(), c.want);
     EXPECT_EQ(prompts_.questions, c.questions);
-    EXPECT_EQ(files_.files.size(), 1u);
+    EXPECT_EQ(files_.files().size(), 1u);
     EXPECT_EQ(files_["\\V\\presets\\Old.eqf"], "old");
   }
   prompts_ = Prompts();
@@ -127,33 +129,36 @@ TEST_F(PresetsFeatureTest, OverwritesAfterYes) {
 }
 
 TEST_F(PresetsFeatureTest, ListsFindsAndNames) {
-  for (const char* name : {"b.eqf", "ROCK.eqf", "Rock.EQF", "x.eqfx", "eqf", ".eqf", "sub.eqf\\",
-                           "a.b.eqf", "notes.txt"}) {
+  files_.PutFolder("\\V\\presets");
+  for (const char* name : {"b.eqf", "ROCK.eqF", "x.eqfx", "eqf", ".eqf", "a.b.eqf", "notes.txt"}) {
     files_["\\V\\presets\\" + std::string(name)];
   }
+  files_.PutFolder("\\V\\presets\\sub.eqf");
+  files_["\\V\\presets\\sub.eqf\\d.eqf"];
   files_["\\V\\presets2\\c.eqf"];
   EXPECT_EQ(feature_.FindPreset(L"rock"), -1) << "nothing listed yet";
-  EXPECT_EQ(feature_.ListPresets(L"\\V"), 5);
-  const char* const names[] = {"b", "ROCK", "Rock", "", "a"};
-  for (int i = 0; i < 5; ++i) EXPECT_EQ(Name(i), names[i]);
+  EXPECT_EQ(feature_.ListPresets(L"\\V"), 4);
+  const char* const names[] = {"b", "ROCK", "", "a"};
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(Name(i), names[i]);
   const struct {
     const wchar_t* name;
     int32_t want;
-  } finds[] = {{L"B", 0},         {L"rock", 1}, {L"", 3},       {L"a.b", 4}, {L"a", -1},
+  } finds[] = {{L"B", 0},         {L"rock", 1}, {L"", 2},       {L"a.b", 3}, {L"a", -1},
                {L"rock.eqf", -1}, {L"roc", -1}, {L"rocks", -1}, {L"x", -1}};
   for (const auto& find : finds) {
     EXPECT_EQ(feature_.FindPreset(find.name), find.want) << Utf8(find.name);
   }
-  EXPECT_EQ(feature_.ListPresets(L"\\V"), 10) << "appends";
-  EXPECT_EQ(feature_.ListPresets(L"\\W"), 10) << "no such folder";
-  EXPECT_EQ(feature_.ListPresets(Wide(std::string(300, 'b'))), 10);
+  EXPECT_EQ(feature_.ListPresets(L"\\V"), 8) << "appends";
+  EXPECT_EQ(feature_.ListPresets(L"\\W"), 8) << "no such folder";
+  EXPECT_EQ(feature_.ListPresets(Wide(std::string(300, 'b'))), 8);
   feature_.ClearPresets();
   EXPECT_EQ(feature_.FindPreset(L"rock"), -1);
   EXPECT_EQ(Name(0), "");
-  EXPECT_EQ(feature_.ListPresets(L"\\V"), 5);
+  EXPECT_EQ(feature_.ListPresets(L"\\V"), 4);
 }
 
 TEST_F(PresetsFeatureTest, ListsAtMostTwoHundred) {
+  files_.PutFolder("\\V\\presets");
   for (int i = 0; i < 201; ++i) files_["\\V\\presets\\" + std::to_string(i) + ".eqf"];
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 200);
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 200);
@@ -168,6 +173,7 @@ TEST_F(PresetsFeatureTest, ListsAtMostTwoHundred) {
 }
 
 TEST_F(PresetsFeatureTest, WithoutMemoryTheRestIsLeftOut) {
+  files_.PutFolder("\\V\\presets");
   for (const char* name : {"a", "b", "c"}) files_["\\V\\presets\\" + std::string(name) + ".eqf"];
   for (int successes = 0; successes <= 3; ++successes) {
     feature_.ClearPresets();
@@ -178,6 +184,7 @@ TEST_F(PresetsFeatureTest, WithoutMemoryTheRestIsLeftOut) {
 }
 
 TEST_F(PresetsFeatureTest, ReadsElevenBytesOrNone) {
+  files_.PutFolder("\\V\\presets");
   std::string& file = files_["\\V\\presets\\Rock.eqf"];
   feature_.ListPresets(L"\\V");
   const std::string whole = std::string(20, '\xFF') + kSettingBytes + "and more";

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "tests/skins/archive_text.h"
-#include "tests/support/fake_files.h"
 #include "tests/support/heap_faults.h"
+#include "tests/support/memory_files.h"
 #include "tests/support/zip_builder.h"
 
 namespace kelvo {
@@ -119,7 +119,7 @@ TEST(ArchiveSkinTest, EveryChangedByteGivesTheContentOrAnotherMemberOrNothing) {
 }
 
 TEST(ArchiveSkinTest, EveryFailingReadGivesNothing) {
-  test::FakeFiles files;
+  test::MemoryFiles files;
   ZipBuilder zip;
   for (int i = 0; i < 100; ++i) zip.Add({"other " + std::to_string(i), "x"});
   files["z"] = zip.Add({"main.bmp", Noise(40000)}).Bytes();

@@ -3,8 +3,9 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include "tests/support/fake_files.h"
 #include "tests/support/heap_faults.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/wide_text.h"
 #include "tests/support/zip_builder.h"
 
 namespace kelvo {
@@ -38,7 +39,7 @@ class SkinFeatureTest : public ::testing::Test {
     return Take(block, size);
   }
 
-  test::FakeFiles files_;
+  test::MemoryFiles files_;
   SkinReaderFeature feature_{files_};
 };
 
@@ -96,7 +97,7 @@ TEST_F(SkinFeatureTest, FailingReadsAndAllocationsGiveNothing) {
   EXPECT_EQ(Folder(kSkinMain), "none");
   files_.failing_read = -1;
   for (bool archive : {false, true}) {
-    test::HeapFaults faults(0, test::HeapFaults::Mode::kFromThenOn);
+    test::HeapFaults faults(1, test::HeapFaults::Mode::kFromThenOn);  // the file can be opened
     EXPECT_EQ(archive ? Archive(kSkinMain) : Folder(kSkinMain), "none");
     EXPECT_TRUE(faults.triggered());
   }

@@ -41,7 +41,8 @@ class MemoryFiles::Reader final : public FileReader {
   }
   ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
     *got = 0;
-    if (!owner_->Begin("read " + std::to_string(bytes))) return ReadResult::kFailed;
+    const bool allowed = owner_->Begin("read " + std::to_string(bytes));
+    if (owner_->reads++ == owner_->failing_read || !allowed) return ReadResult::kFailed;
     if (offset >= bytes_.size()) return ReadResult::kOk;
     *got = std::min(bytes, bytes_.size() - static_cast<size_t>(offset));
     memcpy(dst, bytes_.data() + offset, *got);
@@ -62,7 +63,8 @@ class MemoryFiles::Writer final : public FileWriter {
   Writer(MemoryFiles* owner, const std::string& path) : owner_(owner), path_(path) {}
   bool Write(const void* data, size_t bytes) noexcept override {
     File* file = owner_->Find(path_);
-    if (!owner_->Begin("write " + std::to_string(bytes)) || !file) return false;
+    const bool allowed = owner_->Begin("write " + std::to_string(bytes));
+    if (owner_->writes++ == owner_->failing_write || !allowed || !file) return false;
     if (file->bytes.size() < at_ + bytes) file->bytes.resize(at_ + bytes);
     memcpy(&file->bytes[at_], data, bytes);
     at_ += bytes;
@@ -103,6 +105,11 @@ MemoryFiles::File* MemoryFiles::Find(const std::string& path) {
   return nullptr;
 }
 
+std::string& MemoryFiles::operator[](const std::string& path) {
+  File* file = Find(path);
+  return file ? file->bytes : Put(path, "").bytes;
+}
+
 void MemoryFiles::FailAfter(long successes, bool from_then_on) {
   left_ = successes;
   from_then_on_ = from_then_on;
@@ -123,7 +130,8 @@ void MemoryFiles::CountOpen(int change) {
   most_open = std::max(most_open, open_now);
 }
 
-OpenFile<FileReader> MemoryFiles::OpenRead(const wchar_t* path, Share) noexcept {
+OpenFile<FileReader> MemoryFiles::OpenRead(const wchar_t* path, Share share) noexcept {
+  last_share = share;
   const bool allowed = Begin("open " + Utf8(path));
   const File* file = Find(Utf8(path));
   if (!allowed || !file || file->unreadable || (file->attributes & kAttributeFolder)) return {};
@@ -145,8 +153,10 @@ OpenFile<FileWriter> MemoryFiles::OpenWrite(const wchar_t* path, Share) noexcept
   return MakeWriter(Utf8(path));
 }
 
-OpenFile<FileWriter> MemoryFiles::Create(const wchar_t* path, Share) noexcept {
-  if (!Begin("create " + Utf8(path))) return {};
+OpenFile<FileWriter> MemoryFiles::Create(const wchar_t* path, Share share) noexcept {
+  last_share = share;
+  const bool allowed = Begin("create " + Utf8(path));
+  if (!allowed || refuse_create || WideLength(path) >= kTextCapacity) return {};
   const std::string name = Utf8(path);
   File* file = Find(name);
   if (!file) file = &Put(name, "");
@@ -188,7 +198,7 @@ bool MemoryFiles::Move(const wchar_t* from, const wchar_t* to) noexcept {
 }
 
 bool MemoryFiles::List(const wchar_t* pattern, FolderVisitor& visitor) noexcept {
-  if (!Begin("list " + Utf8(pattern))) return false;
+  if (!Begin("list " + Utf8(pattern)) || WideLength(pattern) >= kTextCapacity) return false;
   const std::string whole = Utf8(pattern);
   const size_t slash = whole.rfind('\\');
   const std::string folder = slash == std::string::npos ? "" : whole.substr(0, slash + 1);

@@ -1,5 +1,6 @@
 // A file system in memory: logs every call, and fails the n-th one on demand. Names are UTF-8 and
-// compared without case (ASCII); listings are in the order in which the names were put.
+// compared without case (ASCII); listings are in the order in which the names were put. As on the
+// device, a path of 260 characters or more cannot be created or listed.
 #pragma once
 
 #include <string>
@@ -24,6 +25,8 @@ class MemoryFiles final : public FileSystem {
   // Null when there is none. Valid until files are added or removed.
   File* Find(const std::string& path);
   const std::vector<File>& files() const { return files_; }
+  // The bytes of a file, which is made when there is none. Valid until files are added or removed.
+  std::string& operator[](const std::string& path);
 
   // Lets `successes` calls through (reads and writes count too) and fails the next one, or all from
   // then on. Opening also fails when memory is out.
@@ -32,6 +35,12 @@ class MemoryFiles final : public FileSystem {
 
   // One line a call: "open C:\a.mp3", "read 128", "write 10", "create ...", "attributes ...".
   std::vector<std::string> log;
+  int reads = 0;
+  int writes = 0;
+  int failing_read = -1;   // this read fails, counted from 0 over all files
+  int failing_write = -1;  // likewise
+  bool refuse_create = false;
+  Share last_share = Share::kRead;  // of the last opening
   int open_now = 0;
   int most_open = 0;
   // Called before each call with its log line; may change the files.
