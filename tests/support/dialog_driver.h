@@ -16,7 +16,7 @@ class DialogDriver {
       : thread_([title = std::wstring(title), act = std::move(act)] {
           HWND window = nullptr;
           // The test's own time limit is the bound.
-          while (!(window = FindWindowW(nullptr, title.c_str())) || !IsWindowVisible(window)) {
+          while (!(window = FindOwn(title.c_str())) || !IsWindowVisible(window)) {
             Sleep(10);
           }
           act(window);
@@ -24,6 +24,17 @@ class DialogDriver {
   ~DialogDriver() { thread_.join(); }
 
  private:
+  // Another test on the same display may show a window of this title at the same time.
+  static HWND FindOwn(const wchar_t* title) {
+    HWND window = nullptr;
+    while ((window = FindWindowExW(nullptr, window, nullptr, title)) != nullptr) {
+      DWORD process = 0;
+      GetWindowThreadProcessId(window, &process);
+      if (process == GetCurrentProcessId()) break;
+    }
+    return window;
+  }
+
   std::thread thread_;
 };
 
