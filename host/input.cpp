@@ -14,7 +14,7 @@ bool HasExtension(const std::wstring& path, const wchar_t* extension) {
 }  // namespace
 
 Input::Input(const Library& library, const std::wstring& path)
-    : is_wma_(HasExtension(path, L".wma")) {
+    : is_wma_(HasExtension(path, L".wma") || HasExtension(path, L".asf")) {
   if (is_wma_) {
     wma_ = library.Get<kelvo::WmaInput>(kelvo::kFeatureWma);
   } else {

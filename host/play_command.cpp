@@ -62,13 +62,14 @@ Outcome PlayFile(const Library& library, const Input& input, kelvo::AudioOutput*
   kelvo::InputPlugin& plugin = input.plugin();
   const NotifyWindow window;
   FileReader reader;
-  input.SetWindow(window.handle());
   plugin.SetReader(&reader);
   plugin.SetOutput(output);
   Outcome outcome = Outcome::kFailed;
   if (!plugin.Open(track.path.c_str(), 0)) {
     PrintError(L"%ls: cannot be played\n", track.path.c_str());
   } else {
+    // Not before: with a window the Windows Media plug-in asks about a name that it refuses.
+    input.SetWindow(window.handle());
     Describe(input, track.path);
     // The state tells a failed output apart from a file that has already ended.
     if (plugin.Play() && (plugin.GetState() != kelvo::kStopped || window.EndIsWaiting())) {

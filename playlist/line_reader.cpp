@@ -49,7 +49,7 @@ bool LineReader::Next(TextLine* line) noexcept {
   size_t length = static_cast<size_t>(static_cast<const char*>(feed) - text);
   at_ += length + 1;
   if (length > 0 && text[length - 1] == '\r') --length;
-  *line = {text, length, false};
+  *line = {text, length, false, false};
   CutAtNul(line);
   return true;
 }
@@ -73,7 +73,8 @@ bool LineReader::NextInPieces(TextLine* line) noexcept {
     }
     line_[length++] = static_cast<char>(c);
   }
-  *line = {line_, length, !ended};
+  const int next = ended ? kEnd : Peek();
+  *line = {line_, length, !ended, next != kEnd && next != '\n' && next != '\r'};
   CutAtNul(line);
   return true;
 }

@@ -11,7 +11,8 @@ namespace kelvo {
 struct TextLine {
   const char* text;
   size_t length;   // 0 to kLongestLine, up to the first NUL
-  bool continues;  // the line was longer: its rest comes as the next line
+  bool continues;  // the rest of the line, perhaps nothing, comes as the next line
+  bool cut;        // that rest is not empty
 };
 
 // Lines of a text file as a C library reads them in text mode with a buffer of 260 bytes: CR LF is

@@ -18,6 +18,7 @@ class Event {
   Event(const Event&) = delete;
   Event& operator=(const Event&) = delete;
 
+  bool valid() const noexcept { return event_ != nullptr; }
   void Set() noexcept;
   void Reset() noexcept;
   // Gives the event back early; it is dead then.

@@ -2,8 +2,8 @@
 //
 // Order of calls: SetReader, Open; SetOutput, Play; then TogglePause, SeekMs, the getters in any
 // order; Stop; Close (or a new Open after Close). The object is built once and reused for file
-// after file. Every operation is harmless without a file: it returns 0 or does nothing. Failure is
-// always a zero result; no text crosses this interface.
+// after file. Stop comes before Close. Every operation is harmless without a file: it returns 0 or
+// does nothing. Failure is always a zero result; no text crosses this interface.
 //
 // Thread: the host calls all operations from one thread, its own. A plug-in may have a decoding
 // thread; that one calls AudioOutput, MediaReader, SetState and GetState.
@@ -76,7 +76,8 @@ class InputPlugin {
   // Slot 11. Pauses when playing, resumes when paused. (Result: some plug-ins only.)
   virtual int32_t TogglePause() noexcept { return 0; }
 
-  // Slot 12. Starts playback, or resumes it when paused. Non-zero when it started.
+  // Slot 12. Starts playback, or resumes it when paused. Non-zero when the attempt was made; the
+  // state tells whether it plays.
   virtual int32_t Play() noexcept { return 0; }
 
   // Slot 13. Closes the file; the words are passed on to MediaReader::Release.

@@ -6,15 +6,17 @@
 // What differs from input_plugin.h:
 //   GetDisplayTitle, GetMediaInfo   read the file anew at each call
 //   GetPositionMs                   ignores its words
-//   SetState                        is stored but does not show in GetState
+//   SetState                        is stored but does not show in GetState; the plug-in's own
+//                                   changes do not pass through it
 //   Stop, Close                     both only stop; the control's own result (0 is success)
-//   SeekMs                          the position is also where a paused file will resume
+//   SeekMs                          the control decides what it accepts; the position is also
+//                                   where a paused file will resume
 //   TogglePause                     pausing stops the control and remembers the position; the
 //                                   control's own result (0 is success) when it paused, Play's when
 //                                   it resumed, the state when there was nothing to pause
 //   Open                            ignores the mode; a name that the system's 8-bit code page
-//   lacks
-//                                   is refused, with a message box when there is an owner window
+//                                   lacks is refused, with a message box when there is an owner
+//                                   window
 // The state stays kPlaying when the file ends: the host calls Stop when it gets the message.
 //
 // Thread: all operations on the thread that loaded the library.

@@ -44,7 +44,6 @@ DecoderHeap::DecoderHeap() noexcept
   }
   g_current.Set(outer);
   FreeRing(&scratch_);
-  if (given_up_) FreeAll();
   return !given_up_;
 }
 

@@ -21,8 +21,9 @@ class DecoderHeap {
   DecoderHeap& operator=(const DecoderHeap&) = delete;
 
   // Runs `work` with this heap as the decoder's. False when memory ran out on the way (or this
-  // heap has been given up before): the decoder's state is lost, nothing of it may be touched any
-  // more, all its memory has been freed. `work` must own nothing that needs a destructor.
+  // heap has been given up before): the decoder's state is lost, nothing may be called with it any
+  // more. Its memory stays until this heap goes, because others may still be reading what was
+  // complete before (comments). `work` must own nothing that needs a destructor.
   template <class Work>
   [[nodiscard]] bool Run(Work work) noexcept {
     return RunErased([](void* context) { (*static_cast<Work*>(context))(); }, &work);

@@ -9,6 +9,7 @@ namespace kelvo {
 namespace {
 
 void FillFromComments(const CommentBlock& comments, MediaInfo* info) noexcept {
+  for (wchar_t& c : info->genre) c = 0;
   constexpr size_t kGenreCapacity = sizeof(info->genre) / sizeof(info->genre[0]);
   CopyWide(info->genre, kGenreCapacity, comments.genre);
   info->track = ParseDecimal(comments.track_number);
@@ -92,7 +93,6 @@ void OggVorbisPlugin::GetMediaInfo(MediaInfo* info) noexcept {
   info->sample_rate = sample_rate_;
   info->bit_rate = bit_rate_;
   info->stereo = channels_ == 2;
-  for (wchar_t& c : info->genre) c = 0;
   CommentBlock comments;
   GetVorbisComments(stream_, &comments);
   FillFromComments(comments, info);

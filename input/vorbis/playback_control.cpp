@@ -26,6 +26,8 @@ bool OggVorbisPlugin::StartThread() noexcept {
     StopThread();
     lock_.Enter();
   }
+  // Without the event nobody would tell that the thread has started.
+  if (!ready_.valid()) return false;
   ready_.Reset();
   return thread_.Start(ThreadBody, this, thread_priority_) && thread_.WaitForEventOrEnd(ready_);
 }
@@ -33,7 +35,7 @@ bool OggVorbisPlugin::StartThread() noexcept {
 void OggVorbisPlugin::StopThread() noexcept {
   if (!thread_.held()) return;
   stop_request_ = 1;
-  output_->Reset();
+  if (output_) output_->Reset();
   thread_.Join();
 }
 
@@ -47,7 +49,7 @@ int32_t OggVorbisPlugin::Stop() noexcept {
 
 int32_t OggVorbisPlugin::TogglePause() noexcept {
   LockGuard guard(lock_);
-  if (!stream_) return 0;
+  if (!stream_ || !output_) return 0;
   switch (GetState()) {
     case kPlaying:
       SetState(kPaused);

@@ -5,6 +5,7 @@
 
 #include "base/files/c_file.h"
 #include "base/memory/heap.h"
+#include "base/sync/shared_word.h"
 #include "input/vorbis/decoder_heap.h"
 #include "input/vorbis/reader_bridge.h"
 #include "ivorbisfile.h"
@@ -17,13 +18,13 @@ class VorbisStream {
   ReaderSource reader = {nullptr, 0};
   OggVorbis_File decoder = {};
   DecoderHeap heap;
-  bool lost = false;  // memory ran out inside the decoder
+  SharedWord lost;  // memory ran out inside the decoder
 
   // Calls the decoder; false when it is lost.
   template <class Work>
   bool Decode(Work work) noexcept {
     reader.empty_reads = 0;
-    if (!lost && !heap.Run(work)) lost = true;
+    if (!lost && !heap.Run(work)) lost = 1;
     return !lost;
   }
 };

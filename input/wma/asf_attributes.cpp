@@ -78,7 +78,7 @@ void ReadExtendedContent(AsfCursor& cursor, AsfScratch* scratch, AsfInfo* out) n
       KeepFirstTrack(&out->format, number);
     } else if (CompareNoCase(name, L"WM/Track") == 0) {
       KeepFirstTrack(&out->format, number + 1);  // counts from 0
-    } else if (CompareNoCase(name, L"WMFSDKVersion") == 0) {
+    } else if (type == kText && CompareNoCase(name, L"WMFSDKVersion") == 0) {
       out->sdk_version = static_cast<uint32_t>(ParseDecimal(scratch->text));
     }
   }

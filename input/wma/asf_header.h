@@ -25,8 +25,8 @@ struct AsfInfo {
 void ClearAsfInfo(AsfInfo* info) noexcept;
 
 // True when the source begins with an ASF header; a header that breaks off gives what came before.
-// When false (no such header, or no memory), *out is all zero and empty. `path` is only used for the
-// display title. Reads no more than the file has bytes.
+// When false (no such header, or no memory), *out is all zero and empty. `path` is only used for
+// the display title. Reads no more than the file has bytes.
 [[nodiscard]] bool ReadAsfInfo(ByteSource& source, const wchar_t* path, AsfInfo* out) noexcept;
 
 }  // namespace kelvo

@@ -73,7 +73,7 @@ void ControlHost::Close() noexcept {
   // From here on the window is nobody's: its end shall not end the host's message loop.
   g_host = nullptr;
   if (window_ && !DestroyWindow(window_)) {
-    // Another thread's window stays, and so must what draws it.
+    // Another thread's window stays (hosts must unload where they loaded), and its container too.
     static_cast<void>(containers_.Release());
   }
   window_ = nullptr;

@@ -77,22 +77,28 @@ bool InstallOutputTap(HMODULE player, HMODULE core, EffectsProcessor* effects,
   return true;
 }
 
-void RemoveOutputTap(HMODULE player) noexcept {
+void RestoreOutput(HMODULE player) noexcept {
   void* const anchor = FindAnchor(player);
   if (anchor && g_redirection.original) {
     ReplaceWords(anchor, OwnAddress(), g_redirection.original, nullptr);
   }
+}
+
+void ForgetOutputTap() noexcept {
   g_redirection = {};
 }
 
 UINT WINAPI TappedWaveOutWrite(HANDLE device, void* header, UINT header_bytes) noexcept {
   const Redirection& to = g_redirection;
   if (const auto* block = static_cast<const WAVEHDR*>(header)) {
-    int16_t* samples = reinterpret_cast<int16_t*>(block->lpData);
+    int16_t* const samples = reinterpret_cast<int16_t*>(block->lpData);
     const DWORD bytes = block->dwBufferLength;
     if (to.effects) {
-      to.effects->ProcessEqualizer(&samples, static_cast<int32_t>(bytes));
-      to.effects->ProcessBass(&samples, static_cast<int32_t>(bytes));
+      // Each stage gets a pointer of its own: an external one might move it.
+      int16_t* for_equalizer = samples;
+      int16_t* for_bass = samples;
+      to.effects->ProcessEqualizer(&for_equalizer, static_cast<int32_t>(bytes));
+      to.effects->ProcessBass(&for_bass, static_cast<int32_t>(bytes));
     }
     if (to.tap) to.tap->Store(samples, bytes);
   }

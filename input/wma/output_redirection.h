@@ -18,14 +18,16 @@ int ReplaceWords(void* start, void* from, void* to, void** replaced) noexcept;
 
 // Redirects the component `player` from the waveOutWrite of `core`; either may be null. Each block
 // then runs through the equalizer and the bass stage of `effects`, is stored in `tap`, and goes on
-// to the device. Both are borrowed until RemoveOutputTap. False when a module, the component's
+// to the device. Both are borrowed until ForgetOutputTap. False when a module, the component's
 // anchor export or the function is missing: then nothing is redirected.
 bool InstallOutputTap(HMODULE player, HMODULE core, EffectsProcessor* effects,
                       AudioTap* tap) noexcept;
 
-// For the library's unloading, which takes the code away that calls are redirected to: undoes it in
-// `player`, or nowhere when that is null. The control must be silent.
-void RemoveOutputTap(HMODULE player) noexcept;
+// For the library's unloading, which takes the code away that calls are redirected to: the
+// component (none when null) calls the original again. A call that is under way still gets through;
+// once the control is gone there can be none, and ForgetOutputTap lets go of what was borrowed.
+void RestoreOutput(HMODULE player) noexcept;
+void ForgetOutputTap() noexcept;
 
 // What the component calls instead of waveOutWrite, on its audio thread. `header` is a WAVEHDR. The
 // result is the original's; 6 ("no driver") when none is known.

@@ -54,8 +54,11 @@ void WmaPlugin::ShutDown(bool process_ends) noexcept {
   if (process_ends) {
     Abandon();
   } else {
+    // The control's thread may be on its way through the tap: it finds what it needs there until
+    // the control is gone.
+    RestoreOutput(GetModuleHandleW(kPlayerModule));
     ControlHost::Close();
-    RemoveOutputTap(GetModuleHandleW(kPlayerModule));
+    ForgetOutputTap();
   }
   LeaveApartment();
 }

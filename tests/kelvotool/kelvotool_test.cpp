@@ -85,7 +85,7 @@ TEST_F(KelvotoolTest, TellsWhyLinesAreDropped) {
   Write("list.m3u",
         "a.mp3\n\na.txt\nsub/c.wma\nkelvotool_test\\sub\\..\\a.mp3\nhttp://h/x.mp3\nnone.mp3\n"
         "inner.pls\nloop.asx\n" +
-            std::string(300, 'n') + ".mp3\n");
+            std::string(300, 'n') + ".mp3\n" + std::string(255, 'm') + ".mp3\n");
   Write("inner.pls", "File1=kelvotool_test\\a.mp3\nFile3=kelvotool_test\\a.mp3\n");
   Write("loop.asx", "<ref href=\"list.m3u\"/>\n<ref  href=\"a.mp3\"/>\n");
   const std::string list = "kelvotool_test\\list.m3u:";
@@ -100,7 +100,8 @@ TEST_F(KelvotoolTest, TellsWhyLinesAreDropped) {
                 "kelvotool_test\\loop.asx:2: not of the form <ref href=\"...\">: "
                 "<ref  href=\"a.mp3\"/>\n" +
                 list + "10: longer than 259 characters, read in pieces: " + std::string(259, 'n') +
-                "\n" + list + "10: no such file: " + std::string(41, 'n') +
+                "\n" + list + "10: no such file: " + std::string(41, 'n') + ".mp3\n" + list +
+                "11: longer than a path may be: " + std::string(255, 'm') +
                 ".mp3\n"
                 "exit 1");
   EXPECT_EQ(Run("lint kelvotool_test/none.m3u kelvotool_test/a.mp3"),

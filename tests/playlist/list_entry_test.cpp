@@ -14,7 +14,7 @@ using test::Utf8;
 using test::Wide;
 
 TextLine Line(const std::string& text) {
-  return {text.data(), text.size(), false};
+  return {text.data(), text.size(), false, false};
 }
 
 // The path that a line names in C:\Music\list, or "-".

@@ -155,11 +155,13 @@ TEST(OutputTapTest, ProcessesStoresAndHandsOn) {
   TappedWaveOutWrite(nullptr, nullptr, 0);
   EXPECT_EQ(effects.log, "e8 b8 e8 b8 ");
 
-  RemoveOutputTap(player);
+  RestoreOutput(player);
+  ForgetOutputTap();
   EXPECT_EQ(TappedWaveOutWrite(nullptr, &block, 0), 6u) << "the original is forgotten";
   EXPECT_TRUE(InstallOutputTap(player, GetModuleHandleW(L"coredll.dll"), &effects, &tap));
   EXPECT_NE(TappedWaveOutWrite(nullptr, &block, 0), 6u) << "its slots had been restored";
-  RemoveOutputTap(player);
+  RestoreOutput(player);
+  ForgetOutputTap();
   FreeLibrary(player);
 }
 

@@ -19,6 +19,15 @@ bool Has(const wchar_t* text, const char* part) noexcept {
   return false;
 }
 
+// ".." as a folder, not as the end of a name.
+bool HasParentFolder(const wchar_t* path) noexcept {
+  for (const wchar_t* part = path;; ++part) {
+    if (part[0] == '.' && part[1] == '.' && part[2] == '\\') return true;
+    part = FindWide(part, L'\\');
+    if (!part) return false;
+  }
+}
+
 // "File" with a number and an equals sign, in any case.
 bool IsNumberedFile(const TextLine& line) noexcept {
   if (line.length < 6 || CompareNoCase(line.text, "File", 4) != 0) return false;
@@ -51,6 +60,7 @@ struct Lint::Place {
 
 bool Lint::Check(const wchar_t* path) noexcept {
   clean_ = true;
+  chain_ = ChainGuard();
   CheckList(path, 0);
   return clean_;
 }
@@ -89,7 +99,7 @@ void Lint::CheckLine(Place* place, const TextLine& line) noexcept {
   ListEntry entry;
   if (!FindEntry(place->format, line, &place->key, &entry)) return CheckSkipped(place, line);
   if (entry.length == 0) return;
-  if (line.continues) return Report(*place, line, "longer than 259 characters, read in pieces");
+  if (line.cut) return Report(*place, line, "longer than 259 characters, read in pieces");
   size_t length;
   if (!MakeEntryPath(entry, place->folder, place->entry_path, &length)) {
     return Report(*place, line, "longer than a path may be");
@@ -114,7 +124,7 @@ void Lint::CheckEntry(Place* place, const TextLine& line, const wchar_t* path) n
     Report(*place, line, "no kind");
   } else if (Has(path, "/")) {
     Report(*place, line, "forward slashes do not separate folders");
-  } else if (Has(path, "..\\")) {
+  } else if (HasParentFolder(path)) {
     Report(*place, line, "\"..\" is not resolved");
   } else if (!files_.Exists(path)) {
     Report(*place, line, "no such file");

@@ -8,8 +8,8 @@
 
 namespace kelvo::tool {
 
-// Prints the lines of a playlist, and of the playlists in it, from which the player makes no entry
-// and why: "PATH:LINE: WHY: TEXT". Each list is looked at once.
+// Prints the lines of a playlist, and of the playlists in it, from which the player makes no entry,
+// or one that is hardly meant, and why: "PATH:LINE: WHY: TEXT". Each list is looked at once.
 class Lint {
  public:
   explicit Lint(FileSystem& files) noexcept : files_(files) {}
