@@ -25,6 +25,8 @@ void CheckFeatures(Report& report, const std::string& dll) {
   process.Load(dll);
   report.Equal("attach", process.Attach(), 1u);
   report.Check("the settings' key was opened", process.registry.count(kSettings) == 1);
+  report.Check("only the optional signal-processing library was asked for",
+               process.libraries_asked == std::vector<std::u16string>{u"Utility.dll"});
   const auto feature = [&](int32_t id) {
     return process.CallExport("GetFeature", {static_cast<uint32_t>(id)});
   };
@@ -35,6 +37,12 @@ void CheckFeatures(Report& report, const std::string& dll) {
   for (const int32_t id : {-1, 0, 2, 10, 11, 15, 20, 22, 1000, INT32_MAX, INT32_MIN}) {
     report.Equal("unknown id " + std::to_string(id), feature(id), 0u);
   }
+  for (const int32_t id : {4, 5, 8, 9}) {
+    const uint32_t object = feature(id);
+    report.Check("an object of its own for id " + std::to_string(id),
+                 object != 0 && object == feature(id) && object != feature(3));
+  }
+  report.Equal("no Windows Media plug-in where components cannot be used", feature(6), 0u);
   const uint32_t vorbis = feature(3);
   report.Check("the Ogg Vorbis plug-in", vorbis != 0 && vorbis == feature(3));
   report.Equal("its state before a file is opened", process.CallSlot(vorbis, 6), 1u);

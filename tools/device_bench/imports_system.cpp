@@ -8,7 +8,7 @@ namespace bench {
 namespace {
 
 constexpr uint32_t kLocalMachine = 0x80000002;
-constexpr uint32_t kRegDword = 4;
+constexpr uint32_t kRegText = 1, kRegDword = 4;
 constexpr uint32_t kNotImplemented = 0x80004001;
 constexpr uint32_t kSuccess = 0, kNotFound = 2, kMoreData = 234;
 
@@ -19,7 +19,10 @@ uint32_t OwnModuleOnly(Process& p, uint32_t module) {
 
 void ProvideResources(Process& process) {
   // No other library is there.
-  process.Provide("LoadLibraryW", [](Process&) { return 0u; });
+  process.Provide("LoadLibraryW", [](Process& p) {
+    p.libraries_asked.push_back(p.machine.Wide(p.Argument(0)));
+    return 0u;
+  });
   process.Provide("FindResourceW", [](Process& p) {
     OwnModuleOnly(p, p.Argument(0));
     const uint32_t name = p.Argument(1), type = p.Argument(2);
@@ -37,7 +40,7 @@ void ProvideResources(Process& process) {
   });
 }
 
-// Keys are handles for their paths below HKEY_LOCAL_MACHINE; all values are numbers.
+// Keys are handles for their paths below HKEY_LOCAL_MACHINE.
 void ProvideRegistry(Process& process) {
   const auto keys = std::make_shared<std::map<uint32_t, std::u16string>>();
   const auto open = [keys](Process& p, const std::u16string& path, uint32_t out) {
@@ -65,11 +68,13 @@ void ProvideRegistry(Process& process) {
     const auto& values = p.registry[keys->at(p.Argument(0))];
     const auto found = values.find(p.machine.Wide(p.Argument(1)));
     if (found == values.end()) return kNotFound;
-    if (p.Argument(3) != 0) p.machine.SetWord(p.Argument(3), kRegDword);
+    const auto& [type, bytes] = found->second;
+    const uint32_t size = static_cast<uint32_t>(bytes.size());
+    if (p.Argument(3) != 0) p.machine.SetWord(p.Argument(3), type);
     const uint32_t room = p.machine.Word(p.Argument(5));
-    p.machine.SetWord(p.Argument(5), 4);
-    if (room < 4) return kMoreData;
-    p.machine.SetWord(p.Argument(4), found->second);
+    p.machine.SetWord(p.Argument(5), size);
+    if (room < size) return kMoreData;
+    memcpy(p.machine.At(p.Argument(4), size), bytes.data(), size);
     return kSuccess;
   });
   process.Provide("RegSetValueExW", [keys](Process& p) {
@@ -93,6 +98,16 @@ void ProvidePlatform(Process& process) {
 }
 
 }  // namespace
+
+Process::RegistryValue::RegistryValue(uint32_t number) : type(kRegDword), bytes(4) {
+  memcpy(bytes.data(), &number, 4);
+}
+
+Process::RegistryValue::RegistryValue(const char16_t* text) : type(kRegText) {
+  const std::u16string copy = text;
+  bytes.resize(2 * (copy.size() + 1));
+  memcpy(bytes.data(), copy.c_str(), bytes.size());
+}
 
 void ProvideSystem(Process& process) {
   ProvideResources(process);

@@ -3,6 +3,8 @@
 //   device_bench probe PROBE.dll
 //   device_bench fault PROBE.dll NUMBER
 //   device_bench features Kelvo.dll
+//   device_bench effects Kelvo.dll BUDGETS
+//   device_bench stores Kelvo.dll
 //   device_bench vorbis Kelvo.dll MEDIA.ogg...
 //   device_bench measure Kelvo.dll raw_decoder.dll BUDGETS MEDIA.ogg...
 #include <stdio.h>
@@ -20,6 +22,11 @@ int main(int argc, char** argv) {
     return 0;
   } else if (arguments.size() == 2 && arguments[0] == "features") {
     bench::CheckFeatures(report, arguments[1]);
+  } else if (arguments.size() == 3 && arguments[0] == "effects") {
+    report.ReadBudgets(arguments[2]);
+    bench::CheckEffects(report, arguments[1]);
+  } else if (arguments.size() == 2 && arguments[0] == "stores") {
+    bench::CheckStores(report, arguments[1]);
   } else if (arguments.size() >= 3 && arguments[0] == "vorbis") {
     for (size_t i = 2; i < arguments.size(); ++i) {
       bench::CheckVorbis(report, arguments[1], arguments[i]);

@@ -56,7 +56,16 @@ class Process {
 
   std::map<uint32_t, Event> events;
   std::map<uint32_t, uint32_t> thread_handles;  // handle, thread
-  std::map<std::u16string, std::map<std::u16string, uint32_t>> registry;
+  // A value's bytes as they are stored; texts with their terminator.
+  struct RegistryValue {
+    RegistryValue() = default;
+    RegistryValue(uint32_t number);
+    RegistryValue(const char16_t* text);
+    uint32_t type = 0;
+    std::vector<uint8_t> bytes;
+  };
+  std::map<std::u16string, std::map<std::u16string, RegistryValue>> registry;
+  std::vector<std::u16string> libraries_asked;  // by LoadLibraryW
   struct Message {
     uint32_t window, message, wparam, lparam;
   };

@@ -36,15 +36,20 @@ void Report::Figure(const std::string& name, double millions) {
   const double mhz = millions * kCyclesPerInstruction;
   printf("     %-24s %7.2f M instructions per second of audio, %5.1f MHz = %4.1f %% of %.0f MHz\n",
          name.c_str(), millions, mhz, 100 * mhz / kDeviceMhz, kDeviceMhz);
+  WithinBudget(name, millions, "M");
+}
+
+void Report::WithinBudget(const std::string& name, double count, const char* unit) {
   const auto budget = budgets_.find(name);
   if (budget == budgets_.end()) {
     Check(name + " has no recorded budget", false);
     return;
   }
   char text[160];
-  snprintf(text, sizeof(text), "%s within its budget of %.2f M", name.c_str(), budget->second);
-  Check(text, millions <= budget->second * (1 + kTolerance));
-  if (millions < budget->second * (1 - kTolerance)) printf("     record the lower figure\n");
+  snprintf(text, sizeof(text), "%s within its budget of %.2f %s", name.c_str(), budget->second,
+           unit);
+  Check(text, count <= budget->second * (1 + kTolerance));
+  if (count < budget->second * (1 - kTolerance)) printf("     record the lower figure\n");
 }
 
 int Report::Finish() const {

@@ -23,6 +23,9 @@ class Report {
   // budget; 3 % or more below asks for a new budget.
   void Figure(const std::string& name, double millions);
 
+  // The same for a count in another unit.
+  void WithinBudget(const std::string& name, double count, const char* unit);
+
   // The exit code.
   int Finish() const;
 

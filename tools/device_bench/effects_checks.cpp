@@ -1,0 +1,137 @@
+#include <stdio.h>
+#include <string.h>
+
+#include <algorithm>
+
+#include "checks.h"
+#include "effects/effects_processor.h"
+#include "process.h"
+
+namespace bench {
+namespace {
+
+constexpr uint32_t kFrames = 6000;
+
+struct NoLibrary final : kelvo::EffectsPlatform {
+  kelvo::ProcessorIdentity Identify() noexcept override { return {}; }
+  void* OpenLibrary(const wchar_t*) noexcept override { return nullptr; }
+  void* FindEntry(void*, uint32_t) noexcept override { return nullptr; }
+  void CloseLibrary(void*) noexcept override {}
+};
+
+struct Setting {
+  const char* name;
+  int32_t preamp;
+  int32_t bands[10];
+  int32_t bass;
+  uint32_t block_frames;
+};
+constexpr Setting kSettings[] = {
+    {"flat", 13, {14, 14, 14, 14, 14, 14, 14, 14, 14, 14}, 1, 4096},
+    {"all boosted", 0, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, 4, 1},
+    {"all cut", 27, {27, 27, 27, 27, 27, 27, 27, 27, 27, 27}, 2, 577},
+    {"mixed", 9, {3, 25, 7, 19, 0, 27, 14, 11, 22, 5}, 3, 1024},
+    {"beyond the ends", 99, {-5, 40, 14, 14, 14, 14, 14, 14, -1, 28}, 9, 333},
+};
+
+// Noise over the whole range, with stretches of both rails.
+std::vector<int16_t> TestSignal() {
+  std::vector<int16_t> signal(2 * kFrames);
+  uint32_t state = 12345;
+  for (size_t i = 0; i < signal.size(); ++i) {
+    state = state * 1664525 + 1013904223;
+    const uint32_t stretch = static_cast<uint32_t>(i / 500 % 8);
+    signal[i] = stretch == 3 ? INT16_MAX : stretch == 6 ? INT16_MIN : int16_t(state >> 16);
+  }
+  return signal;
+}
+
+// Both objects keep what their filters remember from one setting to the next.
+class Pair {
+ public:
+  Pair(Process& process, uint32_t object)
+      : here_(platform_), process_(process), object_(object), block_(process.heap.Take(48)) {}
+  ~Pair() { process_.heap.Give(block_); }
+
+  void Set(const Setting& setting) {
+    here_.SetEqualizer(setting.preamp, setting.bands);
+    here_.SetBassMode(setting.bass);
+    memcpy(process_.machine.At(block_, 40), setting.bands, 40);
+    process_.CallSlot(object_, 4, {static_cast<uint32_t>(setting.preamp), block_});
+    process_.CallSlot(object_, 1, {static_cast<uint32_t>(setting.bass)});
+  }
+
+  // True when the same samples come out; `instructions` are those of the device.
+  bool Run(bool bass, std::vector<int16_t> signal, uint32_t block_frames, uint64_t* instructions) {
+    const uint32_t bytes = static_cast<uint32_t>(2 * signal.size());
+    const uint32_t samples = process_.heap.Take(bytes);
+    memcpy(process_.machine.At(samples, bytes), signal.data(), bytes);
+    bool same = true;
+    const uint64_t before = process_.machine.instructions();
+    for (uint32_t at = 0; at < bytes;) {
+      const uint32_t part = std::min(4 * block_frames, bytes - at);
+      int16_t* there = signal.data() + at / 2;
+      process_.machine.SetWord(block_, samples + at);
+      const uint32_t result = process_.CallSlot(object_, bass ? 2 : 5, {block_, part});
+      if (bass) {
+        here_.ProcessBass(&there, static_cast<int32_t>(part));
+      } else {
+        same = here_.ProcessEqualizer(&there, static_cast<int32_t>(part)) ==
+                   static_cast<int32_t>(result) &&
+               same;
+      }
+      at += part;
+    }
+    *instructions = process_.machine.instructions() - before;
+    same = same && memcmp(process_.machine.At(samples, bytes), signal.data(), bytes) == 0;
+    process_.heap.Give(samples);
+    return same;
+  }
+
+ private:
+  NoLibrary platform_;
+  kelvo::FixedPointEffects here_;
+  Process& process_;
+  const uint32_t object_;
+  const uint32_t block_;
+};
+
+}  // namespace
+
+void CheckEffects(Report& report, const std::string& dll) {
+  Process process(".");
+  process.Load(dll);
+  report.Equal("attach", process.Attach(), 1u);
+  const uint32_t object = process.CallExport("GetFeature", {9});
+  report.Check("the effects", object != 0);
+  const std::vector<int16_t> signal = TestSignal();
+  {
+    Pair pair(process, object);
+    uint64_t used = 0;
+    report.Check("before any setting", pair.Run(false, signal, 1000, &used));
+    for (const Setting& setting : kSettings) {
+      pair.Set(setting);
+      const std::string name = setting.name;
+      report.Check("equalizer: " + name, pair.Run(false, signal, setting.block_frames, &used));
+      report.Check("bass: " + name, pair.Run(true, signal, setting.block_frames, &used));
+    }
+    for (const bool bass : {false, true}) {
+      pair.Set(kSettings[3]);
+      report.Check("in blocks of 4096 frames", pair.Run(bass, signal, 4096, &used));
+      const double frame = static_cast<double>(used) / kFrames;
+      const char* name = bass ? "bass_frame" : "equalizer_frame";
+      printf("     %s %.1f instructions\n", name, frame);
+      report.WithinBudget(name, frame, "instructions");
+    }
+  }
+  process.CallSlot(object, 3, {0});
+  const uint32_t block = process.heap.TakeZeroed(8);
+  process.machine.SetWord(block, block + 4);
+  report.Equal("an equalizer that is off", process.CallSlot(object, 5, {block, 4}), 0u);
+  report.Equal("leaves the block alone", process.machine.Word(block + 4), 0u);
+  process.heap.Give(block);
+  report.Equal("detach", process.Detach(), 1u);
+  report.Equal("blocks left on the heap", process.heap.blocks(), 0u);
+}
+
+}  // namespace bench
