@@ -89,14 +89,18 @@ TEST_F(DeviceScanTest, GoesOnBehindEveryFault) {
       EXPECT_EQ(media_.size() + playlists_.size(), all);
       break;
     }
-    if (n > 0) EXPECT_GE(media_.size() + playlists_.size(), 2u) << n;
+    if (n > 0) {
+      EXPECT_GE(media_.size() + playlists_.size(), 2u) << n;
+    }
   }
   for (long n = 0;; ++n) {
     ASSERT_LT(n, 200);
     files_.FailAfter(n);
     Scan();
     if (!files_.fault_triggered()) break;
-    if (n > 0) EXPECT_GE(media_.size() + playlists_.size(), 3u) << n;
+    if (n > 0) {
+      EXPECT_GE(media_.size() + playlists_.size(), 3u) << n;
+    }
   }
   files_.FailAfter(-1);
   Scan();

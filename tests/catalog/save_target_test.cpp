@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/memory_files.h"
+#include "tests/support/wide_text.h"
 
 namespace kelvo {
 namespace {

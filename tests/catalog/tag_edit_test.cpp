@@ -7,6 +7,7 @@
 #include "tests/support/heap_faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/wide_text.h"
 
 namespace kelvo {
 namespace {
