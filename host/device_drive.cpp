@@ -19,6 +19,11 @@ DeviceDrive::DeviceDrive(const std::wstring& folder) {
   if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_DIRECTORY)) return;
   wchar_t before[MAX_PATH];
   if (GetCurrentDirectoryW(MAX_PATH, before)) before_ = before;
+  if (full.size() == 3 && full[1] == L':') {  // a drive already
+    mapped_ = false;
+    if (SetCurrentDirectoryW(full.c_str())) name_ = full.substr(0, 2);
+    return;
+  }
   // Several hosts may run: each takes a letter that is free.
   for (wchar_t letter = L'V'; letter >= L'F'; --letter) {
     const std::wstring name = {letter, L':'};
@@ -36,7 +41,7 @@ DeviceDrive::DeviceDrive(const std::wstring& folder) {
 DeviceDrive::~DeviceDrive() {
   if (name_.empty()) return;
   SetCurrentDirectoryW(before_.c_str());
-  DefineDosDeviceW(DDD_REMOVE_DEFINITION, name_.c_str(), nullptr);
+  if (mapped_) DefineDosDeviceW(DDD_REMOVE_DEFINITION, name_.c_str(), nullptr);
 }
 
 }  // namespace velmora
