@@ -32,6 +32,19 @@ uint32_t FoldedHash(const char* text) noexcept {
   return hash;
 }
 
+// The next place from `at` with this hash, or `count`. Whole blocks first: compilers turn these
+// into a few wide comparisons.
+size_t FindHash(const uint32_t* hashes, size_t at, size_t count, uint32_t hash) noexcept {
+  constexpr size_t kBlock = 16;
+  for (; count - at >= kBlock; at += kBlock) {
+    uint32_t found = 0;
+    for (size_t i = 0; i < kBlock; ++i) found |= hashes[at + i] == hash;
+    if (found) break;
+  }
+  while (at < count && hashes[at] != hash) ++at;
+  return at;
+}
+
 TreeNode AddGroup(TreeSink& sink, TreeNode parent, NodeKind kind, const TagField& text) noexcept {
   wchar_t label[kTagFieldBytes];
   AnsiToWide(text, kTagFieldBytes, label, kTagFieldBytes);
@@ -97,8 +110,7 @@ class Grouping {
       const uint32_t hash = here.hashes[at];
       const uint32_t* hashes = here.hashes.data();
       const size_t count = here.members.size();
-      for (size_t other = at; other < count; ++other) {
-        if (hashes[other] != hash) continue;
+      for (size_t other = at; (other = FindHash(hashes, other, count, hash)) < count; ++other) {
         const uint32_t index = here.members[other];
         if (done_[index] || !HasText(level, index, text)) continue;
         if (node == kNoNode) {
