@@ -263,7 +263,7 @@ TEST_F(CatalogWindowTest, LeavesNothingBehind) {
   };
   ShowAfterScan(1, [] {});
   DWORD first = 0;
-  for (int i = 0; i < 12; ++i) {
+  for (int i = 0; i < 4; ++i) {
     driver_.Show([&] {
       driver_.GoTo(1);
       driver_.GoTo(2);
