@@ -217,6 +217,7 @@ TEST_F(CatalogWindowTest, EditsTags) {
 }
 
 TEST_F(CatalogWindowTest, SavesPlaylists) {
+  driver_.files.PutFolder("\\Lists\\Deep");  // only folders with folders in them can be expanded
   ShowAfterScan(2, [&] {
     AddLists();
     const auto open = [&] {
@@ -241,7 +242,7 @@ TEST_F(CatalogWindowTest, SavesPlaylists) {
     const HWND tree = GetDlgItem(dialog, 1000);
     const HTREEITEM lists = TreeView_GetChild(tree, TreeView_GetRoot(tree));
     TreeView_Expand(tree, lists, TVE_EXPAND);
-    EXPECT_EQ(TreeView_GetCount(tree), 5u);
+    EXPECT_EQ(TreeView_GetCount(tree), 6u) << "the folder in it, and two playlists";
     driver_.Answer(L"Save Playlist", 1002);
     ASSERT_TRUE(WaitFor([&] { return driver_.files.Find("\\mix.m3u") != nullptr; }));
     SendMessageW(driver_.Page(), WM_NULL, 0, 0);  // the file is complete
