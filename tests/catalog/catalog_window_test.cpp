@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "tests/catalog/sheet_driver.h"
+#include "tests/support/gdi_objects.h"
 
 namespace kelvo {
 namespace {
@@ -258,10 +259,6 @@ TEST_F(CatalogWindowTest, SavesPlaylists) {
 }
 
 TEST_F(CatalogWindowTest, LeavesNothingBehind) {
-  const auto objects = [] {
-    return GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS) +
-           GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-  };
   ShowAfterScan(1, [] {});
   DWORD first = 0;
   for (int i = 0; i < 4; ++i) {
@@ -269,9 +266,9 @@ TEST_F(CatalogWindowTest, LeavesNothingBehind) {
       driver_.GoTo(1);
       driver_.GoTo(2);
     });
-    if (i == 1) first = objects();
+    if (i == 1) first = test::GdiObjects();
   }
-  EXPECT_LE(objects(), first);
+  EXPECT_LE(test::GdiObjects(), first);
 }
 
 }  // namespace
