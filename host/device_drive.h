@@ -5,8 +5,8 @@
 namespace velmora {
 
 // Makes a folder the root of a drive of its own and that drive the current one, so that "\" is the
-// folder as it is the root of a handheld. Undone at the end of its life. Where drives cannot be made
-// by a program (Wine), the folder is to be the root of a drive already.
+// folder as it is the root of a handheld. Undone at the end of its life. Where drives cannot be
+// made by a program (Wine), the folder is to be the root of a drive already.
 class DeviceDrive {
  public:
   explicit DeviceDrive(const std::wstring& folder);

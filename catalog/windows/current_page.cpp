@@ -25,10 +25,8 @@ void CurrentPage::InsertColumns() noexcept {
   static constexpr struct {
     UINT title;
     int width;
-  } kColumns[kPlaylistColumns] = {{IDS_TITLE, 150},
-                                  {IDS_COLUMN_ARTIST, 60},
-                                  {IDS_COLUMN_ALBUM, 150},
-                                  {IDS_COLUMN_GENRE, 80}};
+  } kColumns[kPlaylistColumns] = {
+      {IDS_TITLE, 150}, {IDS_COLUMN_ARTIST, 60}, {IDS_COLUMN_ALBUM, 150}, {IDS_COLUMN_GENRE, 80}};
   for (int i = 0; i < kPlaylistColumns; ++i) {
     LVCOLUMNW column = {};
     column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
