@@ -3,7 +3,9 @@
 #include "bookmarks/bookmarks_feature.h"
 #include "bookmarks/windows/bookmarks_shell.h"
 #include "bookmarks/windows/registered_install_folder.h"
+#include "catalog/windows/catalog_feature.h"
 #include "effects/effects_processor.h"
+#include "entry/feature_information.h"
 #include "eq/presets_feature.h"
 #include "eq/windows/preset_questions.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
@@ -21,12 +23,16 @@ PresetQuestions g_preset_questions;
 
 // Built from top to bottom, destroyed from bottom to top. No other file of the library has an
 // object with a constructor that runs at load.
+// (The catalog keeps a reference to what is built after it, and uses it only while it is shown.)
+extern FeatureInformation g_information;
 SkinReaderFeature g_skins(SystemFiles());
+CatalogFeature g_catalog(SystemFiles(), g_information);
 PresetsFeature g_presets(SystemFiles(), &g_preset_questions);
 OggVorbisPlugin g_ogg_vorbis;
 BookmarksFeature g_bookmarks(SystemFiles(), g_install_folder, &g_bookmarks_shell);
 WmaPlugin g_wma;
 FixedPointEffects g_effects(SystemEffectsPlatform());
+FeatureInformation g_information(g_ogg_vorbis, g_wma);
 
 }  // namespace
 
@@ -40,6 +46,8 @@ void ShutDownFeatures(bool process_ends) noexcept {
 
 void* FeatureObject(int32_t id) noexcept {
   switch (id) {
+    case kFeatureCatalog:
+      return static_cast<Catalog*>(&g_catalog);
     case kFeatureOggVorbis:
       return static_cast<OggVorbisInput*>(&g_ogg_vorbis);
     case kFeatureWma:

@@ -17,6 +17,8 @@ int PlayCommand(const Library& library, const Words& words);
 int InfoCommand(const Library& library, const Words& words);
 // Bookmarks (bookmarks_command.cpp).
 int BookmarksCommand(const Library& library, const Words& words);
+// The catalog, of a folder (catalog_command.cpp).
+int CatalogCommand(const Library& library, const Words& words);
 // Equalizer presets (presets_command.cpp).
 int PresetsCommand(const Library& library, const Words& words);
 // Skin files (skin_command.cpp).

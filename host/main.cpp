@@ -23,6 +23,7 @@ constexpr wchar_t kUsage[] =
     L"       velmora info FILE...               tell what files say about themselves\n"
     L"       velmora bookmarks                  show the bookmarks in their window\n"
     L"       velmora bookmarks --list | --add PATH SECONDS TEXT\n"
+    L"       velmora catalog [--device DIR]     show the catalog of a folder (default: device)\n"
     L"       velmora presets [DIR]              list the equalizer presets below DIR\n"
     L"       velmora skin PATH [N [OUT]]        list a skin's files, or write number N to a file\n"
     L"       velmora version                    tell the library's version\n";
@@ -42,8 +43,8 @@ constexpr struct {
 } kCommands[] = {
     {L"play", velmora::PlayCommand},       {L"resume", velmora::ResumeCommand},
     {L"info", velmora::InfoCommand},       {L"bookmarks", velmora::BookmarksCommand},
-    {L"presets", velmora::PresetsCommand}, {L"skin", velmora::SkinCommand},
-    {L"version", VersionCommand},
+    {L"catalog", velmora::CatalogCommand}, {L"presets", velmora::PresetsCommand},
+    {L"skin", velmora::SkinCommand},       {L"version", VersionCommand},
 };
 
 }  // namespace

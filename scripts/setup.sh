@@ -36,6 +36,7 @@ main() {
   install_wine32
   unpack_sources
   "$kelvo_root/scripts/make_media.sh"
+  "$kelvo_root/scripts/make_demo_device.sh"
 }
 
 main "$@"

@@ -9,4 +9,7 @@ namespace kelvo {
 // The system's number for one of the device's thread priorities (0 most urgent, 3 normal, 7 idle).
 int PlatformPriority(int32_t device_priority) noexcept;
 
+// The flag of a property sheet that fills the screen; 0 where the shell's dialogs see to that.
+uint32_t MaximizedSheetFlag() noexcept;
+
 }  // namespace kelvo

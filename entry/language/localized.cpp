@@ -13,12 +13,19 @@ const wchar_t* FindLocalizedString(HMODULE module, UINT id, size_t* length) noex
   return text ? text : FindStringResource(module, id, length);
 }
 
+}  // namespace
+
 HMODULE ModuleWithDialog(HMODULE module, const wchar_t* name) noexcept {
   const HMODULE language = LanguageModule();
   return language && HasResource(language, name, RT_DIALOG) ? language : module;
 }
 
-}  // namespace
+bool FormatLocalized(wchar_t* text, size_t capacity, UINT id,
+                     std::initializer_list<FormatArgument> arguments) noexcept {
+  if (FormatWide(text, capacity, LoadLocalizedString(OwnModule(), id), arguments)) return true;
+  const wchar_t* built_in = FindStringResource(OwnModule(), id, nullptr);
+  return built_in && FormatWide(text, capacity, built_in, arguments);
+}
 
 int LoadLocalizedString(HMODULE module, UINT id, wchar_t* buffer, int capacity) noexcept {
   if (capacity <= 0) return 0;

@@ -2,6 +2,7 @@
 // interface thread only.
 #pragma once
 
+#include "base/text/format.h"
 #include "base/windows/dialog.h"
 #include "base/windows/pocketpc.h"
 
@@ -12,6 +13,14 @@ namespace kelvo {
 int LoadLocalizedString(HMODULE module, UINT id, wchar_t* buffer, int capacity) noexcept;
 // The resource's own text, valid until the language is switched; the empty text when there is none.
 const wchar_t* LoadLocalizedString(HMODULE module, UINT id) noexcept;
+
+// Formats with a string resource. A translation that does not ask for exactly these arguments is
+// passed over for the built-in text.
+bool FormatLocalized(wchar_t* text, size_t capacity, UINT id,
+                     std::initializer_list<FormatArgument> arguments) noexcept;
+
+// Where a dialog's template is taken from.
+HMODULE ModuleWithDialog(HMODULE module, const wchar_t* name) noexcept;
 
 // Runs a modal dialog and returns its result, as the system's DialogBoxParam. The second form finds
 // the template by name and passes no parameter.

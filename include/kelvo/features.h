@@ -6,6 +6,7 @@
 namespace kelvo {
 
 enum FeatureId : int32_t {
+  kFeatureCatalog = 1,           // Catalog* (catalog.h)
   kFeatureOggVorbis = 3,         // OggVorbisInput* (ogg_vorbis_input.h)
   kFeatureEqualizerPresets = 4,  // EqualizerPresets* (equalizer_presets.h)
   kFeatureSkinReader = 5,        // SkinReader* (skin_reader.h)

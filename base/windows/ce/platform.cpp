@@ -6,4 +6,8 @@ int PlatformPriority(int32_t device_priority) noexcept {
   return device_priority;
 }
 
+uint32_t MaximizedSheetFlag() noexcept {
+  return 0x00002000;
+}
+
 }  // namespace kelvo

@@ -13,4 +13,8 @@ int PlatformPriority(int32_t device_priority) noexcept {
                                                      : THREAD_PRIORITY_NORMAL;
 }
 
+uint32_t MaximizedSheetFlag() noexcept {
+  return 0;
+}
+
 }  // namespace kelvo

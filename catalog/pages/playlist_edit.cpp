@@ -1,0 +1,94 @@
+#include "catalog/pages/playlist_edit.h"
+
+#include "base/text/ansi.h"
+#include "base/text/wide.h"
+#include "catalog/media/display_text.h"
+
+namespace kelvo {
+namespace {
+
+void AnsiColumn(const MediaEntry& entry, PlaylistColumn column,
+                char (&text)[kTextCapacity]) noexcept {
+  TagField& field = reinterpret_cast<TagField&>(text);
+  switch (column) {
+    case PlaylistColumn::kTitle:
+      return TitleText(entry, text);
+    case PlaylistColumn::kArtist:
+      return ArtistText(entry, field);
+    case PlaylistColumn::kAlbum:
+      return AlbumText(entry, field);
+    case PlaylistColumn::kGenre:
+      return GenreText(entry, field);
+  }
+  text[0] = 0;
+}
+
+}  // namespace
+
+void RemoveSelected(EntryList& entries, SelectableItems& items) noexcept {
+  for (size_t at = entries.size(); at-- > 0;) {
+    if (!items.IsSelected(at)) continue;
+    entries.RemoveAt(at);
+    items.Remove(at);
+  }
+}
+
+void MoveSelected(EntryList& entries, SelectableItems& items, Direction direction) noexcept {
+  const size_t count = entries.size();
+  const auto position = [&](size_t step) {
+    return direction == Direction::kUp ? step : count - 1 - step;
+  };
+  if (count == 0 || items.IsSelected(position(0))) return;
+  for (size_t step = 1; step < count; ++step) {
+    const size_t from = position(step);
+    const size_t to = position(step - 1);
+    if (!items.IsSelected(from)) continue;
+    const bool focused = items.IsFocused(from);
+    std::swap(entries[from], entries[to]);
+    items.Swapped(from, to);
+    items.SetSelected(from, false);
+    items.SetSelected(to, true);
+    if (focused) items.SetFocused(to);
+  }
+}
+
+void ColumnText(const MediaEntry& entry, PlaylistColumn column,
+                wchar_t (&text)[kColumnCapacity]) noexcept {
+  char ansi[kTextCapacity];
+  AnsiColumn(entry, column, ansi);
+  AnsiToWide(ansi, kTextCapacity, text, kColumnCapacity);
+}
+
+int CompareEntries(const MediaEntry& a, const MediaEntry& b, const SortState& sort) noexcept {
+  char text_a[kTextCapacity];
+  char text_b[kTextCapacity];
+  AnsiColumn(a, static_cast<PlaylistColumn>(sort.column), text_a);
+  AnsiColumn(b, static_cast<PlaylistColumn>(sort.column), text_b);
+  return CompareNoCase(text_a, text_b) * sort.direction;
+}
+
+void Reorder(EntryList& entries, Array<size_t>& order) noexcept {
+  for (size_t i = 0; i < entries.size(); ++i) {
+    // Entries before i are in place; what was at order[i] may have been swapped away since.
+    size_t from = order[i];
+    while (from < i) from = order[from];
+    if (from != i) std::swap(entries[i], entries[from]);
+    order[i] = from;
+  }
+}
+
+bool AnySelected(SelectableItems& items, size_t count) noexcept {
+  for (size_t i = 0; i < count; ++i) {
+    if (items.IsSelected(i)) return true;
+  }
+  return false;
+}
+
+bool AnyChecked(const EntryList& entries) noexcept {
+  for (const MediaEntry& entry : entries) {
+    if (entry.item != 0) return true;
+  }
+  return false;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,54 @@
+// What the tag editor keeps and writes; docs/formats/id3v1.md.
+#pragma once
+
+#include <stdint.h>
+
+#include "base/files/file_system.h"
+#include "catalog/media/entry_list.h"
+#include "catalog/media/id3v1.h"
+
+namespace kelvo {
+
+// The fields as the user sees them, with the most characters that each takes.
+struct TagTexts {
+  wchar_t title[31] = {};
+  wchar_t artist[31] = {};
+  wchar_t album[31] = {};
+  wchar_t year[5] = {};
+  wchar_t track[3] = {};
+  wchar_t comment[31] = {};
+};
+
+class TagEdit {
+ public:
+  // Reads the tag of a file; only when the catalog found one: otherwise an update appends a new
+  // tag, whatever the file holds by now.
+  void Load(FileSystem& files, const MediaEntry& entry) noexcept;
+
+  bool present() const noexcept { return present_; }
+  uint8_t genre() const noexcept { return bytes_[kId3v1Bytes - 1]; }
+  const uint8_t (&bytes() const noexcept)[kId3v1Bytes] { return bytes_; }
+
+  // All empty without a tag. A track of more than two digits is cut by the next Build(), not here.
+  struct Shown : TagTexts {
+    wchar_t track_number[12] = {};
+  };
+  void Show(Shown* shown) const noexcept;
+
+  // The tag of these texts; `genre` is taken as its low byte.
+  void Build(const TagTexts& texts, uint32_t genre) noexcept;
+
+  // Writes the tag over the file's old one or behind its end, also into a read-only, hidden or
+  // system file, which keeps its attributes; a file that cannot be opened loses them. True when the
+  // whole tag was written.
+  bool Write(FileSystem& files, const wchar_t* path) noexcept;
+
+ private:
+  uint8_t bytes_[kId3v1Bytes] = {};
+  bool present_ = false;
+};
+
+// Gives the tag of an edited file to its other entries in a playlist.
+void CopyTagToPlaylist(const MediaEntry& edited, EntryList& playlist) noexcept;
+
+}  // namespace kelvo

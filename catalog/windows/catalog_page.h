@@ -1,0 +1,62 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <prsht.h>
+
+#include "base/windows/dialog.h"
+#include "base/windows/unique_handle.h"
+#include "catalog/windows/catalog_state.h"
+
+namespace kelvo {
+
+// One page of the sheet: a control that fills it above the row of tabs, and a menu bar. The object
+// outlives the sheet.
+class CatalogPage : public ModalDialog {
+ public:
+  // For the page's record in the sheet, with the object as its parameter.
+  static INT_PTR CALLBACK PageProcedure(HWND window, UINT message, WPARAM wparam,
+                                        LPARAM lparam) noexcept;
+
+ protected:
+  CatalogPage(CatalogState& state, CatalogSheetEvents& events, int control_id,
+              UINT menu_bar_id) noexcept
+      : state_(state), events_(events), control_id_(control_id), menu_bar_id_(menu_bar_id) {}
+  ~CatalogPage() = default;
+
+  virtual void OnPageInit() noexcept = 0;
+  virtual LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept = 0;
+  virtual void OnPageDestroy() noexcept {}
+  // Messages other than those that all pages handle.
+  virtual bool OnPageMessage(UINT message, WPARAM wparam) noexcept {
+    static_cast<void>(message);
+    static_cast<void>(wparam);
+    return false;
+  }
+
+  bool is_open() const noexcept { return window() != nullptr; }
+  HWND view() const noexcept { return view_; }
+  HWND menu_bar() const noexcept { return menu_bar_; }
+  CatalogState& state() noexcept { return state_; }
+  CatalogSheetEvents& events() noexcept { return events_; }
+  void EnableButton(int command, bool enabled) noexcept;
+  // Ends the sheet; for Done.
+  void CloseSheet() noexcept;
+
+ private:
+  bool OnInit() noexcept final;
+  void OnDestroy() noexcept final;
+  Handled OnMessage(UINT message, WPARAM wparam, LPARAM lparam, LRESULT* result) noexcept final;
+  void LayOut() noexcept;
+
+  CatalogState& state_;
+  CatalogSheetEvents& events_;
+  int control_id_;
+  UINT menu_bar_id_;
+  HWND view_ = nullptr;
+  HWND menu_bar_ = nullptr;
+  UniqueFont font_;
+};
+
+}  // namespace kelvo

@@ -1,0 +1,99 @@
+#include "catalog/windows/list_view.h"
+
+namespace kelvo {
+namespace {
+
+constexpr UINT kChecked = 2;  // state images: 1 unchecked, 2 checked
+
+}  // namespace
+
+int CountItems(HWND list) noexcept {
+  return ListView_GetItemCount(list);
+}
+
+bool IsItemChecked(HWND list, int at) noexcept {
+  return ListView_GetItemState(list, at, LVIS_STATEIMAGEMASK) ==
+         static_cast<UINT>(INDEXTOSTATEIMAGEMASK(kChecked));
+}
+
+void SetItemChecked(HWND list, int at, bool checked) noexcept {
+  const UINT image = checked ? kChecked : 1;
+  ListView_SetItemState(list, at, INDEXTOSTATEIMAGEMASK(image), LVIS_STATEIMAGEMASK);
+}
+
+void CheckAllItems(HWND list, bool checked) noexcept {
+  for (int i = 0, count = CountItems(list); i < count; ++i) SetItemChecked(list, i, checked);
+}
+
+void InvertItemChecks(HWND list) noexcept {
+  for (int i = 0, count = CountItems(list); i < count; ++i) {
+    SetItemChecked(list, i, !IsItemChecked(list, i));
+  }
+}
+
+size_t ItemData(HWND list, int at) noexcept {
+  LVITEMW item = {};
+  item.mask = LVIF_PARAM;
+  item.iItem = at;
+  SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  return static_cast<size_t>(item.lParam);
+}
+
+void SetItemData(HWND list, int at, size_t data) noexcept {
+  LVITEMW item = {};
+  item.mask = LVIF_PARAM;
+  item.iItem = at;
+  item.lParam = static_cast<LPARAM>(data);
+  SendMessageW(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+bool CheckChanged(const NMLISTVIEW& change) noexcept {
+  return change.iItem >= 0 && (change.uChanged & LVIF_STATE) != 0 &&
+         ((change.uOldState ^ change.uNewState) & LVIS_STATEIMAGEMASK) != 0;
+}
+
+bool SelectionChanged(const NMLISTVIEW& change) noexcept {
+  return (change.uChanged & LVIF_STATE) != 0 &&
+         ((change.uOldState ^ change.uNewState) & LVIS_SELECTED) != 0;
+}
+
+void StyleList(HWND list) noexcept {
+  const LPARAM styles = LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT | LVS_EX_ONECLICKACTIVATE;
+  SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, styles);
+}
+
+bool ListItems::HasState(size_t at, UINT bit) noexcept {
+  return ListView_GetItemState(list_, static_cast<int>(at), bit) != 0;
+}
+
+void ListItems::SetState(size_t at, UINT bit, bool set) noexcept {
+  ListView_SetItemState(list_, static_cast<int>(at), set ? bit : 0, bit);
+}
+
+bool ListItems::IsSelected(size_t at) noexcept {
+  return HasState(at, LVIS_SELECTED);
+}
+void ListItems::SetSelected(size_t at, bool selected) noexcept {
+  SetState(at, LVIS_SELECTED, selected);
+}
+bool ListItems::IsFocused(size_t at) noexcept {
+  return HasState(at, LVIS_FOCUSED);
+}
+void ListItems::SetFocused(size_t at) noexcept {
+  SetState(at, LVIS_FOCUSED, true);
+}
+void ListItems::Remove(size_t at) noexcept {
+  ListView_DeleteItem(list_, static_cast<int>(at));
+}
+
+// The texts come from the entries on demand; only the checks are the items' own.
+void ListItems::Swapped(size_t a, size_t b) noexcept {
+  const int first = static_cast<int>(a);
+  const int second = static_cast<int>(b);
+  const bool checked = IsItemChecked(list_, first);
+  SetItemChecked(list_, first, IsItemChecked(list_, second));
+  SetItemChecked(list_, second, checked);
+  ListView_RedrawItems(list_, first < second ? first : second, first < second ? second : first);
+}
+
+}  // namespace kelvo

@@ -1,0 +1,167 @@
+#include "catalog/windows/media_page.h"
+
+#include "base/windows/pocketpc.h"
+#include "catalog/media/id3v1.h"
+#include "catalog/media/media_kind.h"
+#include "catalog/pages/delete_entry.h"
+#include "catalog/tag_editor/tag_edit.h"
+#include "catalog/tree/build_tree.h"
+#include "catalog/tree/checked_files.h"
+#include "catalog/windows/ask_delete.h"
+#include "catalog/windows/tag_editor_dialog.h"
+#include "res/resource_ids.h"
+
+namespace kelvo {
+namespace {
+
+// Posted by a tap to the page itself: by then the tapped node is the selected one.
+constexpr UINT kRefreshMessage = WM_USER + 257;
+
+POINT LastMessagePoint() noexcept {
+  const DWORD at = GetMessagePos();
+  return {static_cast<short>(LOWORD(at)), static_cast<short>(HIWORD(at))};
+}
+
+}  // namespace
+
+MediaPage::MediaPage(CatalogState& state, CatalogSheetEvents& events) noexcept
+    : CatalogPage(state, events, IDC_TREE, IDR_MEDIA_BAR) {}
+
+void MediaPage::OnPageInit() noexcept {
+  tree_.Attach(view());
+  MarkOrder();
+  RebuildTree();
+  UpdateFileCommands();
+}
+
+void MediaPage::OnPageDestroy() noexcept {
+  tree_.Detach();
+  for (MediaEntry& entry : state().media) entry.item = kNoNode;
+}
+
+void MediaPage::ClearTree() noexcept {
+  if (is_open()) tree_.Clear();
+}
+
+void MediaPage::RebuildTree() noexcept {
+  if (!is_open() || state().scanning) return;
+  tree_.SetRedraw(false);
+  tree_.Clear();
+  BuildTree(state().media, state().order, tree_);
+  tree_.SetRedraw(true);
+  UpdateFileCommands();
+}
+
+ModalDialog::Handled MediaPage::OnCommand(int id, int) noexcept {
+  if (id >= ID_FIRST_ORDER && id <= ID_LAST_ORDER) {
+    SetOrder(ToGroupingOrder(static_cast<uint32_t>(id - ID_FIRST_ORDER + 1)));
+    return Handled::kYes;
+  }
+  switch (id) {
+    case IDOK:
+      CloseSheet();
+      break;
+    case ID_RESCAN:
+      events().Rescan();
+      break;
+    case ID_CHECK_ALL:
+      SetChecksBelow(tree_, kNoNode, true);
+      break;
+    case ID_CHECK_NONE:
+      SetChecksBelow(tree_, kNoNode, false);
+      break;
+    case ID_INVERT_CHECKS:
+      InvertChecksBelow(tree_, kNoNode);
+      break;
+    case ID_ADD_CHECKED:
+      AddCheckedFilesToPlaylist();
+      break;
+    case ID_EDIT_TAG:
+      EditSelectedTag();
+      break;
+    case ID_DELETE_FILE:
+      DeleteSelectedFile();
+      break;
+    default:
+      return Handled::kNo;
+  }
+  return Handled::kYes;
+}
+
+LRESULT MediaPage::OnNotify(const NMHDR& header, LPARAM) noexcept {
+  if (header.hwndFrom != view()) return 0;
+  if (header.code == static_cast<UINT>(TVN_SELCHANGEDW)) {
+    PostMessageW(window(), kRefreshMessage, 0, 0);
+    return 0;
+  }
+  if (header.code != static_cast<UINT>(NM_CLICK)) return 0;
+  bool on_box = false;
+  bool on_item = false;
+  const TreeNode node = tree_.HitTest(LastMessagePoint(), &on_box, &on_item);
+  if (node == kNoNode) return 0;
+  if (on_item) PostMessageW(window(), kRefreshMessage, 0, 0);
+  if (on_box) CheckBoxTapped(tree_, node);
+  return 0;
+}
+
+bool MediaPage::OnPageMessage(UINT message, WPARAM) noexcept {
+  if (message != kRefreshMessage) return false;
+  UpdateFileCommands();
+  return true;
+}
+
+void MediaPage::SetOrder(GroupingOrder order) noexcept {
+  state().order = order;
+  MarkOrder();
+  RebuildTree();
+}
+
+void MediaPage::MarkOrder() noexcept {
+  if (!menu_bar()) return;
+  const HMENU menu =
+      reinterpret_cast<HMENU>(SendMessageW(menu_bar(), SHCMBM_GETSUBMENU, 0, ID_GROUPING));
+  if (!menu) return;
+  const UINT current = ID_FIRST_ORDER + static_cast<UINT>(state().order) - 1;
+  for (UINT id = ID_FIRST_ORDER; id <= ID_LAST_ORDER; ++id) {
+    CheckMenuItem(menu, id, MF_BYCOMMAND | (id == current ? MF_CHECKED : MF_UNCHECKED));
+  }
+}
+
+void MediaPage::UpdateFileCommands() noexcept {
+  const bool is_file = tree_.IsFile(tree_.Selected());
+  EnableButton(ID_EDIT_TAG, is_file);
+  EnableButton(ID_DELETE_FILE, is_file);
+}
+
+void MediaPage::AddCheckedFilesToPlaylist() noexcept {
+  const WaitCursor wait;
+  AddCheckedFiles(tree_, state().media, &state().current);
+  events().CurrentPlaylistChanged();
+}
+
+void MediaPage::DeleteSelectedFile() noexcept {
+  TreeNode node = tree_.Selected();
+  const size_t index = IndexOfNode(state().media, node);
+  if (index == state().media.size()) return;
+  const wchar_t* path = state().media[index].path.c_str();
+  if (!AskDelete(window(), path) || !state().files.Delete(path)) return;
+  DeleteEntry(state().media, index);
+  do {
+    const TreeNode parent = tree_.Parent(node);
+    tree_.Remove(node);
+    node = parent;
+  } while (node != kNoNode && tree_.FirstChild(node) == kNoNode);
+  UpdateFileCommands();
+}
+
+void MediaPage::EditSelectedTag() noexcept {
+  MediaEntry* entry = EntryOfNode(state().media, tree_.Selected());
+  if (!entry || MediaKindOf(entry->path.c_str()) != MediaKind::kMpeg) return;
+  if (!EditTag(state().files, window(), *entry)) return;
+  entry->tag.Reset();
+  ReadId3v1(state().files, entry);
+  RebuildTree();
+  CopyTagToPlaylist(*entry, state().current);
+}
+
+}  // namespace kelvo

@@ -1,0 +1,165 @@
+#include "catalog/windows/media_tree.h"
+
+#include "base/text/wide.h"
+#include "entry/language/modules.h"
+#include "res/resource_ids.h"
+
+namespace kelvo {
+namespace {
+
+constexpr UINT kUnchecked = 1;
+constexpr UINT kChecked = 2;
+
+HTREEITEM Item(TreeNode node) noexcept {
+  return reinterpret_cast<HTREEITEM>(node);
+}
+
+bool GetItem(HWND tree, TreeNode node, TVITEMW* item) noexcept {
+  item->mask |= TVIF_HANDLE;
+  item->hItem = Item(node);
+  return SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(item)) != FALSE;
+}
+
+}  // namespace
+
+void MediaTree::Attach(HWND tree) noexcept {
+  constexpr int kImages[] = {IDI_GENRE, IDI_ALBUM, IDI_ARTIST, IDI_FILE, IDI_FOLDER};
+  constexpr int kStates[] = {IDI_NO_STATE, IDI_UNCHECKED, IDI_CHECKED};
+  tree_ = tree;
+  images_ = LoadIconList(OwnModule(), kImages, 5);
+  states_ = LoadIconList(OwnModule(), kStates, 3);
+  // The control makes a list of its own for its check boxes.
+  TreeView_SetImageList(tree_, images_.get(), TVSIL_NORMAL);
+  UniqueIconList(TreeView_SetImageList(tree_, states_.get(), TVSIL_STATE));
+}
+
+void MediaTree::Detach() noexcept {
+  Clear();
+  TreeView_SetImageList(tree_, nullptr, TVSIL_NORMAL);
+  TreeView_SetImageList(tree_, nullptr, TVSIL_STATE);
+  images_.Reset();
+  states_.Reset();
+  tree_ = nullptr;
+}
+
+void MediaTree::Clear() noexcept {
+  TreeView_DeleteAllItems(tree_);
+}
+
+void MediaTree::SetRedraw(bool redraw) noexcept {
+  SendMessageW(tree_, WM_SETREDRAW, redraw, 0);
+  if (redraw) InvalidateRect(tree_, nullptr, TRUE);
+}
+
+void MediaTree::Remove(TreeNode node) noexcept {
+  TreeView_DeleteItem(tree_, Item(node));
+}
+
+TreeNode MediaTree::Next(TreeNode node, UINT relation) noexcept {
+  return static_cast<TreeNode>(
+      SendMessageW(tree_, TVM_GETNEXTITEM, relation, static_cast<LPARAM>(node)));
+}
+
+TreeNode MediaTree::Selected() noexcept {
+  return Next(kNoNode, TVGN_CARET);
+}
+
+TreeNode MediaTree::HitTest(POINT at, bool* on_box, bool* on_item) noexcept {
+  TVHITTESTINFO hit = {};
+  hit.pt = at;
+  ScreenToClient(tree_, &hit.pt);
+  const TreeNode node =
+      static_cast<TreeNode>(SendMessageW(tree_, TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+  *on_box = (hit.flags & TVHT_ONITEMSTATEICON) != 0;
+  *on_item = (hit.flags & (TVHT_ONITEMICON | TVHT_ONITEMLABEL)) != 0;
+  return node;
+}
+
+TreeNode MediaTree::Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept {
+  TVINSERTSTRUCTW insert = {};
+  insert.hParent = parent == kNoNode ? TVI_ROOT : Item(parent);
+  insert.hInsertAfter = TVI_SORT;
+  TVITEMW& item = insert.item;
+  item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_STATE | TVIF_CHILDREN | TVIF_PARAM;
+  item.pszText = const_cast<wchar_t*>(label);  // only read
+  item.iImage = item.iSelectedImage = static_cast<int>(kind);
+  item.state = INDEXTOSTATEIMAGEMASK(kUnchecked);
+  item.stateMask = TVIS_STATEIMAGEMASK;
+  item.cChildren = kind == NodeKind::kFile ? 0 : 1;
+  const TreeNode node = static_cast<TreeNode>(
+      SendMessageW(tree_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+  if (node != kNoNode && kind == NodeKind::kFolder) {
+    TVITEMW data = {};
+    data.mask = TVIF_HANDLE | TVIF_PARAM;
+    data.hItem = Item(node);
+    data.lParam = static_cast<LPARAM>(node);
+    SendMessageW(tree_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&data));
+  }
+  return node;
+}
+
+// Files have no data and are equal to everything: they stay where they are.
+int CALLBACK MediaTree::CompareFolders(LPARAM a, LPARAM b, LPARAM tree) noexcept {
+  if (a == 0 || b == 0) return 0;
+  wchar_t labels[2][kTextCapacity] = {};
+  int images[2] = {};
+  const LPARAM nodes[2] = {a, b};
+  for (int i = 0; i < 2; ++i) {
+    TVITEMW item = {};
+    item.mask = TVIF_TEXT | TVIF_IMAGE;
+    item.pszText = labels[i];
+    item.cchTextMax = kTextCapacity;
+    GetItem(reinterpret_cast<HWND>(tree), static_cast<TreeNode>(nodes[i]), &item);
+    images[i] = item.iImage;
+  }
+  const bool first = images[0] == static_cast<int>(NodeKind::kFolder);
+  const bool second = images[1] == static_cast<int>(NodeKind::kFolder);
+  if (first != second) return first ? -1 : 1;
+  return CompareNoCase(labels[0], labels[1]);
+}
+
+void MediaTree::SortFolders(TreeNode parent) noexcept {
+  TVSORTCB sort = {};
+  sort.hParent = parent == kNoNode ? TVI_ROOT : Item(parent);
+  sort.lpfnCompare = &CompareFolders;
+  sort.lParam = reinterpret_cast<LPARAM>(tree_);
+  SendMessageW(tree_, TVM_SORTCHILDRENCB, 0, reinterpret_cast<LPARAM>(&sort));
+}
+
+TreeNode MediaTree::FirstChild(TreeNode node) noexcept {
+  return node == kNoNode ? Next(kNoNode, TVGN_ROOT) : Next(node, TVGN_CHILD);
+}
+TreeNode MediaTree::NextSibling(TreeNode node) noexcept {
+  return Next(node, TVGN_NEXT);
+}
+TreeNode MediaTree::Parent(TreeNode node) noexcept {
+  return Next(node, TVGN_PARENT);
+}
+
+bool MediaTree::IsChecked(TreeNode node) noexcept {
+  TVITEMW item = {};
+  item.mask = TVIF_STATE;
+  item.stateMask = TVIS_STATEIMAGEMASK;
+  return GetItem(tree_, node, &item) && (item.state >> 12 & 15) == kChecked;
+}
+
+void MediaTree::SetChecked(TreeNode node, bool checked) noexcept {
+  TVITEMW item = {};
+  item.mask = TVIF_HANDLE | TVIF_STATE;
+  item.hItem = Item(node);
+  item.state = static_cast<UINT>(INDEXTOSTATEIMAGEMASK(checked ? kChecked : kUnchecked));
+  item.stateMask = TVIS_STATEIMAGEMASK;
+  SendMessageW(tree_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+bool MediaTree::IsFile(TreeNode node) noexcept {
+  return ImageOf(node) == static_cast<int>(NodeKind::kFile);
+}
+
+int MediaTree::ImageOf(TreeNode node) noexcept {
+  TVITEMW item = {};
+  item.mask = TVIF_IMAGE;
+  return node != kNoNode && GetItem(tree_, node, &item) ? item.iImage : -1;
+}
+
+}  // namespace kelvo

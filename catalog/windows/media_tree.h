@@ -1,0 +1,46 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "base/windows/image_list.h"
+#include "catalog/tree/check_rules.h"
+#include "catalog/tree/tree_sink.h"
+
+namespace kelvo {
+
+// The tree control of the Media Catalog. A folder's item data is its own handle, that of all other
+// nodes 0.
+class MediaTree final : public TreeSink, public CheckTree {
+ public:
+  void Attach(HWND tree) noexcept;  // gives the control its images
+  void Detach() noexcept;           // before the control goes
+
+  void Clear() noexcept;
+  void SetRedraw(bool redraw) noexcept;
+  void Remove(TreeNode node) noexcept;
+  TreeNode Selected() noexcept;
+  // The node at a point of the screen, and on which part of it.
+  TreeNode HitTest(POINT at, bool* on_box, bool* on_item) noexcept;
+
+  TreeNode Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept override;
+  void SortFolders(TreeNode parent) noexcept override;
+  TreeNode FirstChild(TreeNode node) noexcept override;
+  TreeNode NextSibling(TreeNode node) noexcept override;
+  TreeNode Parent(TreeNode node) noexcept override;
+  bool IsChecked(TreeNode node) noexcept override;
+  void SetChecked(TreeNode node, bool checked) noexcept override;
+  bool IsFile(TreeNode node) noexcept override;
+
+ private:
+  static int CALLBACK CompareFolders(LPARAM a, LPARAM b, LPARAM tree) noexcept;
+  TreeNode Next(TreeNode node, UINT relation) noexcept;
+  int ImageOf(TreeNode node) noexcept;
+
+  HWND tree_ = nullptr;
+  UniqueIconList images_;
+  UniqueIconList states_;
+};
+
+}  // namespace kelvo

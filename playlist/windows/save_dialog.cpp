@@ -1,0 +1,199 @@
+#include "playlist/windows/save_dialog.h"
+
+#include "base/windows/fonts.h"
+#include "entry/language/dialog_guard.h"
+#include "entry/language/localized.h"
+#include "playlist/windows/folder_tree.h"
+#include "playlist/windows/host_resources.h"
+
+namespace kelvo {
+namespace {
+
+// Posted to itself: the tree is filled when the dialog is to be seen already.
+constexpr UINT kFillMessage = 2049;
+
+class SaveDialog final : public ModalDialog {
+ public:
+  SaveDialog(FileSystem& files, HMODULE host_module, SaveTarget* target) noexcept
+      : files_(files), host_module_(host_module), target_(*target), tree_(files) {}
+  bool succeeded() const noexcept { return succeeded_; }
+
+ private:
+  bool OnInit() noexcept override {
+    SHINITDLGINFO init = {};
+    init.dwMask = SHIDIM_FLAGS;
+    init.hDlg = window();
+    init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
+    SHInitDialog(&init);
+    SHMENUBARINFO bar = {};
+    bar.cbSize = sizeof(bar);
+    bar.hwndParent = window();
+    bar.nToolBarId = kHostSaveMenuBar;
+    bar.hInstRes = host_module_;
+    CreateLocalizedMenuBar(&bar);
+    font_ = MakeListFont();
+    for (const int id : {kHostSaveTree, kHostSavePath}) {
+      SendMessageW(control(id), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+    }
+    LayOut();
+    PostMessageW(window(), kFillMessage, 0, 0);
+    return true;
+  }
+
+  Handled OnCommand(int id, int notification) noexcept override {
+    switch (id) {
+      case IDOK:
+      case IDCANCEL:
+        target_.SetPath(L"");
+        succeeded_ = false;
+        Close(IDCANCEL);
+        return Handled::kYes;
+      case kHostSaveButton:
+        Save();
+        return Handled::kYes;
+      case kHostSaveName:
+        if (notification != EN_CHANGE) return Handled::kNo;
+        ReadName();
+        return Handled::kYes;
+      default:
+        return Handled::kNo;
+    }
+  }
+
+  Handled OnMessage(UINT message, WPARAM wparam, LPARAM lparam, LRESULT*) noexcept override {
+    switch (message) {
+      case kFillMessage:
+        tree_.Attach(control(kHostSaveTree), host_module_);
+        tree_.FillRoot();
+        return Handled::kYes;
+      case WM_SIZE:
+      case WM_MOVE:
+        LayOut();
+        return Handled::kNo;
+      case WM_SETTINGCHANGE:
+        SHHandleWMSettingChange(window(), wparam, lparam, &activation_);
+        return Handled::kNo;
+      case WM_NOTIFY:
+        OnNotify(*reinterpret_cast<const NMHDR*>(lparam));
+        return Handled::kNo;
+      default:
+        return Handled::kNo;
+    }
+  }
+
+  void OnNotify(const NMHDR& header) noexcept {
+    if (header.idFrom != static_cast<UINT_PTR>(kHostSaveTree)) return;
+    if (header.code == static_cast<UINT>(TVN_ITEMEXPANDINGW)) {
+      const NMTREEVIEWW& change = reinterpret_cast<const NMTREEVIEWW&>(header);
+      tree_.Expanding(change.itemNew.hItem, (change.action & TVE_EXPAND) != 0);
+    } else if (header.code == static_cast<UINT>(NM_CLICK)) {
+      const DWORD at = GetMessagePos();
+      const POINT point = {static_cast<short>(LOWORD(at)), static_cast<short>(HIWORD(at))};
+      if (const HTREEITEM item = tree_.HitTest(point)) Tapped(item);
+    }
+  }
+
+  void Tapped(HTREEITEM tapped) noexcept {
+    const uintptr_t item = reinterpret_cast<uintptr_t>(tapped);
+    const bool is_folder = tree_.IsFolder(tapped);
+    wchar_t text[kTextCapacity];
+    if (!FolderPathOf(tree_, is_folder ? item : tree_.Parent(item), text)) return;
+    target_.SetFolder(text);
+    if (!is_folder) {
+      tree_.Text(item, text);
+      SetWindowTextW(control(kHostSaveName), text);
+      target_.SetName(text);
+    }
+    ShowPath();
+  }
+
+  void ReadName() noexcept {
+    wchar_t name[kTextCapacity];
+    GetWindowTextW(control(kHostSaveName), name, kTextCapacity);
+    target_.SetName(name);
+    ShowPath();
+  }
+
+  void ShowPath() noexcept {
+    target_.UpdatePath();
+    SetWindowTextW(control(kHostSavePath), target_.path());
+  }
+
+  void Save() noexcept {
+    wchar_t path[kTextCapacity];
+    GetWindowTextW(control(kHostSavePath), path, kTextCapacity);
+    target_.SetPath(path);
+    switch (target_.CheckPath(files_)) {
+      case SaveTarget::Check::kEmpty:
+        Tell(kHostEmptyPathText, Text(kHostEmptyPathCaption), MB_OK);
+        return;
+      case SaveTarget::Check::kExists:
+        if (Tell(kHostOverwriteText, Text(kHostOverwriteCaption), MB_YESNO) != IDYES) return;
+        break;
+      case SaveTarget::Check::kFree:
+        break;
+    }
+    if (!target_.ProveWritable(files_)) {
+      Tell(kHostNotCreatedText, L"", MB_OK);
+      return;
+    }
+    succeeded_ = true;
+    Close(kHostSaveButton);
+  }
+
+  const wchar_t* Text(UINT id) const noexcept { return LoadLocalizedString(host_module_, id); }
+  int Tell(UINT text, const wchar_t* caption, UINT buttons) noexcept {
+    return MessageBoxW(window(), Text(text), caption, buttons | MB_SETFOREGROUND);
+  }
+
+  SIZE SizeOf(int id) const noexcept {
+    RECT rect = {};
+    GetWindowRect(control(id), &rect);
+    return {rect.right - rect.left, rect.bottom - rect.top};
+  }
+
+  // To the bottom row; position and width across stay.
+  void PlaceInRow(int id, int bottom, int height) noexcept {
+    RECT rect = {};
+    GetWindowRect(control(id), &rect);
+    POINT corner = {rect.left, rect.top};
+    ScreenToClient(window(), &corner);
+    MoveWindow(control(id), corner.x, bottom - height, rect.right - rect.left, height, TRUE);
+  }
+
+  void LayOut() noexcept {
+    RECT client;
+    GetClientRect(window(), &client);
+    const int row = SizeOf(kHostSaveName).cy;
+    const int line = SizeOf(kHostSavePath).cy;
+    const int tree = client.bottom - line - row - 4;
+    MoveWindow(control(kHostSaveTree), 0, 0, client.right + 1, tree > 0 ? tree : 0, TRUE);
+    MoveWindow(control(kHostSavePath), 2, tree > 0 ? tree : 0, client.right - 2, line, TRUE);
+    PlaceInRow(kHostSaveName, client.bottom - 2, row);
+    PlaceInRow(kHostSaveButton, client.bottom - 2, row);
+  }
+
+  void OnDestroy() noexcept override { tree_.Detach(); }
+
+  FileSystem& files_;
+  HMODULE host_module_;
+  SaveTarget& target_;
+  FolderTree tree_;
+  UniqueFont font_;
+  SHACTIVATEINFO activation_ = {sizeof(SHACTIVATEINFO), nullptr, 0, 0, 0, 0};
+  bool succeeded_ = false;
+};
+
+}  // namespace
+
+bool AskWhereToSave(FileSystem& files, HMODULE host_module, HWND parent,
+                    SaveTarget* target) noexcept {
+  const DialogGuard guard;
+  if (!guard.taken()) return false;
+  SaveDialog dialog(files, host_module, target);
+  LocalizedDialogBox(host_module, kHostSaveDialog, parent, ModalDialog::Procedure,
+                     dialog.parameter());
+  return dialog.succeeded();
+}
+
+}  // namespace kelvo

@@ -1,0 +1,281 @@
+#include "catalog/pages/playlist_edit.h"
+
+#include <gtest/gtest.h>
+#include <string.h>
+
+#include <algorithm>
+#include <random>
+
+#include "catalog/pages/delete_entry.h"
+#include "catalog/pages/hand_over.h"
+#include "catalog/pages/renamed_path.h"
+#include "catalog/tree/checked_files.h"
+#include "tests/support/heap_faults.h"
+#include "tests/support/wide_text.h"
+
+namespace kelvo {
+namespace {
+
+using test::HeapFaults;
+using test::Utf8;
+using test::Wide;
+
+// Items as text: the entry's letter, "*" when selected, "!" when focused.
+class Items final : public SelectableItems {
+ public:
+  struct Item {
+    std::string text;
+    bool selected;
+    bool focused;
+  };
+  std::vector<Item> items;
+
+  bool IsSelected(size_t at) noexcept override { return items[at].selected; }
+  void SetSelected(size_t at, bool selected) noexcept override { items[at].selected = selected; }
+  bool IsFocused(size_t at) noexcept override { return items[at].focused; }
+  void SetFocused(size_t at) noexcept override {
+    for (Item& item : items) item.focused = false;
+    items[at].focused = true;
+  }
+  void Remove(size_t at) noexcept override {
+    items.erase(items.begin() + static_cast<ptrdiff_t>(at));
+  }
+  void Swapped(size_t a, size_t b) noexcept override { std::swap(items[a].text, items[b].text); }
+};
+
+struct Playlist {
+  EntryList entries;
+  Items items;
+
+  // "a b* c!"
+  explicit Playlist(const std::string& text) {
+    for (size_t i = 0; i < text.size(); ++i) {
+      if (text[i] == ' ') continue;
+      if (text[i] == '*')
+        items.items.back().selected = true;
+      else if (text[i] == '!')
+        items.items.back().focused = true;
+      else {
+        items.items.push_back({std::string(1, text[i]), false, false});
+        EXPECT_TRUE(entries.Add(Wide(items.items.back().text)));
+      }
+    }
+  }
+  std::string Text() const {
+    std::string text;
+    EXPECT_EQ(entries.size(), items.items.size());
+    for (size_t i = 0; i < entries.size(); ++i) {
+      const Items::Item& item = items.items[i];
+      EXPECT_EQ(Utf8(entries[i].path.c_str()), item.text);
+      text += (i ? " " : "") + item.text + (item.selected ? "*" : "") + (item.focused ? "!" : "");
+    }
+    return text;
+  }
+};
+
+TEST(PlaylistEdit, MovesAndRemovesWhatIsSelected) {
+  struct Case {
+    const char* before;
+    const char* up;
+    const char* down;
+    const char* removed;
+  } const cases[] = {
+      {"", "", "", ""},
+      {"a", "a", "a", "a"},
+      {"a*!", "a*!", "a*!", ""},
+      {"a b* c", "b* a c", "a c b*", "a c"},
+      {"a b*! c* d", "b*! c* a d", "a d b*! c*", "a d"},
+      {"a* b c* d", "a* b c* d", "b a* d c*", "b d"},
+      {"a b* c d*", "b* a d* c", "a b* c d*", "a c"},
+      {"a! b* c", "b* a! c", "a! c b*", "a! c"},
+      {"a* b* c*", "a* b* c*", "a* b* c*", ""},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.before);
+    Playlist up(c.before), down(c.before), removed(c.before);
+    MoveSelected(up.entries, up.items, Direction::kUp);
+    MoveSelected(down.entries, down.items, Direction::kDown);
+    RemoveSelected(removed.entries, removed.items);
+    // The focus stays with the position unless its item moves; only selected items carry it.
+    const auto plain = [](std::string text) {
+      text.erase(std::remove(text.begin(), text.end(), '!'), text.end());
+      return text;
+    };
+    EXPECT_EQ(plain(up.Text()), plain(c.up));
+    EXPECT_EQ(plain(down.Text()), plain(c.down));
+    EXPECT_EQ(plain(removed.Text()), plain(c.removed));
+  }
+  Playlist focused("a b*! c");
+  MoveSelected(focused.entries, focused.items, Direction::kUp);
+  EXPECT_EQ(focused.Text(), "b*! a c");
+}
+
+TEST(PlaylistEdit, RandomSequencesAgreeWithAPlainList) {
+  std::mt19937 random(5);
+  for (int round = 0; round < 30; ++round) {
+    Playlist list("a b c d e f g h i j k l m n o p");
+    std::vector<std::pair<std::string, bool>> want;
+    for (const Items::Item& item : list.items.items) want.emplace_back(item.text, false);
+    for (int step = 0; step < 60 && !want.empty(); ++step) {
+      const size_t at = random() % want.size();
+      switch (random() % 8) {
+        case 0:
+          MoveSelected(list.entries, list.items, Direction::kUp);
+          if (!want[0].second) {
+            for (size_t i = 1; i < want.size(); ++i) {
+              if (want[i].second) std::swap(want[i], want[i - 1]);
+            }
+          }
+          break;
+        case 1:
+          MoveSelected(list.entries, list.items, Direction::kDown);
+          if (!want.back().second) {
+            for (size_t i = want.size() - 1; i-- > 0;) {
+              if (want[i].second) std::swap(want[i], want[i + 1]);
+            }
+          }
+          break;
+        case 2:
+          if (step % 5) break;
+          RemoveSelected(list.entries, list.items);
+          want.erase(std::remove_if(want.begin(), want.end(), [](auto& w) { return w.second; }),
+                     want.end());
+          break;
+        default:
+          list.items.items[at].selected = want[at].second = !want[at].second;
+          break;
+      }
+      std::string text;
+      for (const auto& item : want) {
+        text += (text.empty() ? "" : " ") + item.first + (item.second ? "*" : "");
+      }
+      ASSERT_EQ(list.Text(), text);
+      EXPECT_EQ(AnySelected(list.items, list.entries.size()), text.find('*') != std::string::npos);
+    }
+  }
+}
+
+TEST(PlaylistEdit, SortingTwiceReverses) {
+  SortState sort;
+  sort.Tap(0);
+  EXPECT_EQ(sort.direction, 1);
+  sort.Tap(0);
+  EXPECT_EQ(sort.direction, -1);
+  sort.Tap(2);
+  EXPECT_EQ(sort.direction, 1);
+
+  EntryList entries;
+  for (const char* name : {"\\b.mp3", "\\A.mp3"}) ASSERT_TRUE(entries.Add(Wide(name)));
+  entries[0].tag.Reset(HeapNew<TagBlock>());
+  strcpy(entries[0].tag->artist, "zz");
+  wchar_t text[kColumnCapacity];
+  ColumnText(entries[0], PlaylistColumn::kTitle, text);
+  EXPECT_EQ(Utf8(text), "b.mp3");
+  ColumnText(entries[1], PlaylistColumn::kGenre, text);
+  EXPECT_EQ(Utf8(text), "Unknown");
+  EXPECT_GT(CompareEntries(entries[0], entries[1], {0, 1}), 0);
+  EXPECT_LT(CompareEntries(entries[0], entries[1], {0, -1}), 0);
+  EXPECT_GT(CompareEntries(entries[0], entries[1], {1, 1}), 0);
+  EXPECT_EQ(CompareEntries(entries[0], entries[1], {3, 1}), 0);
+}
+
+TEST(PlaylistEdit, ReordersByAnyPermutation) {
+  std::mt19937 random(6);
+  for (int round = 0; round < 50; ++round) {
+    Playlist list("a b c d e f g h i");
+    Array<size_t> order;
+    for (size_t i = 0; i < 9; ++i) ASSERT_TRUE(order.Append(i));
+    std::shuffle(order.begin(), order.end(), random);
+    std::string want, got;
+    for (const size_t old : order) want += static_cast<char>('a' + old);
+    Reorder(list.entries, order);
+    for (const MediaEntry& entry : list.entries) got += Utf8(entry.path.c_str());
+    ASSERT_EQ(got, want);
+  }
+}
+
+std::string* g_told;
+#if defined(_WIN32) && defined(__i386__)
+void __cdecl Tell(const wchar_t* path, HostWord cookie) {
+#else
+void Tell(const wchar_t* path, HostWord cookie) {
+#endif
+  EXPECT_EQ(cookie, 42u);
+  *g_told += (path == kCatalogClearList    ? "clear"
+              : path == CatalogEndOfList() ? "end"
+                                           : Utf8(path)) +
+             ";";
+}
+
+TEST(HandOverTest, TellsFlaggedEntriesInOrder) {
+  EntryList entries;
+  for (const char* name : {"a", "b", "c"}) ASSERT_TRUE(entries.Add(Wide(name)));
+  EXPECT_FALSE(AnyChecked(entries));
+  std::string told;
+  g_told = &told;
+  HandOverEntries({&Tell, 42}, HandOver::kPlay, entries);
+  entries[0].item = entries[1].item = entries[2].item = 1;
+  entries[1].path.Clear();
+  EXPECT_TRUE(AnyChecked(entries));
+  HandOverEntries({&Tell, 42}, HandOver::kEnqueue, entries);
+  HandOverEntries({&Tell, 42}, HandOver::kPlay, entries);
+  EXPECT_EQ(told, "clear;end;a;c;end;clear;a;c;end;");
+  told.clear();
+  HandOverEntries({&Tell, 0}, HandOver::kPlay, entries);
+  HandOverEntries({nullptr, 42}, HandOver::kPlay, entries);
+  EXPECT_EQ(told, "");
+}
+
+TEST(DeleteEntryTest, DoublesTheLastSlotWithItsOwnCopies) {
+  for (long n = 0; n < 4; ++n) {
+    EntryList entries;
+    uintptr_t item = 1;
+    for (const char* name : {"a", "b", "c"}) {
+      MediaEntry* entry = entries.Add(Wide(name));
+      ASSERT_TRUE(entry);
+      entry->tag.Reset(HeapNew<TagBlock>());
+      entry->item = item++;
+    }
+    {
+      HeapFaults faults(n);
+      DeleteEntry(entries, 0);
+    }
+    ASSERT_EQ(entries.size(), 3u);
+    EXPECT_EQ(Utf8(entries[0].path.c_str()) + Utf8(entries[1].path.c_str()), "bc");
+    EXPECT_EQ(IndexOfNode(entries, 3), 1u) << "the first of the two";
+    EXPECT_EQ(entries[2].path.has_value(), n > 0);
+    EXPECT_EQ(static_cast<bool>(entries[2].tag), n > 1);
+    EXPECT_NE(entries[2].path.get(), entries[1].path.get());
+    DeleteEntry(entries, 2);
+    EXPECT_FALSE(entries[2].path.has_value());
+    EXPECT_EQ(EntryOfNode(entries, 1), nullptr);
+    DeleteEntry(entries, 0);
+    EXPECT_EQ(Utf8(entries[0].path.c_str()), "c");
+    EXPECT_FALSE(entries[1].path.has_value());
+  }
+}
+
+TEST(RenamedPathTest, KeepsTheFolder) {
+  const struct {
+    const char *path, *name, *want;
+  } cases[] = {
+      {"\\Music\\a.m3u", "b.pls", "\\Music\\b.pls"},
+      {"\\a.m3u", "b", "\\b"},
+      {"a.m3u", "b", "\\b"},
+      {"\\Music\\a.m3u", "sub\\c.m3u", "\\Music\\sub\\c.m3u"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Utf8(RenamedPath(Wide(c.path), Wide(c.name)).c_str()), c.want);
+  }
+  const std::string longest(259, 'n');
+  EXPECT_EQ(Utf8(RenamedPath(L"\\Music\\a.m3u", Wide(longest)).c_str()), "\\Music\\" + longest);
+  for (long n = 0;; ++n) {
+    HeapFaults faults(n);
+    const HeapText text = RenamedPath(L"\\Music\\a.m3u", L"b");
+    EXPECT_EQ(text.has_value(), !faults.triggered());
+    if (!faults.triggered()) break;
+  }
+}
+
+}  // namespace
+}  // namespace kelvo

@@ -1,0 +1,63 @@
+// A tree as text: one node a line, indented by its depth, with its kind's letter.
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "catalog/tree/check_rules.h"
+#include "catalog/tree/tree_sink.h"
+#include "tests/support/wide_text.h"
+
+namespace kelvo::test {
+
+// Handles count from 1 in the order of insertion; children stay in that order.
+class TextTree final : public TreeSink, public CheckTree {
+ public:
+  struct Node {
+    TreeNode parent = kNoNode;
+    NodeKind kind = NodeKind::kFolder;
+    std::string label;
+    bool checked = false;
+    std::vector<TreeNode> children;
+  };
+  TextTree() : nodes(1) {}
+  std::vector<Node> nodes;
+  long failing_add = -1;  // counted from 0
+  std::vector<TreeNode> sorted;
+
+  TreeNode Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept override {
+    if (failing_add-- == 0) return kNoNode;
+    const TreeNode node = nodes.size();
+    nodes.push_back({parent, kind, Utf8(label), false, {}});
+    nodes[parent].children.push_back(node);
+    return node;
+  }
+  void SortFolders(TreeNode parent) noexcept override { sorted.push_back(parent); }
+
+  TreeNode FirstChild(TreeNode node) noexcept override {
+    return nodes[node].children.empty() ? kNoNode : nodes[node].children[0];
+  }
+  TreeNode NextSibling(TreeNode node) noexcept override {
+    const auto& all = nodes[nodes[node].parent].children;
+    const auto next = std::find(all.begin(), all.end(), node) + 1;
+    return next == all.end() ? kNoNode : *next;
+  }
+  TreeNode Parent(TreeNode node) noexcept override { return nodes[node].parent; }
+  bool IsChecked(TreeNode node) noexcept override { return nodes[node].checked; }
+  void SetChecked(TreeNode node, bool checked) noexcept override { nodes[node].checked = checked; }
+  bool IsFile(TreeNode node) noexcept override { return nodes[node].kind == NodeKind::kFile; }
+
+  std::string Text(TreeNode node = kNoNode, int depth = 0) const {
+    std::string text;
+    for (const TreeNode child : nodes[node].children) {
+      text += std::string(static_cast<size_t>(depth), ' ') +
+              "GLAFD"[static_cast<int>(nodes[child].kind)] + " " + nodes[child].label +
+              (nodes[child].checked ? " x\n" : "\n");
+      text += Text(child, depth + 1);
+    }
+    return text;
+  }
+};
+
+}  // namespace kelvo::test
