@@ -65,19 +65,21 @@ bool FillsSheet(HWND window) noexcept {
   return GetPropW(window, kFills) != nullptr;
 }
 
+// The control has arrows to scroll its row while it takes the row for wider than itself.
+bool HasArrows(HWND tabs) noexcept {
+  const HWND arrows = FindWindowExW(tabs, nullptr, UPDOWN_CLASSW, nullptr);
+  return arrows && (GetWindowLongPtrW(arrows, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
 // One row; as much room around the texts as lets all of them be seen.
 void FitTabs(HWND tabs, const RECT& client) noexcept {
   constexpr int kWidestPadding = 6;
   const LONG_PTR style = GetWindowLongPtrW(tabs, GWL_STYLE);
   SetWindowLongPtrW(tabs, GWL_STYLE, style & ~static_cast<LONG_PTR>(TCS_MULTILINE));
-  const LRESULT count = SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0);
   for (int padding = kWidestPadding; padding >= 0; --padding) {
     SendMessageW(tabs, TCM_SETPADDING, 0, MAKELPARAM(padding, 3));
     SendMessageW(tabs, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, kTabRowHeight));
-    RECT last = {};
-    SendMessageW(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(count - 1),
-                 reinterpret_cast<LPARAM>(&last));
-    if (last.right <= client.right) return;
+    if (!HasArrows(tabs)) return;
   }
 }
 
