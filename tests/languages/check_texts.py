@@ -12,7 +12,7 @@ TEXT = re.compile(r'^#define (TEXT_\w+) "((?:[^"\\]|\\.|"")*)"$')
 WIDTHS = {"BUTTON_WIDTH", "TAG_LABEL_WIDTH", "POSITION_LABEL_WIDTH"}
 WIDTH = re.compile(r"^#define (\w+) \d+$")
 # So many texts may be what they are in English: names, "OK", "Album", "Genre".
-SAME_AS_ENGLISH = 12
+SAME_AS_ENGLISH = 8
 
 
 def texts_of(path):
