@@ -1,0 +1,133 @@
+"""main.bmp, and the sheets of the main window's controls."""
+import glyphs
+import main_pieces as pieces
+import numerals
+import palette as p
+import shapes
+from canvas import Canvas
+
+WIDTH, HEIGHT = 275, 116
+TRANSPORT = [  # name, x, y, width and height on the window, width of the key
+    ("previous", 16, 88, 23, 18, 22), ("play", 39, 88, 23, 18, 22), ("pause", 62, 88, 23, 18, 22),
+    ("stop", 85, 88, 23, 18, 22), ("next", 108, 88, 22, 18, 22), ("eject", 136, 89, 22, 16, 22),
+]
+
+
+def ground():
+    """The window without controls and without what is lit."""
+    window = shapes.body(WIDTH, HEIGHT)
+    shapes.title_ground(window, 0, 0, WIDTH, True)
+    shapes.title_ends(window, 0, 0, WIDTH)
+    _left_glass(window)
+    _right_glass(window)
+    shapes.well(window, 15, 87, 116, 20)
+    glyphs.symbol(window, "mark", 247, 90, 15, 15, p.EDGE)
+    glyphs.symbol(window, "mark", 247, 89, 15, 15, p.INK_FAINT)
+    return window
+
+
+def _left_glass(window):
+    shapes.glass(window, 4, 20, 100, 47)
+    for x in (48, 60, 78, 90):
+        numerals.draw(window, " ", x, 26)
+    for y in (29, 35):
+        window.fill(72, y, 2, 2, p.ACCENT_DIM)
+    for y in range(43, 60, 4):  # the scale of the visualisation
+        window.fill(19, y, 3 if (y - 43) % 8 == 0 else 2, 1, p.GLASS_LINE)
+    window.fill(24, 60, 76, 1, p.GLASS_LINE)
+
+
+def _right_glass(window):
+    shapes.glass(window, 106, 20, 165, 35)
+    window.fill(110, 38, 157, 1, p.GLASS_LINE)
+    for text, x in (("kbps", 128), ("kHz", 168)):
+        glyphs.UNIT.draw(window, text, x, 42, p.INK_FAINT)
+
+
+def main_sheet():
+    window = ground()
+    for sheet_piece, x, y in _at_rest():
+        window.paste(sheet_piece, x, y)
+    shapes.caption(window, "VELMORA", 19, 0, 221, True)
+    return window
+
+
+def _at_rest():
+    """What the player draws over at once: the window is whole without it too."""
+    empty = ground()
+    for name, x, y, width, height, key in TRANSPORT:
+        yield pieces.transport_key(empty.cut(x, y, width, height), name, key, False), x, y
+    yield pieces.switch(empty.cut(164, 89, 47, 15), "SHUFFLE", False, False, 46), 164, 89
+    yield pieces.switch(empty.cut(210, 89, 28, 15), "REP", False, False), 210, 89
+    yield pieces.switch(empty.cut(219, 58, 23, 12), "EQ", False, False, 22), 219, 58
+    yield pieces.switch(empty.cut(242, 58, 23, 12), "PL", False, False), 242, 58
+    yield pieces.volume(empty.cut(107, 57, 68, 13), 0), 107, 57
+    yield pieces.balance(empty.cut(177, 57, 38, 13), 0), 177, 57
+    yield pieces.position_track(empty.cut(16, 72, 248, 10)), 16, 72
+    yield pieces.channel_lamp("MONO", 27, False), 212, 41
+    yield pieces.channel_lamp("STEREO", 29, False), 239, 41
+
+
+def transport_sheet():
+    empty, sheet = ground(), Canvas(136, 36, p.BODY)
+    for name, x, y, width, height, key in TRANSPORT:
+        for down in (False, True):
+            piece = pieces.transport_key(empty.cut(x, y, width, height), name, key, down)
+            sheet.paste(piece, x - 16 if name != "eject" else 114, height if down else 0)
+    return sheet
+
+
+def switch_sheet():
+    empty, sheet = ground(), Canvas(92, 85, p.BODY)
+    for lit in (False, True):
+        for down in (False, True):
+            y = 30 * lit + 15 * down
+            sheet.paste(pieces.switch(empty.cut(210, 89, 28, 15), "REP", lit, down), 0, y)
+            sheet.paste(pieces.switch(empty.cut(164, 89, 47, 15), "SHUFFLE", lit, down, 46), 28, y)
+            x, y = 46 * down, 61 + 12 * lit
+            sheet.paste(pieces.switch(empty.cut(219, 58, 23, 12), "EQ", lit, down, 22), x, y)
+            sheet.paste(pieces.switch(empty.cut(242, 58, 23, 12), "PL", lit, down), x + 23, y)
+    return sheet
+
+
+def position_sheet():
+    sheet = Canvas(307, 10, p.BODY)
+    sheet.paste(pieces.position_track(ground().cut(16, 72, 248, 10)), 0, 0)
+    for down in (False, True):
+        sheet.paste(pieces.position_thumb(down), 278 if down else 248, 0)
+    return sheet
+
+
+def _level_sheet(x, window_x, width, draw):
+    """28 tracks and the two thumbs."""
+    empty, sheet = ground(), Canvas(68, 433, p.BODY)
+    for step in range(pieces.STEPS):
+        sheet.paste(draw(empty.cut(window_x, 57, width, 13), step), x, 15 * step)
+    for down in (False, True):
+        sheet.paste(pieces.slider_thumb(down), 0 if down else 15, 422)
+    return sheet
+
+
+def volume_sheet():
+    return _level_sheet(0, 107, 68, pieces.volume)
+
+
+def balance_sheet():
+    return _level_sheet(9, 177, 38, pieces.balance)
+
+
+def channel_sheet():
+    sheet = Canvas(58, 24, p.GLASS)
+    for lit in (True, False):
+        sheet.paste(pieces.channel_lamp("STEREO", 29, lit), 0, 0 if lit else 12)
+        sheet.paste(pieces.channel_lamp("MONO", 27, lit), 29, 0 if lit else 12)
+    return sheet
+
+
+def state_sheet():
+    sheet = Canvas(42, 9, p.GLASS)
+    for i, name in enumerate(("playing", "paused", "stopped", None)):
+        sheet.paste(pieces.state_lamp(name), 9 * i, 0)
+    sheet.paste(pieces.work_lamp(p.RED), 36, 0)
+    sheet.paste(pieces.work_lamp(p.GREEN), 39, 0)
+    return sheet
