@@ -2,9 +2,9 @@
 import glyphs
 import palette as p
 import shapes
+import title_bars
 from canvas import Canvas
 from palette import mix
-from title_bars import title_bar
 
 WIDTH, HEIGHT = 275, 116
 BANDS = ("60", "170", "310", "600", "1K", "3K", "6K", "12K", "14K", "16K")
@@ -77,7 +77,7 @@ def equalizer_sheet():
         piece = slider(window.cut(SLIDERS[1], TOP, SLIDER_WIDTH, SLIDER_HEIGHT), step)
         sheet.paste(piece, 13 + 15 * (step % 14), 164 if step < 14 else 229)
     for down in (False, True):
-        thumb = Canvas(11, 11, p.GLASS)
+        thumb = Canvas(11, 11, p.BODY)
         shapes.thumb(thumb, 0, 0, 11, 11, down, across=False)
         sheet.paste(thumb, 0, 176 if down else 164)
         sheet.paste(_presets(window, down), 224, 176 if down else 164)
@@ -87,7 +87,7 @@ def equalizer_sheet():
                 piece = _switch(window, label, x, width, lit, down)
                 sheet.paste(piece, first + 59 * lit + 118 * down, 119)
     for active, y in ((True, 134), (False, 149)):
-        sheet.paste(title_bar("EQUALIZER", WIDTH, active, (("close", 264),)), 0, y)
+        sheet.paste(title_bars.title_bar("EQUALIZER", WIDTH, active, (("close", 264),)), 0, y)
     _graph(sheet)
     sheet.paste(_whole(window, sheet), 0, 0)
     return sheet
@@ -96,7 +96,7 @@ def equalizer_sheet():
 def _whole(window, sheet):
     """The window at rest, out of the sheet's pieces."""
     whole = window.cut(0, 0, WIDTH, HEIGHT)
-    whole.paste(sheet.cut(0, 134, WIDTH, shapes.TITLE_HEIGHT), 0, 0)
+    whole.paste(sheet.cut(0, 134, WIDTH, title_bars.HEIGHT), 0, 0)
     whole.paste(sheet.cut(10, 119, 26, 12), 14, 18)
     whole.paste(sheet.cut(36, 119, 32, 12), 40, 18)
     whole.paste(sheet.cut(224, 164, 44, 12), 217, 18)
@@ -110,7 +110,7 @@ def rolled_sheet():
     sheet = Canvas(WIDTH, 82, p.BODY)
     for active, y in ((True, 0), (False, 15)):
         buttons = (("unshade", 254), ("close", 264))
-        sheet.paste(title_bar("EQUALIZER", WIDTH, active, buttons), 0, y)
+        sheet.paste(title_bars.title_bar("EQUALIZER", WIDTH, active, buttons), 0, y)
     for down in (False, True):
         shapes.window_button(sheet, "shade", 1, 47 if down else 38, down)
         shapes.window_button(sheet, "close", 11, 47 if down else 38, down)

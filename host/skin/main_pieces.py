@@ -46,7 +46,7 @@ def balance(ground, step):
 
 
 def slider_thumb(down):
-    piece = Canvas(14, 11, p.GLASS)
+    piece = Canvas(14, 11, p.BODY)
     shapes.thumb(piece, 0, 0, 14, 11, down, across=True)
     return piece
 
@@ -59,7 +59,7 @@ def position_track(ground):
 
 
 def position_thumb(down):
-    piece = Canvas(29, 10, p.GLASS)
+    piece = Canvas(29, 10, p.BODY)
     shapes.thumb(piece, 0, 0, 29, 10, down, across=True)
     for x in (9, 11, 17, 19):
         piece.fill(x, 3, 1, 4, p.EDGE, 0.7)

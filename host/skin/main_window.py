@@ -5,8 +5,12 @@ import numerals
 import palette as p
 import shapes
 from canvas import Canvas
+from title_bars import title_bar
 
+NAME = "VELMORA"
 WIDTH, HEIGHT = 275, 116
+BUTTONS = (("menu", 6), ("minimise", 244), ("shade", 254), ("close", 264))
+ROLLED_BUTTONS = (("menu", 6), ("minimise", 244), ("unshade", 254), ("close", 264))
 TRANSPORT = [  # name, x, y, width and height on the window, width of the key
     ("previous", 16, 88, 23, 18, 22), ("play", 39, 88, 23, 18, 22), ("pause", 62, 88, 23, 18, 22),
     ("stop", 85, 88, 23, 18, 22), ("next", 108, 88, 22, 18, 22), ("eject", 136, 89, 22, 16, 22),
@@ -16,13 +20,11 @@ TRANSPORT = [  # name, x, y, width and height on the window, width of the key
 def ground():
     """The window without controls and without what is lit."""
     window = shapes.body(WIDTH, HEIGHT)
-    shapes.title_ground(window, 0, 0, WIDTH, True)
-    shapes.title_ends(window, 0, 0, WIDTH)
     _left_glass(window)
     _right_glass(window)
     shapes.well(window, 15, 87, 116, 20)
-    glyphs.symbol(window, "mark", 247, 90, 15, 15, p.EDGE)
-    glyphs.symbol(window, "mark", 247, 89, 15, 15, p.INK_FAINT)
+    for below, colour in ((1, p.EDGE), (0, p.INK_FAINT)):
+        glyphs.symbol(window, "mark", 247, 89 + below, 15, 15, colour)
     return window
 
 
@@ -48,7 +50,7 @@ def main_sheet():
     window = ground()
     for sheet_piece, x, y in _at_rest():
         window.paste(sheet_piece, x, y)
-    shapes.caption(window, "VELMORA", 19, 0, 221, True)
+    window.paste(title_bar(NAME, WIDTH, True, BUTTONS), 0, 0)
     return window
 
 
@@ -66,6 +68,21 @@ def _at_rest():
     yield pieces.position_track(empty.cut(16, 72, 248, 10)), 16, 72
     yield pieces.channel_lamp("MONO", 27, False), 212, 41
     yield pieces.channel_lamp("STEREO", 29, False), 239, 41
+
+
+def title_sheet():
+    """Title bars with and without the focus, the same of the rolled-up window, the buttons."""
+    sheet = Canvas(344, 87, p.BODY)
+    for active, y, rolled_y in ((False, 15, 42), (True, 0, 29)):
+        sheet.paste(title_bar(NAME, WIDTH, active, BUTTONS), 27, y)
+        sheet.paste(title_bar(NAME, WIDTH, active, ROLLED_BUTTONS), 27, rolled_y)
+    for down in (False, True):
+        for name, x, y in (("menu", 0, 9 * down), ("minimise", 9, 9 * down),
+                           ("close", 18, 9 * down), ("shade", 9 * down, 18),
+                           ("unshade", 9 * down, 27)):
+            shapes.window_button(sheet, name, x, y, down)
+    sheet.fill(304, 0, 16, 87, p.GLASS)  # the strip left of the display, empty in both states
+    return sheet
 
 
 def transport_sheet():

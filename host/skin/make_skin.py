@@ -12,7 +12,6 @@ import equalizer
 import main_window
 import playlist
 import text_sheets
-import title_bars
 from glyphs import GlyphError
 
 SHEETS = {
@@ -29,7 +28,7 @@ SHEETS = {
     "posbar.bmp": main_window.position_sheet,
     "shufrep.bmp": main_window.switch_sheet,
     "text.bmp": text_sheets.text_sheet,
-    "titlebar.bmp": title_bars.title_sheet,
+    "titlebar.bmp": main_window.title_sheet,
     "volume.bmp": main_window.volume_sheet,
 }
 

@@ -1,55 +1,17 @@
-"""What the windows are made of: bodies, title bars, glass, keys, lamps, tracks."""
+"""What the windows are made of: bodies, glass, keys, lamps, tracks."""
 import glyphs
 import palette as p
 from canvas import Canvas
-from palette import mix
-
-TITLE_HEIGHT = 14
 
 
 def body(width, height):
     """An empty window without its title bar."""
     window = Canvas(width, height, p.EDGE)
     window.shade(1, 1, width - 2, height - 2, p.BODY_TOP, p.BODY_LOW)
-    bevel(window, 0, 0, width, height)
+    window.fill(1, 1, 1, height - 2, p.LIGHT, 0.55)
+    window.fill(width - 2, 1, 1, height - 2, p.SHADE, 0.8)
+    window.fill(1, height - 2, width - 2, 1, p.SHADE, 0.8)
     return window
-
-
-def bevel(canvas, x, y, width, height):
-    canvas.fill(x + 1, y + 1, 1, height - 2, p.LIGHT, 0.55)
-    canvas.fill(x + width - 2, y + 1, 1, height - 2, p.SHADE, 0.8)
-    canvas.fill(x + 1, y + height - 2, width - 2, 1, p.SHADE, 0.8)
-
-
-def title_ground(canvas, x, y, width, active):
-    """The bar alone; its top and bottom lines are outlines."""
-    colours = (p.TITLE_TOP, p.TITLE_LOW) if active else (p.QUIET_TOP, p.QUIET_LOW)
-    canvas.shade(x, y + 1, width, TITLE_HEIGHT - 2, *colours)
-    canvas.fill(x, y, width, 1, p.EDGE)
-    canvas.fill(x, y + TITLE_HEIGHT - 1, width, 1, p.EDGE)
-    canvas.fill(x, y + 1, width, 1, p.KEY_LIT, 0.6 if active else 0.25)
-
-
-def title_ends(canvas, x, y, width):
-    for side in (x, x + width - 1):
-        canvas.fill(side, y, 1, TITLE_HEIGHT, p.EDGE)
-
-
-def grip(canvas, x, y, width, active):
-    """The two lines left and right of a caption."""
-    for line in (y + 5, y + 8):
-        canvas.fill(x, line, width, 1, p.ACCENT if active else p.INK_FAINT, 0.75 if active else 0.45)
-        canvas.fill(x, line + 1, width, 1, p.EDGE, 0.45)
-
-
-def caption(canvas, text, x, y, width, active):
-    """The text in the middle of the range, between grips that fill it."""
-    wide = glyphs.CAPTION.width(text)
-    left = x + (width - wide) // 2
-    glyphs.CAPTION.draw(canvas, text, left, y + 5, mix(p.EDGE, p.TITLE_LOW, 0.3))
-    glyphs.CAPTION.draw(canvas, text, left, y + 4, p.INK if active else p.INK_DIM)
-    grip(canvas, x, y, left - 7 - x, active)
-    grip(canvas, left + wide + 7, y, x + width - (left + wide + 7), active)
 
 
 def glass(canvas, x, y, width, height):

@@ -1,36 +1,48 @@
-"""titlebar.bmp: title bars of the main window, whole and rolled up, and their buttons."""
-import main_window
+"""Title bars: their ground, grips, captions and buttons."""
+import glyphs
 import palette as p
 import shapes
 from canvas import Canvas
 
-BUTTONS = (("menu", 6), ("minimise", 244), ("shade", 254), ("close", 264))  # x on a title bar
+HEIGHT = 14
+CLEAR = 7  # between a caption and its grips
 
 
-def title_bar(text, width, active, buttons=BUTTONS):
-    bar = Canvas(width, shapes.TITLE_HEIGHT)
-    shapes.title_ground(bar, 0, 0, width, active)
-    shapes.title_ends(bar, 0, 0, width)
-    left = 19 if buttons[0][0] == "menu" else 10
-    shapes.caption(bar, text, left, 0, buttons[-1][1] - 24 - left if len(buttons) > 2 else
-                   width - 2 * left, active)
+def ground(canvas, x, y, width, active):
+    """The bar alone; its top and bottom lines are outlines."""
+    colours = (p.TITLE_TOP, p.TITLE_LOW) if active else (p.QUIET_TOP, p.QUIET_LOW)
+    canvas.shade(x, y + 1, width, HEIGHT - 2, *colours)
+    canvas.fill(x, y, width, 1, p.EDGE)
+    canvas.fill(x, y + HEIGHT - 1, width, 1, p.EDGE)
+    canvas.fill(x, y + 1, width, 1, p.KEY_LIT, 0.6 if active else 0.25)
+
+
+def grip(canvas, left, right, active):
+    """Two lines from `left` up to `right`."""
+    colour, share = (p.ACCENT, 0.75) if active else (p.INK_FAINT, 0.45)
+    for y in (5, 8):
+        canvas.fill(left, y, right - left, 1, colour, share)
+        canvas.fill(left, y + 1, right - left, 1, p.EDGE, 0.45)
+
+
+def caption(canvas, text, left, right, active):
+    """The text in the middle of the canvas, with grips to both ends."""
+    wide = glyphs.CAPTION.width(text)
+    start = (canvas.width - wide) // 2
+    glyphs.CAPTION.draw(canvas, text, start, 5, p.SHADE)
+    glyphs.CAPTION.draw(canvas, text, start, 4, p.INK if active else p.INK_DIM)
+    grip(canvas, left, start - CLEAR, active)
+    grip(canvas, start + wide + CLEAR, right, active)
+
+
+def title_bar(text, width, active, buttons):
+    """`buttons` are names and places; the menu's is at the left, the others at the right."""
+    bar = Canvas(width, HEIGHT)
+    ground(bar, 0, 0, width, active)
+    for side in (0, width - 1):
+        bar.fill(side, 0, 1, HEIGHT, p.EDGE)
     for name, x in buttons:
         shapes.window_button(bar, name, x, 3, False)
+    left = 19 if "menu" in dict(buttons) else 10
+    caption(bar, text, left, min(x for name, x in buttons if name != "menu") - 4, active)
     return bar
-
-
-def title_sheet():
-    width = main_window.WIDTH
-    sheet = Canvas(344, 87, p.BODY)
-    for active, y, rolled_y in ((False, 15, 42), (True, 0, 29)):
-        sheet.paste(title_bar("VELMORA", width, active), 27, y)
-        rolled = BUTTONS[:2] + (("unshade", 254),) + BUTTONS[3:]
-        sheet.paste(title_bar("VELMORA", width, active, rolled), 27, rolled_y)
-    for down in (False, True):
-        for name, x, y in (("menu", 0, 9 * down), ("minimise", 9, 9 * down),
-                           ("close", 18, 9 * down), ("shade", 9 * down, 18),
-                           ("unshade", 9 * down, 27)):
-            shapes.window_button(sheet, name, x, y, down)
-    for x in (304, 312):  # the strip left of the display, enabled and not: plain glass
-        sheet.fill(x, 0, 8, 87, p.GLASS)
-    return sheet
