@@ -81,7 +81,7 @@ def equalizer_sheet():
         shapes.thumb(thumb, 0, 0, 11, 11, down, across=False)
         sheet.paste(thumb, 0, 176 if down else 164)
         sheet.paste(_presets(window, down), 224, 176 if down else 164)
-        shapes.window_button(sheet, "close", 0, 125 if down else 116, down)
+        sheet.paste(title_bars.button("close", down), 0, 125 if down else 116)
         for label, width, x, first in SWITCHES:
             for lit in (False, True):
                 piece = _switch(window, label, x, width, lit, down)
@@ -112,6 +112,6 @@ def rolled_sheet():
         buttons = (("unshade", 254), ("close", 264))
         sheet.paste(title_bars.title_bar("EQUALIZER", WIDTH, active, buttons), 0, y)
     for down in (False, True):
-        shapes.window_button(sheet, "shade", 1, 47 if down else 38, down)
-        shapes.window_button(sheet, "close", 11, 47 if down else 38, down)
+        for name, x in (("unshade", 1), ("close", 11)):
+            sheet.paste(title_bars.button(name, down), x, 47 if down else 38)
     return sheet

@@ -4,8 +4,8 @@ import main_pieces as pieces
 import numerals
 import palette as p
 import shapes
+import title_bars
 from canvas import Canvas
-from title_bars import title_bar
 
 NAME = "VELMORA"
 WIDTH, HEIGHT = 275, 116
@@ -50,7 +50,7 @@ def main_sheet():
     window = ground()
     for sheet_piece, x, y in _at_rest():
         window.paste(sheet_piece, x, y)
-    window.paste(title_bar(NAME, WIDTH, True, BUTTONS), 0, 0)
+    window.paste(title_bars.title_bar(NAME, WIDTH, True, BUTTONS), 0, 0)
     return window
 
 
@@ -74,13 +74,13 @@ def title_sheet():
     """Title bars with and without the focus, the same of the rolled-up window, the buttons."""
     sheet = Canvas(344, 87, p.BODY)
     for active, y, rolled_y in ((False, 15, 42), (True, 0, 29)):
-        sheet.paste(title_bar(NAME, WIDTH, active, BUTTONS), 27, y)
-        sheet.paste(title_bar(NAME, WIDTH, active, ROLLED_BUTTONS), 27, rolled_y)
+        sheet.paste(title_bars.title_bar(NAME, WIDTH, active, BUTTONS), 27, y)
+        sheet.paste(title_bars.title_bar(NAME, WIDTH, active, ROLLED_BUTTONS), 27, rolled_y)
     for down in (False, True):
         for name, x, y in (("menu", 0, 9 * down), ("minimise", 9, 9 * down),
                            ("close", 18, 9 * down), ("shade", 9 * down, 18),
                            ("unshade", 9 * down, 27)):
-            shapes.window_button(sheet, name, x, y, down)
+            sheet.paste(title_bars.button(name, down), x, y)
     sheet.fill(304, 0, 16, 87, p.GLASS)  # the strip left of the display, empty in both states
     return sheet
 

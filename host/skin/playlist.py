@@ -168,8 +168,8 @@ def playlist_sheet():
             sheet.paste(draw(active), x, y)
     sheet.paste(left_border(), 0, 42)
     sheet.paste(right_border(), 31, 42)
-    shapes.window_button(sheet, "close", 52, 42, True)
-    shapes.window_button(sheet, "shade", 62, 42, True)
+    for name, x in (("close", 52), ("shade", 62)):
+        sheet.paste(title_bars.button(name, True), x, 42)
     for down in (False, True):
         sheet.paste(scroll_thumb(down), 61 if down else 52, 53)
     sheet.paste(bottom_left(), 0, 72)

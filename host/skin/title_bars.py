@@ -46,3 +46,11 @@ def title_bar(text, width, active, buttons):
     left = 19 if "menu" in dict(buttons) else 10
     caption(bar, text, left, min(x for name, x in buttons if name != "menu") - 4, active)
     return bar
+
+
+def button(name, down):
+    """A window button on the ground of a title bar."""
+    piece = Canvas(9, HEIGHT)
+    ground(piece, 0, 0, 9, True)
+    shapes.window_button(piece, name, 0, 3, down)
+    return piece.cut(0, 3, 9, 9)
