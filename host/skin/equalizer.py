@@ -60,7 +60,7 @@ def _presets(window, down):
 
 def _graph(sheet):
     sheet.fill(0, 294, 113, 19, p.GLASS)
-    for x in range(5, 113, 11):
+    for x in range(2, 113, 12):  # a line a band
         for y in range(294, 313, 2):
             sheet.dot(x, y, p.GHOST)
     sheet.fill(0, 303, 113, 1, p.GLASS_LINE)

@@ -70,7 +70,7 @@ def position_thumb(down):
 def channel_lamp(label, width, lit):
     """A word behind the glass, 12 high."""
     piece = Canvas(width, 12, p.GLASS)
-    glyphs.LABEL.centre(piece, label, 0, 2, width, p.ACCENT if lit else p.GLASS_LINE)
+    glyphs.LABEL.centre(piece, label, 0, 2, width, p.ACCENT if lit else p.GLASS_INK)
     return piece
 
 

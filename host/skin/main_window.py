@@ -46,30 +46,6 @@ def _right_glass(window):
         glyphs.UNIT.draw(window, text, x, 42, p.INK_FAINT)
 
 
-def main_sheet():
-    window = ground()
-    for sheet_piece, x, y in _at_rest():
-        window.paste(sheet_piece, x, y)
-    window.paste(title_bars.title_bar(NAME, WIDTH, True, BUTTONS), 0, 0)
-    return window
-
-
-def _at_rest():
-    """What the player draws over at once: the window is whole without it too."""
-    empty = ground()
-    for name, x, y, width, height, key in TRANSPORT:
-        yield pieces.transport_key(empty.cut(x, y, width, height), name, key, False), x, y
-    yield pieces.switch(empty.cut(164, 89, 47, 15), "SHUFFLE", False, False, 46), 164, 89
-    yield pieces.switch(empty.cut(210, 89, 28, 15), "REP", False, False), 210, 89
-    yield pieces.switch(empty.cut(219, 58, 23, 12), "EQ", False, False, 22), 219, 58
-    yield pieces.switch(empty.cut(242, 58, 23, 12), "PL", False, False), 242, 58
-    yield pieces.volume(empty.cut(107, 57, 68, 13), 0), 107, 57
-    yield pieces.balance(empty.cut(177, 57, 38, 13), 0), 177, 57
-    yield pieces.position_track(empty.cut(16, 72, 248, 10)), 16, 72
-    yield pieces.channel_lamp("MONO", 27, False), 212, 41
-    yield pieces.channel_lamp("STEREO", 29, False), 239, 41
-
-
 def title_sheet():
     """Title bars with and without the focus, the same of the rolled-up window, the buttons."""
     sheet = Canvas(344, 87, p.BODY)
@@ -148,3 +124,24 @@ def state_sheet():
     sheet.paste(pieces.work_lamp(p.RED), 36, 0)
     sheet.paste(pieces.work_lamp(p.GREEN), 39, 0)
     return sheet
+
+
+def main_sheet():
+    """The window is whole at rest: the controls that the player draws over are on it."""
+    window = ground()
+    for draw, pieces_at_rest in AT_REST.items():
+        sheet = draw()
+        for x, y, width, height, at_x, at_y in pieces_at_rest:
+            window.paste(sheet.cut(x, y, width, height), at_x, at_y)
+    return window
+
+
+AT_REST = {  # x, y, width and height on the sheet; place on the window
+    title_sheet: [(27, 0, 275, 14, 0, 0)],
+    transport_sheet: [(0, 0, 114, 18, 16, 88), (114, 0, 22, 16, 136, 89)],
+    switch_sheet: [(28, 0, 47, 15, 164, 89), (0, 0, 28, 15, 210, 89), (0, 61, 46, 12, 219, 58)],
+    position_sheet: [(0, 0, 248, 10, 16, 72)],
+    volume_sheet: [(0, 0, 68, 13, 107, 57)],
+    balance_sheet: [(9, 0, 38, 13, 177, 57)],
+    channel_sheet: [(0, 12, 29, 12, 239, 41), (29, 12, 27, 12, 212, 41)],
+}

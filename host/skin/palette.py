@@ -31,6 +31,7 @@ KEY_DOWN_LOW = rgb("323a46")
 GLASS = rgb("0d1117")
 GHOST = rgb("1b212a")  # unlit segments and lamps behind the glass
 GLASS_LINE = rgb("252d38")
+GLASS_INK = rgb("343e4c")  # unlit words
 
 INK = rgb("dde3ea")
 INK_DIM = rgb("93a0b1")
