@@ -11,7 +11,7 @@ BANDS = ("60", "170", "310", "600", "1K", "3K", "6K", "12K", "14K", "16K")
 SLIDERS = [21] + [78 + 18 * i for i in range(10)]  # x on the window; the first is the preamplifier
 TOP, SLIDER_WIDTH, SLIDER_HEIGHT = 38, 14, 63
 STEPS = 28
-SWITCHES = (("ON", 26, 14, 10), ("AUTO", 32, 40, 36))  # width, x on the window, x of the first piece
+SWITCHES = (("ON", 26, 14, 10), ("BASS", 32, 40, 36))  # width, x on the window, x of the first piece
 
 
 def ground():
@@ -47,7 +47,7 @@ def slider(piece, step):
 
 def _switch(window, label, x, width, lit, down):
     piece = window.cut(x, 18, width, 12)
-    shapes.switch(piece, label, 0, 0, width if label == "AUTO" else width - 1, 12, lit, down)
+    shapes.switch(piece, label, 0, 0, width if label == "BASS" else width - 1, 12, lit, down)
     return piece
 
 
