@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <cstdlib>
 #include <string>
 
 namespace kelvo::test {
@@ -11,10 +12,12 @@ namespace kelvo::test {
 class LanguageValue {
  public:
   LanguageValue() {
-    HKEY machine;
+    HKEY machine = nullptr;
     RegCreateKeyExW(HKEY_CURRENT_USER, Root().c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
                     &machine, nullptr);
-    RegOverridePredefKey(HKEY_LOCAL_MACHINE, machine);
+    // Otherwise the value would stay in everybody's registry.
+    if (!machine || RegOverridePredefKey(HKEY_LOCAL_MACHINE, machine) != ERROR_SUCCESS)
+      std::abort();
     RegCloseKey(machine);
   }
   ~LanguageValue() {
