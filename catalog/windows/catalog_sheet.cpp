@@ -78,7 +78,6 @@ void CatalogSheet::Rescan() noexcept {
   state_.scanning = true;
   state_.playlists.Clear();
   state_.media.Clear();
-  media_.ClearTree();  // its nodes stand for entries that are gone
   ScanFolder(state_.files, state_.information, L"", {&state_.media, &state_.playlists});
   state_.scanning = false;
   playlists_.Fill();
