@@ -51,7 +51,8 @@ int ButtonOfCommand(const MenuBar& bar, WPARAM command) noexcept {
   return -1;
 }
 
-// Opens a popup above its button; the choice arrives at the parent as WM_COMMAND.
+// Opens a popup above its button, towards the middle of the screen; the choice arrives at the
+// parent as WM_COMMAND.
 LRESULT DropDown(const MenuBar& bar, int command) noexcept {
   const int i = ButtonOfCommand(bar, static_cast<WPARAM>(command));
   if (i < 0 || !bar.popups[i]) return TBDDRET_NODEFAULT;
@@ -59,9 +60,13 @@ LRESULT DropDown(const MenuBar& bar, int command) noexcept {
   SendMessageW(bar.toolbar, TB_GETITEMRECT, static_cast<WPARAM>(i),
                reinterpret_cast<LPARAM>(&button));
   MapWindowPoints(bar.toolbar, nullptr, reinterpret_cast<POINT*>(&button), 2);
+  RECT row;
+  GetWindowRect(bar.toolbar, &row);
+  const bool leftwards = button.left + button.right > row.left + row.right;
   TPMPARAMS keep_free = {sizeof(TPMPARAMS), button};
-  TrackPopupMenuEx(bar.popups[i], TPM_LEFTALIGN | TPM_BOTTOMALIGN | TPM_VERTICAL, button.left,
-                   button.top, bar.parent, &keep_free);
+  TrackPopupMenuEx(bar.popups[i],
+                   (leftwards ? TPM_RIGHTALIGN : TPM_LEFTALIGN) | TPM_BOTTOMALIGN | TPM_VERTICAL,
+                   leftwards ? button.right : button.left, button.top, bar.parent, &keep_free);
   return TBDDRET_DEFAULT;
 }
 

@@ -22,7 +22,7 @@ constexpr struct {
 void FillList(User& user) {
   const HWND list = user.Control(IDC_BOOKMARK_LIST);
   user.Wait("the bookmarks", [&] { return ListView_GetItemCount(list) > 0; });
-  SelectListItem(list, 0);
+  user.Tap(list, ListItemText(list, 0));
 }
 
 void OpenMenu(User& user) {

@@ -40,7 +40,7 @@ void FindPlaylists(User& user) {
   user.Wait("the first scan", [&] { return ListView_GetItemCount(List(user)) > 0; });
   CheckListItem(List(user), 0);
   CheckListItem(List(user), 1);
-  SelectListItem(List(user), 2);
+  user.Tap(List(user), ListItemText(List(user), 2));
 }
 
 void OpenChecks(User& user) {
@@ -48,9 +48,7 @@ void OpenChecks(User& user) {
 }
 
 void HoldPlaylist(User& user) {
-  RECT item = {LVIR_BOUNDS, 0, 0, 0};
-  SendMessageW(List(user), LVM_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&item));
-  user.OpenContextMenu(List(user), item);
+  user.OpenContextMenu(List(user), ListItemText(List(user), 2));
 }
 
 void RenamePlaylist(User& user) {
@@ -58,7 +56,7 @@ void RenamePlaylist(User& user) {
 }
 
 void DeletePlaylist(User& user) {
-  user.OpenByCommand(ID_DELETE_FILE);
+  user.OpenBox(ID_DELETE_FILE);
 }
 
 // The media.
@@ -128,7 +126,7 @@ void CloseTagEditor(User& user) {
 }
 
 void DeleteMedia(User& user) {
-  user.OpenByCommand(ID_DELETE_FILE);
+  user.OpenBox(ID_DELETE_FILE);
 }
 
 // The current playlist.
@@ -143,7 +141,7 @@ void ShowCurrent(User& user) {
   user.Command(ID_ADD_CHECKED);
   user.GoTo(kCurrent);
   ListView_SetItemState(List(user), 1, INDEXTOSTATEIMAGEMASK(1), LVIS_STATEIMAGEMASK);
-  SelectListItem(List(user), 3);
+  user.Tap(List(user), ListItemText(List(user), 3));
 }
 
 void ScrollCurrent(User& user) {

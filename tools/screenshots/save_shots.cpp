@@ -21,7 +21,7 @@ void OpenSave(User& user) {
 }
 
 void SaveWithoutName(User& user) {
-  user.OpenByCommand(kSave);
+  user.OpenBox(kSave);
 }
 
 void Confirm(User& user) {
@@ -41,7 +41,7 @@ void ChoosePlaylist(User& user) {
 }
 
 void SaveOverIt(User& user) {
-  user.OpenByCommand(kSave);
+  user.OpenBox(kSave);
 }
 
 void AnswerNo(User& user) {
@@ -50,7 +50,7 @@ void AnswerNo(User& user) {
 
 void SaveUnderBadName(User& user) {
   SetWindowTextW(user.Control(kName), L"a?b");
-  user.OpenByCommand(kSave);
+  user.OpenBox(kSave);
 }
 
 void ConfirmAndClose(User& user) {

@@ -24,14 +24,14 @@ void RemoveValue(const wchar_t* name) {
   RegCloseKey(key);
 }
 
-HWND ShowPlainWindow(DWORD ex_style, int colour, const RECT& place) {
+HWND ShowPlainWindow(DWORD style, int colour, const RECT& place) {
   WNDCLASSW type = {};
   type.lpfnWndProc = DefWindowProcW;
   type.hInstance = GetModuleHandleW(nullptr);
   type.hbrBackground = GetSysColorBrush(colour);
   type.lpszClassName = colour == COLOR_APPWORKSPACE ? L"ScreenshotBackdrop" : L"ScreenshotHost";
   RegisterClassW(&type);
-  return CreateWindowExW(ex_style, type.lpszClassName, L"Velmora", WS_POPUP | WS_VISIBLE,
+  return CreateWindowExW(0, type.lpszClassName, L"Velmora", WS_POPUP | WS_VISIBLE | style,
                          place.left, place.top, place.right - place.left, place.bottom - place.top,
                          nullptr, nullptr, type.hInstance, nullptr);
 }
@@ -63,7 +63,8 @@ const wchar_t* Session::Start(const wchar_t* device, DWORD language) {
       reinterpret_cast<void*>(GetProcAddress(library_, "GetFeature")));
   if (!get_feature_) return L"Kelvo.dll exports no GetFeature";
   // Away from the corner: boxes wider than the handheld keep their place.
-  backdrop_ = ShowPlainWindow(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, COLOR_APPWORKSPACE,
+  // Disabled, the backdrop stays behind when the mouse is above it.
+  backdrop_ = ShowPlainWindow(WS_DISABLED, COLOR_APPWORKSPACE,
                               {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});
   window_ = ShowPlainWindow(0, COLOR_WINDOW, {200, 100, 440, 420});
   return backdrop_ && window_ ? nullptr : L"no window can be opened";

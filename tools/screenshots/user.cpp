@@ -92,9 +92,7 @@ void User::ChangeDialog(const std::function<void()>& act) const {
 }
 
 void User::Command(int id) const {
-  const HWND page = Page();
-  PostMessageW(page, WM_COMMAND, static_cast<WPARAM>(id), 0);
-  SendMessageW(page, WM_NULL, 0, 0);
+  SendMessageW(Page(), WM_COMMAND, static_cast<WPARAM>(id), 0);
 }
 
 void User::OpenByCommand(int id) const {
@@ -105,6 +103,20 @@ void User::CloseBy(int id) const {
   const HWND dialog = Dialog();
   PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
   Wait("the dialog's end", [&] { return !IsWindow(dialog) || !IsWindowVisible(dialog); });
+  if (Dialog()) Activate();
+}
+
+// Without a window manager the display takes the focus from everyone when the window that has it
+// goes, some time after the program gave it to the next one.
+void User::Activate() const {
+  int steady = 0;
+  Wait("the foreground", [&] {
+    const HWND dialog = Dialog();
+    steady = GetForegroundWindow() == dialog ? steady + 1 : 0;
+    if (steady == 0) SetForegroundWindow(dialog);
+    Sleep(20);
+    return steady > 5;
+  });
 }
 
 void User::Done() const {
@@ -113,18 +125,21 @@ void User::Done() const {
 
 void User::GoTo(int page) const {
   SendMessageW(Dialog(), PSM_SETCURSEL, static_cast<WPARAM>(page), 0);
+  Activate();
 }
 
-void User::Press(HWND window, POINT at, DWORD down, DWORD up) const {
+void User::Click(HWND window, POINT at, DWORD down, DWORD up) const {
+  Activate();
   ClientToScreen(window, &at);
   SetCursorPos(at.x, at.y);
   mouse_event(down, 0, 0, 0, 0);
   mouse_event(up, 0, 0, 0, 0);
+  Sleep(200);  // the input takes its way through the display
+  SetCursorPos(0, 0);
 }
 
 void User::Tap(HWND window, POINT at) const {
-  Press(window, at, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
-  Sleep(200);  // the input takes its way through the display
+  Click(window, at, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
   SendMessageW(window, WM_NULL, 0, 0);
 }
 
@@ -132,25 +147,41 @@ bool User::InMenu() const {
   return Find(ui_thread_, [](HWND window) { return IsKind(window, L"#32768"); }) != nullptr;
 }
 
-void User::OpenMenu(int button) const {
-  const HWND bar = MenuBar();
-  const HWND toolbar = FindWindowExW(bar, nullptr, TOOLBARCLASSNAMEW, nullptr);
-  RECT place = {};
-  SendMessageW(toolbar, TB_GETRECT, static_cast<WPARAM>(button), reinterpret_cast<LPARAM>(&place));
-  Press(toolbar, {(place.left + place.right) / 2, (place.top + place.bottom) / 2},
-        MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
-  Wait("a menu of the menu bar", [&] { return InMenu(); });
+void User::OpenMenuAt(HWND window, POINT at, DWORD down, DWORD up) const {
+  Wait("a menu", [&] {
+    Click(window, at, down, up);  // one that comes too early is lost
+    return InMenu();
+  });
 }
 
-void User::OpenContextMenu(HWND control, const RECT& item) const {
-  Press(control, {item.left + 60, (item.top + item.bottom) / 2}, MOUSEEVENTF_RIGHTDOWN,
-        MOUSEEVENTF_RIGHTUP);
-  Wait("a context menu", [&] { return InMenu(); });
+void User::OpenMenu(int button) const {
+  const HWND toolbar = FindWindowExW(MenuBar(), nullptr, TOOLBARCLASSNAMEW, nullptr);
+  RECT place = {};
+  SendMessageW(toolbar, TB_GETRECT, static_cast<WPARAM>(button), reinterpret_cast<LPARAM>(&place));
+  OpenMenuAt(toolbar, {(place.left + place.right) / 2, (place.top + place.bottom) / 2},
+             MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+}
+
+void User::OpenContextMenu(HWND control, POINT at) const {
+  OpenMenuAt(control, at, MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
 }
 
 void User::CloseMenu() const {
   PostMessageW(Page(), WM_KEYDOWN, VK_ESCAPE, 0);
   Wait("the menu's end", [&] { return !InMenu(); });
+}
+
+// On the handheld a box is in the middle of its small screen, not of the desktop's.
+void User::OpenBox(int command) const {
+  const HWND below = Dialog();
+  OpenByCommand(command);
+  RECT screen;
+  RECT box;
+  GetWindowRect(below, &screen);
+  GetWindowRect(Dialog(), &box);
+  SetWindowPos(Dialog(), nullptr, (screen.left + screen.right - (box.right - box.left)) / 2,
+               (screen.top + screen.bottom - (box.bottom - box.top)) / 2, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 HTREEITEM NextItem(HWND tree, UINT relation, HTREEITEM item) {
@@ -182,9 +213,10 @@ RECT TreeItemLabel(HWND tree, HTREEITEM item) {
   return label;
 }
 
-void SelectListItem(HWND list, int item) {
-  constexpr UINT kCurrent = LVIS_SELECTED | LVIS_FOCUSED;
-  ListView_SetItemState(list, item, kCurrent, kCurrent);
+POINT ListItemText(HWND list, int item) {
+  RECT place = {LVIR_LABEL, 0, 0, 0};
+  SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&place));
+  return {place.left + 20, (place.top + place.bottom) / 2};
 }
 
 void CheckListItem(HWND list, int item) {

@@ -28,21 +28,24 @@ class User {
   void WaitForDialog() const;
   // Does something after which another dialog takes input: one more, or the one below.
   void ChangeDialog(const std::function<void()>& act) const;
-  void Command(int id) const;  // posted to the page
+  void Command(int id) const;  // to the page; one that opens nothing
   void OpenByCommand(int id) const;
-  void CloseBy(int id) const;  // a button of the dialog
-  void Done() const;           // of the caption
+  void OpenBox(int command) const;  // a message box
+  void CloseBy(int id) const;       // a button of the dialog
+  void Done() const;                // of the caption
   void GoTo(int page) const;
 
   void OpenMenu(int button) const;  // of the menu bar
-  void OpenContextMenu(HWND control, const RECT& item) const;
+  void OpenContextMenu(HWND control, POINT at) const;
   void CloseMenu() const;
   void Tap(HWND window, POINT at) const;
 
   void Wait(const char* what, const std::function<bool()>& done) const;
 
  private:
-  void Press(HWND window, POINT at, DWORD down, DWORD up) const;
+  void Activate() const;
+  void Click(HWND window, POINT at, DWORD down, DWORD up) const;
+  void OpenMenuAt(HWND window, POINT at, DWORD down, DWORD up) const;
   bool InMenu() const;
 
   DWORD ui_thread_;
@@ -54,9 +57,9 @@ void ExpandAll(HWND tree, HTREEITEM from);
 // The first item below `from`, in the order of the tree, that is a leaf.
 HTREEITEM FirstLeaf(HWND tree, HTREEITEM from);
 void SelectTreeItem(HWND tree, HTREEITEM item);
-// Where the item's check box, icon (a little more to the right) or label is.
+// Left of it are the item's icon and, left of that, its check box.
 RECT TreeItemLabel(HWND tree, HTREEITEM item);
-void SelectListItem(HWND list, int item);
+POINT ListItemText(HWND list, int item);
 void CheckListItem(HWND list, int item);
 
 }  // namespace screenshots
