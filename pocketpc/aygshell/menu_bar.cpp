@@ -12,6 +12,8 @@ namespace {
 
 constexpr wchar_t kClass[] = L"KelvoMenuBar";
 
+constexpr LONG kBlank = 0;  // the turn of a blank bar, before that of all others
+
 struct MenuBar {
   HWND parent;
   HWND toolbar = nullptr;
@@ -19,11 +21,11 @@ struct MenuBar {
   MenuBarContent content;
   HMENU popups[MenuBarTable::kMaxButtons] = {};  // parts of content.menu, or the parent's own
   bool wanted = true;                            // hidden bars wait until somebody shows them
-  LONG turn = 0;                                 // the greatest one is the newest
+  LONG turn = kBlank;                            // the greatest one is the newest
   bool settling = false;
 };
 
-LONG next_turn = 0;
+LONG next_turn = kBlank;
 
 MenuBar* BarOf(HWND window) noexcept {
   return reinterpret_cast<MenuBar*>(GetWindowLongPtrW(window, GWLP_USERDATA));
@@ -169,7 +171,7 @@ LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wparam, LPARAM lpa
     if (!(flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW))) return result;
     if (flags & SWP_SHOWWINDOW) {
       ForEachBar([&](HWND, MenuBar* bar) {
-        if (bar->parent == parent) bar->turn = ++next_turn;
+        if (bar->parent == parent && bar->turn != kBlank) bar->turn = ++next_turn;
       });
     }
     SettleMenuBars(GetAncestor(parent, GA_ROOT));
@@ -203,7 +205,9 @@ void Place(HWND window, MenuBar* bar, bool show, const RECT& place) noexcept {
 
 }  // namespace
 
-HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexcept {
+namespace {
+
+HWND CreateBar(HWND parent, bool hidden, LONG turn, MenuBarContent content) noexcept {
   const HWND root = GetAncestor(parent, GA_ROOT);
   HeapPtr<MenuBar> made(HeapNew<MenuBar>());
   if (!root || !made || !RegisterBarClass() || !MakeFrame(root) ||
@@ -221,7 +225,7 @@ HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexc
   bar->parent = parent;
   bar->content = std::move(content);
   bar->wanted = !hidden;
-  bar->turn = ++next_turn;
+  bar->turn = turn;
   const MenuBarTable& table = bar->content.table;
   for (size_t i = 0; i < table.count; ++i) {
     if (table.buttons[i].HasPopup()) {
@@ -240,9 +244,19 @@ HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexc
   return window;
 }
 
+}  // namespace
+
+HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexcept {
+  return CreateBar(parent, hidden, ++next_turn, std::move(content));
+}
+
+void CreateBlankBar(HWND root) noexcept {
+  CreateBar(root, false, kBlank, {});
+}
+
 HWND FindMenuBarOf(HWND parent) noexcept {
   HWND found = nullptr;
-  LONG turn = 0;
+  LONG turn = kBlank;
   ForEachBar([&](HWND window, MenuBar* bar) {
     if (bar->parent != parent || bar->turn <= turn) return;
     found = window;
@@ -251,9 +265,9 @@ HWND FindMenuBarOf(HWND parent) noexcept {
   return found;
 }
 
-void SettleMenuBars(HWND root) noexcept {
+bool SettleMenuBars(HWND root) noexcept {
   HWND seen = nullptr;
-  LONG turn = 0;
+  LONG turn = kBlank - 1;
   ForEachBar([&](HWND window, MenuBar* bar) {
     if (GetWindow(window, GW_OWNER) != root || !bar->wanted || bar->turn <= turn) return;
     if (!IsWindowVisible(bar->parent)) return;
@@ -264,6 +278,7 @@ void SettleMenuBars(HWND root) noexcept {
   ForEachBar([&](HWND window, MenuBar* bar) {
     if (GetWindow(window, GW_OWNER) == root) Place(window, bar, window == seen, place);
   });
+  return seen != nullptr;
 }
 
 void EnableMenuBars(HWND root, bool enable) noexcept {

@@ -24,6 +24,14 @@ int CALLBACK TabsAtBottom(HWND sheet, UINT message, LPARAM) {
   return 0;
 }
 
+bool ABarLiesAt(LONG x, LONG y) {
+  const HWND bar = GetAncestor(WindowFromPoint({x + 1, y + 1}), GA_ROOT);
+  wchar_t kind[32] = L"";
+  GetClassNameW(bar, kind, 32);
+  return lstrcmpW(kind, L"KelvoMenuBar") == 0 && WindowRect(bar).left == x &&
+         WindowRect(bar).top == y;
+}
+
 class SheetTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -93,6 +101,7 @@ TEST_F(SheetTest, PagesFillTheSheetAndTabsLieOnTheirEdge) {
 // The sheet is such a dialog's owner, and so what GetParent answers for it.
 TEST_F(SheetTest, ADialogAboveAPageIsNoPage) {
   Recorder recorder;
+  recorder.wants_bar = false;
   const HWND dialog = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), Page(),
                                          &RecordedProc, reinterpret_cast<LPARAM>(&recorder));
   ShowWindow(dialog, SW_SHOW);
@@ -102,6 +111,15 @@ TEST_F(SheetTest, ADialogAboveAPageIsNoPage) {
   MoveWindow(dialog, 60, 50, 200, 200, TRUE);
   EXPECT_EQ(WindowRect(dialog).left, 60);
   EXPECT_EQ(WindowRect(dialog).right, 260);
+  // The sheet's bar is covered, until the dialog makes its own.
+  EXPECT_EQ(SHFindMenuBar(dialog), nullptr);
+  EXPECT_TRUE(ABarLiesAt(60, 250));
+  SHMENUBARINFO own = BarOf(dialog, 50, 114);
+  ASSERT_TRUE(SHCreateMenuBar(&own));
+  ShowWindow(own.hwndMB, SW_HIDE);
+  EXPECT_TRUE(ABarLiesAt(60, 250));
+  ShowWindow(own.hwndMB, SW_SHOW);
+  EXPECT_EQ(GetAncestor(WindowFromPoint({61, 251}), GA_ROOT), own.hwndMB);
   DestroyWindow(dialog);
 }
 
