@@ -2,11 +2,13 @@
 
 #include <windows.h>
 
+#include <vector>
+
 #include "tools/screenshots/png_file.h"
 
 namespace screenshots {
 
-// The part of the screen, as soon as it stands still.
-Picture Photograph(const RECT& part);
+// These parts of the screen, as soon as they stand still; between them there is plain grey.
+Picture Photograph(const std::vector<RECT>& parts);
 
 }  // namespace screenshots

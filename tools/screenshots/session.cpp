@@ -24,15 +24,15 @@ void RemoveValue(const wchar_t* name) {
   RegCloseKey(key);
 }
 
-HWND ShowPlainWindow(DWORD style, int colour, const RECT& place) {
+// Away from the corner, so that boxes wider than the handheld have room; and without a size, so
+// that it takes no click of the dialogs above it.
+HWND ShowHostWindow() {
   WNDCLASSW type = {};
   type.lpfnWndProc = DefWindowProcW;
   type.hInstance = GetModuleHandleW(nullptr);
-  type.hbrBackground = GetSysColorBrush(colour);
-  type.lpszClassName = colour == COLOR_APPWORKSPACE ? L"ScreenshotBackdrop" : L"ScreenshotHost";
+  type.lpszClassName = L"ScreenshotHost";
   RegisterClassW(&type);
-  return CreateWindowExW(0, type.lpszClassName, L"Velmora", WS_POPUP | WS_VISIBLE | style,
-                         place.left, place.top, place.right - place.left, place.bottom - place.top,
+  return CreateWindowExW(0, type.lpszClassName, L"Velmora", WS_POPUP | WS_VISIBLE, 200, 100, 0, 0,
                          nullptr, nullptr, type.hInstance, nullptr);
 }
 
@@ -62,17 +62,12 @@ const wchar_t* Session::Start(const wchar_t* device, DWORD language) {
   get_feature_ = reinterpret_cast<kelvo::GetFeatureFunction>(
       reinterpret_cast<void*>(GetProcAddress(library_, "GetFeature")));
   if (!get_feature_) return L"Kelvo.dll exports no GetFeature";
-  // Away from the corner: boxes wider than the handheld keep their place.
-  // Disabled, the backdrop stays behind when the mouse is above it.
-  backdrop_ = ShowPlainWindow(WS_DISABLED, COLOR_APPWORKSPACE,
-                              {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});
-  window_ = ShowPlainWindow(0, COLOR_WINDOW, {200, 100, 440, 420});
-  return backdrop_ && window_ ? nullptr : L"no window can be opened";
+  window_ = ShowHostWindow();
+  return window_ ? nullptr : L"no window can be opened";
 }
 
 Session::~Session() {
   if (window_) DestroyWindow(window_);
-  if (backdrop_) DestroyWindow(backdrop_);
   if (library_) FreeLibrary(library_);
   if (host_module_) FreeLibrary(host_module_);
   RemoveValue(L"Language");

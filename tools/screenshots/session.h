@@ -33,7 +33,6 @@ class Session {
   HMODULE library_ = nullptr;
   HMODULE host_module_ = nullptr;
   kelvo::GetFeatureFunction get_feature_ = nullptr;
-  HWND backdrop_ = nullptr;
   HWND window_ = nullptr;
 };
 

@@ -66,8 +66,8 @@ HWND User::MenuBar() const {
   });
 }
 
-RECT User::Windows() const {
-  RECT all = {};
+std::vector<RECT> User::Windows() const {
+  std::vector<RECT> all;
   Find(ui_thread_, [&](HWND window) {
     if (!IsKind(window, L"#32770") && !IsKind(window, L"KelvoMenuBar") &&
         !IsKind(window, L"#32768") && !IsKind(window, L"ComboLBox")) {
@@ -75,7 +75,7 @@ RECT User::Windows() const {
     }
     RECT place;
     GetWindowRect(window, &place);
-    UnionRect(&all, &all, &place);
+    all.push_back(place);
     return false;
   });
   return all;

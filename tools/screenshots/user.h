@@ -7,7 +7,7 @@
 #include <commctrl.h>
 
 #include <functional>
-#include <string>
+#include <vector>
 
 namespace screenshots {
 
@@ -23,7 +23,7 @@ class User {
   HWND Control(int id) const { return GetDlgItem(Page(), id); }
   HWND MenuBar() const;
   // All that is open, on the screen.
-  RECT Windows() const;
+  std::vector<RECT> Windows() const;
 
   void WaitForDialog() const;
   // Does something after which another dialog takes input: one more, or the one below.
