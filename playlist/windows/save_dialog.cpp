@@ -4,6 +4,7 @@
 #include "base/windows/fonts.h"
 #include "base/windows/pocketpc.h"
 #include "entry/language/dialog_guard.h"
+#include "entry/language/full_screen_dialog.h"
 #include "playlist/windows/folder_tree.h"
 #include "playlist/windows/host_resources.h"
 
@@ -23,11 +24,7 @@ class SaveDialog final : public ModalDialog {
 
  private:
   bool OnInit() noexcept override {
-    SHINITDLGINFO init = {};
-    init.dwMask = SHIDIM_FLAGS;
-    init.hDlg = window();
-    init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
-    SHInitDialog(&init);
+    MakeFullScreen(window(), SHIDIF_SIPDOWN);
     SHMENUBARINFO bar = {};
     bar.cbSize = sizeof(bar);
     bar.hwndParent = window();
