@@ -1,40 +1,14 @@
 // The real windows, used by a second thread.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
-#include "tests/catalog/sheet_driver.h"
+#include "tests/catalog/catalog_window_fixture.h"
 #include "tests/support/gdi_objects.h"
 
 namespace kelvo {
 namespace {
 
+using test::CatalogWindowTest;
 using test::SheetDriver;
 using test::Utf8;
 using test::WaitFor;
-
-class CatalogWindowTest : public testing::Test {
- protected:
-  long Scans() {
-    return std::count(driver_.files.log.begin(), driver_.files.log.end(), "list \\*.*");
-  }
-  // The first showing's scan, and then the page.
-  void ShowAfterScan(int page, const std::function<void()>& use) {
-    driver_.Show([&] {
-      ASSERT_TRUE(WaitFor([&] { return driver_.Items() == "\\Lists\\a.m3u\n\\Lists\\b.pls\n"; }));
-      driver_.GoTo(page);
-      use();
-    });
-  }
-  void AddLists() {
-    driver_.GoTo(0);
-    driver_.Do(ID_CHECK_ALL);
-    driver_.Do(ID_ADD_CHECKED);
-    driver_.GoTo(2);
-  }
-
-  SheetDriver driver_;
-};
 
 TEST_F(CatalogWindowTest, OnlyTheFirstShowingScans) {
   ShowAfterScan(0, [] {});
