@@ -90,8 +90,9 @@ void PlaceTabs(HWND tabs, const RECT& client) noexcept {
 
 }  // namespace
 
+// A dialog that a page opens has the sheet as its owner, and is no page of it.
 HWND SheetOfPage(HWND page) noexcept {
-  const HWND sheet = GetParent(page);
+  const HWND sheet = GetAncestor(page, GA_PARENT);
   return TabsOf(sheet) ? sheet : nullptr;
 }
 
