@@ -154,16 +154,16 @@ class SheetDriver {
 
   HWND List() const { return GetDlgItem(Page(), IDC_LIST); }
   HWND Tree() const { return GetDlgItem(Page(), IDC_TREE); }
-  std::string Items() const {  // "x" checked, "*" selected
+  std::string Items() const { return Items(List()); }
+  static std::string Items(HWND list) {  // "x" checked, "*" selected
     std::string all;
-    for (int i = 0, count = ListView_GetItemCount(List()); i < count; ++i) {
-      const UINT state = ListView_GetItemState(List(), i, ~0u);
+    for (int i = 0, count = ListView_GetItemCount(list); i < count; ++i) {
+      const UINT state = ListView_GetItemState(list, i, ~0u);
       wchar_t text[300] = L"";
       LVITEMW item = {};
       item.pszText = text;
       item.cchTextMax = 300;
-      SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(i),
-                   reinterpret_cast<LPARAM>(&item));
+      SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
       all += Utf8(text) + ((state >> 12) == 2 ? " x" : "") + (state & LVIS_SELECTED ? " *" : "") +
              "\n";
     }
@@ -176,24 +176,8 @@ class SheetDriver {
   void Select(int item, bool selected = true) const {
     ListView_SetItemState(List(), item, selected ? LVIS_SELECTED : 0, LVIS_SELECTED);
   }
-  std::string Nodes(HTREEITEM from, int depth = 0) const {
-    std::string all;
-    for (HTREEITEM item = from; item; item = TreeView_GetNextSibling(Tree(), item)) {
-      wchar_t text[300] = L"";
-      TVITEMW node = {};
-      node.mask = TVIF_HANDLE | TVIF_TEXT | TVIF_STATE;
-      node.hItem = item;
-      node.stateMask = TVIS_STATEIMAGEMASK;
-      node.pszText = text;
-      node.cchTextMax = 300;
-      SendMessageW(Tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&node));
-      all += std::string(static_cast<size_t>(depth), ' ') + Utf8(text) +
-             ((node.state >> 12) == 2 ? " x\n" : "\n");
-      all += Nodes(TreeView_GetChild(Tree(), item), depth + 1);
-    }
-    return all;
-  }
-  std::string Nodes() const { return Nodes(TreeView_GetRoot(Tree())); }
+  std::string Nodes() const { return Nodes(Tree()); }
+  static std::string Nodes(HWND tree) { return Nodes(tree, TreeView_GetRoot(tree), 0); }
   // The node at the end of a path of labels, "Sine\\One".
   HTREEITEM Node(const std::string& path) const { return NodeIn(Tree(), path); }
   static HTREEITEM NodeIn(HWND tree, const std::string& path) {
@@ -234,6 +218,17 @@ class SheetDriver {
   const wchar_t* sheet_caption = L"Playlist Organizer";
 
  private:
+  static std::string Nodes(HWND tree, HTREEITEM from, int depth) {
+    std::string all;
+    for (HTREEITEM item = from; item; item = TreeView_GetNextSibling(tree, item)) {
+      const bool checked = TreeView_GetCheckState(tree, item) == 1;
+      all += std::string(static_cast<size_t>(depth), ' ') + NodeLabel(tree, item) +
+             (checked ? " x\n" : "\n");
+      all += Nodes(tree, TreeView_GetChild(tree, item), depth + 1);
+    }
+    return all;
+  }
+
   static constexpr UINT kRunMessage = WM_APP + 1;
   static constexpr UINT kStartMessage = WM_APP + 2;
   struct Search {
