@@ -2,6 +2,7 @@
 
 #include "pocketpc/aygshell/full_screen.h"
 #include "tests/pocketpc/recorded_dialog.h"
+#include "tests/support/owned_objects.h"
 
 namespace kelvo {
 namespace {
@@ -321,21 +322,6 @@ TEST_F(ShellTest, FullScreenStateIsKeptByPairs) {
   EXPECT_FALSE(SHHandleWMSettingChange(dialog, kSettingInputPanel, 0, nullptr));
 }
 
-// How many more handles the process can have; the counters of the system are not everywhere.
-template <class Make, class Drop>
-size_t Room(Make make, Drop drop) {
-  std::vector<decltype(make())> made;
-  while (const auto handle = make()) made.push_back(handle);
-  for (const auto handle : made) drop(handle);
-  return made.size();
-}
-size_t GdiRoom() {
-  return Room([] { return CreateSolidBrush(RGB(1, 2, 3)); }, [](HBRUSH b) { DeleteObject(b); });
-}
-size_t UserRoom() {
-  return Room([] { return CreateMenu(); }, [](HMENU m) { DestroyMenu(m); });
-}
-
 TEST_F(ShellTest, HundredOpeningsLeaveNothingBehind) {
   const auto open_and_close = [&] {
     Open();
@@ -345,11 +331,11 @@ TEST_F(ShellTest, HundredOpeningsLeaveNothingBehind) {
     Pump();
   };
   open_and_close();  // what the system keeps from the first time on
-  const size_t gdi = GdiRoom();
-  const size_t user = UserRoom();
+  const DWORD gdi = test::GdiObjects();
+  const DWORD user = test::UserObjects();
   for (int i = 0; i < 100; ++i) open_and_close();
-  EXPECT_GT(GdiRoom() + 50, gdi);
-  EXPECT_GT(UserRoom() + 50, user);
+  EXPECT_LE(test::GdiObjects(), gdi + 5);
+  EXPECT_LE(test::UserObjects(), user + 5);
 }
 
 }  // namespace
