@@ -9,7 +9,11 @@ namespace kelvo::test {
 class Stylus {
  public:
   explicit Stylus(SheetDriver& driver) : driver_(driver) {}
-  ~Stylus() { Press(0); }
+  // Leaves the pointer where no window is.
+  ~Stylus() {
+    Press(0);
+    SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
+  }
 
   void Tap(HWND control, POINT at, UINT down = WM_LBUTTONDOWN, UINT up = WM_LBUTTONUP) {
     const LPARAM point = MoveTo(control, at);

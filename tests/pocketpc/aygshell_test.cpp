@@ -29,6 +29,12 @@ class ShellTest : public testing::Test {
     SendMessageW(toolbar, WM_LBUTTONDOWN, MK_LBUTTON, at);
     SendMessageW(toolbar, WM_LBUTTONUP, 0, at);
   }
+  // The pointer's own messages are then no drag away from the point.
+  static void PointAt(HWND window, POINT at) {
+    ClientToScreen(window, &at);
+    SetCursorPos(at.x, at.y);
+    Pump();
+  }
   HMENU Popup(int command) {
     return reinterpret_cast<HMENU>(SendMessageW(bar, SHCMBM_GETSUBMENU, 0, command));
   }
@@ -265,9 +271,9 @@ TEST_F(ShellTest, HoldingAnItemSelectsItAndTellsTheDialog) {
   ListView_GetItemRect(list, 1, &label, LVIR_LABEL);
   BYTE keys[256] = {};
   keys[VK_LBUTTON] = 0x80;
-  Pump();
-  SetKeyboardState(keys);
   POINT at = {label.left + 5, (label.top + label.bottom) / 2};
+  PointAt(list, at);
+  SetKeyboardState(keys);
   SendMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
   ASSERT_EQ(recorder.gestures.size(), 1u);
   ClientToScreen(list, &at);
@@ -294,7 +300,7 @@ TEST_F(ShellTest, GesturesAreTapsDragsAndHolds) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
-    Pump();
+    PointAt(list, {10, 10});
     recorder.gestures.clear();
     BYTE keys[256] = {};
     if (c.key) keys[c.key] = 0x80;
