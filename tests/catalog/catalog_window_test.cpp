@@ -10,8 +10,14 @@ using test::Utf8;
 using test::WaitFor;
 
 TEST_F(CatalogWindowTest, OnlyTheFirstShowingScans) {
+  static DWORD scanned;
+  driver_.files.before = [](test::MemoryFiles&, const std::string& call) {
+    if (call == "list \\*.*") scanned = GetTickCount();
+  };
+  const DWORD shown = GetTickCount();
   ShowAfterScan(0, [] {});
   EXPECT_EQ(Scans(), 1);
+  EXPECT_GE(scanned - shown, 480u) << "the sheet is to be seen before";
   driver_.Show([&] {
     EXPECT_EQ(driver_.Items(), "\\Lists\\a.m3u\n\\Lists\\b.pls\n");
     Sleep(700);  // longer than the first showing waits
@@ -54,6 +60,32 @@ TEST_F(CatalogWindowTest, RenamesAndDeletesPlaylists) {
   });
 }
 
+TEST_F(CatalogWindowTest, ChecksPlaylistsAndAddsThemInTheListsOrder) {
+  driver_.files.Put("\\A.asx", "<REF HREF = \"\\Music\\two.mp3\">\r\n");
+  driver_.Show([&] {
+    ASSERT_TRUE(WaitFor([&] { return driver_.Items().find("b.pls") != std::string::npos; }));
+    const struct {
+      int command;
+      const char* want;
+    } steps[] = {
+        {ID_CHECK_ALL, "\\A.asx x\n\\Lists\\a.m3u x\n\\Lists\\b.pls x\n"},
+        {ID_INVERT_CHECKS, "\\A.asx\n\\Lists\\a.m3u\n\\Lists\\b.pls\n"},
+        {ID_ADD_CHECKED, "\\A.asx\n\\Lists\\a.m3u\n\\Lists\\b.pls\n"},
+        {ID_INVERT_CHECKS, "\\A.asx x\n\\Lists\\a.m3u x\n\\Lists\\b.pls x\n"},
+        {ID_ADD_CHECKED, "\\A.asx x\n\\Lists\\a.m3u x\n\\Lists\\b.pls x\n"},
+        {ID_CHECK_NONE, "\\A.asx\n\\Lists\\a.m3u\n\\Lists\\b.pls\n"},
+    };
+    for (const auto& step : steps) {
+      driver_.Do(step.command);
+      EXPECT_EQ(driver_.Items(), step.want) << step.command;
+    }
+    driver_.Check(1, true);
+    driver_.Do(ID_ADD_CHECKED);  // once more: its songs are in the list twice then
+    driver_.GoTo(2);
+    EXPECT_EQ(driver_.Items(), "Two x\nOne x\nthree.mp3 x\nTwo x\nOne x\nthree.mp3 x\n");
+  });
+}
+
 TEST_F(CatalogWindowTest, TellsTheHostWhatToPlay) {
   ShowAfterScan(2, [&] {
     for (const int id : {ID_PLAY, ID_ENQUEUE, ID_SAVE_PLAYLIST, ID_REMOVE_SELECTED}) {
@@ -66,14 +98,23 @@ TEST_F(CatalogWindowTest, TellsTheHostWhatToPlay) {
     driver_.Check(1, false);
     driver_.Do(ID_ENQUEUE);
     driver_.Do(ID_PLAY);
+    driver_.Settle();
     driver_.Do(ID_CHECK_NONE);
     EXPECT_FALSE(driver_.Enabled(ID_PLAY));
+    driver_.Do(ID_PLAY);
+    driver_.Settle();
+    driver_.Do(ID_ENQUEUE);
     driver_.Do(ID_INVERT_CHECKS);
     EXPECT_TRUE(driver_.Enabled(ID_PLAY));
+    driver_.Do(ID_CHECK_ALL);
+    driver_.Run([&] { driver_.feature.SetHostCallback(nullptr, 42); });
+    driver_.Do(ID_PLAY);
+    driver_.Settle();
   });
   EXPECT_EQ(SheetDriver::sent(),
             "\\Music\\one.mp3;\\Music\\two.mp3;end;"
-            "clear;\\Music\\one.mp3;\\Music\\two.mp3;end;1537;1536;");
+            "clear;\\Music\\one.mp3;\\Music\\two.mp3;end;1537;1536;"
+            "clear;end;1537;1536;end;");
 }
 
 TEST_F(CatalogWindowTest, EditsTheCurrentPlaylist) {
@@ -112,17 +153,52 @@ TEST_F(CatalogWindowTest, EditsTheCurrentPlaylist) {
   EXPECT_EQ(SheetDriver::sent(), "\\Music\\two.mp3;\\Music\\one.mp3;end;");
 }
 
+TEST_F(CatalogWindowTest, GroupsInEveryOrderAndMarksIt) {
+  driver_.files.PutFolder("\\Music\\B");
+  driver_.files.PutFolder("\\Music\\a");
+  driver_.files.Put("\\Music\\B\\one.mp3", test::Id3v1Tag("Eins", "SINE", "Waves", 9));
+  driver_.files.Put("\\Music\\a\\two.mp3", test::Id3v1Tag("Zwei", "Sine", "Zeta", 8));
+  const char* const want[] = {
+      "Jazz\n Sine\n  Waves\n   One\n   Two\n  Zeta\n   Zwei\n"
+      "Metal\n SINE\n  Waves\n   Eins\nUnknown\n Unknown\n  Unknown\n   three.mp3\n",
+      "Jazz\n Waves\n  Sine\n   One\n   Two\n Zeta\n  Sine\n   Zwei\n"
+      "Metal\n Waves\n  SINE\n   Eins\nUnknown\n Unknown\n  Unknown\n   three.mp3\n",
+      "Sine\n Waves\n  Eins\n  One\n  Two\n Zeta\n  Zwei\nUnknown\n Unknown\n  three.mp3\n",
+      "Unknown\n Unknown\n  three.mp3\nWaves\n Sine\n  Eins\n  One\n  Two\nZeta\n Sine\n  Zwei\n",
+      "Unknown\n three.mp3\nWaves\n Eins\n One\n Two\nZeta\n Zwei\n",
+      "Sine\n Eins\n One\n Two\n Zwei\nUnknown\n three.mp3\n",
+      "Music\n a\n  two.mp3\n B\n  one.mp3\n one.mp3\n three.mp3\n two.mp3\n",
+  };
+  ShowAfterScan(1, [&] {
+    const HMENU menu =
+        reinterpret_cast<HMENU>(SendMessageW(driver_.MenuBar(), SHCMBM_GETSUBMENU, 0, ID_GROUPING));
+    for (int i = 0; i < 7; ++i) {
+      driver_.Do(ID_FIRST_ORDER + i);
+      EXPECT_EQ(driver_.Nodes(), want[i]) << i;
+      for (int other = 0; other < 7; ++other) {
+        const UINT state =
+            GetMenuState(menu, static_cast<UINT>(ID_FIRST_ORDER + other), MF_BYCOMMAND);
+        EXPECT_EQ((state & MF_CHECKED) != 0, i == other) << i << ", " << other;
+      }
+      EXPECT_FALSE(driver_.Enabled(ID_EDIT_TAG)) << i;
+    }
+    driver_.Run([&] { driver_.files.Delete(L"\\Music\\B\\one.mp3"); });
+    driver_.Do(ID_RESCAN);  // on this page, too
+    EXPECT_EQ(driver_.Nodes(), "Music\n a\n  two.mp3\n one.mp3\n three.mp3\n two.mp3\n");
+    driver_.Do(ID_FIRST_ORDER);
+  });
+}
+
 TEST_F(CatalogWindowTest, GroupsChecksAndDeletesMedia) {
   ShowAfterScan(1, [&] {
     driver_.Do(ID_FIRST_ORDER + 5);
     EXPECT_EQ(driver_.Nodes(), "Sine\n One\n Two\nUnknown\n three.mp3\n");
     EXPECT_FALSE(driver_.Enabled(ID_EDIT_TAG));
-    const HMENU menu =
-        reinterpret_cast<HMENU>(SendMessageW(driver_.MenuBar(), SHCMBM_GETSUBMENU, 0, ID_GROUPING));
-    for (UINT id = ID_FIRST_ORDER; id <= ID_LAST_ORDER; ++id) {
-      EXPECT_EQ((GetMenuState(menu, id, MF_BYCOMMAND) & MF_CHECKED) != 0, id == 40030) << id;
-    }
     driver_.Do(ID_CHECK_ALL);
+    EXPECT_EQ(driver_.Nodes(), "Sine x\n One x\n Two x\nUnknown x\n three.mp3 x\n");
+    driver_.Do(ID_CHECK_NONE);
+    EXPECT_EQ(driver_.Nodes(), "Sine\n One\n Two\nUnknown\n three.mp3\n");
+    driver_.Do(ID_INVERT_CHECKS);
     EXPECT_EQ(driver_.Nodes(), "Sine x\n One x\n Two x\nUnknown x\n three.mp3 x\n");
     driver_.Do(ID_ADD_CHECKED);
     driver_.Do(ID_INVERT_CHECKS);
