@@ -1,4 +1,6 @@
 // The real windows, used by a second thread.
+#include "base/windows/registry.h"
+#include "base/windows/settings_keys.h"
 #include "tests/catalog/catalog_window_fixture.h"
 
 namespace kelvo {
@@ -186,6 +188,53 @@ TEST_F(CatalogWindowTest, GroupsInEveryOrderAndMarksIt) {
     driver_.Do(ID_RESCAN);  // on this page, too
     EXPECT_EQ(driver_.Nodes(), "Music\n a\n  two.mp3\n one.mp3\n three.mp3\n two.mp3\n");
     driver_.Do(ID_FIRST_ORDER);
+  });
+}
+
+TEST_F(CatalogWindowTest, KeepsTheOrderInTheRegistry) {
+  const RegistryKey settings = RegistryKey::OpenOrCreate(kSettingsKey);
+  HKEY key;
+  ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_SET_VALUE, &key), ERROR_SUCCESS);
+  ShowAfterScan(0, [] {});
+  const char* const by_genre =
+      "Jazz\n Sine\n  Waves\n   One\n   Two\nUnknown\n Unknown\n  Unknown\n   three.mp3\n";
+  const struct {
+    const char* name;
+    DWORD type;
+    DWORD stored;
+    const char* nodes;
+    uint32_t kept;
+  } cases[] = {
+      {"none", REG_NONE, 0, by_genre, 1},
+      {"artists", REG_DWORD, 6, "Sine\n One\n Two\nUnknown\n three.mp3\n", 6},
+      {"four bytes", REG_BINARY, 5, "Unknown\n three.mp3\nWaves\n One\n Two\n", 5},
+      {"zero", REG_DWORD, 0, by_genre, 1},
+      {"too many", REG_DWORD, 8, by_genre, 1},
+      {"folders", REG_DWORD, 7, "Music\n one.mp3\n three.mp3\n two.mp3\n", 7},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    RegDeleteValueW(key, L"CatType");
+    if (c.type != REG_NONE) {
+      RegSetValueExW(key, L"CatType", 0, c.type, reinterpret_cast<const BYTE*>(&c.stored), 4);
+    }
+    driver_.Show([&] {
+      driver_.GoTo(1);
+      EXPECT_EQ(driver_.Nodes(), c.nodes);
+    });
+    uint32_t kept = 0;
+    EXPECT_TRUE(settings.ReadNumber(L"CatType", &kept));
+    EXPECT_EQ(kept, c.kept);
+  }
+  RegDeleteValueW(key, L"CatType");
+  RegCloseKey(key);
+}
+
+TEST_F(CatalogWindowTest, IsShownOnceAtATime) {
+  ShowAfterScan(0, [&] {
+    driver_.Run(
+        [&] { EXPECT_EQ(driver_.feature.ShowCatalog(driver_.host(), driver_.parent()), 0); });
+    EXPECT_EQ(driver_.Items(), kLists);
   });
 }
 

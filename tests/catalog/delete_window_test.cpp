@@ -141,6 +141,20 @@ TEST_F(DeleteTest, PlaylistsKeepTheirFilesWhenOneGoes) {
   });
 }
 
+TEST_F(DeleteTest, WithoutASelectionTheMarkIsRenamedAndNothingDeleted) {
+  ShowAfterScan(0, [&] {
+    ListView_SetSelectionMark(driver_.List(), 1);
+    driver_.Post(ID_DELETE_FILE);
+    driver_.Settle();
+    EXPECT_EQ(driver_.Window(L"Playlist Organizer"), driver_.Sheet()) << "asked";
+    driver_.Post(ID_RENAME);
+    const HWND entry = driver_.WaitForWindow(L"Edit File Name");
+    EXPECT_EQ(driver_.Text(entry, IDC_TEXT_ENTRY), "b.pls");
+    driver_.Answer(entry, IDCANCEL);
+    EXPECT_EQ(driver_.Items(), kLists);
+  });
+}
+
 TEST_F(DeleteTest, ANewNameIsShownEvenWhenTheFileCouldNotMove) {
   ShowAfterScan(0, [&] {
     driver_.Select(0);

@@ -172,5 +172,50 @@ TEST_F(TapsTest, BoxesAndHeadersOfTheCurrentPlaylist) {
   EXPECT_EQ(driver_.sent(), "\\Music\\one.mp3;end;\\Music\\two.mp3;end;\\Music\\two.mp3;end;");
 }
 
+TEST_F(TapsTest, ButtonsOfTheMenuBar) {
+  ShowAfterScan(1, [&] {
+    const auto tap = [&](int command) {
+      const HWND toolbar = GetWindow(driver_.MenuBar(), GW_CHILD);
+      const LRESULT index =
+          SendMessageW(toolbar, TB_COMMANDTOINDEX, static_cast<WPARAM>(command), 0);
+      RECT place = {};
+      SendMessageW(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(index),
+                   reinterpret_cast<LPARAM>(&place));
+      stylus_.Tap(toolbar, {(place.left + place.right) / 2, (place.top + place.bottom) / 2});
+    };
+    tap(ID_GROUPING);
+    {
+      const Popup popup(driver_);
+      EXPECT_EQ(popup.Items(),
+                "Genre\\Artist\\Album 40025\nGenre\\Album\\Artist 40026\nArtist\\Album 40027\n"
+                "Album\\Artist 40028\nAlbum Title 40029\nArtist Name 40030\n"
+                "Directory\\Filename 40031\n");
+      popup.Choose(6);
+    }
+    driver_.Settle();
+    EXPECT_EQ(driver_.Nodes(), "Music\n one.mp3\n three.mp3\n two.mp3\n");
+    tap(ID_CHECKS);
+    {
+      const Popup popup(driver_);
+      EXPECT_EQ(popup.Items(), "Check &All 40034\nCheck None 40035\nInvert Check State 40039\n");
+      popup.Choose(2);
+    }
+    driver_.Settle();
+    EXPECT_EQ(driver_.Nodes(), "Music x\n one.mp3 x\n three.mp3 x\n two.mp3 x\n");
+    tap(ID_DELETE_FILE);  // is disabled: nothing is selected
+    tap(ID_ADD_CHECKED);
+    driver_.Settle();
+    EXPECT_EQ(driver_.Window(L"Playlist Organizer"), driver_.Sheet());
+    driver_.GoTo(2);
+    EXPECT_EQ(driver_.Items(), kAllSongs);
+    tap(ID_SELECTION);
+    Popup(driver_).Choose(0);
+    driver_.Settle();
+    tap(ID_REMOVE_SELECTED);
+    driver_.Settle();
+    EXPECT_EQ(driver_.Items(), "");
+  });
+}
+
 }  // namespace
 }  // namespace kelvo
