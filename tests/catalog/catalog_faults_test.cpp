@@ -54,14 +54,15 @@ class CatalogFaultsTest : public test::CatalogWindowTest {
   // All files as they were, the current playlist with its three songs, the tree by artists: the
   // sheet must still be good for this after each fault.
   void Restore() {
-    driver_.Run([&] {
-      while (!driver_.files.files().empty()) {
-        driver_.files.Delete(test::Wide(driver_.files.files().back().path));
-      }
-      for (const auto& file : original_) {
-        driver_.files.Put(file.path, file.bytes, file.attributes);
-      }
-    });
+    driver_.Run([&] { RestoreHere(); });
+  }
+  void RestoreHere() {
+    while (!driver_.files.files().empty()) {
+      driver_.files.Delete(test::Wide(driver_.files.files().back().path));
+    }
+    for (const auto& file : original_) {
+      driver_.files.Put(file.path, file.bytes, file.attributes);
+    }
     Do(1, ID_FIRST_ORDER + 5);
     Do(0, ID_RESCAN);
     EXPECT_EQ(Items(0), kLists);

@@ -57,8 +57,9 @@ TEST_F(CatalogLanguageTest, WhatIsTranslatedIsShownTheRestIsEnglish) {
     EXPECT_EQ(Tab(0) + "|" + Tab(1) + "|" + Tab(2), "Playlist Catalog|Cyfryngau|Curr. Playlist");
     driver_.Select(0);
     EXPECT_EQ(Question(), "Dileu \"\\Lists\\a.m3u\" am byth?");
-    Stylus(driver_).Tap(driver_.List(), Stylus::PartOf(driver_.List(), 0, LVHT_ONITEMLABEL),
-                        WM_RBUTTONDOWN, WM_RBUTTONUP);
+    Stylus stylus(driver_);
+    stylus.Tap(driver_.List(), stylus.PartOf(driver_.List(), 0, LVHT_ONITEMLABEL), WM_RBUTTONDOWN,
+               WM_RBUTTONUP);
     const Popup popup(driver_);
     EXPECT_EQ(popup.Items(), "Rename file 40021\nDileu 40023\n");
     popup.Choose(0);

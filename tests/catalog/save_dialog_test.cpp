@@ -69,7 +69,11 @@ class SaveDialogTest : public test::CatalogWindowTest {
     }
     return all;
   }
-  std::string Items() { return Items(TreeView_GetRoot(Tree()), 0); }
+  std::string Items() {
+    std::string all;
+    driver_.Run([&] { all = Items(TreeView_GetRoot(Tree()), 0); });
+    return all;
+  }
   HTREEITEM Node(const std::string& path) { return driver_.NodeIn(Tree(), path); }
   long Lists(const std::string& folder) {
     long count = 0;

@@ -154,19 +154,11 @@ class SheetDriver {
 
   HWND List() const { return GetDlgItem(Page(), IDC_LIST); }
   HWND Tree() const { return GetDlgItem(Page(), IDC_TREE); }
+  // Lists and trees are read on their own thread: a switch of threads for each item takes longer.
   std::string Items() const { return Items(List()); }
-  static std::string Items(HWND list) {  // "x" checked, "*" selected
+  std::string Items(HWND list) const {  // "x" checked, "*" selected
     std::string all;
-    for (int i = 0, count = ListView_GetItemCount(list); i < count; ++i) {
-      const UINT state = ListView_GetItemState(list, i, ~0u);
-      wchar_t text[300] = L"";
-      LVITEMW item = {};
-      item.pszText = text;
-      item.cchTextMax = 300;
-      SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
-      all += Utf8(text) + ((state >> 12) == 2 ? " x" : "") + (state & LVIS_SELECTED ? " *" : "") +
-             "\n";
-    }
+    Run([&] { all = ReadItems(list); });
     return all;
   }
   void Check(int item, bool checked) const {
@@ -177,20 +169,17 @@ class SheetDriver {
     ListView_SetItemState(List(), item, selected ? LVIS_SELECTED : 0, LVIS_SELECTED);
   }
   std::string Nodes() const { return Nodes(Tree()); }
-  static std::string Nodes(HWND tree) { return Nodes(tree, TreeView_GetRoot(tree), 0); }
+  std::string Nodes(HWND tree) const {
+    std::string all;
+    Run([&] { all = ReadNodes(tree, TreeView_GetRoot(tree), 0); });
+    return all;
+  }
   // The node at the end of a path of labels, "Sine\\One".
   HTREEITEM Node(const std::string& path) const { return NodeIn(Tree(), path); }
-  static HTREEITEM NodeIn(HWND tree, const std::string& path) {
-    HTREEITEM item = TreeView_GetRoot(tree);
-    for (size_t at = 0;;) {
-      const size_t end = std::min(path.find('\\', at + 1), path.size());
-      while (item && NodeLabel(tree, item) != path.substr(at, end - at)) {
-        item = TreeView_GetNextSibling(tree, item);
-      }
-      if (!item || end == path.size()) return item;
-      item = TreeView_GetChild(tree, item);
-      at = end + 1;
-    }
+  HTREEITEM NodeIn(HWND tree, const std::string& path) const {
+    HTREEITEM item = nullptr;
+    Run([&] { item = FindNode(tree, path); });
+    return item;
   }
   static std::string NodeLabel(HWND tree, HTREEITEM item) {
     wchar_t text[300] = L"";
@@ -218,15 +207,41 @@ class SheetDriver {
   const wchar_t* sheet_caption = L"Playlist Organizer";
 
  private:
-  static std::string Nodes(HWND tree, HTREEITEM from, int depth) {
+  static std::string ReadItems(HWND list) {
+    std::string all;
+    for (int i = 0, count = ListView_GetItemCount(list); i < count; ++i) {
+      const UINT state = ListView_GetItemState(list, i, ~0u);
+      wchar_t text[300] = L"";
+      LVITEMW item = {};
+      item.pszText = text;
+      item.cchTextMax = 300;
+      SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+      all += Utf8(text) + ((state >> 12) == 2 ? " x" : "") + (state & LVIS_SELECTED ? " *" : "") +
+             "\n";
+    }
+    return all;
+  }
+  static std::string ReadNodes(HWND tree, HTREEITEM from, int depth) {
     std::string all;
     for (HTREEITEM item = from; item; item = TreeView_GetNextSibling(tree, item)) {
       const bool checked = TreeView_GetCheckState(tree, item) == 1;
       all += std::string(static_cast<size_t>(depth), ' ') + NodeLabel(tree, item) +
              (checked ? " x\n" : "\n");
-      all += Nodes(tree, TreeView_GetChild(tree, item), depth + 1);
+      all += ReadNodes(tree, TreeView_GetChild(tree, item), depth + 1);
     }
     return all;
+  }
+  static HTREEITEM FindNode(HWND tree, const std::string& path) {
+    HTREEITEM item = TreeView_GetRoot(tree);
+    for (size_t at = 0;;) {
+      const size_t end = std::min(path.find('\\', at + 1), path.size());
+      while (item && NodeLabel(tree, item) != path.substr(at, end - at)) {
+        item = TreeView_GetNextSibling(tree, item);
+      }
+      if (!item || end == path.size()) return item;
+      item = TreeView_GetChild(tree, item);
+      at = end + 1;
+    }
   }
 
   static constexpr UINT kRunMessage = WM_APP + 1;

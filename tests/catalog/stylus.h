@@ -34,27 +34,35 @@ class Stylus {
   void Lift() { Press(0); }
 
   // A point on one part of an item: TVHT_ONITEMSTATEICON and so on, LVHT_ONITEMLABEL and so on.
-  static POINT PartOf(HWND tree, HTREEITEM item, UINT part) {
-    RECT line = {};
-    SendMessageW(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
-    TreeView_GetItemRect(tree, item, &line, FALSE);
-    return FindPart(line, [&](POINT at) {
-      TVHITTESTINFO hit = {};
-      hit.pt = at;
-      return TreeView_HitTest(tree, &hit) == item && hit.flags == part;
+  POINT PartOf(HWND tree, HTREEITEM item, UINT part) {
+    POINT found = {};
+    driver_.Run([&] {
+      RECT line = {};
+      SendMessageW(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+      TreeView_GetItemRect(tree, item, &line, FALSE);
+      found = FindPart(line, [&](POINT at) {
+        TVHITTESTINFO hit = {};
+        hit.pt = at;
+        return TreeView_HitTest(tree, &hit) == item && hit.flags == part;
+      });
     });
+    return found;
   }
-  static POINT PartOf(HWND list, int item, UINT part) {
-    RECT line = {};
-    ListView_GetItemRect(list, item, &line, LVIR_BOUNDS);
-    return FindPart(line, [&](POINT at) {
-      LVHITTESTINFO hit = {};
-      hit.pt = at;
-      return ListView_HitTest(list, &hit) == item && hit.flags == part;
+  POINT PartOf(HWND list, int item, UINT part) {
+    POINT found = {};
+    driver_.Run([&] {
+      RECT line = {};
+      ListView_GetItemRect(list, item, &line, LVIR_BOUNDS);
+      found = FindPart(line, [&](POINT at) {
+        LVHITTESTINFO hit = {};
+        hit.pt = at;
+        return ListView_HitTest(list, &hit) == item && hit.flags == part;
+      });
     });
+    return found;
   }
   void TapTree(HWND tree, const std::string& path, UINT part) {
-    const HTREEITEM item = SheetDriver::NodeIn(tree, path);
+    const HTREEITEM item = driver_.NodeIn(tree, path);
     ASSERT_TRUE(item) << path;
     TapAndSettle(tree, PartOf(tree, item, part));
   }

@@ -99,7 +99,7 @@ TEST_F(TapsTest, HoldingAPlaylistOffersItsCommands) {
   ShowAfterScan(0, [&] {
     const std::string commands = "Rename file 40021\nDelete file 40023\n";
     const HWND list = driver_.List();
-    stylus_.Hold(list, Stylus::PartOf(list, 1, LVHT_ONITEMLABEL));
+    stylus_.Hold(list, stylus_.PartOf(list, 1, LVHT_ONITEMLABEL));
     {
       const Popup popup(driver_);
       EXPECT_EQ(popup.Items(), commands);
@@ -110,7 +110,7 @@ TEST_F(TapsTest, HoldingAPlaylistOffersItsCommands) {
     driver_.Answer(L"Delete File", IDNO);
     EXPECT_EQ(driver_.BytesOf("\\Lists\\b.pls"), "File1=\\Music\\two.mp3\r\n");
 
-    stylus_.Tap(list, Stylus::PartOf(list, 0, LVHT_ONITEMLABEL), WM_RBUTTONDOWN, WM_RBUTTONUP);
+    stylus_.Tap(list, stylus_.PartOf(list, 0, LVHT_ONITEMLABEL), WM_RBUTTONDOWN, WM_RBUTTONUP);
     {
       const Popup popup(driver_);
       EXPECT_EQ(popup.Items(), commands);
@@ -122,7 +122,7 @@ TEST_F(TapsTest, HoldingAPlaylistOffersItsCommands) {
     driver_.Answer(entry, IDOK);
     EXPECT_EQ(driver_.Items(), "\\Lists\\c.m3u *\n\\Lists\\b.pls\n");
 
-    stylus_.Tap(list, Stylus::PartOf(list, 0, LVHT_ONITEMLABEL), WM_RBUTTONDOWN, WM_RBUTTONUP);
+    stylus_.Tap(list, stylus_.PartOf(list, 0, LVHT_ONITEMLABEL), WM_RBUTTONDOWN, WM_RBUTTONUP);
     Popup(driver_).Leave();
     stylus_.Hold(list, {100, 150});  // below the items: nothing is selected any more
     driver_.Settle();
