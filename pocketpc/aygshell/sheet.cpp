@@ -90,8 +90,8 @@ void PlaceTabs(HWND tabs, const RECT& client) noexcept {
 
 }  // namespace
 
-// A dialog that a page opens has the sheet as its owner, and is no page of it.
 HWND SheetOfPage(HWND page) noexcept {
+  // Not GetParent, which is the owner for a dialog that was opened from a page.
   const HWND sheet = GetAncestor(page, GA_PARENT);
   return TabsOf(sheet) ? sheet : nullptr;
 }
