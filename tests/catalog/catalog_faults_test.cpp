@@ -310,7 +310,7 @@ TEST_F(CatalogFaultsTest, APlaylistIsSavedOrTheFailureTold) {
         driver_.Settle();
         PostMessageW(dialog, WM_COMMAND, 1002, 0);
         HWND next = Next(dialog);
-        if (next && driver_.BoxText(next).substr(0, 6) == "A file") {
+        if (next && driver_.BoxText(next) == driver_.HostText(6202)) {
           asked = true;
           driver_.Answer(next, IDYES);
           next = driver_.Find(nullptr, L"#32770", true);
@@ -318,7 +318,7 @@ TEST_F(CatalogFaultsTest, APlaylistIsSavedOrTheFailureTold) {
         }
         if (next) {
           told = true;
-          EXPECT_EQ(driver_.BoxText(next), "The file cannot be created. Is the name valid?");
+          EXPECT_EQ(driver_.BoxText(next), driver_.HostText(6204));
           driver_.Answer(next, IDOK);
           driver_.Answer(dialog, IDCANCEL);
         }

@@ -14,6 +14,11 @@ constexpr int kName = 1001;
 constexpr int kSave = 1002;
 constexpr int kLine = 1003;
 
+// The host's strings.
+constexpr UINT kEmptyText = 6200;
+constexpr UINT kOverwriteText = 6202;
+constexpr UINT kNotCreatedText = 6204;
+
 class SaveDialogTest : public test::CatalogWindowTest {
  protected:
   SaveDialogTest() {
@@ -43,14 +48,14 @@ class SaveDialogTest : public test::CatalogWindowTest {
   void Leave(int command) { driver_.Answer(dialog_, command); }
   bool IsOpen() { return IsWindow(dialog_) && IsWindowVisible(dialog_); }
   // The box that the button brings up says this; it is answered.
-  void SaveAndAnswer(const std::string& text, int answer) {
+  void SaveAndAnswer(UINT text, int answer) {
     PostMessageW(dialog_, WM_COMMAND, kSave, 0);
     HWND box = nullptr;
     ASSERT_TRUE(WaitFor([&] {
       box = driver_.Find(nullptr, L"#32770", true);
       return box && box != dialog_;
     }));
-    EXPECT_EQ(driver_.BoxText(box), text);
+    EXPECT_EQ(driver_.BoxText(box), driver_.HostText(text));
     driver_.Answer(box, answer);
   }
   // "\ 1+" a line: indented label, image, "+" when it can be expanded.
@@ -84,9 +89,6 @@ class SaveDialogTest : public test::CatalogWindowTest {
     return count;
   }
 
-  static constexpr char kEmptyText[] = "Choose a folder and enter a file name first.";
-  static constexpr char kOverwriteText[] = "A file of this name exists. Replace it?";
-  static constexpr char kNotCreatedText[] = "The file cannot be created. Is the name valid?";
   static constexpr char kSaved[] =
       "#EXTM3U:\r\n#EXTINF:-1,Sine - One\r\n\\Music\\one.mp3\r\n\\Music\\three.mp3\r\n"
       "#EXTINF:-1,Sine - Two\r\n\\Music\\two.mp3\r\n";
@@ -181,7 +183,7 @@ TEST_F(SaveDialogTest, AsksAndTellsBeforeItSaves) {
       box = driver_.Find(L"", L"#32770", true);  // no caption
       return box != nullptr;
     }));
-    EXPECT_EQ(driver_.BoxText(box), kNotCreatedText);
+    EXPECT_EQ(driver_.BoxText(box), driver_.HostText(kNotCreatedText));
     driver_.Answer(box, IDOK);
     EXPECT_TRUE(IsOpen());
     driver_.Run([&] { driver_.files.Find("\\Lists\\a.m3u")->attributes = kAttributeNormal; });

@@ -197,6 +197,12 @@ class SheetDriver {
     return text;
   }
 
+  // The wording of the host's own messages is its own affair.
+  std::string HostText(UINT id) const {
+    wchar_t text[200] = L"";
+    EXPECT_GT(LoadStringW(host_, id, text, 200), 0) << id;
+    return Utf8(text);
+  }
   HWND parent() const { return parent_; }
   HMODULE host() const { return host_; }
   DWORD ui_thread() const { return ui_thread_; }
