@@ -33,6 +33,7 @@ class CatalogFaultsTest : public test::CatalogWindowTest {
   // fault; everything is put back before. `check` is told the kind and the call that failed.
   void Sweep(const std::function<void()>& use,
              const std::function<void(Fault, const std::string& failed)>& check) {
+    int faults = 0;
     for (const Fault fault :
          {Fault::kMemory, Fault::kMemoryFromThenOn, Fault::kFile, Fault::kFileFromThenOn}) {
       for (long n = 0;; ++n) {
@@ -46,9 +47,11 @@ class CatalogFaultsTest : public test::CatalogWindowTest {
         driver_.Run([&] { EXPECT_EQ(driver_.files.open_now, 0); });
         check(triggered ? fault : Fault::kNone, failed);
         if (!triggered) break;
+        ++faults;
         if (HasFailure()) return;
       }
     }
+    EXPECT_GT(faults, 0);
     Restore();
   }
   // All files as they were, the current playlist with its three songs, the tree by artists: the
