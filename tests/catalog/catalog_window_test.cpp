@@ -32,6 +32,7 @@ TEST_F(CatalogWindowTest, OnlyTheFirstShowingScans) {
 TEST_F(CatalogWindowTest, RenamesAndDeletesPlaylists) {
   ShowAfterScan(0, [&] {
     driver_.Post(ID_RENAME);  // nothing is selected
+    driver_.Settle();
     driver_.Select(0);
     driver_.Post(ID_RENAME);
     const HWND entry = driver_.WaitForWindow(L"Edit File Name");

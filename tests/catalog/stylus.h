@@ -15,10 +15,14 @@ class Stylus {
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
   }
 
+  // The messages are made on the sheet's thread: no move that is still on its way can come between
+  // the pointer and them.
   void Tap(HWND control, POINT at, UINT down = WM_LBUTTONDOWN, UINT up = WM_LBUTTONUP) {
-    const LPARAM point = MoveTo(control, at);
-    PostMessageW(control, down, down == WM_LBUTTONDOWN ? MK_LBUTTON : MK_RBUTTON, point);
-    PostMessageW(control, up, 0, point);
+    driver_.Run([&] {
+      const LPARAM point = MoveTo(control, at);
+      PostMessageW(control, down, down == WM_LBUTTONDOWN ? MK_LBUTTON : MK_RBUTTON, point);
+      PostMessageW(control, up, 0, point);
+    });
   }
   // Taps and lets everything happen that follows; for taps that open nothing.
   void TapAndSettle(HWND control, POINT at) {
@@ -27,9 +31,11 @@ class Stylus {
   }
   // The stylus rests on the control until that notices.
   void Hold(HWND control, POINT at) {
-    const LPARAM point = MoveTo(control, at);
-    Press(VK_LBUTTON);
-    PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    driver_.Run([&] {
+      const LPARAM point = MoveTo(control, at);
+      Press(VK_LBUTTON);
+      PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    });
   }
   void Lift() { Press(0); }
 
@@ -80,7 +86,7 @@ class Stylus {
     EXPECT_TRUE(is_there(at));
     return at;
   }
-  LPARAM MoveTo(HWND control, POINT at) {
+  static LPARAM MoveTo(HWND control, POINT at) {
     POINT on_screen = at;
     ClientToScreen(control, &on_screen);
     SetCursorPos(on_screen.x, on_screen.y);
