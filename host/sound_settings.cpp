@@ -5,6 +5,8 @@
 #include <wchar.h>
 #include <windows.h>
 
+#include "host/program_folder.h"
+
 namespace velmora {
 namespace {
 
@@ -28,17 +30,10 @@ bool ReadNumbers(const std::wstring& text, int32_t* numbers, int count, long las
 constexpr size_t kPresetBytes = 31;
 constexpr size_t kPresetSetting = 20;  // preamplifier, then the ten bands
 
-std::wstring FolderOfPresets() {
-  wchar_t program[MAX_PATH] = L"";
-  GetModuleFileNameW(nullptr, program, MAX_PATH);
-  const std::wstring path = program;
-  return path.substr(0, path.find_last_of(L'\\') + 1) + L"presets\\";
-}
-
 // A preset's path, or the name of one in the folder beside this program.
 bool ReadPresetFile(const std::wstring& path, int32_t* preamp, int32_t* bands) {
   FILE* file = _wfopen(path.c_str(), L"rb");
-  if (!file) file = _wfopen((FolderOfPresets() + path).c_str(), L"rb");
+  if (!file) file = _wfopen((ProgramFolder() + L"\\presets\\" + path).c_str(), L"rb");
   if (!file) return false;
   uint8_t bytes[kPresetBytes];
   const bool whole = fread(bytes, 1, kPresetBytes, file) == kPresetBytes;
