@@ -9,8 +9,9 @@
 namespace velmora {
 namespace {
 
-// A track that ends sooner without a sound is broken.
-constexpr DWORD kShortestSilenceMs = 1000;
+// Where an output of the plug-in's own shows no sound, it may be that it cannot be looked into:
+// then a track is broken when it ends sooner.
+constexpr DWORD kShortestTrackMs = 1000;
 
 // The first sound device; there the volume is everybody's, also that of a plug-in's own output.
 HWAVEOUT FirstDevice() {
@@ -142,7 +143,8 @@ void Player::OnEndOfPlayback() {
 }
 
 bool Player::EndedUnheard() {
-  return !playback_.has_sounded() && GetTickCount() - started_ < kShortestSilenceMs;
+  return !playback_.has_sounded() &&
+         (!playback_.input().has_own_output() || GetTickCount() - started_ < kShortestTrackMs);
 }
 
 void Player::SetVolume(int volume) {
