@@ -39,6 +39,12 @@ TEST(PlayerLinks, BookmarksPlayAndEnqueue) {
   EXPECT_EQ(rig.player.tracks().size(), 1u);
   EXPECT_EQ(rig.player.status().current, 0u);
   EXPECT_GE(rig.player.status().position_ms, 2900u);
+  auto* const bookmarks = test::TheLibrary().Get<kelvo::Bookmarks>(kelvo::kFeatureBookmarks);
+  for (const int32_t wild : {-5, 4294971, 0x7FFFFFFF}) {  // 4294971000 is 3704 in 32 bits
+    bookmarks->UpdateBookmark(0, rig.player.open_path().c_str(), wild, L"");
+    link.OnPlayBookmark(0, 0);
+    EXPECT_LT(rig.player.status().position_ms, 3000u) << wild;
+  }
   for (const LPARAM nobody : {-1, 1, 99}) link.OnPlayBookmark(0, nobody);
   EXPECT_EQ(rig.player.tracks().size(), 1u);
   EXPECT_EQ(rig.player.status().state, PlayState::kPlaying);
