@@ -41,8 +41,13 @@ void Player::Remove(const std::vector<size_t>& indices) {
   std::vector<size_t> sorted = indices;
   std::sort(sorted.begin(), sorted.end(), std::greater<size_t>());
   sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+  sorted.erase(sorted.begin(), std::find_if(sorted.begin(), sorted.end(),
+                                            [&](size_t index) { return index < list_.size(); }));
+  if (sorted.size() == list_.size()) {  // one by one, a long list would take its time
+    Clear();
+    return;
+  }
   for (const size_t index : sorted) {
-    if (index >= list_.size()) continue;
     list_.Remove(index);
     order_.Remove(index);
   }
