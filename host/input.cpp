@@ -11,10 +11,17 @@ bool HasExtension(const std::wstring& path, const wchar_t* extension) {
   return point != std::wstring::npos && lstrcmpiW(path.c_str() + point, extension) == 0;
 }
 
+bool IsWindowsMedia(const std::wstring& path) {
+  return HasExtension(path, L".wma") || HasExtension(path, L".asf");
+}
+
 }  // namespace
 
-Input::Input(const Library& library, const std::wstring& path)
-    : is_wma_(HasExtension(path, L".wma") || HasExtension(path, L".asf")) {
+bool Input::IsMedia(const std::wstring& path) {
+  return HasExtension(path, L".ogg") || IsWindowsMedia(path);
+}
+
+Input::Input(const Library& library, const std::wstring& path) : is_wma_(IsWindowsMedia(path)) {
   if (is_wma_) {
     wma_ = library.Get<kelvo::WmaInput>(kelvo::kFeatureWma);
   } else {

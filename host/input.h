@@ -28,15 +28,23 @@ class Input {
  public:
   Input(const Library& library, const std::wstring& path);
 
+  // Whether a file has an extension that a plug-in is for.
+  static bool IsMedia(const std::wstring& path);
+
   // What the library cannot do with the file, or null.
   const wchar_t* Missing() const;
   // The rest needs a plug-in.
   kelvo::InputPlugin& plugin() const;
   // Plays through the sound device by itself, not through an AudioOutput.
   bool has_own_output() const { return is_wma_; }
+  // The plug-in of that kind, or null for another.
+  kelvo::WmaInput* wma() const { return wma_; }
   // Who is told of the end of playback; null for nobody.
   void SetWindow(HWND window) const;
   bool Ask(const std::wstring& path, FileInfo* info) const;
+  uint32_t SampleRateHz(const kelvo::MediaInfo& info) const {
+    return info.sample_rate * (is_wma_ ? 1000 : 1);
+  }
   // "44 kHz", "44100 Hz", "-"
   std::wstring SampleRate(const kelvo::MediaInfo& info) const;
 

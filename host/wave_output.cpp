@@ -8,27 +8,11 @@ namespace velmora {
 static_assert(sizeof(WAVEHDR) == sizeof(kelvo::OutputBuffer));
 static_assert(offsetof(WAVEHDR, dwBytesRecorded) == offsetof(kelvo::OutputBuffer, valid_bytes));
 
-namespace {
-
-class Guard {
- public:
-  explicit Guard(CRITICAL_SECTION& section) : section_(section) { EnterCriticalSection(&section_); }
-  ~Guard() { LeaveCriticalSection(&section_); }
-
- private:
-  CRITICAL_SECTION& section_;
-};
-
-}  // namespace
-
-WaveOutput::WaveOutput() : buffer_done_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
-  InitializeCriticalSection(&lock_);
-}
+WaveOutput::WaveOutput() : buffer_done_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
 
 WaveOutput::~WaveOutput() {
   Close();
   CloseHandle(buffer_done_);
-  DeleteCriticalSection(&lock_);
 }
 
 int32_t WaveOutput::Open(uint32_t buffer_count, uint32_t buffer_bytes, uint32_t channels,
@@ -47,6 +31,8 @@ int32_t WaveOutput::Open(uint32_t buffer_count, uint32_t buffer_bytes, uint32_t 
     device_ = nullptr;
     return 0;
   }
+  paused_ = false;
+  failed_ = false;
   slots_.resize(buffer_count);
   for (Slot& slot : slots_) {
     slot.data.resize(buffer_bytes);
@@ -97,6 +83,7 @@ int32_t WaveOutput::Write(kelvo::OutputBuffer* buffer, uint32_t) noexcept {
     slot.header.dwFlags &= ~static_cast<DWORD>(WHDR_DONE);
     const MMRESULT result = waveOutWrite(device_, &slot.header, sizeof(slot.header));
     slot.use = result == MMSYSERR_NOERROR ? Use::kQueued : Use::kFree;
+    failed_ = failed_ || result != MMSYSERR_NOERROR;
     return result == MMSYSERR_NOERROR;
   }
   return 0;
@@ -104,6 +91,7 @@ int32_t WaveOutput::Write(kelvo::OutputBuffer* buffer, uint32_t) noexcept {
 
 void WaveOutput::Pause(uint32_t pause) noexcept {
   Guard guard(lock_);
+  paused_ = pause != 0;
   if (!device_) return;
   if (pause) {
     waveOutPause(device_);
@@ -116,6 +104,7 @@ void WaveOutput::Reset() noexcept {
   Guard guard(lock_);
   if (!device_) return;
   waveOutReset(device_);
+  if (paused_) waveOutPause(device_);  // a reset may have ended the device's pause
   for (Slot& slot : slots_) {
     if (slot.use == Use::kQueued) slot.use = Use::kFree;
   }
@@ -128,6 +117,11 @@ uint32_t WaveOutput::PlayedSamples(kelvo::HostWord, kelvo::HostWord) noexcept {
   time.wType = TIME_SAMPLES;
   if (!device_ || waveOutGetPosition(device_, &time, sizeof(time)) != MMSYSERR_NOERROR) return 0;
   return time.wType == TIME_SAMPLES ? time.u.sample : 0;
+}
+
+bool WaveOutput::failed() {
+  Guard guard(lock_);
+  return failed_;
 }
 
 int32_t WaveOutput::Drained() noexcept {

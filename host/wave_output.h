@@ -7,6 +7,8 @@
 
 #include <vector>
 
+#include "host/critical_section.h"
+
 namespace velmora {
 
 // Plays on the system's sound device. The decoding thread asks for buffers, fills and queues them;
@@ -17,6 +19,9 @@ class WaveOutput final : public kelvo::AudioOutput {
   ~WaveOutput();
 
   static bool HasDevice() { return waveOutGetNumDevs() > 0; }
+  // Whether the device refused a buffer since it was opened: something is not heard, or not in the
+  // file that takes the device's place.
+  bool failed();
 
   int32_t Open(uint32_t buffer_count, uint32_t buffer_bytes, uint32_t channels,
                uint32_t sample_rate, uint32_t bits_per_sample) noexcept override;
@@ -38,9 +43,11 @@ class WaveOutput final : public kelvo::AudioOutput {
 
   Slot* FindFree();  // the lock is held
 
-  CRITICAL_SECTION lock_;  // guards the slots' use and the device handle
-  HANDLE buffer_done_;     // signalled by the device and by Reset
+  CriticalSection lock_;  // guards all but the event
+  HANDLE buffer_done_;    // signalled by the device and by Reset
   HWAVEOUT device_ = nullptr;
+  bool paused_ = false;
+  bool failed_ = false;
   std::vector<Slot> slots_;
 };
 

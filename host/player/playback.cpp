@@ -1,0 +1,131 @@
+#include "host/player/playback.h"
+
+#include <kelvo/messages.h>
+#include <kelvo/wma_input.h>
+#include <limits.h>
+
+namespace velmora {
+namespace {
+
+bool EndMessageWaits(HWND window, UINT remove) {
+  MSG message;
+  return window && PeekMessageW(&message, window, kelvo::kMessageEndOfPlayback,
+                                kelvo::kMessageEndOfPlayback, remove) != FALSE;
+}
+
+}  // namespace
+
+static_assert(kPictureSamples == kelvo::kVisualisationSamples);
+
+Playback::Playback(const Library& library, HWND window) : library_(library), window_(window) {
+  if (auto* effects = library.Get<kelvo::EffectsProcessor>(kelvo::kFeatureEffects)) {
+    effects_.emplace(tap_, *effects);
+  }
+}
+
+Playback::Start Playback::Play(const std::wstring& path, uint32_t start_ms) {
+  Stop();
+  input_.emplace(library_, path);
+  if (input_->Missing()) {
+    input_.reset();
+    return Start::kNoPlugin;
+  }
+  plugin().SetReader(&reader_);
+  plugin().SetOutput(effects_ ? static_cast<kelvo::AudioOutput*>(&*effects_) : &tap_);
+  if (!plugin().Open(path.c_str(), 0)) {
+    Release();
+    return Start::kNotPlayable;
+  }
+  // Not before: with a window the Windows Media plug-in asks about a name that it refuses.
+  input_->SetWindow(window_);
+  path_ = path;
+  Describe();
+  while (OwnSamples(nullptr)) {
+  }
+  sounded_ = false;
+  wanted_ms_ = 0;
+  if (start_ms > 0) SeekMs(start_ms);
+  // The state tells a failed output apart from a file that has already ended.
+  if (plugin().Play() &&
+      (plugin().GetState() != kelvo::kStopped || EndMessageWaits(window_, PM_NOREMOVE))) {
+    return Start::kPlaying;
+  }
+  Stop();
+  return Start::kNoOutput;
+}
+
+void Playback::Describe() {
+  wchar_t title[kelvo::kMaxText] = L"";
+  format_ = {};
+  plugin().GetDisplayTitle(title);
+  plugin().GetMediaInfo(&format_);
+  title_ = title;
+  const int32_t length = plugin().GetLengthMs();
+  length_ms_ = length > 0 ? static_cast<uint32_t>(length) : 0;
+}
+
+void Playback::Stop() {
+  if (!input_) return;
+  plugin().Stop();
+  plugin().SetState(kelvo::kStopped);  // a late seek leaves it as it was
+  plugin().Close(0, 0);
+  DropEndMessages();
+  Release();
+}
+
+void Playback::Release() {
+  input_->SetWindow(nullptr);
+  plugin().SetOutput(nullptr);
+  plugin().SetReader(nullptr);
+  input_.reset();
+}
+
+// Nobody posts any more; what waits would end the next file.
+void Playback::DropEndMessages() {
+  while (EndMessageWaits(window_, PM_REMOVE)) {
+  }
+}
+
+uint32_t Playback::position_ms() const {
+  const int32_t position = plugin().GetPositionMs(0, 0);
+  return position > 0 ? static_cast<uint32_t>(position) : 0;
+}
+
+bool Playback::SeekMs(uint32_t ms) {
+  if (ms > INT_MAX || (length_ms_ > 0 && ms >= length_ms_)) return false;
+  if (!plugin().SeekMs(static_cast<int32_t>(ms))) return false;
+  wanted_ms_ = ms;
+  return true;
+}
+
+bool Playback::ResumeAfterLateSeek() {
+  const uint32_t state = plugin().GetState();
+  if (input_->has_own_output() || state == kelvo::kStopped) return false;
+  plugin().Stop();
+  plugin().SetState(kelvo::kStopped);
+  if (!plugin().SeekMs(static_cast<int32_t>(wanted_ms_)) || !plugin().Play()) return false;
+  if (state == kelvo::kPaused) plugin().TogglePause();
+  return plugin().GetState() != kelvo::kStopped;
+}
+
+// Null: throws away.
+bool Playback::OwnSamples(int16_t* samples) {
+  auto* wma = input_->wma();
+  int16_t unwanted[kPictureSamples];
+  return wma && wma->GetVisualisation(samples ? samples : unwanted) != 0;
+}
+
+bool Playback::Samples(int16_t (&samples)[kPictureSamples]) {
+  if (!input_->has_own_output()) return tap_.Samples(samples);
+  const bool some = OwnSamples(samples);
+  sounded_ = sounded_ || some;
+  return some;
+}
+
+bool Playback::has_sounded() {
+  if (!input_->has_own_output()) return tap_.written_any();
+  sounded_ = sounded_ || OwnSamples(nullptr);
+  return sounded_;
+}
+
+}  // namespace velmora

@@ -1,0 +1,182 @@
+#include "host/player/player.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "host/player/volume_law.h"
+
+namespace velmora {
+namespace {
+
+// A track that ends sooner without a sound is broken.
+constexpr DWORD kShortestSilenceMs = 1000;
+
+// The first sound device; there the volume is everybody's, also that of a plug-in's own output.
+HWAVEOUT FirstDevice() {
+  return nullptr;
+}
+
+}  // namespace
+
+Player::Player(const Library& library, HWND window)
+    : library_(library), order_(GetTickCount()), playback_(library, window) {
+  SetEqualizer(equalizer_);
+}
+
+void Player::Add(const std::vector<std::wstring>& paths) {
+  for (const std::wstring& path : paths) order_.Append(list_.Add(path));
+  Changed();
+}
+
+void Player::Clear() {
+  list_.Clear();
+  order_.Clear();
+  Changed();
+}
+
+void Player::Remove(const std::vector<size_t>& indices) {
+  std::vector<size_t> sorted = indices;
+  std::sort(sorted.begin(), sorted.end(), std::greater<size_t>());
+  sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+  for (const size_t index : sorted) {
+    if (index >= list_.size()) continue;
+    list_.Remove(index);
+    order_.Remove(index);
+  }
+  Changed();
+}
+
+void Player::Move(size_t from, size_t to) {
+  if (from >= list_.size() || to >= list_.size()) return;
+  list_.Move(from, to);
+  order_.Move(from, to);
+  Changed();
+}
+
+bool Player::LearnNext() {
+  const size_t unknown = list_.FirstUnknown();
+  if (unknown == list_.size()) return false;
+  list_.Learn(library_, unknown);
+  Changed();
+  return true;
+}
+
+void Player::Play() {
+  if (!playback_.is_open()) {
+    PlayTrack(order_.current() != kNoTrack ? order_.current() : 0);
+  } else if (playback_.paused()) {
+    playback_.TogglePause();
+  } else {
+    playback_.SeekMs(0);
+  }
+}
+
+bool Player::PlayTrack(size_t index, uint32_t start_ms) {
+  playback_.Stop();
+  if (index >= list_.size()) return false;
+  const size_t asked = index;
+  // Shuffled anew on the way, the order may name a track twice before it has named all.
+  for (size_t attempts = 2 * list_.size(); attempts > 0 && index != kNoTrack; --attempts) {
+    order_.SetCurrent(index);
+    Changed();
+    if (playback_.Play(list_.tracks()[index].path, start_ms) == Playback::Start::kPlaying) {
+      started_ = GetTickCount();
+      if (!list_.tracks()[index].known) list_.Learn(library_, index);
+      return true;
+    }
+    start_ms = 0;
+    index = order_.Next();
+  }
+  order_.SetCurrent(asked);
+  Changed();
+  return false;
+}
+
+void Player::TogglePause() {
+  if (playback_.is_open()) playback_.TogglePause();
+}
+
+void Player::Stop() {
+  playback_.Stop();
+}
+
+void Player::GoTo(size_t index) {
+  if (index == kNoTrack) return;
+  Changed();
+  if (playback_.is_open()) PlayTrack(index);
+}
+
+void Player::Next() {
+  GoTo(order_.Next());
+}
+
+void Player::Previous() {
+  const size_t index = order_.Previous();
+  GoTo(index != kNoTrack ? index : order_.current());
+}
+
+bool Player::SeekMs(uint32_t ms) {
+  return playback_.is_open() && playback_.SeekMs(ms);
+}
+
+void Player::OnEndOfPlayback() {
+  if (!playback_.is_open() || playback_.ResumeAfterLateSeek()) return;
+  unheard_ = EndedUnheard() ? unheard_ + 1 : 0;
+  const size_t next = unheard_ < list_.size() ? order_.Next() : kNoTrack;
+  playback_.Stop();
+  if (next == kNoTrack) {
+    unheard_ = 0;
+  } else {
+    PlayTrack(next);
+  }
+}
+
+bool Player::EndedUnheard() {
+  return !playback_.has_sounded() && GetTickCount() - started_ < kShortestSilenceMs;
+}
+
+void Player::SetVolume(int volume) {
+  volume_ = std::clamp(volume, 0, 100);
+  ApplyVolume();
+}
+
+void Player::SetBalance(int balance) {
+  balance_ = std::clamp(balance, -100, 100);
+  ApplyVolume();
+}
+
+void Player::ApplyVolume() {
+  waveOutSetVolume(FirstDevice(), DeviceVolume(volume_, balance_));
+}
+
+PlayerStatus Player::status() const {
+  PlayerStatus status;
+  status.volume = volume_;
+  status.balance = balance_;
+  status.shuffle = order_.shuffle();
+  status.repeat = order_.repeat();
+  status.current = order_.current();
+  if (!playback_.is_open()) return status;
+  const kelvo::MediaInfo& format = playback_.format();
+  status.state = playback_.paused() ? PlayState::kPaused : PlayState::kPlaying;
+  status.position_ms = playback_.position_ms();
+  status.length_ms = playback_.length_ms();
+  status.title = playback_.title();
+  status.bit_rate_kbit = format.bit_rate;
+  status.sample_rate_khz = playback_.input().SampleRateHz(format) / 1000;
+  status.channels = format.stereo ? 2 : 1;
+  return status;
+}
+
+void Player::SetEqualizer(const EqualizerState& state) {
+  equalizer_ = state;
+  if (auto* effects = library_.Get<kelvo::EffectsProcessor>(kelvo::kFeatureEffects)) {
+    Apply(equalizer_, *effects);
+  }
+}
+
+bool Player::Samples(int16_t (&samples)[kPictureSamples]) {
+  return playback_.is_open() && playback_.Samples(samples);
+}
+
+}  // namespace velmora

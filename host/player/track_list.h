@@ -1,0 +1,45 @@
+#pragma once
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include <string>
+#include <vector>
+
+#include "host/library.h"
+
+namespace velmora {
+
+struct Track {
+  std::wstring path;       // full
+  std::wstring title;      // display title, or the file's name
+  uint32_t length_ms = 0;  // 0: unknown
+  bool known = false;      // the file has been asked about itself
+};
+
+class TrackList {
+ public:
+  const std::vector<Track>& tracks() const { return tracks_; }
+  size_t size() const { return tracks_.size(); }
+
+  // Appends a media file, or those in a folder and the folders below it, by their names. Other
+  // files are left out; a media file need not be there. Returns how many were appended.
+  size_t Add(const std::wstring& path);
+  void Clear();
+  void Remove(size_t index);
+  void Move(size_t from, size_t to);
+
+  // Takes what a file says about itself from the plug-ins.
+  void Learn(const Library& library, size_t index);
+  // The first track that is not known; the size when all are.
+  size_t FirstUnknown();
+
+ private:
+  size_t AddFolder(const std::wstring& folder, int depth);
+  void Append(const std::wstring& path);
+
+  std::vector<Track> tracks_;
+  size_t known_before_ = 0;  // all before are known
+};
+
+}  // namespace velmora
