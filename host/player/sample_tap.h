@@ -5,10 +5,9 @@
 #include <vector>
 
 #include "host/critical_section.h"
+#include "host/player/spectrum.h"
 
 namespace velmora {
-
-constexpr size_t kPictureSamples = 512;
 
 // Hands what is written on, and keeps the first channel of what waits to be heard: for a picture of
 // the sound at the moment when it is heard.
