@@ -19,34 +19,35 @@ void DrawDots(Canvas* canvas, const Skin& skin) {
   }
 }
 
+// The row of a height, from the top.
+int RowOf(uint8_t height) {
+  return kHeight - 1 - std::min<int>(height, kHeight - 1);
+}
+
 void DrawSpectrum(Canvas* canvas, const Skin& skin, const VisualState& state) {
   for (int bar = 0; bar < kVisualBars; ++bar) {
     const int x = kVisualPlace.x + bar * kBarStep;
-    const int height = std::min<int>(state.bars[bar], kHeight);
-    for (int row = kHeight - height; row < kHeight; ++row) {
+    const int top = state.bars[bar] > 0 ? RowOf(state.bars[bar]) : kHeight;
+    for (int row = top; row < kHeight; ++row) {
       canvas->Fill({x, kVisualPlace.y + row, kBarWidth, 1},
                    skin.visual_colours[kVisualSpectrumTop + row]);
     }
-    const int peak = std::min<int>(state.peaks[bar], kHeight);
-    if (peak > 0) {
-      canvas->Fill({x, kVisualPlace.bottom() - peak, kBarWidth, 1},
+    if (state.peaks[bar] > 0) {
+      canvas->Fill({x, kVisualPlace.y + RowOf(state.peaks[bar]), kBarWidth, 1},
                    skin.visual_colours[kVisualPeaks]);
     }
   }
 }
 
-int RowOf(int16_t sample) {
-  return (32767 - sample) * kHeight / 65536;
-}
-
-void DrawWave(Canvas* canvas, const Skin& skin, const VisualState& state) {
+void DrawLine(Canvas* canvas, const Skin& skin, const VisualState& state) {
   int before = RowOf(state.wave[0]);
   for (int x = 0; x < kVisualPlace.width; ++x) {
     const int row = RowOf(state.wave[x]);
-    const int distance = std::abs(row - kHeight / 2) * 5 / (kHeight / 2 + 1);
-    const int top = std::min(row, before);
-    canvas->Fill({kVisualPlace.x + x, kVisualPlace.y + top, 1, std::abs(row - before) + 1},
-                 skin.visual_colours[kVisualWaveMiddle + distance]);
+    const int loudness = std::abs(2 * row - (kHeight - 1)) * 5 / kHeight;  // 0 to 4
+    // Down or up to the point before, so that the line has no gaps.
+    canvas->Fill(
+        {kVisualPlace.x + x, kVisualPlace.y + std::min(row, before), 1, std::abs(row - before) + 1},
+        skin.visual_colours[kVisualWaveMiddle + loudness]);
     before = row;
   }
 }
@@ -60,7 +61,7 @@ void DrawVisual(Canvas* canvas, const Skin& skin, const VisualState& state) {
   if (state.mode == VisualMode::kSpectrum) {
     DrawSpectrum(canvas, skin, state);
   } else {
-    DrawWave(canvas, skin, state);
+    DrawLine(canvas, skin, state);
   }
 }
 

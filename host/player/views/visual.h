@@ -15,9 +15,10 @@ enum class VisualMode { kOff, kSpectrum, kWave };
 
 struct VisualState {
   VisualMode mode = VisualMode::kOff;
-  uint8_t bars[kVisualBars] = {};         // heights, 0 to 16
-  uint8_t peaks[kVisualBars] = {};        // heights of the marks above the bars; 0: none
-  int16_t wave[kVisualPlace.width] = {};  // samples
+  // Heights, 0 to 15.
+  uint8_t bars[kVisualBars] = {};
+  uint8_t peaks[kVisualBars] = {};  // of the marks above the bars; 0: none
+  uint8_t wave[kVisualPlace.width] = {};
 };
 
 void DrawVisual(Canvas* canvas, const Skin& skin, const VisualState& state);

@@ -1,6 +1,9 @@
 #include "host/player/windows/equalizer_window.h"
 
+#include <math.h>
+
 #include <algorithm>
+#include <iterator>
 
 #include "host/player/windows/player_app.h"
 
@@ -12,10 +15,17 @@ constexpr const wchar_t* kSliderNames[kEqualizerSliders] = {
     L"3 KHZ",  L"6 KHZ", L"12 KHZ", L"14 KHZ", L"16 KHZ",
 };
 
+constexpr float kMostDecibels = 16;  // at the edges of the curve
+
 // Where a slider changes nothing.
 int Neutral(int slider) {
   const EqualizerState neutral;
   return slider == 0 ? neutral.preamp : neutral.bands[slider - 1];
+}
+
+bool Same(const EqualizerState& a, const EqualizerState& b) {
+  return a.on == b.on && a.preamp == b.preamp && a.bass == b.bass &&
+         std::equal(std::begin(a.bands), std::end(a.bands), b.bands);
 }
 
 }  // namespace
@@ -35,8 +45,28 @@ void EqualizerWindow::Draw(Canvas* canvas) {
   state.bass = sound.bass > 0;
   state.sliders[0] = sound.preamp;
   std::copy(std::begin(sound.bands), std::end(sound.bands), state.sliders + 1);
-  std::fill(std::begin(state.curve), std::end(state.curve), kCurvePlace.height / 2);
+  UpdateCurve();
+  std::copy(std::begin(curve_), std::end(curve_), state.curve);
   DrawEqualizer(canvas, app_.skin(), state);
+}
+
+// What the effects really do, measured with effects of our own.
+void EqualizerWindow::UpdateCurve() {
+  EqualizerState sound = app_.player().equalizer();
+  if (!sound.on) {  // the bass works without the equalizer
+    const uint8_t bass = sound.bass;
+    sound = EqualizerState();
+    sound.bass = bass;
+  }
+  if (meter_ && Same(sound, curve_of_)) return;
+  if (!meter_) meter_ = std::make_unique<ResponseMeter>();
+  curve_of_ = sound;
+  float decibels[kCurvePlace.width];
+  meter_->Measure(sound, decibels, std::size(decibels));
+  for (size_t i = 0; i < std::size(decibels); ++i) {
+    curve_[i] = static_cast<int>(
+        lroundf((kMostDecibels - decibels[i]) * (kCurvePlace.height - 1) / (2 * kMostDecibels)));
+  }
 }
 
 void EqualizerWindow::SetSlider(int slider, int value) {

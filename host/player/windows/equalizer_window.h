@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+
+#include "host/player/response.h"
 #include "host/player/views/equalizer_view.h"
 #include "host/player/windows/skin_window.h"
 
@@ -23,11 +26,15 @@ class EqualizerWindow final : public SkinWindow {
   void OnClose() override;
   bool IsHandle(Point point) const override;
 
+  void UpdateCurve();
   void SetSlider(int slider, int value);
   void Click(EqualizerControl control);
 
   EqualizerHit held_ = {EqualizerControl::kNone, 0};
   bool inside_ = false;
+  std::unique_ptr<ResponseMeter> meter_;  // made when the curve is first seen
+  EqualizerState curve_of_;
+  int curve_[kCurvePlace.width] = {};
 };
 
 }  // namespace velmora

@@ -122,9 +122,9 @@ void MainWindow::ShowSongText() {
   scroll_ = 0;
 }
 
-void MainWindow::Tick() {
+void MainWindow::Tick(uint32_t milliseconds) {
   ++scroll_;
-  UpdateVisual();
+  UpdateVisual(milliseconds);
   Refresh();
 }
 
@@ -142,16 +142,26 @@ void MainWindow::SetShaded(bool shaded) {
 }
 
 void MainWindow::SetVisualMode(VisualMode mode) {
+  spectrum_ = Spectrum();
   visual_ = VisualState();
   visual_.mode = mode;
+  std::fill(std::begin(visual_.wave), std::end(visual_.wave), uint8_t{kPictureHeight / 2});
   Refresh();
 }
 
-void MainWindow::UpdateVisual() {
+void MainWindow::UpdateVisual(uint32_t milliseconds) {
+  static_assert(kVisualBars == kSpectrumBars && kVisualPlace.height == kPictureHeight + 1);
   int16_t samples[kPictureSamples];
-  if (visual_.mode == VisualMode::kOff || !app_.player().Samples(samples)) return;
-  const size_t step = kPictureSamples / std::size(visual_.wave);
-  for (size_t i = 0; i < std::size(visual_.wave); ++i) visual_.wave[i] = samples[i * step];
+  if (visual_.mode == VisualMode::kOff) return;
+  spectrum_.Fall(milliseconds);
+  if (app_.player().Samples(samples)) {
+    spectrum_.Take(samples);
+    DrawWave(samples, visual_.wave, std::size(visual_.wave));
+  }
+  for (size_t i = 0; i < kSpectrumBars; ++i) {
+    visual_.bars[i] = spectrum_.bar(i);
+    visual_.peaks[i] = spectrum_.peak(i);
+  }
 }
 
 void MainWindow::SlideTo(Point point) {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "host/player/spectrum.h"
 #include "host/player/views/main_view.h"
 #include "host/player/windows/skin_window.h"
 
@@ -15,8 +16,8 @@ class MainWindow final : public SkinWindow {
 
   bool Create();
 
-  // Some time has passed while music plays.
-  void Tick();
+  // This time has passed while music plays.
+  void Tick(uint32_t milliseconds);
   // Shows a text instead of the song's for a moment.
   void ShowHint(const std::wstring& text);
   // The skin has changed: pictures made with it are made anew.
@@ -46,7 +47,7 @@ class MainWindow final : public SkinWindow {
   void ShowSongText();
   void SlideTo(Point point);
   void Click(MainControl control);
-  void UpdateVisual();
+  void UpdateVisual(uint32_t milliseconds);
 
   MainControl held_ = MainControl::kNone;  // what the mouse went down on
   bool inside_ = false;                    // and whether it is on it
@@ -57,6 +58,7 @@ class MainWindow final : public SkinWindow {
   std::wstring song_text_of_;  // what song_text_ is a picture of
   Bitmap song_text_;
   int scroll_ = 0;
+  Spectrum spectrum_;
   VisualState visual_;
 };
 

@@ -37,6 +37,7 @@ void PlayerApp::OpenWindows() {
   windows_.Add(&equalizer_);
   windows_.Add(&playlist_);
   player_ = std::make_unique<Player>(library_, main_.handle());
+  main_.SetVisualMode(VisualMode::kSpectrum);
   main_.MoveTo({100, 100});
   windows_.Stack();
   windows_.BringIntoView();
@@ -61,7 +62,7 @@ void PlayerApp::Loop() {
     MSG message;
     if (learning && !PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) {
       learning = player_->LearnNext();
-      playlist_.Tick();
+      Refresh();
       continue;
     }
     if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
@@ -113,7 +114,7 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM) {
       return true;
     case WM_TIMER:
       if (wparam != kTickTimer) return false;
-      main_.Tick();
+      main_.Tick(kTickMs);
       playlist_.Tick();
       UpdateTimer();
       return true;
