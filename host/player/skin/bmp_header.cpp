@@ -20,6 +20,10 @@ uint32_t LoadLittle32(const uint8_t* p) {
   return LoadLittle16(p) | LoadLittle16(p + 2) << 16;
 }
 
+int64_t LoadSigned32(const uint8_t* p) {
+  return static_cast<int32_t>(LoadLittle32(p));
+}
+
 bool SizesAreFine(int64_t width, int64_t height) {
   return width > 0 && height > 0 && width <= kLargestBitmapSide && height <= kLargestBitmapSide &&
          width * height <= kLargestBitmapPixels;
@@ -68,9 +72,8 @@ bool ReadBmpHeader(const uint8_t* data, size_t size, BmpHeader* header) {
   if (!old && (info_bytes < kInfoHeader || info_bytes > size - kFileHeader)) return false;
 
   BmpHeader read = {};
-  const int64_t width = old ? LoadLittle16(info + 4) : static_cast<int32_t>(LoadLittle32(info + 4));
-  const int64_t height =
-      old ? LoadLittle16(info + 6) : static_cast<int32_t>(LoadLittle32(info + 8));
+  const int64_t width = old ? int64_t{LoadLittle16(info + 4)} : LoadSigned32(info + 4);
+  const int64_t height = old ? int64_t{LoadLittle16(info + 6)} : LoadSigned32(info + 8);
   if (!SizesAreFine(width, height < 0 ? -height : height)) return false;
   read.width = static_cast<int>(width);
   read.height = static_cast<int>(height < 0 ? -height : height);
