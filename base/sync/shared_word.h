@@ -21,4 +21,21 @@ class SharedWord {
   uint32_t value_;
 };
 
+// The same for a pointer.
+template <class Pointer>
+class SharedPointer {
+ public:
+  constexpr SharedPointer(Pointer value = nullptr) noexcept : value_(value) {}
+  SharedPointer(const SharedPointer&) = delete;
+  SharedPointer& operator=(const SharedPointer&) = delete;
+  SharedPointer& operator=(Pointer value) noexcept {
+    __atomic_store_n(&value_, value, __ATOMIC_RELAXED);
+    return *this;
+  }
+  operator Pointer() const noexcept { return __atomic_load_n(&value_, __ATOMIC_RELAXED); }
+
+ private:
+  Pointer value_;
+};
+
 }  // namespace kelvo

@@ -1,8 +1,14 @@
 #include "base/windows/resources.h"
 
+#include "base/text/wide.h"
+
 namespace kelvo {
 
-const wchar_t* FindStringResource(HMODULE module, UINT id, size_t* length) noexcept {
+namespace {
+
+// A string as it is stored: `units` characters, perhaps the terminator among them. Null when the
+// module has none.
+const wchar_t* FindStored(HMODULE module, UINT id, size_t* units) noexcept {
   // Strings are stored in blocks of 16, each string a length and its characters.
   HRSRC found = FindResourceW(module, MAKEINTRESOURCEW((id >> 4) + 1), RT_STRING);
   if (!found) return nullptr;
@@ -12,18 +18,33 @@ const wchar_t* FindStringResource(HMODULE module, UINT id, size_t* length) noexc
   size_t left = SizeofResource(module, found) / sizeof(wchar_t);
   for (UINT skip = id & 15; skip > 0; --skip) {
     if (left == 0) return nullptr;
-    const size_t units = 1 + static_cast<size_t>(*text);
-    if (units > left) return nullptr;
-    text += units;
-    left -= units;
+    const size_t stored = 1 + static_cast<size_t>(*text);
+    if (stored > left) return nullptr;
+    text += stored;
+    left -= stored;
   }
   if (left == 0) return nullptr;
-  const size_t units = *text++;
-  if (units == 0 || units > left - 1 || text[units - 1] != 0) return nullptr;
+  *units = *text++;
+  return *units == 0 || *units > left - 1 ? nullptr : text;
+}
+
+}  // namespace
+
+const wchar_t* FindStringResource(HMODULE module, UINT id, size_t* length) noexcept {
+  size_t units = 0;
+  const wchar_t* text = FindStored(module, id, &units);
+  if (!text || text[units - 1] != 0) return nullptr;
   size_t end = 0;
   while (text[end] != 0) ++end;
   if (length) *length = end;
   return text;
+}
+
+size_t CopyStringResource(HMODULE module, UINT id, wchar_t* buffer, size_t capacity) noexcept {
+  size_t units = 0;
+  const wchar_t* text = FindStored(module, id, &units);
+  buffer[0] = 0;
+  return text ? CopyWide(buffer, capacity, text, units) : 0;
 }
 
 bool HasResource(HMODULE module, const wchar_t* name, const wchar_t* type) noexcept {

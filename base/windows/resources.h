@@ -11,6 +11,11 @@ namespace kelvo {
 // table is read directly. *length, which may be null, excludes the terminator.
 const wchar_t* FindStringResource(HMODULE module, UINT id, size_t* length) noexcept;
 
+// Copies a string resource, with or without terminator in its module, up to what fits (`capacity`
+// counts the terminator and is at least 1); always terminates. The number of characters copied, 0
+// when the module has no such string.
+size_t CopyStringResource(HMODULE module, UINT id, wchar_t* buffer, size_t capacity) noexcept;
+
 bool HasResource(HMODULE module, const wchar_t* name, const wchar_t* type) noexcept;
 
 }  // namespace kelvo

@@ -1,20 +1,9 @@
 #include "entry/language/localized.h"
 
-#include "base/text/wide.h"
 #include "base/windows/resources.h"
 #include "entry/language/modules.h"
 
 namespace kelvo {
-namespace {
-
-const wchar_t* FindLocalizedString(HMODULE module, UINT id, size_t* length) noexcept {
-  const wchar_t* text = nullptr;
-  if (LanguageModule()) text = FindStringResource(LanguageModule(), id, length);
-  return text ? text : FindStringResource(module, id, length);
-}
-
-}  // namespace
-
 HMODULE ModuleWithDialog(HMODULE module, const wchar_t* name) noexcept {
   const HMODULE language = LanguageModule();
   return language && HasResource(language, name, RT_DIALOG) ? language : module;
@@ -29,13 +18,16 @@ bool FormatLocalized(wchar_t* text, size_t capacity, UINT id,
 
 int LoadLocalizedString(HMODULE module, UINT id, wchar_t* buffer, int capacity) noexcept {
   if (capacity <= 0) return 0;
-  buffer[0] = 0;
-  const wchar_t* text = FindLocalizedString(module, id, nullptr);
-  return text ? static_cast<int>(CopyWide(buffer, static_cast<size_t>(capacity), text)) : 0;
+  const size_t room = static_cast<size_t>(capacity);
+  size_t copied = 0;
+  if (LanguageModule()) copied = CopyStringResource(LanguageModule(), id, buffer, room);
+  return static_cast<int>(copied > 0 ? copied : CopyStringResource(module, id, buffer, room));
 }
 
 const wchar_t* LoadLocalizedString(HMODULE module, UINT id) noexcept {
-  const wchar_t* text = FindLocalizedString(module, id, nullptr);
+  const wchar_t* text = nullptr;
+  if (LanguageModule()) text = FindStringResource(LanguageModule(), id, nullptr);
+  if (!text) text = FindStringResource(module, id, nullptr);
   return text ? text : L"";
 }
 

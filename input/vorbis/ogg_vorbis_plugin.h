@@ -53,7 +53,7 @@ class OggVorbisPlugin final : public OggVorbisInput {
   bool DrainOutput() noexcept;
   void Finish(bool drain) noexcept;
 
-  WindowHandle notify_window_ = nullptr;
+  SharedPointer<WindowHandle> notify_window_;  // the host sets it while a file may be ending
   VorbisStream* stream_ = nullptr;
   uint32_t total_frames_ = 0;
   uint32_t channels_ = 0;

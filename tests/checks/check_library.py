@@ -1,7 +1,9 @@
 """Checks the built Kelvo.dll and the objects it is made of: it exports GetFeature alone, needs only the
-system's DLLs and the platform's, and nothing but the list of feature objects runs code at load.
+system's DLLs and the platform's, and nothing but the list of feature objects runs code at load. The
+programs and DLLs around it need nothing of the compiler's either.
 
-usage: check_library.py OBJDUMP NM KELVO_DLL OBJECT-OR-ARCHIVE...
+usage: check_library.py OBJDUMP NM KELVO_DLL BESIDE_IT OBJECT-OR-ARCHIVE...
+BESIDE_IT: the programs and DLLs around it, with commas between them
 """
 import re
 import subprocess
@@ -13,6 +15,8 @@ ALLOWED_IMPORTS = {
     # the platform's, or their desktop stand-ins
     "atlce300.dll", "aygshell.dll", "coredll.dll",
 }
+# What the reference host and the stand-ins may need besides.
+ALLOWED_BESIDE_IT = ALLOWED_IMPORTS | {"comdlg32.dll", "shell32.dll", "winmm.dll"}
 # The file whose objects are constructed at load.
 FEATURE_OBJECTS = "feature_objects"
 
@@ -21,18 +25,25 @@ def output(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
+def foreign_imports(objdump_text, allowed):
+    return [name for name in re.findall(r"DLL Name: (\S+)", objdump_text)
+            if name.lower() not in allowed]
+
+
 def check_dll(objdump, dll):
     text = output(objdump, "-p", dll)
-    errors = []
+    errors = [f"needs {name}" for name in foreign_imports(text, ALLOWED_IMPORTS)]
     table = text.split("[Ordinal/Name Pointer] Table", 1)[-1].split("\n\n", 1)[0]
     exports = re.findall(r"\[\s*\d+\](?: \+base\[\s*\d+\])?\s+(?:[0-9a-f]+ )?(\S+)$", table,
                          re.MULTILINE)
     if exports != ["GetFeature"]:
         errors.append(f"exports {exports}, not GetFeature alone")
-    for name in re.findall(r"DLL Name: (\S+)", text):
-        if name.lower() not in ALLOWED_IMPORTS:
-            errors.append(f"needs {name}")
     return errors
+
+
+def check_beside_it(objdump, file):
+    text = output(objdump, "-p", file)
+    return [f"{file} needs {name}" for name in foreign_imports(text, ALLOWED_BESIDE_IT)]
 
 
 def check_initialisers(nm, files):
@@ -54,8 +65,10 @@ def check_initialisers(nm, files):
 
 
 def main():
-    objdump, nm, dll, *files = sys.argv[1:]
+    objdump, nm, dll, beside_it, *files = sys.argv[1:]
     errors = check_dll(objdump, dll) + check_initialisers(nm, files)
+    for file in beside_it.split(","):
+        errors += check_beside_it(objdump, file)
     for error in errors:
         print(error)
     print(f"{len(errors)} faults in the library")

@@ -66,6 +66,8 @@ TEST_F(LocalizedTest, FallsBackStringByString) {
     EXPECT_EQ(Utf8(LoadLocalizedString(own, 9999)), "");
     EXPECT_EQ(LoadLocalizedString(own, IDS_BUILT_IN_ONLY, text, 8), 7);
     EXPECT_EQ(Utf8(text), "Built i");
+    EXPECT_EQ(LoadLocalizedString(own, IDS_UNTERMINATED, text, 8), 7) << "a copy is terminated";
+    EXPECT_EQ(Utf8(text), translated ? "heb ddi" : "Termina");
     EXPECT_EQ(LoadLocalizedString(own, 9999, text, 8), 0);
     EXPECT_EQ(Utf8(text), "");
   }

@@ -1,0 +1,162 @@
+#!/usr/bin/env python3
+"""Looks at the drawn skin as a player does: check_skin.py FOLDER
+
+Pieces must fit where they are drawn, states must differ, and the two texts must say what they
+have to.
+"""
+import pathlib
+import re
+import struct
+import sys
+
+faults = []
+
+
+def expect(held, what):
+    if not held:
+        faults.append(what)
+
+
+class Sheet:
+    """A 24-bit bitmap; part() returns its rows of (red, green, blue)."""
+
+    def __init__(self, folder, name):
+        data = (folder / name).read_bytes()
+        offset, = struct.unpack_from("<I", data, 10)
+        self.width, self.height = struct.unpack_from("<ii", data, 18)
+        stride = (3 * self.width + 3) // 4 * 4
+        starts = [offset + stride * y for y in reversed(range(self.height))]
+        self.rows = [[data[at + 3 * x:at + 3 * x + 3][::-1] for x in range(self.width)]
+                     for at in starts]
+
+    def part(self, x, y, width, height):
+        assert x + width <= self.width and y + height <= self.height
+        return [row[x:x + width] for row in self.rows[y:y + height]]
+
+    def colours(self, x, y, width, height):
+        return {pixel for row in self.part(x, y, width, height) for pixel in row}
+
+
+def check_rest(main, sheets):
+    """The main window shows its controls at rest; they are the sheets' own pieces."""
+    pieces = [("titlebar", 27, 0, 275, 14, 0, 0), ("titlebar", 0, 0, 9, 9, 6, 3),
+              ("titlebar", 9, 0, 9, 9, 244, 3), ("titlebar", 0, 18, 9, 9, 254, 3),
+              ("titlebar", 18, 0, 9, 9, 264, 3), ("posbar", 0, 0, 248, 10, 16, 72),
+              ("volume", 0, 0, 68, 13, 107, 57), ("balance", 9, 0, 38, 13, 177, 57),
+              ("monoster", 0, 12, 29, 12, 239, 41), ("monoster", 29, 12, 27, 12, 212, 41),
+              ("cbuttons", 0, 0, 114, 18, 16, 88), ("cbuttons", 114, 0, 22, 16, 136, 89),
+              ("shufrep", 28, 0, 46, 15, 164, 89), ("shufrep", 0, 0, 28, 15, 210, 89),
+              ("shufrep", 0, 61, 46, 12, 219, 58)]
+    for name, x, y, width, height, at_x, at_y in pieces:
+        expect(sheets[name].part(x, y, width, height) == main.part(at_x, at_y, width, height),
+               f"{name} {x},{y} is not what main.bmp shows at {at_x},{at_y}")
+    equalizer = sheets["eqmain"]
+    for x, y, width, height, at_x, at_y in [
+            (0, 134, 275, 14, 0, 0), (10, 119, 26, 12, 14, 18), (36, 119, 32, 12, 40, 18),
+            (224, 164, 44, 12, 217, 18), (0, 116, 9, 9, 264, 3), (0, 294, 113, 19, 86, 17)
+    ] + [(13, 229, 14, 63, at_x, 38) for at_x in [21] + [78 + 18 * i for i in range(10)]]:
+        expect(equalizer.part(x, y, width, height) == equalizer.part(at_x, at_y, width, height),
+               f"eqmain {x},{y} is not what the window shows at {at_x},{at_y}")
+
+
+def check_displays(main, sheets):
+    """What is lit is drawn with its own background: behind it the glass must be the same."""
+    glass = sheets["text"].colours(150, 0, 5, 6)
+    expect(len(glass) == 1, "the space of text.bmp is not blank")
+    for x, y, width, height in [(111, 27, 154, 6), (111, 43, 15, 6), (156, 43, 10, 6),
+                                (26, 28, 9, 9), (24, 43, 76, 16), (36, 26, 9, 13)]:
+        expect(main.colours(x, y, width, height) == glass, f"main.bmp {x},{y} is not plain glass")
+    blank = sheets["numbers"].part(90, 0, 9, 13)
+    for x in (48, 60, 78, 90):
+        expect(main.part(x, 26, 9, 13) == blank, f"main.bmp has no blank numeral at {x},26")
+    expect(sheets["nums_ex"].part(0, 0, 99, 13) == sheets["numbers"].part(0, 0, 99, 13),
+           "nums_ex.bmp and numbers.bmp differ")
+
+
+def check_states(sheets):
+    """Places of one control in all its states: none may look like another."""
+    groups = [("text", [(5 * x, 6 * y, 5, 6)  # but the numeral 0 may be the letter O
+                        for y, first, last in ((0, 0, 28), (1, 1, 31), (2, 0, 5))
+                        for x in range(first, last)] + [(150, 0, 5, 6)]),
+              ("nums_ex", [(9 * i, 0, 9, 13) for i in range(12)]),
+              ("playpaus", [(9 * i, 0, 9, 9) for i in range(4)]),
+              ("playpaus", [(36, 0, 3, 9), (39, 0, 3, 9)]),
+              ("volume", [(0, 15 * i, 68, 13) for i in range(28)]),
+              ("volume", [(0, 422, 14, 11), (15, 422, 14, 11)]),
+              ("balance", [(9, 15 * i, 38, 13) for i in range(28)]),
+              ("balance", [(0, 422, 14, 11), (15, 422, 14, 11)]),
+              ("posbar", [(248, 0, 29, 10), (278, 0, 29, 10)]),
+              ("monoster", [(0, 0, 29, 12), (0, 12, 29, 12)]),
+              ("monoster", [(29, 0, 27, 12), (29, 12, 27, 12)]),
+              ("shufrep", [(0, y, 28, 15) for y in (0, 15, 30, 45)]),
+              ("shufrep", [(28, y, 47, 15) for y in (0, 15, 30, 45)]),
+              ("shufrep", [(x, y, 23, 12) for x in (0, 23, 46, 69) for y in (61, 73)]),
+              ("titlebar", [(27, y, 275, 14) for y in (0, 15)]),
+              ("titlebar", [(27, y, 275, 13) for y in (29, 42)]),
+              ("titlebar", [(0, 0, 9, 9), (0, 9, 9, 9), (9, 0, 9, 9), (9, 9, 9, 9), (18, 0, 9, 9),
+                            (18, 9, 9, 9), (0, 18, 9, 9), (9, 18, 9, 9)]),
+              ("eqmain", [(x, 119, 26, 12) for x in (10, 69, 128, 187)]),
+              ("eqmain", [(x, 119, 32, 12) for x in (36, 95, 154, 213)]),
+              ("eqmain", [(224, 164, 44, 12), (224, 176, 44, 12)]),
+              ("eqmain", [(0, 164, 11, 11), (0, 176, 11, 11)]),
+              ("eqmain", [(0, 116, 9, 9), (0, 125, 9, 9)]),
+              ("eqmain", [(0, 134, 275, 14), (0, 149, 275, 14)]),
+              ("eq_ex", [(0, 0, 275, 14), (0, 15, 275, 14)]),
+              ("pledit", [(0, 0, 25, 20), (0, 21, 25, 20)]),
+              ("pledit", [(26, 0, 100, 20), (26, 21, 100, 20)]),
+              ("pledit", [(153, 0, 25, 20), (153, 21, 25, 20)]),
+              ("pledit", [(52, 53, 8, 18), (61, 53, 8, 18)]),
+              ("cbuttons", [(114, 0, 22, 16), (114, 16, 22, 16)])]
+    groups += [("cbuttons", [(23 * i, y, 23 if i < 4 else 22, 18) for y in (0, 18)])
+               for i in range(5)]
+    # The two steps beside the middle may be one.
+    groups += [("eqmain", [(13 + 15 * i, y, 14, 63) for y in (164, 229) for i in range(14)
+                           if (i, y) != (0, 229)])]
+    for name, places in groups:
+        seen = {}
+        for place in places:
+            part = str(sheets[name].part(*place))
+            expect(part not in seen, f"{name} {place} looks like {seen.get(part)}")
+            seen[part] = place
+
+
+def check_tiles(sheet):
+    """Tiles are repeated: a column of a border tile has one colour, and so has a row of the others."""
+    for x, y, width in [(0, 42, 12), (31, 42, 20)]:
+        for column in range(x, x + width):
+            expect(len(sheet.colours(column, y, 1, 29)) == 1, f"pledit column {column} is no tile")
+    for x, y, height in [(127, 0, 20), (127, 21, 20), (179, 0, 38)]:
+        for row in range(y, y + height):
+            expect(len(sheet.colours(x, row, 25, 1)) == 1, f"pledit row {x},{row} is no tile")
+
+
+def check_texts(folder):
+    lines = (folder / "viscolor.txt").read_text(encoding="ascii").splitlines()
+    colours = [re.match(r"(\d+),(\d+),(\d+),", line) for line in lines]
+    expect(len(lines) == 24 and all(colours), "viscolor.txt is not 24 colours")
+    values = [tuple(int(part) for part in match.groups()) for match in colours if match]
+    expect(max(max(value) for value in values) < 256, "a colour of viscolor.txt is out of range")
+    for first, last in ((2, 17), (18, 22)):
+        brightness = [sum(value) for value in values[first:last + 1]]
+        expect(brightness == sorted(brightness, reverse=True), f"colours {first} to {last} rise")
+    entries = (folder / "pledit.txt").read_text(encoding="ascii").splitlines()
+    expect(entries[0] == "[Text]", "pledit.txt has no section")
+    for key in ("Normal", "Current", "NormalBG", "SelectedBG"):
+        expect(any(re.fullmatch(f"{key}=#[0-9A-F]{{6}}", entry) for entry in entries),
+               f"pledit.txt has no {key}")
+
+
+def main(folder):
+    folder = pathlib.Path(folder)
+    sheets = {path.stem: Sheet(folder, path.name) for path in folder.glob("*.bmp")}
+    check_rest(sheets["main"], sheets)
+    check_displays(sheets["main"], sheets)
+    check_states(sheets)
+    check_tiles(sheets["pledit"])
+    check_texts(folder)
+    if faults:
+        sys.exit("\n".join(faults))
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])
