@@ -25,7 +25,7 @@ int CatalogCommand(const Library& library, const Words& words);
 int PresetsCommand(const Library& library, const Words& words);
 // Skin files (skin_command.cpp).
 int SkinCommand(const Library& library, const Words& words);
-// Goes on where `play` was interrupted (last_played.cpp).
+// Goes on where `play` was interrupted (play_options.cpp).
 int ResumeCommand(const Library& library, const Words& words);
 
 }  // namespace velmora

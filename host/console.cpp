@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "host/utf8.h"
+
 namespace velmora {
 namespace {
 
@@ -15,10 +17,8 @@ void Write(DWORD which, const wchar_t* format, va_list arguments) {
   const HANDLE out = GetStdHandle(which);
   DWORD written;
   if (WriteConsoleW(out, text, count, &written, nullptr)) return;
-  std::string utf8(count * 3, '\0');
-  const int bytes = WideCharToMultiByte(CP_UTF8, 0, text, static_cast<int>(count), utf8.data(),
-                                        static_cast<int>(utf8.size()), nullptr, nullptr);
-  WriteFile(out, utf8.data(), static_cast<DWORD>(bytes), &written, nullptr);
+  const std::string utf8 = ToUtf8(std::wstring(text, count));
+  WriteFile(out, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr);
 }
 
 BOOL WINAPI OnControl(DWORD) {

@@ -2,10 +2,6 @@
 
 #include <kelvo/bookmarks.h>
 
-#include "host/command.h"
-#include "host/console.h"
-#include "host/play_command.h"
-
 namespace velmora {
 
 void StoreLastPlayed(const Library& library, const std::wstring& path, int position_ms,
@@ -19,23 +15,15 @@ void StoreLastPlayed(const Library& library, const std::wstring& path, int posit
   bookmarks->SetLastPlayed(full, position_ms / 1000, title);
 }
 
-int ResumeCommand(const Library& library, const Words& words) {
-  PlayOptions options;
-  if (!ParsePlayOptions(words, &options)) return 1;
+bool TakeLastPlayed(const Library& library, std::wstring* path, int* position_s) {
   auto* bookmarks = library.Get<kelvo::Bookmarks>(kelvo::kFeatureBookmarks);
-  wchar_t path[kelvo::kMaxText];
-  int32_t position_s = 0;
-  if (!options.files.empty() || !bookmarks) {
-    PrintError(L"usage: velmora resume [--wav OUT]\n");
-    return 1;
-  }
-  if (bookmarks->LoadBookmarks() == 0 || !bookmarks->TakeLastPlayed(path, &position_s)) {
-    PrintError(L"velmora: nothing was interrupted\n");
-    return 1;
-  }
-  options.files.push_back(path);
-  options.start_s = position_s;
-  return Play(library, options);
+  wchar_t text[kelvo::kMaxText] = L"";
+  int32_t seconds = 0;
+  if (!bookmarks || bookmarks->LoadBookmarks() == 0) return false;
+  if (!bookmarks->TakeLastPlayed(text, &seconds)) return false;
+  *path = text;
+  *position_s = seconds;
+  return true;
 }
 
 }  // namespace velmora

@@ -2,41 +2,35 @@
 
 #include <limits.h>
 
-#include <memory>
+#include <algorithm>
 
 #include "host/console.h"
-#include "host/effects_output.h"
-#include "host/file_reader.h"
-#include "host/input.h"
 #include "host/last_played.h"
 #include "host/notify_window.h"
-#include "host/wav_file_output.h"
-#include "host/wave_output.h"
+#include "host/player/playback.h"
 
 namespace velmora {
 namespace {
 
 enum class Outcome { kPlayed, kFailed, kInterrupted };
 
-void Describe(const Input& input, const std::wstring& path) {
-  wchar_t title[kelvo::kMaxText] = L"";
-  kelvo::MediaInfo info = {};
+void Describe(const Playback& playback) {
+  const kelvo::MediaInfo& info = playback.format();
   FileInfo file;
-  input.plugin().GetDisplayTitle(title);
-  input.plugin().GetMediaInfo(&info);
-  input.Ask(path, &file);
-  Print(L"%ls\n", title);
+  playback.input().Ask(playback.path(), &file);
+  Print(L"%ls\n", playback.title().c_str());
   if (file.album[0] != 0) Print(L"  album     %ls\n", file.album);
   if (info.genre[0] != 0) Print(L"  genre     %ls\n", info.genre);
-  Print(L"  length    %ls\n", MinutesSeconds(input.plugin().GetLengthMs()).text);
+  Print(L"  length    %ls\n", MinutesSeconds(static_cast<long>(playback.length_ms())).text);
   if (info.bit_rate != 0 || info.sample_rate != 0) {
-    Print(L"  bit rate  %u kbit/s, %ls\n", info.bit_rate, input.SampleRate(info).c_str());
+    Print(L"  bit rate  %u kbit/s, %ls\n", info.bit_rate,
+          playback.input().SampleRate(info).c_str());
   }
 }
 
 // Waits for the end message, showing the position.
-Outcome WaitForEnd(kelvo::InputPlugin& plugin, const NotifyWindow& window) {
-  const MinutesSeconds length(plugin.GetLengthMs());
+Outcome WaitForEnd(const Playback& playback, const NotifyWindow& window) {
+  const MinutesSeconds length(static_cast<long>(playback.length_ms()));
   for (;;) {
     const Wait wait = window.Wait(200);
     if (wait == Wait::kEndOfPlayback) {
@@ -47,51 +41,46 @@ Outcome WaitForEnd(kelvo::InputPlugin& plugin, const NotifyWindow& window) {
       Print(L"\n");
       return Outcome::kInterrupted;
     }
-    Print(L"\r  %ls / %ls ", MinutesSeconds(plugin.GetPositionMs(0, 0)).text, length.text);
+    const MinutesSeconds position(static_cast<long>(playback.position_ms()));
+    Print(L"\r  %ls / %ls ", position.text, length.text);
   }
 }
 
 // What to play, and from where.
-struct Track {
+struct TrackStart {
   std::wstring path;
   int start_s;
 };
 
-Outcome PlayFile(const Library& library, const Input& input, kelvo::AudioOutput* output,
-                 const Track& track) {
-  kelvo::InputPlugin& plugin = input.plugin();
-  const NotifyWindow window;
-  FileReader reader;
-  plugin.SetReader(&reader);
-  plugin.SetOutput(output);
-  Outcome outcome = Outcome::kFailed;
-  if (!plugin.Open(track.path.c_str(), 0)) {
-    PrintError(L"%ls: cannot be played\n", track.path.c_str());
-  } else {
-    // Not before: with a window the Windows Media plug-in asks about a name that it refuses.
-    input.SetWindow(window.handle());
-    Describe(input, track.path);
-    // The state tells a failed output apart from a file that has already ended.
-    if (plugin.Play() && (plugin.GetState() != kelvo::kStopped || window.EndIsWaiting())) {
-      // A position behind the end is refused: then it plays from the start.
-      if (track.start_s > 0) {
-        plugin.SeekMs(track.start_s > INT_MAX / 1000 ? INT_MAX : track.start_s * 1000);
-      }
-      outcome = WaitForEnd(plugin, window);
-      if (outcome == Outcome::kInterrupted) {
-        wchar_t title[kelvo::kMaxText] = L"";
-        plugin.GetDisplayTitle(title);
-        StoreLastPlayed(library, track.path, plugin.GetPositionMs(0, 0), title);
-      }
-    } else {
-      PrintError(L"%ls: the audio output cannot be opened\n", track.path.c_str());
-    }
-    plugin.Stop();
-    plugin.Close(0, 0);
+const wchar_t* Complaint(Playback::Start start) {
+  return start == Playback::Start::kNoOutput ? L"the audio output cannot be opened"
+                                             : L"cannot be played";
+}
+
+Outcome PlayFile(const Library& library, const TrackStart& track) {
+  const wchar_t* const path = track.path.c_str();
+  if (const wchar_t* missing = Input(library, track.path).Missing()) {
+    PrintError(L"%ls: Kelvo.dll does not offer %ls\n", path, missing);
+    return Outcome::kFailed;
   }
-  plugin.SetOutput(nullptr);
-  plugin.SetReader(nullptr);
-  input.SetWindow(nullptr);
+  const NotifyWindow window;
+  Playback playback(library, window.handle());
+  const uint32_t start_ms = static_cast<uint32_t>(std::min(track.start_s, INT_MAX / 1000)) * 1000;
+  const Playback::Start start = playback.Play(track.path, start_ms);
+  if (start != Playback::Start::kPlaying) {
+    PrintError(L"%ls: %ls\n", path, Complaint(start));
+    return Outcome::kFailed;
+  }
+  Describe(playback);
+  const Outcome outcome = WaitForEnd(playback, window);
+  if (outcome == Outcome::kInterrupted) {
+    StoreLastPlayed(library, track.path, static_cast<int>(playback.position_ms()),
+                    playback.title().c_str());
+  }
+  if (playback.output_failed()) {
+    PrintError(L"%ls: the audio output failed\n", path);
+    return Outcome::kFailed;
+  }
   return outcome;
 }
 
@@ -106,55 +95,25 @@ std::wstring Numbered(const std::wstring& path, size_t index) {
   return stem + L"-" + std::to_wstring(index + 1) + (has_point ? path.substr(point) : L"");
 }
 
-// For a plug-in with an output of its own: the desktop's stand-in for the device's sound functions
-// looks for these. An empty path is the sound device.
-void SendOwnOutputTo(const std::wstring& wav) {
-  if (wav.empty()) return;
+// The desktop's stand-in for the device's sound functions looks for these.
+void SendSoundTo(const std::wstring& wav) {
   SetEnvironmentVariableW(L"KELVO_AUDIO_SINK", wav.c_str());
   SetEnvironmentVariableW(L"KELVO_AUDIO_PACE", L"fast");
-}
-
-// `wav` is empty for the sound device.
-Outcome PlayInto(const Library& library, const Track& track, const std::wstring& wav,
-                 const SoundSettings& sound) {
-  const Input input(library, track.path);
-  if (const wchar_t* missing = input.Missing()) {
-    PrintError(L"%ls: Kelvo.dll does not offer %ls\n", track.path.c_str(), missing);
-    return Outcome::kFailed;
-  }
-  if (input.has_own_output()) {
-    SendOwnOutputTo(wav);
-    return PlayFile(library, input, nullptr, track);
-  }
-  std::unique_ptr<WaveOutput> device;
-  std::unique_ptr<WavFileOutput> file;
-  kelvo::AudioOutput* output;
-  if (wav.empty()) {
-    device = std::make_unique<WaveOutput>();
-    output = device.get();
-  } else {
-    file = std::make_unique<WavFileOutput>(wav);
-    output = file.get();
-  }
-  auto* effects = library.Get<kelvo::EffectsProcessor>(kelvo::kFeatureEffects);
-  if (!effects || !sound.changes_sound()) return PlayFile(library, input, output, track);
-  EffectsOutput through_effects(*output, *effects);
-  return PlayFile(library, input, &through_effects, track);
 }
 
 }  // namespace
 
 int Play(const Library& library, const PlayOptions& options) {
   if (auto* effects = library.Get<kelvo::EffectsProcessor>(kelvo::kFeatureEffects)) {
-    options.sound.Apply(*effects);
+    Apply(options.sound.state(), *effects);
   }
   const bool to_file = !options.wav_path.empty() || !WaveOutput::HasDevice();
   const std::wstring wav_path = options.wav_path.empty() ? L"played.wav" : options.wav_path;
   int result = 0;
   for (size_t i = 0; i < options.files.size(); ++i) {
     const std::wstring wav = to_file ? Numbered(wav_path, i) : L"";
-    const Track track = {options.files[i], i == 0 ? options.start_s : 0};
-    const Outcome outcome = PlayInto(library, track, wav, options.sound);
+    if (to_file) SendSoundTo(wav);
+    const Outcome outcome = PlayFile(library, {options.files[i], i == 0 ? options.start_s : 0});
     if (outcome == Outcome::kFailed) {
       result = 1;
       continue;

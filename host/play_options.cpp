@@ -1,5 +1,6 @@
 #include "host/command.h"
 #include "host/console.h"
+#include "host/last_played.h"
 #include "host/play_command.h"
 
 namespace velmora {
@@ -33,6 +34,22 @@ int PlayCommand(const Library& library, const Words& words) {
     PrintError(L"usage: velmora play [OPTIONS] FILE...\n");
     return 1;
   }
+  return Play(library, options);
+}
+
+int ResumeCommand(const Library& library, const Words& words) {
+  PlayOptions options;
+  if (!ParsePlayOptions(words, &options)) return 1;
+  if (!options.files.empty()) {
+    PrintError(L"usage: velmora resume [OPTIONS]\n");
+    return 1;
+  }
+  std::wstring path;
+  if (!TakeLastPlayed(library, &path, &options.start_s)) {
+    PrintError(L"velmora: nothing was interrupted\n");
+    return 1;
+  }
+  options.files.push_back(path);
   return Play(library, options);
 }
 

@@ -3,6 +3,7 @@
 
 #include "host/command.h"
 #include "host/console.h"
+#include "host/program_folder.h"
 
 namespace velmora {
 
@@ -16,13 +17,8 @@ int PresetsCommand(const Library& library, const Words& words) {
     PrintError(L"usage: velmora presets [DIR]\n");
     return 1;
   }
-  wchar_t folder[kelvo::kMaxText] = L"";
-  if (words.empty()) {  // beside this program
-    GetModuleFileNameW(nullptr, folder, kelvo::kMaxText);
-    if (wchar_t* name = wcsrchr(folder, L'\\')) *name = 0;
-  } else {
-    wcsncpy(folder, words[0].c_str(), kelvo::kMaxText - 1);
-  }
+  const std::wstring base = words.empty() ? ProgramFolder() : words[0];
+  const wchar_t* const folder = base.c_str();
   presets->ClearPresets();
   const int32_t count = presets->ListPresets(folder);
   for (int32_t i = 0; i < count; ++i) {

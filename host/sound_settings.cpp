@@ -1,17 +1,18 @@
 #include "host/sound_settings.h"
 
-#include <stdint.h>
 #include <stdio.h>
 #include <wchar.h>
 #include <windows.h>
 
+#include <algorithm>
+
+#include "host/program_folder.h"
+
 namespace velmora {
 namespace {
 
-constexpr long kLastSlider = 27;
-
 // Reads `count` numbers of 0 to `last`, with commas between them and nothing else.
-bool ReadNumbers(const std::wstring& text, int32_t* numbers, int count, long last) {
+bool ReadNumbers(const std::wstring& text, uint8_t* numbers, int count, uint8_t last) {
   const wchar_t* at = text.c_str();
   for (int i = 0; i < count; ++i) {
     if (i > 0 && *at++ != L',') return false;
@@ -19,7 +20,7 @@ bool ReadNumbers(const std::wstring& text, int32_t* numbers, int count, long las
     wchar_t* end;
     const long number = wcstol(at, &end, 10);
     if (number > last) return false;
-    numbers[i] = number;
+    numbers[i] = static_cast<uint8_t>(number);
     at = end;
   }
   return *at == 0;
@@ -28,17 +29,10 @@ bool ReadNumbers(const std::wstring& text, int32_t* numbers, int count, long las
 constexpr size_t kPresetBytes = 31;
 constexpr size_t kPresetSetting = 20;  // preamplifier, then the ten bands
 
-std::wstring FolderOfPresets() {
-  wchar_t program[MAX_PATH] = L"";
-  GetModuleFileNameW(nullptr, program, MAX_PATH);
-  const std::wstring path = program;
-  return path.substr(0, path.find_last_of(L'\\') + 1) + L"presets\\";
-}
-
 // A preset's path, or the name of one in the folder beside this program.
-bool ReadPresetFile(const std::wstring& path, int32_t* preamp, int32_t* bands) {
+bool ReadPresetFile(const std::wstring& path, EqualizerState* state) {
   FILE* file = _wfopen(path.c_str(), L"rb");
-  if (!file) file = _wfopen((FolderOfPresets() + path).c_str(), L"rb");
+  if (!file) file = _wfopen((ProgramFolder() + L"\\presets\\" + path).c_str(), L"rb");
   if (!file) return false;
   uint8_t bytes[kPresetBytes];
   const bool whole = fread(bytes, 1, kPresetBytes, file) == kPresetBytes;
@@ -47,8 +41,8 @@ bool ReadPresetFile(const std::wstring& path, int32_t* preamp, int32_t* bands) {
   for (size_t i = kPresetSetting; i < kPresetBytes; ++i) {
     if (bytes[i] > kLastSlider) return false;
   }
-  *preamp = bytes[kPresetSetting];
-  for (int i = 0; i < 10; ++i) bands[i] = bytes[kPresetSetting + 1 + i];
+  state->preamp = bytes[kPresetSetting];
+  std::copy_n(bytes + kPresetSetting + 1, kEqualizerBands, state->bands);
   return true;
 }
 
@@ -59,21 +53,15 @@ bool IsPresetName(const std::wstring& text) {
 }  // namespace
 
 bool SoundSettings::Take(const std::wstring& option, const std::wstring& value) {
-  if (option == L"--bass") return ReadNumbers(value, &bass_, 1, 4);
+  if (option == L"--bass") return ReadNumbers(value, &state_.bass, 1, kMaxBass);
   bool taken = false;
   if (option == L"--eq") {
-    taken = IsPresetName(value) ? ReadPresetFile(value, &preamp_, bands_)
-                                : ReadNumbers(value, bands_, 10, kLastSlider);
+    taken = IsPresetName(value) ? ReadPresetFile(value, &state_)
+                                : ReadNumbers(value, state_.bands, kEqualizerBands, kLastSlider);
   }
-  if (option == L"--preamp") taken = ReadNumbers(value, &preamp_, 1, kLastSlider);
-  equalizer_ = equalizer_ || taken;
+  if (option == L"--preamp") taken = ReadNumbers(value, &state_.preamp, 1, kLastSlider);
+  state_.on = state_.on || taken;
   return taken;
-}
-
-void SoundSettings::Apply(kelvo::EffectsProcessor& effects) const {
-  effects.EnableEqualizer(equalizer_);
-  if (equalizer_) effects.SetEqualizer(preamp_, bands_);
-  effects.SetBassMode(bass_);
 }
 
 }  // namespace velmora

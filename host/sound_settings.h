@@ -1,9 +1,9 @@
 // What the user wants the effects to do.
 #pragma once
 
-#include <kelvo/effects_processor.h>
-
 #include <string>
+
+#include "host/equalizer_state.h"
 
 namespace velmora {
 
@@ -14,16 +14,11 @@ class SoundSettings {
   // 4). False for other options, for values out of range and for presets that cannot be read.
   bool Take(const std::wstring& option, const std::wstring& value);
 
-  // The equalizer starts switched on, with an offset on every sample and a quarter of the level: it
-  // is switched off unless it was asked for.
-  void Apply(kelvo::EffectsProcessor& effects) const;
-  bool changes_sound() const { return equalizer_ || bass_ != 0; }
+  // Once anything was taken for it, the equalizer is on.
+  const EqualizerState& state() const { return state_; }
 
  private:
-  bool equalizer_ = false;
-  int32_t preamp_ = 13;
-  int32_t bands_[10] = {14, 14, 14, 14, 14, 14, 14, 14, 14, 14};
-  int32_t bass_ = 0;
+  EqualizerState state_;
 };
 
 }  // namespace velmora

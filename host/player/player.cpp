@@ -92,6 +92,11 @@ bool Player::PlayTrack(size_t index, uint32_t start_ms) {
   return false;
 }
 
+void Player::Choose(size_t index) {
+  order_.SetCurrent(index);
+  Changed();
+}
+
 void Player::TogglePause() {
   if (playback_.is_open()) playback_.TogglePause();
 }

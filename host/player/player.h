@@ -58,6 +58,7 @@ class Player {
   void Play();  // resumes when paused, restarts when playing, else plays the current or first track
   // Skips to the next playable track when it cannot be opened; false, and stopped, when none can.
   bool PlayTrack(size_t index, uint32_t start_ms = 0);
+  void Choose(size_t index);  // makes it the current one; what plays goes on
   void TogglePause();
   void Stop();
   // While stopped these only choose the track.

@@ -6,6 +6,7 @@
 #include <mmsystem.h>
 
 #include "pocketpc/coredll/sink.h"
+#include "pocketpc/coredll/volume.h"
 #include "pocketpc/coredll/winmm.h"
 
 using namespace kelvo;
@@ -21,14 +22,18 @@ UINT WINAPI waveOutGetNumDevs() {
 MMRESULT WINAPI waveOutOpen(HWAVEOUT* device, UINT id, const WAVEFORMATEX* format,
                             DWORD_PTR callback, DWORD_PTR context, DWORD flags) {
   if (!SinkWanted()) {
-    return CallWinmm(&Winmm::open, device, id, format, callback, context, flags);
+    const MMRESULT result = CallWinmm(&Winmm::open, device, id, format, callback, context, flags);
+    if (result == MMSYSERR_NOERROR && !(flags & WAVE_FORMAT_QUERY)) AddSystemDevice(*device);
+    return result;
   }
   return OpenSink(device, format, {flags & CALLBACK_TYPEMASK, callback, context}, flags);
 }
 
 MMRESULT WINAPI waveOutClose(HWAVEOUT device) {
-  FileDevice* const sink = FindSink(device);
-  return sink ? CloseSink(sink) : CallWinmm(&Winmm::close, device);
+  if (SinkDevice* const sink = FindSink(device)) return CloseSink(sink);
+  const MMRESULT result = CallWinmm(&Winmm::close, device);
+  if (result == MMSYSERR_NOERROR) RemoveSystemDevice(device);
+  return result;
 }
 
 MMRESULT WINAPI waveOutPrepareHeader(HWAVEOUT device, WAVEHDR* header, UINT bytes) {
@@ -47,43 +52,44 @@ MMRESULT WINAPI waveOutUnprepareHeader(HWAVEOUT device, WAVEHDR* header, UINT by
 }
 
 MMRESULT WINAPI waveOutWrite(HWAVEOUT device, WAVEHDR* header, UINT bytes) {
-  FileDevice* const sink = FindSink(device);
+  SinkDevice* const sink = FindSink(device);
   if (!sink) return CallWinmm(&Winmm::write, device, header, bytes);
   if (!header || bytes < sizeof(WAVEHDR)) return MMSYSERR_INVALPARAM;
   return sink->Write(header);
 }
 
 MMRESULT WINAPI waveOutPause(HWAVEOUT device) {
-  FileDevice* const sink = FindSink(device);
+  SinkDevice* const sink = FindSink(device);
   return sink ? sink->Pause() : CallWinmm(&Winmm::pause, device);
 }
 
 MMRESULT WINAPI waveOutRestart(HWAVEOUT device) {
-  FileDevice* const sink = FindSink(device);
+  SinkDevice* const sink = FindSink(device);
   return sink ? sink->Restart() : CallWinmm(&Winmm::restart, device);
 }
 
 MMRESULT WINAPI waveOutReset(HWAVEOUT device) {
-  FileDevice* const sink = FindSink(device);
+  SinkDevice* const sink = FindSink(device);
   return sink ? sink->Reset() : CallWinmm(&Winmm::reset, device);
 }
 
 MMRESULT WINAPI waveOutGetPosition(HWAVEOUT device, MMTIME* time, UINT bytes) {
-  FileDevice* const sink = FindSink(device);
+  SinkDevice* const sink = FindSink(device);
   if (!sink) return CallWinmm(&Winmm::get_position, device, time, bytes);
   if (!time || bytes < sizeof(MMTIME)) return MMSYSERR_INVALPARAM;
   return sink->GetPosition(time);
 }
 
-// A file has no volume.
-MMRESULT WINAPI waveOutGetVolume(HWAVEOUT device, DWORD* volume) {
-  if (!FindSink(device)) return CallWinmm(&Winmm::get_volume, device, volume);
-  return MMSYSERR_NOTSUPPORTED;
+// Whatever device or number is named: the volume is one for all that this process plays.
+MMRESULT WINAPI waveOutGetVolume(HWAVEOUT, DWORD* volume) {
+  if (!volume) return MMSYSERR_INVALPARAM;
+  *volume = GetVolume();
+  return MMSYSERR_NOERROR;
 }
 
-MMRESULT WINAPI waveOutSetVolume(HWAVEOUT device, DWORD volume) {
-  if (!FindSink(device)) return CallWinmm(&Winmm::set_volume, device, volume);
-  return MMSYSERR_NOTSUPPORTED;
+MMRESULT WINAPI waveOutSetVolume(HWAVEOUT, DWORD volume) {
+  SetVolume(volume);
+  return MMSYSERR_NOERROR;
 }
 
 }  // extern "C"

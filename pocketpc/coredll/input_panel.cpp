@@ -15,6 +15,8 @@ BOOL WINAPI SipShowIM(DWORD flag) {
 }
 
 // For tests: whether the panel is up.
-BOOL WINAPI KelvoInputPanelState() { return g_shown != 0; }
+BOOL WINAPI KelvoInputPanelState() {
+  return g_shown != 0;
+}
 
 }  // extern "C"

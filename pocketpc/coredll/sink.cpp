@@ -7,9 +7,10 @@ namespace {
 
 constexpr wchar_t kSinkVariable[] = L"KELVO_AUDIO_SINK";
 constexpr wchar_t kPaceVariable[] = L"KELVO_AUDIO_PACE";
+constexpr wchar_t kSilence[] = L"silence";
 
 Lock sinks_lock;  // guards the next three
-Array<FileDevice*> sinks;
+Array<SinkDevice*> sinks;
 wchar_t last_wanted[MAX_PATH] = L"";
 int32_t last_number = 0;
 
@@ -33,11 +34,11 @@ bool NextPath(wchar_t (&path)[MAX_PATH]) noexcept {
   return AppendWide(path, MAX_PATH, dot);
 }
 
-Pace WantedPace() noexcept {
-  wchar_t text[8];
-  const DWORD length = GetEnvironmentVariableW(kPaceVariable, text, 8);
-  const bool fast = length > 0 && length < 8 && CompareNoCase(text, L"fast") == 0;
-  return fast ? Pace::kFast : Pace::kRealTime;
+// Whether a variable is set to a word.
+bool Says(const wchar_t* variable, const wchar_t* word) noexcept {
+  wchar_t text[16];
+  const DWORD length = GetEnvironmentVariableW(variable, text, 16);
+  return length > 0 && length < 16 && CompareNoCase(text, word) == 0;
 }
 
 }  // namespace
@@ -58,24 +59,26 @@ MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient
 
   LockGuard guard(sinks_lock);
   wchar_t path[MAX_PATH];
-  if (!NextPath(path)) return MMSYSERR_ERROR;
+  const bool silence = Says(kSinkVariable, kSilence);
+  if (!silence && !NextPath(path)) return MMSYSERR_ERROR;
   if (!sinks.Reserve(sinks.size() + 1)) return MMSYSERR_NOMEM;
-  FileDevice* const opened = FileDevice::Open(path, *format, WantedPace(), client);
+  const Pace pace = Says(kPaceVariable, L"fast") ? Pace::kFast : Pace::kRealTime;
+  SinkDevice* const opened = SinkDevice::Open(silence ? nullptr : path, *format, pace, client);
   if (!opened) return MMSYSERR_ERROR;
   static_cast<void>(sinks.Append(opened));  // room is reserved
   *device = reinterpret_cast<HWAVEOUT>(opened);
   return MMSYSERR_NOERROR;
 }
 
-FileDevice* FindSink(HWAVEOUT handle) noexcept {
+SinkDevice* FindSink(HWAVEOUT handle) noexcept {
   LockGuard guard(sinks_lock);
-  for (FileDevice* sink : sinks) {
+  for (SinkDevice* sink : sinks) {
     if (reinterpret_cast<HWAVEOUT>(sink) == handle) return sink;
   }
   return nullptr;
 }
 
-MMRESULT CloseSink(FileDevice* device) noexcept {
+MMRESULT CloseSink(SinkDevice* device) noexcept {
   const MMRESULT result = device->Close();
   if (result != MMSYSERR_NOERROR) return result;
   LockGuard guard(sinks_lock);

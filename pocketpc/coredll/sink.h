@@ -4,11 +4,12 @@
 
 #include <mmsystem.h>
 
-#include "pocketpc/coredll/file_device.h"
+#include "pocketpc/coredll/sink_device.h"
 
 namespace kelvo {
 
-// The WAV file instead of the sound system, as the environment asks for it:
+// A WAV file or nothing instead of the sound system, as the environment asks for it:
+//   KELVO_AUDIO_SINK=silence   what is played is gone
 //   KELVO_AUDIO_SINK=FILE.wav  the first device that a process opens plays into FILE.wav, the
 //                              second into FILE-2.wav, and so on while the variable stays
 //   KELVO_AUDIO_PACE=fast      blocks are over at once instead of in real time
@@ -20,8 +21,8 @@ MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient
                   DWORD flags) noexcept;
 
 // The open sink device behind a handle, or null when the handle is the sound system's.
-FileDevice* FindSink(HWAVEOUT handle) noexcept;
+SinkDevice* FindSink(HWAVEOUT handle) noexcept;
 
-MMRESULT CloseSink(FileDevice* device) noexcept;
+MMRESULT CloseSink(SinkDevice* device) noexcept;
 
 }  // namespace kelvo

@@ -25,7 +25,6 @@ Winmm Load() noexcept {
   Find(module, "waveOutRestart", &winmm.restart);
   Find(module, "waveOutReset", &winmm.reset);
   Find(module, "waveOutGetPosition", &winmm.get_position);
-  Find(module, "waveOutGetVolume", &winmm.get_volume);
   Find(module, "waveOutSetVolume", &winmm.set_volume);
   return winmm;
 }

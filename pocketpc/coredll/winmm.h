@@ -19,7 +19,6 @@ struct Winmm {
   MMRESULT(WINAPI* restart)(HWAVEOUT);
   MMRESULT(WINAPI* reset)(HWAVEOUT);
   MMRESULT(WINAPI* get_position)(HWAVEOUT, MMTIME*, UINT);
-  MMRESULT(WINAPI* get_volume)(HWAVEOUT, DWORD*);
   MMRESULT(WINAPI* set_volume)(HWAVEOUT, DWORD);
 };
 

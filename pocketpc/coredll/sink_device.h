@@ -21,15 +21,16 @@ struct WaveClient {
   DWORD_PTR context;
 };
 
-// A sound device that plays into a WAV file: takes headers in order, completes each when its time
-// is over (or at once), and only then are its samples in the file. So what a reset drops is not
-// there, as nobody would have heard it. Operations have the results of the waveOut function of
-// their name; they may come from several threads, but none after Close.
-class FileDevice {
+// A sound device that plays into a WAV file, or nowhere: takes headers in order, completes each
+// when its time is over (or at once), and only then are its samples in the file. So what a reset
+// drops is not there, as nobody would have heard it. When the file cannot be written, later headers
+// are refused. Operations have the results of the waveOut function of their name; they may come
+// from several threads, but none after Close.
+class SinkDevice {
  public:
   // `format` is PCM with non-zero rate and alignment. Null when the file or the thread cannot be
-  // made.
-  static FileDevice* Open(const wchar_t* path, const WAVEFORMATEX& format, Pace pace,
+  // made. A null path is nowhere.
+  static SinkDevice* Open(const wchar_t* path, const WAVEFORMATEX& format, Pace pace,
                           const WaveClient& client) noexcept;
   // Destroys the device on success. Not to be called from the device's own callback.
   MMRESULT Close() noexcept;
@@ -46,14 +47,18 @@ class FileDevice {
   template <class T, class... Args>
   friend T* HeapNew(Args&&... args) noexcept;
 
-  FileDevice(const WAVEFORMATEX& format, Pace pace, const WaveClient& client) noexcept
+  SinkDevice(const WAVEFORMATEX& format, Pace pace, const WaveClient& client) noexcept
       : format_(format), pace_(pace), client_(client) {}
-  ~FileDevice() = default;
+  ~SinkDevice() = default;
 
   void Run() noexcept;
-  // Microseconds until the first header is over; below 0 when it is. Lock held.
+  // How much of the first header has been played, and what is left of it; below 0 when it is over.
+  // Lock held.
+  int64_t PlayedMicroseconds() const noexcept;
   int64_t RemainingMicroseconds() const noexcept;
-  WAVEHDR* CompleteFirst() noexcept;  // lock held
+  uint64_t PlayedBytes() const noexcept;  // lock held
+  WAVEHDR* CompleteFirst() noexcept;      // lock held
+  bool Record(const WAVEHDR& header) noexcept;
   int64_t DurationMicroseconds(const WAVEHDR& header) const noexcept;
   void Tell(UINT message, WAVEHDR* header) noexcept;
 
@@ -64,9 +69,12 @@ class FileDevice {
   UniqueObject ended_;  // the device's thread is through with this object
 
   Lock lock_;  // guards the rest
+  bool has_file_ = false;
+  bool failed_ = false;  // the file
   WavFile file_;
-  Array<WAVEHDR*> queue_;    // borrowed from the client, first to play first
-  int64_t first_start_ = 0;  // microseconds of the clock, when the first header began
+  Array<WAVEHDR*> queue_;     // borrowed from the client, first to play first
+  int64_t first_start_ = 0;   // microseconds of the clock, when the first header began
+  int64_t paused_after_ = 0;  // what was played of it when the pause began
   uint64_t played_bytes_ = 0;
   bool paused_ = false;
   bool closing_ = false;

@@ -1,8 +1,9 @@
-#include "pocketpc/coredll/file_device.h"
+#include "pocketpc/coredll/sink_device.h"
 
 #include <string.h>
 
 #include "base/memory/heap.h"
+#include "pocketpc/coredll/volume.h"
 #include "pocketpc/support/module_thread.h"
 
 namespace kelvo {
@@ -20,22 +21,24 @@ int64_t ClockMicroseconds() noexcept {
 
 }  // namespace
 
-FileDevice* FileDevice::Open(const wchar_t* path, const WAVEFORMATEX& format, Pace pace,
+SinkDevice* SinkDevice::Open(const wchar_t* path, const WAVEFORMATEX& format, Pace pace,
                              const WaveClient& client) noexcept {
-  HeapPtr<FileDevice> device(HeapNew<FileDevice>(format, pace, client));
+  HeapPtr<SinkDevice> device(HeapNew<SinkDevice>(format, pace, client));
   if (!device) return nullptr;
   device->wake_.Reset(CreateEventW(nullptr, FALSE, FALSE, nullptr));
   device->ended_.Reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
   uint8_t header[16];
   memcpy(header, &format, sizeof(header));
-  if (!device->wake_ || !device->ended_ || !device->file_.Create(path, header)) return nullptr;
-  const auto run = [](void* context) { static_cast<FileDevice*>(context)->Run(); };
+  device->has_file_ = path != nullptr;
+  if (!device->wake_ || !device->ended_) return nullptr;
+  if (path && !device->file_.Create(path, header)) return nullptr;
+  const auto run = [](void* context) { static_cast<SinkDevice*>(context)->Run(); };
   if (!StartModuleThread(run, device.get())) return nullptr;
   device->Tell(WOM_OPEN, nullptr);
   return device.Release();
 }
 
-MMRESULT FileDevice::Close() noexcept {
+MMRESULT SinkDevice::Close() noexcept {
   {
     LockGuard guard(lock_);
     if (!queue_.empty()) return WAVERR_STILLPLAYING;
@@ -48,33 +51,37 @@ MMRESULT FileDevice::Close() noexcept {
   return MMSYSERR_NOERROR;
 }
 
-MMRESULT FileDevice::Write(WAVEHDR* header) noexcept {
+MMRESULT SinkDevice::Write(WAVEHDR* header) noexcept {
   LockGuard guard(lock_);
   if (!(header->dwFlags & WHDR_PREPARED)) return WAVERR_UNPREPARED;
   if (header->dwFlags & WHDR_INQUEUE) return WAVERR_STILLPLAYING;
+  if (failed_) return MMSYSERR_ERROR;
   if (!queue_.Append(header)) return MMSYSERR_NOMEM;
   header->dwFlags = (header->dwFlags & ~WHDR_DONE) | WHDR_INQUEUE;
-  if (queue_.size() == 1) first_start_ = ClockMicroseconds();
+  if (queue_.size() == 1) {
+    first_start_ = ClockMicroseconds();
+    paused_after_ = 0;
+  }
   SetEvent(wake_.get());
   return MMSYSERR_NOERROR;
 }
 
-MMRESULT FileDevice::Pause() noexcept {
+MMRESULT SinkDevice::Pause() noexcept {
   LockGuard guard(lock_);
+  if (!paused_) paused_after_ = PlayedMicroseconds();
   paused_ = true;
   return MMSYSERR_NOERROR;
 }
 
-// The interrupted block begins anew: nothing of it is in the file yet.
-MMRESULT FileDevice::Restart() noexcept {
+MMRESULT SinkDevice::Restart() noexcept {
   LockGuard guard(lock_);
+  if (paused_) first_start_ = ClockMicroseconds() - paused_after_;
   paused_ = false;
-  first_start_ = ClockMicroseconds();
   SetEvent(wake_.get());
   return MMSYSERR_NOERROR;
 }
 
-MMRESULT FileDevice::Reset() noexcept {
+MMRESULT SinkDevice::Reset() noexcept {
   Array<WAVEHDR*> dropped;
   {
     LockGuard guard(lock_);
@@ -89,23 +96,24 @@ MMRESULT FileDevice::Reset() noexcept {
   return MMSYSERR_NOERROR;
 }
 
-MMRESULT FileDevice::GetPosition(MMTIME* time) noexcept {
+MMRESULT SinkDevice::GetPosition(MMTIME* time) noexcept {
   LockGuard guard(lock_);
+  const uint64_t bytes = PlayedBytes();
   switch (time->wType) {
     case TIME_MS:
-      time->u.ms = static_cast<DWORD>(played_bytes_ * 1000 / format_.nAvgBytesPerSec);
+      time->u.ms = static_cast<DWORD>(bytes * 1000 / format_.nAvgBytesPerSec);
       break;
     case TIME_SAMPLES:
-      time->u.sample = static_cast<DWORD>(played_bytes_ / format_.nBlockAlign);
+      time->u.sample = static_cast<DWORD>(bytes / format_.nBlockAlign);
       break;
     default:
       time->wType = TIME_BYTES;
-      time->u.cb = static_cast<DWORD>(played_bytes_);
+      time->u.cb = static_cast<DWORD>(bytes);
   }
   return MMSYSERR_NOERROR;
 }
 
-void FileDevice::Run() noexcept {
+void SinkDevice::Run() noexcept {
   for (;;) {
     DWORD wait_ms = INFINITE;
     WAVEHDR* done = nullptr;
@@ -127,28 +135,61 @@ void FileDevice::Run() noexcept {
   SetEvent(ended_.get());
 }
 
-int64_t FileDevice::RemainingMicroseconds() const noexcept {
+int64_t SinkDevice::PlayedMicroseconds() const noexcept {
+  if (queue_.empty() || pace_ == Pace::kFast) return 0;
+  return paused_ ? paused_after_ : ClockMicroseconds() - first_start_;
+}
+
+int64_t SinkDevice::RemainingMicroseconds() const noexcept {
   if (pace_ == Pace::kFast) return 0;
-  return first_start_ + DurationMicroseconds(*queue_[0]) - ClockMicroseconds();
+  return DurationMicroseconds(*queue_[0]) - PlayedMicroseconds();
+}
+
+uint64_t SinkDevice::PlayedBytes() const noexcept {
+  if (queue_.empty()) return played_bytes_;
+  const uint64_t bytes =
+      static_cast<uint64_t>(PlayedMicroseconds()) * format_.nAvgBytesPerSec / 1000000;
+  const uint64_t limit = queue_[0]->dwBufferLength;
+  return played_bytes_ + (bytes < limit ? bytes : limit);
 }
 
 // The next header begins where this one ends, however late its end was noticed.
-WAVEHDR* FileDevice::CompleteFirst() noexcept {
+WAVEHDR* SinkDevice::CompleteFirst() noexcept {
   WAVEHDR* const header = queue_[0];
   queue_.RemoveAt(0);
   first_start_ += DurationMicroseconds(*header);
   played_bytes_ += header->dwBufferLength;
-  // A full disk does not stop the music.
-  static_cast<void>(file_.Append(header->lpData, header->dwBufferLength));
+  if (has_file_ && !Record(*header)) failed_ = true;
   header->dwFlags = (header->dwFlags & ~WHDR_INQUEUE) | WHDR_DONE;
   return header;
 }
 
-int64_t FileDevice::DurationMicroseconds(const WAVEHDR& header) const noexcept {
+// As loud as it would be heard; untouched at full volume.
+bool SinkDevice::Record(const WAVEHDR& header) noexcept {
+  const DWORD volume = GetVolume();
+  if (volume == kFullVolume || format_.wBitsPerSample != 16) {
+    return file_.Append(header.lpData, header.dwBufferLength);
+  }
+  constexpr uint32_t kBlockSamples = 2048;
+  int16_t block[kBlockSamples];
+  const auto* samples = reinterpret_cast<const int16_t*>(header.lpData);
+  for (uint32_t left = header.dwBufferLength / 2; left > 0;) {
+    const uint32_t count = left < kBlockSamples ? left : kBlockSamples;
+    for (uint32_t i = 0; i < count; ++i) {
+      block[i] = AtVolume(samples[i], volume, format_.nChannels == 2 && i % 2 == 1);
+    }
+    if (!file_.Append(block, count * 2)) return false;
+    samples += count;
+    left -= count;
+  }
+  return true;
+}
+
+int64_t SinkDevice::DurationMicroseconds(const WAVEHDR& header) const noexcept {
   return static_cast<int64_t>(header.dwBufferLength) * 1000000 / format_.nAvgBytesPerSec;
 }
 
-void FileDevice::Tell(UINT message, WAVEHDR* header) noexcept {
+void SinkDevice::Tell(UINT message, WAVEHDR* header) noexcept {
   const auto device = reinterpret_cast<HWAVEOUT>(this);
   const auto parameter = reinterpret_cast<DWORD_PTR>(header);
   switch (client_.kind) {

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <windows.h>
+
+#include "host/library.h"
+#include "host/player/player.h"
+
+namespace kelvo {
+class Bookmarks;
+}
+
+namespace velmora {
+
+// Bookmarks, and the place to resume at, for a player. The library's list is loaded with the
+// object.
+class BookmarkLink {
+ public:
+  BookmarkLink(const Library& library, Player& player);  // both outlive this
+
+  // Adds the place that plays; false when nothing plays.
+  bool AddCurrent();
+  // The window; `parent` receives kMessagePlayBookmark, also while it is open.
+  void Show(HWND parent);
+  // kMessagePlayBookmark with its parameters: plays the bookmark alone, or appends its file.
+  void OnPlayBookmark(WPARAM command, LPARAM index);
+
+  // At the end of the program: where a track plays or rests.
+  void KeepPlace();
+  // At its start: plays on there; false when nothing was kept.
+  bool ResumePlace();
+
+ private:
+  const Library& library_;
+  Player& player_;
+  kelvo::Bookmarks* const bookmarks_;
+};
+
+}  // namespace velmora
