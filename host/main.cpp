@@ -12,7 +12,9 @@
 namespace {
 
 constexpr wchar_t kUsage[] =
-    L"usage: velmora [FILE...]                   open the player, with files or folders to play\n"
+    L"usage: velmora [FILE...]                  open the player, with files or folders to play\n"
+    L"       velmora player [--device DIR] [FILE...]\n"
+    L"                                          the same, with the catalog's folder\n"
     L"       velmora play [OPTIONS] FILE...     play files (.ogg, .wma)\n"
     L"         --wav OUT          to a WAV file\n"
     L"         --eq NAME.eqf      a preset, by its path or from the folder presets\n"
@@ -42,12 +44,6 @@ bool Exists(const std::wstring& path) {
   return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-// Started by a click, a console program gets a console of its own, which the player does not need.
-void LeaveOwnConsole() {
-  DWORD processes[2];
-  if (GetConsoleProcessList(processes, 2) == 1) FreeConsole();
-}
-
 constexpr struct {
   const wchar_t* name;
   velmora::Command run;
@@ -56,6 +52,7 @@ constexpr struct {
     {L"info", velmora::InfoCommand},       {L"bookmarks", velmora::BookmarksCommand},
     {L"catalog", velmora::CatalogCommand}, {L"presets", velmora::PresetsCommand},
     {L"skin", velmora::SkinCommand},       {L"version", VersionCommand},
+    {L"player", velmora::PlayerCommand},
 };
 
 }  // namespace
@@ -81,10 +78,7 @@ int main() {
       return known.run(library, velmora::Words(all.begin() + 1, all.end()));
     }
   }
-  if (all.empty() || Exists(command)) {
-    LeaveOwnConsole();
-    return velmora::PlayerCommand(library, all);
-  }
+  if (all.empty() || Exists(command)) return velmora::PlayerCommand(library, all);
   velmora::PrintError(L"%ls", kUsage);
   return 1;
 }

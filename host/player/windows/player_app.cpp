@@ -6,6 +6,7 @@
 #include "host/player/windows/file_dialogs.h"
 #include "host/player/windows/shortcuts.h"
 #include "host/player/windows/skin_source.h"
+#include "host/program_folder.h"
 
 namespace velmora {
 namespace {
@@ -20,37 +21,25 @@ std::wstring FromAnsi(const std::string& text) {
 
 }  // namespace
 
-PlayerApp::PlayerApp(const Library& library)
-    : library_(library), default_skin_(DefaultSkin(library)) {
+PlayerApp::PlayerApp(const Library& library, const PlayerOptions& options)
+    : library_(library),
+      options_(options),
+      presets_(library, ProgramFolder()),
+      default_skin_(DefaultSkin(library)) {
   UseSkin(L"");
 }
 
 PlayerApp::~PlayerApp() {
+  catalog_.reset();
+  bookmarks_.reset();
   player_.reset();  // it sends messages to the windows
 }
 
-void PlayerApp::OpenWindows() {
-  main_.Create();
-  equalizer_.Create(main_.handle());
-  playlist_.Create(main_.handle());
-  windows_.Add(&main_);
-  windows_.Add(&equalizer_);
-  windows_.Add(&playlist_);
-  player_ = std::make_unique<Player>(library_, main_.handle());
-  main_.SetVisualMode(VisualMode::kSpectrum);
-  main_.MoveTo({100, 100});
-  windows_.Stack();
-  windows_.BringIntoView();
-  equalizer_.Show(true);
-  playlist_.Show(true);
-  main_.Show(true);
-  SetForegroundWindow(main_.handle());
-}
-
-int PlayerApp::Run(const std::vector<std::wstring>& files) {
+int PlayerApp::Run() {
   OpenWindows();
-  if (!files.empty()) Open(files, true);
+  Start();
   Loop();
+  Keep();
   player_->Stop();
   return 0;
 }
@@ -107,7 +96,7 @@ void PlayerApp::UpdateTimer() {
   }
 }
 
-bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM) {
+bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_COMMAND:
       Do(LOWORD(wparam));
@@ -118,13 +107,17 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM) {
       playlist_.Tick();
       UpdateTimer();
       return true;
-    case kelvo::kMessageEndOfPlayback:
-      player_->OnEndOfPlayback();
-      Refresh();
-      return true;
-    default:
-      return false;
+    case kelvo::kMessageEndOfPlayback: player_->OnEndOfPlayback(); break;
+    case kelvo::kMessagePlayBookmark: bookmarks_->OnPlayBookmark(wparam, lparam); break;
+    case kelvo::kMessageCatalogPlay: catalog_->OnPlay(); break;
+    case kelvo::kMessageCatalogPlayed: break;  // nothing is left to do
+    case WM_ENDSESSION:
+      if (wparam) Keep();
+      break;
+    default: return false;
   }
+  Refresh();
+  return true;
 }
 
 void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {

@@ -4,10 +4,15 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "host/player/bookmark_link.h"
+#include "host/player/catalog_link.h"
 #include "host/player/player.h"
+#include "host/player/preset_bank.h"
+#include "host/player/session.h"
 #include "host/player/views/playlist_layout.h"
 #include "host/player/windows/commands.h"
 #include "host/player/windows/equalizer_window.h"
@@ -18,16 +23,21 @@
 
 namespace velmora {
 
+struct PlayerOptions {
+  std::vector<std::wstring> files;  // to play; none: what played last goes on
+  std::wstring device;              // the folder that the catalog looks through
+  std::wstring session;             // the file that keeps what the user has set
+};
+
 class PlayerApp {
  public:
-  explicit PlayerApp(const Library& library);
+  PlayerApp(const Library& library, const PlayerOptions& options);
   ~PlayerApp();
   PlayerApp(const PlayerApp&) = delete;
   PlayerApp& operator=(const PlayerApp&) = delete;
 
-  // Opens the windows, plays the files, if any, and returns when the user leaves: the program's
-  // exit code.
-  int Run(const std::vector<std::wstring>& files);
+  // Opens the windows and returns when the user leaves: the program's exit code.
+  int Run();
 
   // For the windows.
   Player& player() { return *player_; }
@@ -59,10 +69,15 @@ class PlayerApp {
 
  private:
   void OpenWindows();
+  void RestoreWindows(const Session& session);
+  void KeepWindows(Session* session) const;
+  void Start();
+  void Keep();
   void Loop();
   bool DoTransport(int command);
   bool DoList(int command);
   bool DoSound(int command);
+  bool DoFeatures(int command);
   bool DoView(int command);
   bool DoRange(int command);
   void Open(const std::vector<std::wstring>& paths, bool replace);
@@ -72,8 +87,11 @@ class PlayerApp {
   void Toggle(SkinWindow& window);
   void About();
   void UpdateTimer();
+  void DeletePreset(size_t index);
 
   const Library& library_;
+  const PlayerOptions options_;
+  PresetBank presets_;
   Skin default_skin_;
   Skin skin_;
   std::wstring skin_path_;  // empty: the default
@@ -85,7 +103,9 @@ class PlayerApp {
   MainWindow main_{*this};
   EqualizerWindow equalizer_{*this};
   PlaylistWindow playlist_{*this};
-  std::unique_ptr<Player> player_;
+  std::optional<Player> player_;
+  std::optional<BookmarkLink> bookmarks_;
+  std::optional<CatalogLink> catalog_;
 };
 
 }  // namespace velmora

@@ -1,6 +1,7 @@
 // What the commands do.
 #include <algorithm>
 
+#include "host/player/language_setting.h"
 #include "host/player/windows/file_dialogs.h"
 #include "host/player/windows/player_app.h"
 #include "host/player/windows/skin_source.h"
@@ -14,8 +15,8 @@ constexpr int kVolumeStep = 4;
 }  // namespace
 
 void PlayerApp::Do(int command) {
-  DoTransport(command) || DoList(command) || DoSound(command) || DoView(command) ||
-      DoRange(command);
+  DoTransport(command) || DoList(command) || DoSound(command) || DoFeatures(command) ||
+      DoView(command) || DoRange(command);
   if (!leaving_) Refresh();
 }
 
@@ -115,6 +116,32 @@ bool PlayerApp::DoSound(int command) {
     case kCommandBassNext:
       Do(kCommandBass + (sound.bass + 1) % (kMaxBass + 1));
       return true;
+    case kCommandPresetSave:
+      presets_.Save(sound, main_.handle());
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool PlayerApp::DoFeatures(int command) {
+  switch (command) {
+    case kCommandCatalog:
+      if (catalog_->available()) {
+        catalog_->Show(GetModuleHandleW(nullptr), main_.handle());
+      } else {
+        ShowHint(L"NO CATALOG: NO DRIVE FOR ITS FOLDER");
+      }
+      return true;
+    case kCommandBookmarks:
+      bookmarks_->Show(main_.handle());
+      return true;
+    case kCommandBookmarkAdd:
+      ShowHint(bookmarks_->AddCurrent() ? L"BOOKMARK ADDED" : L"NOTHING PLAYS");
+      return true;
+    case kCommandAbout:
+      About();
+      return true;
     default:
       return false;
   }
@@ -188,7 +215,33 @@ bool PlayerApp::DoRange(int command) {
     if (place > 0 && static_cast<size_t>(place) <= skins.size()) UseSkin(skins[place - 1]);
     return true;
   }
+  if (InRange(command, kCommandLanguage, kCommandSkin, &place)) {
+    const std::vector<LANGID> languages = FindLanguages();
+    if (static_cast<size_t>(place) < languages.size()) ChooseLanguage(library_, languages[place]);
+    return true;
+  }
+  if (InRange(command, kCommandPresetLoad, kCommandPresetDelete, &place)) {
+    EqualizerState sound = player_->equalizer();
+    if (!presets_.Load(static_cast<size_t>(place), &sound)) return true;
+    sound.on = true;  // to be heard
+    player_->SetEqualizer(sound);
+    return true;
+  }
+  if (InRange(command, kCommandPresetDelete, kCommandRangeEnd, &place)) {
+    DeletePreset(static_cast<size_t>(place));
+    return true;
+  }
   return false;
+}
+
+void PlayerApp::DeletePreset(size_t index) {
+  const std::vector<std::wstring> names = presets_.List();
+  if (index >= names.size()) return;
+  const std::wstring question = L"Delete the preset \"" + names[index] + L"\"?";
+  if (MessageBoxW(main_.handle(), question.c_str(), L"Presets", MB_YESNO | MB_ICONQUESTION) ==
+      IDYES) {
+    presets_.Delete(index);
+  }
 }
 
 void PlayerApp::SeekBy(int seconds) {

@@ -1,4 +1,7 @@
 // The player's menus.
+#include <stdio.h>
+
+#include "host/player/language_setting.h"
 #include "host/player/windows/menu.h"
 #include "host/player/windows/player_app.h"
 #include "host/player/windows/skin_source.h"
@@ -35,6 +38,44 @@ Menu BassMenu(int strength) {
   return menu;
 }
 
+std::wstring LanguageName(LANGID language) {
+  wchar_t name[128];
+  if (GetLocaleInfoW(MAKELCID(language, SORT_DEFAULT), LOCALE_SLANGUAGE, name, 128) > 0) {
+    return name;
+  }
+  swprintf(name, 128, L"%04X", language);
+  return name;
+}
+
+Menu LanguageMenu() {
+  Menu menu;
+  const LANGID chosen = ChosenLanguage();
+  const std::vector<LANGID> languages = FindLanguages();
+  for (size_t i = 0; i < languages.size() && i < kCommandSkin - kCommandLanguage; ++i) {
+    menu.Item(LanguageName(languages[i]), kCommandLanguage + static_cast<int>(i),
+              languages[i] == chosen);
+  }
+  return menu;
+}
+
+Menu NamesMenu(const std::vector<std::wstring>& names, UserCommand first) {
+  Menu menu;
+  for (size_t i = 0; i < names.size(); ++i) {
+    menu.Item(AsMenuText(names[i]), first + static_cast<int>(i));
+  }
+  if (names.empty()) menu.Item(L"(none)", kCommandNone, false, false);
+  return menu;
+}
+
+Menu PresetMenu(PresetBank& presets) {
+  const std::vector<std::wstring> names = presets.List();
+  Menu menu;
+  menu.Submenu(L"Load", NamesMenu(names, kCommandPresetLoad))
+      .Item(L"Save...", kCommandPresetSave)
+      .Submenu(L"Delete", NamesMenu(names, kCommandPresetDelete));
+  return menu;
+}
+
 Menu VisualMenu(VisualMode mode) {
   Menu menu;
   menu.Item(L"Spectrum", kCommandVisualSpectrum, mode == VisualMode::kSpectrum);
@@ -50,12 +91,18 @@ void PlayerApp::ShowMenu(Point at) {
   menu.Item(L"Open files...\tL", kCommandOpenFiles)
       .Item(L"Open folder...\tShift+L", kCommandOpenFolder)
       .Separator()
+      .Item(L"Catalog...\tAlt+C", kCommandCatalog)
+      .Item(L"Add bookmark\tCtrl+B", kCommandBookmarkAdd)
+      .Item(L"Bookmarks...\tAlt+B", kCommandBookmarks)
+      .Separator()
       .Item(L"Equalizer\tAlt+E", kCommandEqualizerWindow, equalizer_open())
       .Item(L"Playlist\tAlt+P", kCommandPlaylistWindow, playlist_open())
+      .Submenu(L"Presets", PresetMenu(presets_))
       .Submenu(L"Bass", BassMenu(player_->equalizer().bass))
       .Separator()
       .Submenu(L"Skins", SkinMenu(skin_path_))
       .Submenu(L"Visualisation", VisualMenu(main_.visual_mode()))
+      .Submenu(L"Language", LanguageMenu())
       .Item(L"Remaining time\tCtrl+T", kCommandTimeMode, main_.remaining_time())
       .Item(L"Double size\tCtrl+D", kCommandDoubleSize, scale_ == 2)
       .Separator()
@@ -64,7 +111,9 @@ void PlayerApp::ShowMenu(Point at) {
   menu.Track(main_.handle(), at);
 }
 
-void PlayerApp::ShowPresetMenu(Point) {}
+void PlayerApp::ShowPresetMenu(Point at) {
+  PresetMenu(presets_).Track(main_.handle(), at);
+}
 
 void PlayerApp::ShowPlaylistMenu(PlaylistControl button, Point at) {
   Menu menu;
