@@ -107,14 +107,22 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       playlist_.Tick();
       UpdateTimer();
       return true;
-    case kelvo::kMessageEndOfPlayback: player_->OnEndOfPlayback(); break;
-    case kelvo::kMessagePlayBookmark: bookmarks_->OnPlayBookmark(wparam, lparam); break;
-    case kelvo::kMessageCatalogPlay: catalog_->OnPlay(); break;
-    case kelvo::kMessageCatalogPlayed: break;  // nothing is left to do
+    case kelvo::kMessageEndOfPlayback:
+      player_->OnEndOfPlayback();
+      break;
+    case kelvo::kMessagePlayBookmark:
+      bookmarks_->OnPlayBookmark(wparam, lparam);
+      break;
+    case kelvo::kMessageCatalogPlay:
+      catalog_->OnPlay();
+      break;
+    case kelvo::kMessageCatalogPlayed:
+      break;  // nothing is left to do
     case WM_ENDSESSION:
       if (wparam) Keep();
       break;
-    default: return false;
+    default:
+      return false;
   }
   Refresh();
   return true;

@@ -116,11 +116,18 @@ Point SkinWindow::ToCanvas(LPARAM lparam) const {
   return {down(GET_X_LPARAM(lparam)), down(GET_Y_LPARAM(lparam))};
 }
 
-void SkinWindow::OnButtonDown(Point point, bool twice) {
+Point SkinWindow::ToScreen(LPARAM lparam) const {
+  POINT point = {GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
+  ClientToScreen(window_, &point);
+  return {point.x, point.y};
+}
+
+void SkinWindow::OnButtonDown(LPARAM lparam, bool twice) {
+  const Point point = ToCanvas(lparam);
   SetCapture(window_);
   if (IsHandle(point) && !twice) {
     capture_ = Capture::kMove;
-    app_.windows().BeginMove(this);
+    app_.windows().BeginMove(this, ToScreen(lparam));
     return;
   }
   capture_ = Capture::kControl;
@@ -131,9 +138,9 @@ void SkinWindow::OnButtonDown(Point point, bool twice) {
   }
 }
 
-void SkinWindow::OnMove(Point point) {
-  if (capture_ == Capture::kMove) app_.windows().Move();
-  if (capture_ == Capture::kControl) OnDrag(point);
+void SkinWindow::OnMouseMove(LPARAM lparam) {
+  if (capture_ == Capture::kMove) app_.windows().Move(ToScreen(lparam));
+  if (capture_ == Capture::kControl) OnDrag(ToCanvas(lparam));
 }
 
 void SkinWindow::OnButtonUp(Point point) {
@@ -176,13 +183,13 @@ LRESULT SkinWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_ERASEBKGND:
       return 1;
     case WM_LBUTTONDOWN:
-      OnButtonDown(ToCanvas(lparam), false);
+      OnButtonDown(lparam, false);
       return 0;
     case WM_LBUTTONDBLCLK:
-      OnButtonDown(ToCanvas(lparam), true);
+      OnButtonDown(lparam, true);
       return 0;
     case WM_MOUSEMOVE:
-      OnMove(ToCanvas(lparam));
+      OnMouseMove(lparam);
       return 0;
     case WM_LBUTTONUP:
       OnButtonUp(ToCanvas(lparam));

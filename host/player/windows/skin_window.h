@@ -60,15 +60,17 @@ class SkinWindow {
 
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
-  void OnButtonDown(Point point, bool twice);
-  void OnMove(Point point);
+  void OnButtonDown(LPARAM lparam, bool twice);
+  void OnMouseMove(LPARAM lparam);
   void OnButtonUp(Point point);
   void OnCaptureLost();
   void OnMenu(LPARAM lparam);
   void OnDrop(HDROP drop);
   void Paint();
 
+  // Of a point in a message.
   Point ToCanvas(LPARAM lparam) const;
+  Point ToScreen(LPARAM lparam) const;
 
   HWND window_ = nullptr;
   Canvas canvas_;
