@@ -81,6 +81,7 @@ MainState MainWindow::State() const {
   const PlayerStatus status = app_.player().status();
   MainState state;
   state.active = active();
+  state.rolled = shaded_;
   state.pressed = inside_ || IsSlider(held_) ? held_ : MainControl::kNone;
   state.sign = SignOf(status.state);
   state.scroll = scroll_;
