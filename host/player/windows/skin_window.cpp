@@ -211,6 +211,10 @@ LRESULT SkinWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case WM_SYSCHAR:
       return 0;  // shortcuts with Alt have been taken; no beep
+    case WM_SYSCOMMAND:
+      // There is no menu bar that F10 could open; Alt+Space opens the system's menu.
+      if ((wparam & 0xFFF0) == SC_KEYMENU && lparam != ' ') return 0;
+      break;
     case WM_KEYDOWN:
       if (OnKey(static_cast<int>(wparam))) return 0;
       break;
