@@ -116,8 +116,10 @@ void MainWindow::Draw(Canvas* canvas) {
 }
 
 void MainWindow::ShowSongText() {
-  const std::wstring text = hint_.empty() ? app_.SongText() : hint_;
+  const std::wstring song = app_.SongText();
+  const std::wstring text = !hint_.empty() ? hint_ : !song.empty() ? song : L"VELMORA";
   if (text == song_text_of_) return;
+  SetWindowTextW(handle(), song.empty() ? L"Velmora" : (song + L" - Velmora").c_str());
   song_text_of_ = text;
   song_text_ = SongTextPicture(app_.skin(), text);
   scroll_ = 0;

@@ -153,7 +153,6 @@ void PlaylistWindow::PressRow(Point point) {
     return;
   }
   const auto index = static_cast<size_t>(row);
-  // A press on one of several selected ones only starts dragging it.
   selection_.OnClick(index, ClickNow());
   dragged_row_ = row;
 }

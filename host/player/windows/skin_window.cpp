@@ -156,6 +156,13 @@ void SkinWindow::OnCaptureLost() {
   if (capture == Capture::kControl) OnCancel();
 }
 
+void SkinWindow::OnWheelTurned(int delta) {
+  wheel_ += delta;
+  const int notches = wheel_ / WHEEL_DELTA;
+  wheel_ -= notches * WHEEL_DELTA;
+  if (notches != 0) OnWheel(notches);
+}
+
 void SkinWindow::OnMenu(LPARAM lparam) {
   POINT at = {GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
   if (at.x == -1 && at.y == -1) {  // by a key
@@ -189,7 +196,7 @@ LRESULT SkinWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       OnButtonDown(lparam, true);
       return 0;
     case WM_MOUSEMOVE:
-      OnMouseMove(lparam);
+      if (wparam & MK_LBUTTON) OnMouseMove(lparam);
       return 0;
     case WM_LBUTTONUP:
       OnButtonUp(ToCanvas(lparam));
@@ -198,7 +205,7 @@ LRESULT SkinWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       OnCaptureLost();
       return 0;
     case WM_MOUSEWHEEL:
-      OnWheel(GET_WHEEL_DELTA_WPARAM(wparam) / WHEEL_DELTA);
+      OnWheelTurned(GET_WHEEL_DELTA_WPARAM(wparam));
       return 0;
     case WM_CONTEXTMENU:
       OnMenu(lparam);

@@ -64,6 +64,7 @@ class SkinWindow {
   void OnMouseMove(LPARAM lparam);
   void OnButtonUp(Point point);
   void OnCaptureLost();
+  void OnWheelTurned(int delta);
   void OnMenu(LPARAM lparam);
   void OnDrop(HDROP drop);
   void Paint();
@@ -76,6 +77,7 @@ class SkinWindow {
   Canvas canvas_;
   Bitmap drawn_;  // what is on the screen
   Capture capture_ = Capture::kNone;
+  int wheel_ = 0;  // turned, and not yet a whole notch
   bool active_ = false;
 };
 

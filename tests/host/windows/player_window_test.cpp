@@ -163,8 +163,8 @@ TEST_F(PlayerWindowTest, Equalizer) {
   const Bitmap boosted = player_->Picture(window);
   // The line of the curve's left part has moved up.
   const Colour line = skin_.image(kSheet).At(115, 294 + 9);
-  EXPECT_EQ(flat.At(110, 26), line);
-  EXPECT_NE(boosted.At(110, 26), line);
+  EXPECT_EQ(flat.At(88, 26), line);
+  EXPECT_NE(boosted.At(88, 26), line);
   player_->DoubleClick(window, {85, 70});
   player_->Click(window, {56, 24});  // bass
   player_->Leave();
