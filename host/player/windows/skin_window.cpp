@@ -54,7 +54,7 @@ void SkinWindow::Destroy() {
 }
 
 void SkinWindow::Show(bool shown) {
-  ShowWindow(window_, shown ? SW_SHOW : SW_HIDE);
+  ShowWindow(window_, shown ? SW_SHOWNOACTIVATE : SW_HIDE);
   Refresh();
 }
 

@@ -23,7 +23,7 @@ class SkinWindow {
   HWND handle() const { return window_; }
   bool visible() const { return IsWindowVisible(window_) != FALSE; }
   bool active() const { return active_; }
-  void Show(bool shown);
+  void Show(bool shown);  // without taking the keyboard
   // On the screen.
   Rect place() const;
   void MoveTo(Point position);
