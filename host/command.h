@@ -11,6 +11,8 @@ namespace velmora {
 using Words = std::vector<std::wstring>;
 using Command = int (*)(const Library& library, const Words& words);
 
+// The player with its windows (player_command.cpp).
+int PlayerCommand(const Library& library, const Words& words);
 // Plays files (play_options.cpp).
 int PlayCommand(const Library& library, const Words& words);
 // What files say about themselves (info_command.cpp).

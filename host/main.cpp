@@ -12,7 +12,10 @@
 namespace {
 
 constexpr wchar_t kUsage[] =
-    L"usage: velmora play [OPTIONS] FILE...     play files (.ogg, .wma)\n"
+    L"usage: velmora [FILE...]                  open the player, with files or folders to play\n"
+    L"       velmora player [--device DIR] [FILE...]\n"
+    L"                                          the same, with the catalog's folder\n"
+    L"       velmora play [OPTIONS] FILE...     play files (.ogg, .wma)\n"
     L"         --wav OUT          to a WAV file\n"
     L"         --eq NAME.eqf      a preset, by its path or from the folder presets\n"
     L"         --eq V,V,V,V,V,V,V,V,V,V\n"
@@ -37,6 +40,10 @@ int VersionCommand(const velmora::Library& library, const velmora::Words&) {
   return 0;
 }
 
+bool Exists(const std::wstring& path) {
+  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
 constexpr struct {
   const wchar_t* name;
   velmora::Command run;
@@ -45,6 +52,7 @@ constexpr struct {
     {L"info", velmora::InfoCommand},       {L"bookmarks", velmora::BookmarksCommand},
     {L"catalog", velmora::CatalogCommand}, {L"presets", velmora::PresetsCommand},
     {L"skin", velmora::SkinCommand},       {L"version", VersionCommand},
+    {L"player", velmora::PlayerCommand},
 };
 
 }  // namespace
@@ -52,9 +60,9 @@ constexpr struct {
 int main() {
   int count = 0;
   wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-  const velmora::Words words(arguments + (count > 1 ? 2 : 1), arguments + count);
-  const std::wstring command = count > 1 ? arguments[1] : L"";
+  const velmora::Words all(arguments + 1, arguments + count);
   LocalFree(arguments);
+  const std::wstring command = all.empty() ? L"" : all[0];
   if (command == L"--help" || command == L"help") {
     velmora::Print(L"%ls", kUsage);
     return 0;
@@ -66,8 +74,11 @@ int main() {
     return 1;
   }
   for (const auto& known : kCommands) {
-    if (command == known.name) return known.run(library, words);
+    if (command == known.name) {
+      return known.run(library, velmora::Words(all.begin() + 1, all.end()));
+    }
   }
+  if (all.empty() || Exists(command)) return velmora::PlayerCommand(library, all);
   velmora::PrintError(L"%ls", kUsage);
   return 1;
 }

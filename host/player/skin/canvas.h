@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/player/skin/bitmap.h"
+
+namespace velmora {
+
+// What a window shows. Drawing outside of it, or with more of a picture than there is, draws what
+// there is: skins in use have bitmaps of any size.
+class Canvas {
+ public:
+  Canvas() = default;
+  explicit Canvas(Size size) : picture_(size.width, size.height) {}
+
+  Size size() const { return {picture_.width, picture_.height}; }
+  const Bitmap& picture() const { return picture_; }
+  Bitmap& picture() { return picture_; }
+
+  void Fill(Rect area, Colour colour);
+  // Copies `source` of the image to `to`.
+  void Draw(const Bitmap& image, Rect source, Point to);
+  void Draw(const Bitmap& image, Point to) { Draw(image, {0, 0, image.width, image.height}, to); }
+  // Covers `area` with copies of `source`, from its upper left corner on.
+  void Tile(const Bitmap& image, Rect source, Rect area);
+
+ private:
+  Bitmap picture_;
+};
+
+// The smallest rectangle that holds all differences of two pictures of one size; empty for none.
+Rect Difference(const Bitmap& before, const Bitmap& after);
+
+}  // namespace velmora

@@ -1,0 +1,188 @@
+#include "host/player/windows/player_app.h"
+
+#include <kelvo/messages.h>
+
+#include <numeric>
+
+#include "host/console.h"
+#include "host/player/windows/file_dialogs.h"
+#include "host/player/windows/shortcuts.h"
+#include "host/player/windows/skin_source.h"
+#include "host/program_folder.h"
+
+namespace velmora {
+namespace {
+
+constexpr UINT_PTR kTickTimer = 1;
+constexpr UINT kTickMs = 50;
+constexpr int kListFontHeight = 11;
+
+std::wstring FromAnsi(const std::string& text) {
+  return std::wstring(text.begin(), text.end());  // font names are plain
+}
+
+}  // namespace
+
+PlayerApp::PlayerApp(const Library& library, const PlayerOptions& options)
+    : library_(library),
+      options_(options),
+      presets_(library, ProgramFolder()),
+      default_skin_(DefaultSkin(library)) {
+  UseSkin(L"");
+}
+
+PlayerApp::~PlayerApp() {
+  catalog_.reset();
+  bookmarks_.reset();
+  player_.reset();  // it sends messages to the windows
+}
+
+int PlayerApp::Run() {
+  OpenWindows();
+  Start();
+  Loop();
+  Keep();
+  player_->Stop();
+  return 0;
+}
+
+void PlayerApp::Loop() {
+  const HACCEL shortcuts = CreateShortcuts();
+  bool learning = true;
+  while (!leaving_) {
+    MSG message;
+    if (learning && !PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) {
+      learning = player_->LearnNext();
+      if (learning) Refresh();
+      continue;
+    }
+    if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
+    if (!TranslateAcceleratorW(main_.handle(), shortcuts, &message)) {
+      TranslateMessage(&message);
+      DispatchMessageW(&message);
+    }
+    learning = true;  // whatever it was, it may have added files
+  }
+  DestroyAcceleratorTable(shortcuts);
+}
+
+std::wstring PlayerApp::SongText() const {
+  const PlayerStatus status = player_->status();
+  if (status.current == kNoTrack || status.current >= player_->tracks().size()) return L"";
+  const Track& track = player_->tracks()[status.current];
+  const std::wstring title = status.title.empty() ? track.title : status.title;
+  std::wstring text = std::to_wstring(status.current + 1) + L". " + title;
+  if (track.length_ms > 0) {
+    text += std::wstring(L" (") + MinutesSeconds(static_cast<long>(track.length_ms)).text + L")";
+  }
+  return text;
+}
+
+void PlayerApp::Refresh() {
+  UpdateTimer();
+  main_.Refresh();
+  equalizer_.Refresh();
+  playlist_.Tick();
+  playlist_.Refresh();
+}
+
+// While nothing plays, nothing moves.
+void PlayerApp::UpdateTimer() {
+  const PlayState state = player_->status().state;
+  const bool playing = state == PlayState::kPlaying;
+  if (playing && !ticking_) SetTimer(main_.handle(), kTickTimer, kTickMs, nullptr);
+  if (!playing && ticking_) KillTimer(main_.handle(), kTickTimer);
+  ticking_ = playing;
+  if (state == PlayState::kStopped) main_.Rest();
+}
+
+bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_COMMAND:
+      Do(LOWORD(wparam));
+      return true;
+    case WM_TIMER:
+      if (wparam != kTickTimer) return false;
+      main_.Tick(kTickMs);
+      playlist_.Tick();
+      UpdateTimer();
+      return true;
+    case kelvo::kMessageEndOfPlayback:
+      player_->OnEndOfPlayback();
+      break;
+    case kelvo::kMessagePlayBookmark:
+      bookmarks_->OnPlayBookmark(wparam, lparam);
+      break;
+    case kelvo::kMessageCatalogPlay:
+      catalog_->OnPlay();
+      break;
+    case kelvo::kMessageCatalogPlayed:
+      break;  // nothing is left to do
+    case WM_ENDSESSION:
+      if (wparam) Keep();
+      break;
+    default:
+      return false;
+  }
+  Refresh();
+  return true;
+}
+
+void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {
+  if (paths.empty()) return;
+  const size_t before = player_->tracks().size();
+  player_->Add(paths);
+  if (player_->tracks().size() == before) {
+    ShowHint(L"NO MUSIC FOUND");
+  } else if (replace) {
+    std::vector<size_t> old(before);
+    std::iota(old.begin(), old.end(), size_t{0});
+    player_->Remove(old);
+    PlayTrack(0);
+  }
+  Refresh();
+}
+
+void PlayerApp::OnDropped(const std::vector<std::wstring>& paths) {
+  std::vector<std::wstring> media;
+  for (const std::wstring& path : paths) {
+    if (!LooksLikeSkin(library_, path) || !UseSkin(path)) media.push_back(path);
+  }
+  Open(media, true);
+  Refresh();
+}
+
+bool PlayerApp::UseSkin(const std::wstring& path) {
+  Skin skin = default_skin_;
+  if (!path.empty() && !ReadSkin(library_, path, default_skin_, &skin)) return false;
+  skin_ = std::move(skin);
+  skin_path_ = path;
+  list_text_ = std::make_unique<GdiText>(FromAnsi(skin_.playlist.font), kListFontHeight);
+  main_.ForgetPictures();
+  return true;
+}
+
+void PlayerApp::SetScale(int scale) {
+  windows_.KeepTogether([&] {
+    scale_ = scale;
+    main_.UpdateSize();
+    equalizer_.UpdateSize();
+    playlist_.UpdateSize();
+  });
+}
+
+void PlayerApp::Toggle(SkinWindow& window) {
+  window.Show(!window.visible());
+  Refresh();
+}
+
+void PlayerApp::About() {
+  const auto* text = library_.Get<const wchar_t>(kelvo::kFeatureVersionText);
+  std::wstring lines = text ? text : L"";
+  for (wchar_t& c : lines) {
+    if (c == L'\r') c = L'\n';
+  }
+  MessageBoxW(main_.handle(), lines.c_str(), L"About Velmora", MB_OK | MB_ICONINFORMATION);
+}
+
+}  // namespace velmora

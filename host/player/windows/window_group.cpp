@@ -1,0 +1,110 @@
+#include "host/player/windows/window_group.h"
+
+#include "host/player/views/docking.h"
+
+namespace velmora {
+namespace {
+
+constexpr int kReach = 10;  // pixels within which edges snap
+constexpr Rect kNowhere = {-30000, -30000, 0, 0};
+
+Rect WorkArea(const Rect& window) {
+  const RECT at = {window.x, window.y, window.right(), window.bottom()};
+  MONITORINFO info = {};
+  info.cbSize = sizeof info;
+  GetMonitorInfoW(MonitorFromRect(&at, MONITOR_DEFAULTTONEAREST), &info);
+  const RECT& area = info.rcWork;
+  return {area.left, area.top, area.right - area.left, area.bottom - area.top};
+}
+
+Rect Shifted(const Rect& r, Point by) {
+  return {r.x + by.x, r.y + by.y, r.width, r.height};
+}
+
+}  // namespace
+
+std::vector<Rect> WindowGroup::Places() const {
+  std::vector<Rect> places;
+  for (const SkinWindow* window : windows_) places.push_back(window->place());
+  return places;
+}
+
+std::vector<bool> WindowGroup::DockedToMain(const std::vector<Rect>& places) const {
+  std::vector<Rect> visible = places;
+  for (size_t i = 1; i < windows_.size(); ++i) {
+    if (!windows_[i]->visible()) visible[i] = kNowhere;
+  }
+  std::vector<bool> docked = DockedTo(0, visible);
+  // Hidden ones follow, to be found where they were.
+  for (size_t i = 1; i < windows_.size(); ++i) {
+    if (!windows_[i]->visible()) docked[i] = true;
+  }
+  return docked;
+}
+
+void WindowGroup::BeginMove(SkinWindow* window, Point mouse) {
+  mouse_ = mouse;
+  from_ = Places();
+  moved_.clear();
+  const std::vector<bool> docked = DockedToMain(from_);
+  for (size_t i = 0; i < windows_.size(); ++i) {
+    if (windows_[i] == window || (window == windows_[0] && docked[i])) moved_.push_back(i);
+  }
+}
+
+void WindowGroup::Move(Point mouse) {
+  const Point way = {mouse.x - mouse_.x, mouse.y - mouse_.y};
+  std::vector<bool> is_moved(windows_.size(), false);
+  std::vector<Rect> moved;
+  for (size_t i : moved_) {
+    is_moved[i] = true;
+    moved.push_back(Shifted(from_[i], way));
+  }
+  std::vector<Rect> others;
+  for (size_t i = 0; i < windows_.size(); ++i) {
+    if (!is_moved[i] && windows_[i]->visible()) others.push_back(from_[i]);
+  }
+  const Point snap = SnapDistance(moved, others, WorkArea(moved[0]), kReach);
+  for (size_t i = 0; i < moved_.size(); ++i) {
+    windows_[moved_[i]]->MoveTo({moved[i].x + snap.x, moved[i].y + snap.y});
+  }
+}
+
+void WindowGroup::Stack() {
+  Rect above = windows_[0]->place();
+  for (size_t i = 1; i < windows_.size(); ++i) {
+    windows_[i]->MoveTo({above.x, above.bottom()});
+    above = windows_[i]->place();
+  }
+}
+
+void WindowGroup::Rearrange(const std::vector<Rect>& before) {
+  const std::vector<bool> docked = DockedToMain(before);
+  const Rect old_main = before[0];
+  const Rect main = windows_[0]->place();
+  for (size_t i = 1; i < windows_.size(); ++i) {
+    if (!docked[i]) continue;
+    // Edges keep their distance from the main window's, in its new size.
+    const Rect& old = before[i];
+    Point to = {main.x + (old.x - old_main.x) * main.width / old_main.width, old.y};
+    if (old.y >= old_main.bottom()) {
+      to.y = main.bottom() + (old.y - old_main.bottom()) * main.width / old_main.width;
+    } else {
+      to.y = main.y + (old.y - old_main.y) * main.width / old_main.width;
+    }
+    windows_[i]->MoveTo(to);
+  }
+}
+
+void WindowGroup::BringIntoView() {
+  for (SkinWindow* window : windows_) {
+    const Rect place = window->place();
+    const RECT title = {place.x, place.y, place.right(), place.y + 10};
+    if (MonitorFromRect(&title, MONITOR_DEFAULTTONULL)) continue;
+    const Rect area = WorkArea(place);
+    window->MoveTo({Clamp(place.x, area.x, area.right() - place.width),
+                    Clamp(place.y, area.y, area.bottom() - place.height)});
+  }
+}
+
+}  // namespace velmora

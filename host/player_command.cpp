@@ -1,0 +1,50 @@
+// velmora player: the player with its windows.
+#include <windows.h>
+
+#include <shlobj.h>
+
+#include "host/command.h"
+#include "host/player/session_file.h"
+#include "host/player/windows/player_app.h"
+
+namespace velmora {
+namespace {
+
+std::wstring MusicFolder() {
+  wchar_t path[MAX_PATH] = L"";
+  SHGetFolderPathW(nullptr, CSIDL_MYMUSIC, nullptr, SHGFP_TYPE_CURRENT, path);
+  return path;
+}
+
+std::wstring FullPath(const std::wstring& path) {
+  wchar_t full[MAX_PATH];
+  const DWORD length = GetFullPathNameW(path.c_str(), MAX_PATH, full, nullptr);
+  return length > 0 && length < MAX_PATH ? full : path;
+}
+
+// Started by a click, a console program gets a console of its own where the system does not heed its
+// manifest. The player does not need it.
+void LeaveOwnConsole() {
+  DWORD processes[2];
+  if (GetConsoleProcessList(processes, 2) == 1) FreeConsole();
+}
+
+}  // namespace
+
+int PlayerCommand(const Library& library, const Words& words) {
+  LeaveOwnConsole();
+  PlayerOptions options;
+  options.session = SessionPath();
+  options.device = MusicFolder();
+  auto word = words.begin();
+  if (words.size() >= 2 && *word == L"--device") {
+    options.device = word[1];
+    word += 2;
+  }
+  // The catalog's device becomes the current folder.
+  for (; word != words.end(); ++word) options.files.push_back(FullPath(*word));
+  PlayerApp app(library, options);
+  return app.Run();
+}
+
+}  // namespace velmora

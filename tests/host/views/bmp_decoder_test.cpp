@@ -1,0 +1,168 @@
+#include "host/player/skin/bmp_decoder.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/host/views/bmp_builder.h"
+
+namespace velmora {
+namespace {
+
+using test::BmpBuilder;
+using test::Bytes;
+using Pixels = std::vector<Colour>;
+
+const std::vector<uint32_t> kPalette = {0x000000, 0xFF0000, 0x00FF00, 0x0000FF};
+constexpr Colour kRed = 0xFF0000, kGreen = 0x00FF00, kBlue = 0x0000FF, kBlack = 0;
+
+bool Decode(const std::string& file, Bitmap* bitmap) {
+  // A copy of the exact size, so that a look beyond it is noticed.
+  const std::vector<uint8_t> exact(file.begin(), file.end());
+  return DecodeBmp(exact.data(), exact.size(), bitmap);
+}
+
+BmpBuilder With(int width, int height, int bits, const char* pixels,
+                const std::vector<uint32_t>& palette = {}) {
+  BmpBuilder bmp;
+  bmp.width = width;
+  bmp.height = height;
+  bmp.bits = static_cast<uint16_t>(bits);
+  bmp.pixels = Bytes(pixels);
+  bmp.palette = palette;
+  return bmp;
+}
+
+BmpBuilder RunLength(int width, int height, int bits, const char* pixels) {
+  BmpBuilder bmp = With(width, height, bits, pixels, kPalette);
+  bmp.code = bits == 8 ? 1 : 2;
+  return bmp;
+}
+
+BmpBuilder Masked(int bits, const char* pixels, std::vector<uint32_t> masks) {
+  BmpBuilder bmp = With(1, 1, bits, pixels);
+  bmp.code = 3;
+  bmp.masks = std::move(masks);
+  return bmp;
+}
+
+BmpBuilder Old(BmpBuilder bmp) {
+  bmp.header_bytes = 12;
+  return bmp;
+}
+
+BmpBuilder LongHeader(BmpBuilder bmp) {
+  bmp.header_bytes = 124;
+  bmp.masks.assign((124 - 40) / 4, 0);
+  return bmp;
+}
+
+struct GoodCase {
+  const char* name;
+  BmpBuilder bmp;
+  Pixels want;  // rows from the top
+};
+
+const GoodCase kGoodCases[] = {
+    {"1 bit, nine pixels a row",
+     With(9, 1, 1, "a0 80 00 00", kPalette),
+     {kRed, kBlack, kRed, kBlack, kBlack, kBlack, kBlack, kBlack, kRed}},
+    {"4 bits, odd width",
+     With(3, 2, 4, "12 30 00 00 30 00 00 00", kPalette),
+     {kBlue, kBlack, kBlack, kRed, kGreen, kBlue}},
+    {"8 bits", With(2, 2, 8, "01 02 00 00 03 00 00 00", kPalette), {kBlue, kBlack, kRed, kGreen}},
+    {"8 bits, top row first",
+     With(2, -2, 8, "01 02 00 00 03 00 00 00", kPalette),
+     {kRed, kGreen, kBlue, kBlack}},
+    {"8 bits, colour that the palette lacks",
+     With(2, 1, 8, "03 ff 00 00", kPalette),
+     {kBlue, kBlack}},
+    {"16 bits are 5 each", With(2, 1, 16, "00 7c 1f 00"), {kRed, kBlue}},
+    {"16 bits, six for green", Masked(16, "e0 07", {0xF800, 0x07E0, 0x001F}), {kGreen}},
+    {"24 bits, last padding missing", With(1, 2, 24, "ff 00 00 00 00 00 ff"), {kRed, kBlue}},
+    {"32 bits", With(1, 1, 32, "01 02 03 ff"), {0x030201}},
+    {"32 bits, swapped masks", Masked(32, "01 02 03 00", {0xFF, 0xFF00, 0xFF0000}), {0x010203}},
+    {"a mask of nothing", Masked(32, "01 02 03 00", {0, 0xFF00, 0}), {0x000200}},
+    {"old header", Old(With(2, 1, 8, "01 02 00 00", kPalette)), {kRed, kGreen}},
+    {"long header", LongHeader(With(2, 1, 8, "01 02 00 00", kPalette)), {kRed, kGreen}},
+    {"run length: runs, single ones, rows",
+     RunLength(3, 2, 8, "03 01 00 00 00 03 01 02 03 00 00 01"),
+     {kRed, kGreen, kBlue, kRed, kRed, kRed}},
+    {"run length: a run beyond the row is cut",
+     RunLength(2, 2, 8, "ff 01 00 00 01 02 00 01"),
+     {kGreen, kBlack, kRed, kRed}},
+    {"run length: a move",
+     RunLength(2, 2, 8, "00 02 01 01 01 03 00 01"),
+     {kBlack, kBlue, kBlack, kBlack}},
+    {"run length: a move out of the picture ends it",
+     RunLength(1, 2, 8, "01 01 00 02 00 09 01 02"),
+     {kBlack, kRed}},
+    {"run length: more rows than there are", RunLength(1, 1, 8, "01 01 00 00 00 00 01 02"), {kRed}},
+    {"run length: no end mark", RunLength(2, 1, 8, "01 01"), {kRed, kBlack}},
+    {"run length of 4 bits: alternating",
+     RunLength(5, 1, 4, "05 12 00 01"),
+     {kRed, kGreen, kRed, kGreen, kRed}},
+    {"run length of 4 bits: single ones",
+     RunLength(5, 1, 4, "00 05 12 31 20 00 00 01"),
+     {kRed, kGreen, kBlue, kRed, kGreen}},
+};
+
+TEST(BmpDecoderTest, ReadsEveryForm) {
+  for (const GoodCase& c : kGoodCases) {
+    SCOPED_TRACE(c.name);
+    Bitmap bitmap;
+    ASSERT_TRUE(Decode(c.bmp.Build(), &bitmap));
+    EXPECT_EQ(bitmap.width, c.bmp.width);
+    EXPECT_EQ(bitmap.height, std::abs(c.bmp.height));
+    EXPECT_EQ(bitmap.pixels, c.want);
+  }
+}
+
+BmpBuilder Changed(void (*change)(BmpBuilder*)) {
+  BmpBuilder bmp = With(2, 2, 8, "01 02 00 00 03 00 00 00", kPalette);
+  change(&bmp);
+  return bmp;
+}
+
+TEST(BmpDecoderTest, RefusesWhatIsNoPicture) {
+  const struct {
+    const char* name;
+    BmpBuilder bmp;
+  } cases[] = {
+      {"no width", Changed([](BmpBuilder* b) { b->width = 0; })},
+      {"no height", Changed([](BmpBuilder* b) { b->height = 0; })},
+      {"negative width", Changed([](BmpBuilder* b) { b->width = -2; })},
+      {"lowest height", Changed([](BmpBuilder* b) { b->height = INT32_MIN; })},
+      {"width over the limit", Changed([](BmpBuilder* b) { b->width = kLargestBitmapSide + 1; })},
+      {"area over the limit", Changed([](BmpBuilder* b) { b->width = b->height = 4096; })},
+      {"2 bits", Changed([](BmpBuilder* b) { b->bits = 2; })},
+      {"0 bits", Changed([](BmpBuilder* b) { b->bits = 0; })},
+      {"unknown code", Changed([](BmpBuilder* b) { b->code = 4; })},
+      {"code of another depth", Changed([](BmpBuilder* b) { b->code = 2; })},
+      {"run length, top row first", Changed([](BmpBuilder* b) { b->code = 1, b->height = -2; })},
+      {"masks of a palette", Changed([](BmpBuilder* b) { b->code = 3; })},
+      {"header of 13 bytes", Changed([](BmpBuilder* b) { b->header_bytes = 13; })},
+      {"header longer than the file", Changed([](BmpBuilder* b) { b->header_bytes = 0xFFFFFFFF; })},
+      {"pixels behind the file", Changed([](BmpBuilder* b) { b->pixels_at = 0xFFFFFFFF; })},
+      {"pixels at the file's end", Changed([](BmpBuilder* b) { b->pixels_at = 78; })},
+      {"no masks", Changed([](BmpBuilder* b) { *b = Masked(32, "", {}); })},
+      {"run length: cut move", RunLength(2, 2, 8, "00 02 01")},
+      {"run length: cut single ones", RunLength(4, 1, 8, "00 04 01 02")},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    Bitmap bitmap(1, 1, 0x123456);
+    EXPECT_FALSE(Decode(c.bmp.Build(), &bitmap));
+    EXPECT_EQ(bitmap, Bitmap(1, 1, 0x123456)) << "the old picture stays";
+  }
+}
+
+TEST(BmpDecoderTest, EveryCutOfAPlainPictureIsRefused) {
+  const std::string whole = With(3, 2, 4, "12 30 00 00 30 00", kPalette).Build();
+  Bitmap bitmap;
+  ASSERT_TRUE(Decode(whole, &bitmap));
+  for (size_t length = 0; length < whole.size(); ++length) {
+    EXPECT_FALSE(Decode(whole.substr(0, length), &bitmap)) << length;
+  }
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "host/player/skin/canvas.h"
+#include "host/player/skin/skin_font.h"
+#include "host/player/skin/skin_loader.h"
+#include "host/player/skin/skin_texts.h"
+#include "tests/host/views/bmp_builder.h"
+
+namespace velmora {
+namespace {
+
+Bitmap Numbered(int width, int height) {
+  Bitmap bitmap(width, height);
+  for (size_t i = 0; i < bitmap.pixels.size(); ++i) bitmap.pixels[i] = static_cast<Colour>(i + 1);
+  return bitmap;
+}
+
+TEST(CanvasTest, DrawsTheCommonPartAndNothingElse) {
+  const Bitmap image = Numbered(3, 2);  // 1 2 3 / 4 5 6
+  const struct {
+    const char* name;
+    Rect source;
+    Point to;
+    std::vector<Colour> want;  // of a canvas of 3 by 2
+  } cases[] = {
+      {"whole", {0, 0, 3, 2}, {0, 0}, {1, 2, 3, 4, 5, 6}},
+      {"a part", {1, 1, 2, 1}, {0, 0}, {5, 6, 0, 0, 0, 0}},
+      {"over the left upper corner", {0, 0, 3, 2}, {-1, -1}, {5, 6, 0, 0, 0, 0}},
+      {"over the right lower corner", {0, 0, 3, 2}, {2, 1}, {0, 0, 0, 0, 0, 1}},
+      {"more than the image has", {2, 1, 100, 100}, {0, 0}, {6, 0, 0, 0, 0, 0}},
+      {"left of the image", {-1, 0, 3, 1}, {0, 0}, {0, 1, 2, 0, 0, 0}},
+      {"beside the image", {3, 0, 3, 2}, {0, 0}, {0, 0, 0, 0, 0, 0}},
+      {"beside the canvas", {0, 0, 3, 2}, {3, 0}, {0, 0, 0, 0, 0, 0}},
+      {"nothing", {0, 0, 0, 0}, {0, 0}, {0, 0, 0, 0, 0, 0}},
+      {"negative size", {2, 1, -1, -1}, {0, 0}, {0, 0, 0, 0, 0, 0}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    Canvas canvas({3, 2});
+    canvas.Draw(image, c.source, c.to);
+    EXPECT_EQ(canvas.picture().pixels, c.want);
+  }
+}
+
+TEST(CanvasTest, TilesEndAtTheArea) {
+  Canvas canvas({5, 2});
+  canvas.Tile(Numbered(3, 1), {1, 0, 2, 1}, {1, 0, 3, 2});
+  EXPECT_EQ(canvas.picture().pixels, (std::vector<Colour>{0, 2, 3, 2, 0, 0, 2, 3, 2, 0}));
+}
+
+TEST(CanvasTest, DifferenceIsTheSmallestRectangle) {
+  const Bitmap before(4, 3);
+  Bitmap after = before;
+  EXPECT_TRUE(Difference(before, after).empty());
+  after.Row(1)[1] = 1;
+  EXPECT_EQ(Difference(before, after), (Rect{1, 1, 1, 1}));
+  after.Row(2)[3] = 1;
+  EXPECT_EQ(Difference(before, after), (Rect{1, 1, 3, 2}));
+  EXPECT_EQ(Difference(Bitmap(), after), (Rect{0, 0, 4, 3})) << "another size: all of it";
+}
+
+TEST(SkinTextsTest, VisualColours) {
+  Colour colours[kVisualColours];
+  std::fill(std::begin(colours), std::end(colours), Colour{7});
+  ReadVisualColours(
+      "// a comment\n"
+      "1,2,3, // dots\r\n"
+      "\n"
+      "  16 , 32 ,\t64\n"
+      "256,0,0\n"
+      "1,2\n"
+      "-1,2,3\n"
+      "255,255,255",
+      colours);
+  EXPECT_EQ(colours[0], 0x010203u);
+  EXPECT_EQ(colours[1], 0x102040u);
+  EXPECT_EQ(colours[2], 0xFFFFFFu);
+  EXPECT_EQ(colours[3], 7u) << "not in the text";
+
+  std::string many;
+  for (int i = 0; i < 100; ++i) many += "9,9,9\n";
+  ReadVisualColours(many, colours);
+  EXPECT_EQ(colours[kVisualColours - 1], 0x090909u);
+}
+
+TEST(SkinTextsTest, PlaylistStyle) {
+  PlaylistStyle style;
+  ReadPlaylistStyle(
+      "[Text]\r\nNormal=#112233\r\n CURRENT = abcdef\r\nNormalBG=#12345\r\nSelectedBG=#12345G\n"
+      "Font= Comic Mono \nmbFG=#010203\n=\n",
+      &style);
+  EXPECT_EQ(style.text, 0x112233u);
+  EXPECT_EQ(style.current, 0xABCDEFu);
+  EXPECT_EQ(style.background, PlaylistStyle().background) << "too short";
+  EXPECT_EQ(style.selected, PlaylistStyle().selected) << "no digit";
+  EXPECT_EQ(style.font, "Comic Mono");
+  ReadPlaylistStyle("Font=" + std::string(1000, 'x'), &style);
+  EXPECT_EQ(style.font, "Comic Mono");
+}
+
+TEST(SkinFontTest, LettersAndWhatStandsForThem) {
+  Bitmap font = Numbered(31 * kLetterWidth, 3 * kLetterHeight);
+  const auto drawn = [&](std::u16string_view text) {
+    Canvas canvas({kLetterWidth, kLetterHeight});
+    DrawSkinText(&canvas, font, text, {0, 0});
+    return canvas.picture();
+  };
+  const auto cell = [&](int column, int row) {
+    Canvas canvas({kLetterWidth, kLetterHeight});
+    canvas.Draw(font, {column * kLetterWidth, row * kLetterHeight, kLetterWidth, kLetterHeight},
+                {0, 0});
+    return canvas.picture();
+  };
+  const struct {
+    std::u16string_view letter;
+    int column, row;
+    bool has;
+  } cases[] = {
+      {u"A", 0, 0, true},        {u"z", 25, 0, true},       {u"@", 27, 0, true},
+      {u" ", 30, 0, true},       {u"7", 7, 1, true},        {u"#", 30, 1, true},
+      {u"\u00E5", 0, 2, true},   {u"\u00D6", 1, 2, true},   {u"*", 4, 2, true},
+      {u"\u00E9", 4, 0, true},   {u"\u00D1", 13, 0, true},  {u"\u00FF", 24, 0, true},
+      {u"\u2019", 16, 1, true},  {u"\u00DF", 30, 0, false}, {u"\u0416", 30, 0, false},
+      {u"\u00F7", 30, 0, false}, {u"\u4E2D", 30, 0, false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(static_cast<int>(c.letter[0]));
+    EXPECT_EQ(FontHas(c.letter), c.has);
+    EXPECT_EQ(drawn(c.letter), cell(c.column, c.row));
+  }
+  EXPECT_FALSE(FontHas(u"A\u0416B"));
+}
+
+// A skin in memory.
+class MemorySkin final : public SkinFiles {
+ public:
+  std::map<int, std::string> files;
+
+  bool Read(kelvo::SkinFile file, std::string* bytes) override {
+    const auto found = files.find(file);
+    if (found == files.end()) return false;
+    *bytes = found->second;
+    return true;
+  }
+};
+
+std::string OnePixel(char grey) {
+  test::BmpBuilder bmp;
+  bmp.width = bmp.height = 1;
+  bmp.pixels = std::string(3, grey);
+  return bmp.Build();
+}
+
+Skin BaseSkin() {
+  MemorySkin files;
+  for (int i = kelvo::kSkinBalance; i <= kelvo::kSkinVolume; ++i) files.files[i] = OnePixel(1);
+  files.files[kelvo::kSkinPlaylistText] = "Normal=#000001\nCurrent=#000001";
+  files.files[kelvo::kSkinColours] = "0,0,1\n0,0,1";
+  return LoadSkin(files, Skin());
+}
+
+TEST(SkinLoaderTest, FileByFileOverTheBase) {
+  const Skin base = BaseSkin();
+  MemorySkin files;
+  files.files[kelvo::kSkinMain] = OnePixel(2);
+  files.files[kelvo::kSkinText] = "no bitmap";
+  files.files[kelvo::kSkinVolume] = "";
+  files.files[kelvo::kSkinPlaylistText] = "Normal=#000002";
+  files.files[kelvo::kSkinColours] = "0,0,2";
+  const Skin skin = LoadSkin(files, base);
+  EXPECT_EQ(skin.image(kelvo::kSkinMain).At(0, 0), 0x020202u);
+  EXPECT_EQ(skin.image(kelvo::kSkinText).At(0, 0), 0x010101u);
+  EXPECT_EQ(skin.image(kelvo::kSkinVolume).At(0, 0), 0x010101u);
+  EXPECT_EQ(skin.playlist.text, 2u);
+  EXPECT_EQ(skin.playlist.current, 1u);
+  EXPECT_EQ(skin.visual_colours[0], 2u);
+  EXPECT_EQ(skin.visual_colours[1], 1u);
+}
+
+TEST(SkinLoaderTest, TheBasesBetterDigitsDoNotHideTheSkins) {
+  MemorySkin files;
+  files.files[kelvo::kSkinNumbers] = OnePixel(2);
+  EXPECT_TRUE(LoadSkin(files, BaseSkin()).image(kelvo::kSkinNumbersEx).empty());
+  files.files[kelvo::kSkinNumbersEx] = OnePixel(3);
+  EXPECT_EQ(LoadSkin(files, BaseSkin()).image(kelvo::kSkinNumbersEx).At(0, 0), 0x030303u);
+}
+
+TEST(SkinLoaderTest, OneBitmapMakesASkin) {
+  MemorySkin files;
+  files.files[kelvo::kSkinPlaylistText] = "Normal=#000002";
+  files.files[kelvo::kSkinMain] = "no bitmap";
+  EXPECT_FALSE(IsSkin(files));
+  files.files[kelvo::kSkinBalance] = OnePixel(2);
+  EXPECT_TRUE(IsSkin(files));
+}
+
+}  // namespace
+}  // namespace velmora
