@@ -14,7 +14,7 @@ constexpr size_t kNoTrack = static_cast<size_t>(-1);
 // again.
 class PlayOrder {
  public:
-  explicit PlayOrder(uint32_t seed) : random_(seed | 1) {}
+  explicit PlayOrder(uint32_t seed) : random_(seed * 2654435761u | 1) {}
 
   void SetShuffle(bool shuffle);
   void SetRepeat(bool repeat) { repeat_ = repeat; }
