@@ -34,10 +34,4 @@ enum Wait NotifyWindow::Wait(DWORD milliseconds) const {
   }
 }
 
-bool NotifyWindow::EndIsWaiting() const {
-  MSG message;
-  return PeekMessageW(&message, window_, kelvo::kMessageEndOfPlayback, kelvo::kMessageEndOfPlayback,
-                      PM_NOREMOVE) != FALSE;
-}
-
 }  // namespace velmora

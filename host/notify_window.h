@@ -17,8 +17,6 @@ class NotifyWindow {
   HWND handle() const { return window_; }
   // Pumps messages until playback ends, Ctrl-C, or the time is over.
   Wait Wait(DWORD milliseconds) const;
-  // Whether the message has already arrived.
-  bool EndIsWaiting() const;
 
  private:
   HWND window_;

@@ -8,6 +8,7 @@
 #include "host/last_played.h"
 #include "host/notify_window.h"
 #include "host/player/playback.h"
+#include "host/sound_sink.h"
 
 namespace velmora {
 namespace {
@@ -95,12 +96,6 @@ std::wstring Numbered(const std::wstring& path, size_t index) {
   return stem + L"-" + std::to_wstring(index + 1) + (has_point ? path.substr(point) : L"");
 }
 
-// The desktop's stand-in for the device's sound functions looks for these.
-void SendSoundTo(const std::wstring& wav) {
-  SetEnvironmentVariableW(L"KELVO_AUDIO_SINK", wav.c_str());
-  SetEnvironmentVariableW(L"KELVO_AUDIO_PACE", L"fast");
-}
-
 }  // namespace
 
 int Play(const Library& library, const PlayOptions& options) {
@@ -112,7 +107,7 @@ int Play(const Library& library, const PlayOptions& options) {
   int result = 0;
   for (size_t i = 0; i < options.files.size(); ++i) {
     const std::wstring wav = to_file ? Numbered(wav_path, i) : L"";
-    if (to_file) SendSoundTo(wav);
+    if (to_file) SendSoundToFile(wav);
     const Outcome outcome = PlayFile(library, {options.files[i], i == 0 ? options.start_s : 0});
     if (outcome == Outcome::kFailed) {
       result = 1;

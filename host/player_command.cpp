@@ -22,7 +22,8 @@ std::wstring FullPath(const std::wstring& path) {
   return length > 0 && length < MAX_PATH ? full : path;
 }
 
-// Started by a click, a console program gets a console of its own, which the player does not need.
+// Started by a click, a console program gets a console of its own where the system does not heed its
+// manifest. The player does not need it.
 void LeaveOwnConsole() {
   DWORD processes[2];
   if (GetConsoleProcessList(processes, 2) == 1) FreeConsole();

@@ -6,13 +6,13 @@
 set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+# shellcheck source=scripts/lib/device_drive.sh
+. "$kelvo_root/scripts/lib/device_drive.sh"
 
 "$kelvo_root/scripts/build.sh" i686
 device="${1:-$kelvo_build/device}"
 [[ $# -gt 0 ]] || "$kelvo_root/scripts/make_demo_device.sh"
 [[ -d $device ]] || die "no such folder: $device"
 
-# Wine knows drives by links in its prefix.
-"$kelvo_root/scripts/wine.sh" i686 cmd /c exit
-ln -sfn "$(realpath -- "$device")" "$kelvo_build/wine-i686/dosdevices/v:"
+device_drive "$device"
 exec "$kelvo_root/scripts/wine.sh" i686 "$kelvo_build/i686/bin/velmora.exe" catalog --device 'V:\'

@@ -1,12 +1,18 @@
 #!/usr/bin/env bash
-# Plays files through the library in the reference host; sets up and builds what is missing.
+# Opens the player, the reference host, in its windows; sets up and builds what is missing.
+#   scripts/run.sh [FILE...]
+# FILE is an .ogg, a .wma or a folder. Without any, the player goes on where it was left; the first
+# time with a short tune that the project makes. Its catalog shows the demo device.
+#
+# On the console, without a display and when there are options:
 #   scripts/run.sh [--wav OUT.wav] [--eq V,V,...|NAME.eqf] [--preamp V] [--bass V] [FILE...]
-# FILE is an .ogg or a .wma; the default is a short tune that the project makes. The ten bands of
-# --eq and --preamp go from 0 (boost) to 27 (cut), --bass from 0 to 4. Without a sound device the
-# music goes to OUT.wav, or to build/played.wav.
+# The ten bands of --eq and --preamp go from 0 (boost) to 27 (cut), --bass from 0 to 4. Without a
+# sound device the music goes to OUT.wav, or to build/played.wav.
 set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+# shellcheck source=scripts/lib/device_drive.sh
+. "$kelvo_root/scripts/lib/device_drive.sh"
 # shellcheck source=scripts/lib/register_player.sh
 . "$kelvo_root/scripts/lib/register_player.sh"
 
@@ -19,21 +25,43 @@ windows_path() {
 
 has_sound() { [[ -n ${PULSE_SERVER:-} || -n ${PIPEWIRE_REMOTE:-} || -e /dev/snd/controlC0 ]]; }
 
-wav=""
-words=(play)
-while [[ ${1:-} == --* ]]; do
-  [[ -n ${2:-} ]] || die "$1 takes a value"
-  if [[ $1 == --wav ]]; then wav="$2"; else words+=("$1" "$2"); fi
-  shift 2
-done
-[[ $# -gt 0 ]] || set -- "$kelvo_build/media/sample.ogg"
+velmora() { "$kelvo_root/scripts/wine.sh" i686 "$kelvo_build/i686/bin/velmora.exe" "$@"; }
+
+sample="$kelvo_build/media/sample.ogg"
+
+# in_windows [FILE...]
+in_windows() {
+  "$kelvo_root/scripts/make_demo_device.sh"
+  device_drive "$kelvo_build/device"
+  [[ $# -gt 0 || -f $kelvo_build/i686/bin/velmora.session ]] || set -- "$sample"
+  local file
+  local -a words=(player --device 'V:\')
+  for file in "$@"; do words+=("$(windows_path "$file")"); done
+  velmora "${words[@]}"
+}
+
+# on_console [OPTION VALUE]... [FILE...]
+on_console() {
+  local wav="" file result=0
+  local -a words=(play)
+  while [[ ${1:-} == --* ]]; do
+    [[ -n ${2:-} ]] || die "$1 takes a value"
+    if [[ $1 == --wav ]]; then wav="$2"; else words+=("$1" "$2"); fi
+    shift 2
+  done
+  [[ $# -gt 0 ]] || set -- "$sample"
+  [[ -n $wav ]] || has_sound || wav="$kelvo_build/played.wav"
+  [[ -z $wav ]] || words+=(--wav "$(windows_path "$wav")")
+  for file in "$@"; do words+=("$(windows_path "$file")"); done
+  velmora "${words[@]}" || result=$?
+  [[ -z $wav || $result -ne 0 ]] || say "the music is in $wav"
+  return "$result"
+}
+
 "$kelvo_root/scripts/build.sh" i686
 register_player i686
-[[ -n $wav ]] || has_sound || wav="$kelvo_build/played.wav"
-
-[[ -z $wav ]] || words+=(--wav "$(windows_path "$wav")")
-for file in "$@"; do words+=("$(windows_path "$file")"); done
-result=0
-"$kelvo_root/scripts/wine.sh" i686 "$kelvo_build/i686/bin/velmora.exe" "${words[@]}" || result=$?
-[[ -z $wav || $result -ne 0 ]] || say "the music is in $wav"
-exit "$result"
+if [[ -n ${DISPLAY:-} && ${1:-} != --* ]]; then
+  in_windows "$@"
+else
+  on_console "$@"
+fi

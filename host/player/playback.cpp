@@ -7,10 +7,10 @@
 namespace velmora {
 namespace {
 
-bool EndMessageWaits(HWND window, UINT remove) {
+bool TakeEndMessage(HWND window) {
   MSG message;
   return window && PeekMessageW(&message, window, kelvo::kMessageEndOfPlayback,
-                                kelvo::kMessageEndOfPlayback, remove) != FALSE;
+                                kelvo::kMessageEndOfPlayback, PM_REMOVE) != FALSE;
 }
 
 }  // namespace
@@ -45,13 +45,14 @@ Playback::Start Playback::Play(const std::wstring& path, uint32_t start_ms) {
   sounded_ = false;
   wanted_ms_ = 0;
   if (start_ms > 0) SeekMs(start_ms);
-  // The state tells a failed output apart from a file that has already ended.
-  if (plugin().Play() &&
-      (plugin().GetState() != kelvo::kStopped || EndMessageWaits(window_, PM_NOREMOVE))) {
-    return Start::kPlaying;
-  }
+  if (plugin().Play() && HasStarted()) return Start::kPlaying;
   Stop();
   return Start::kNoOutput;
+}
+
+// A short file may be over already: the state does not tell it from a failed output.
+bool Playback::HasStarted() {
+  return input_->has_own_output() ? plugin().GetState() != kelvo::kStopped : tap_.opened();
 }
 
 void Playback::Describe() {
@@ -82,7 +83,7 @@ void Playback::Release() {
 
 // Nobody posts any more; what waits would end the next file.
 void Playback::DropEndMessages() {
-  while (EndMessageWaits(window_, PM_REMOVE)) {
+  while (TakeEndMessage(window_)) {
   }
 }
 
@@ -105,7 +106,7 @@ bool Playback::ResumeAfterLateSeek() {
   plugin().SetState(kelvo::kStopped);
   if (!plugin().SeekMs(static_cast<int32_t>(wanted_ms_)) || !plugin().Play()) return false;
   if (state == kelvo::kPaused) plugin().TogglePause();
-  return plugin().GetState() != kelvo::kStopped;
+  return HasStarted();
 }
 
 // Null: throws away.

@@ -58,6 +58,7 @@ class Playback {
 
  private:
   kelvo::InputPlugin& plugin() const { return input_->plugin(); }
+  bool HasStarted();
   void Describe();
   void Release();
   void DropEndMessages();

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "host/player/volume_law.h"
+#include "host/sound_sink.h"
 
 namespace velmora {
 namespace {
@@ -20,6 +21,7 @@ HWAVEOUT FirstDevice() {
 
 Player::Player(const Library& library, HWND window)
     : library_(library), order_(GetTickCount()), playback_(library, window) {
+  if (!WaveOutput::HasDevice()) SendSoundNowhere();
   SetEqualizer(equalizer_);
 }
 

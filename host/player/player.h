@@ -37,7 +37,7 @@ struct PlayerStatus {
 class Player {
  public:
   // `window` receives the plug-ins' end message (kMessageEndOfPlayback); call OnEndOfPlayback then.
-  // The library outlives the player.
+  // The library outlives the player. Without a sound device it plays in silence.
   Player(const Library& library, HWND window);
 
   // The list.

@@ -6,16 +6,17 @@ namespace velmora {
 
 int32_t SampleTap::Open(uint32_t buffer_count, uint32_t buffer_bytes, uint32_t channels,
                         uint32_t sample_rate, uint32_t bits_per_sample) noexcept {
-  {
-    Guard guard(lock_);
-    channels_ = std::max(channels, 1u);
-    // All buffers may wait; what was just heard is wanted too.
-    ring_.assign(buffer_count * (buffer_bytes / 2 / channels_) + 2 * kPictureSamples, 0);
-    written_ = 0;
-    shown_ = 0;
-    written_any_ = false;
-  }
-  return next_.Open(buffer_count, buffer_bytes, channels, sample_rate, bits_per_sample);
+  const int32_t opened =
+      next_.Open(buffer_count, buffer_bytes, channels, sample_rate, bits_per_sample);
+  Guard guard(lock_);
+  channels_ = std::max(channels, 1u);
+  // All buffers may wait; what was just heard is wanted too.
+  ring_.assign(buffer_count * (buffer_bytes / 2 / channels_) + 2 * kPictureSamples, 0);
+  written_ = 0;
+  shown_ = 0;
+  written_any_ = false;
+  opened_ = opened != 0;
+  return opened;
 }
 
 int32_t SampleTap::Write(kelvo::OutputBuffer* buffer, uint32_t unused_bytes) noexcept {
@@ -54,6 +55,11 @@ bool SampleTap::Samples(int16_t (&samples)[kPictureSamples]) {
     samples[kPictureSamples - count + i] = ring_[(end - count + i) % ring_.size()];
   }
   return true;
+}
+
+bool SampleTap::opened() {
+  Guard guard(lock_);
+  return opened_;
 }
 
 bool SampleTap::written_any() {

@@ -18,7 +18,8 @@ class SampleTap final : public kelvo::AudioOutput {
   // Any thread. The samples around the place that is heard; false when it has not moved since the
   // last call.
   bool Samples(int16_t (&samples)[kPictureSamples]);
-  // Whether anything was written since Open.
+  // Whether the last Open succeeded, and whether anything was written since. Both outlast Close.
+  bool opened();
   bool written_any();
 
   int32_t Open(uint32_t buffer_count, uint32_t buffer_bytes, uint32_t channels,
@@ -41,6 +42,7 @@ class SampleTap final : public kelvo::AudioOutput {
   uint32_t channels_ = 0;
   uint32_t written_ = 0;  // frames since Open or Reset
   uint32_t shown_ = 0;    // the place of the last picture
+  bool opened_ = false;
   bool written_any_ = false;
 };
 

@@ -118,7 +118,7 @@ def bottom_right():
     lower_edge(corner, border + GROOVE, GROOVE_WIDTH)
     corner.fill(149, 0, 1, BOTTOM, p.EDGE)
     corner.fill(148, 0, 1, BOTTOM - 1, p.SHADE, 0.8)
-    shapes.glass(corner, 3, KEY_Y, 94, KEY_HEIGHT)
+    shapes.glass(corner, 3, KEY_Y, 94, 24)
     menu_key(corner, "LIST", 104, KEY_Y)
     for row in range(4):  # the corner that sizes the window: a triangle of studs
         for column in range(3 - row, 4):

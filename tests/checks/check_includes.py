@@ -1,5 +1,6 @@
 """Reads the #include lines of the product and fails when folders depend on each other in a circle, when
-a higher level is used by a lower one, or when portable code includes a Windows header.
+a higher level is used by a lower one, when portable code includes a Windows header, or when the host
+knows more of the library than what is there for hosts.
 
 usage: check_includes.py ROOT COMPILE_COMMANDS_OF_THE_NATIVE_BUILD
 """
@@ -20,6 +21,11 @@ LEVELS = [
     ["catalog"],
     ["entry"],
 ]
+# The reference host uses the library as any program would, with one exception: the curve of the
+# equalizer is measured with effects of its own.
+HOST = ["host"]
+FOR_HOSTS = ["include/kelvo", "host"]
+HOST_EXCEPTIONS = {("host/player/response.cpp", "effects")}
 WINDOWS_HEADERS = re.compile(r"^(windows|windef|winbase|winuser|wingdi|commctrl|prsht|mmsystem|ole2|"
                              r"oleauto|ocidl|objbase|shellapi|shlobj|aygshell)\.h$", re.IGNORECASE)
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
@@ -34,6 +40,10 @@ def level_of(path):
     return best
 
 
+def is_of_host(path):
+    return any(path.startswith(name + "/") for name in HOST)
+
+
 def includes_of(root, path):
     with open(os.path.join(root, path), encoding="utf-8") as file:
         for quoted, angled in INCLUDE.findall(file.read()):
@@ -46,8 +56,8 @@ def includes_of(root, path):
                 yield None, name
 
 
-def product_files(root):
-    for names in LEVELS:
+def files_of(root, levels):
+    for names in levels:
         for name in names:
             for folder, _, files in os.walk(os.path.join(root, name)):
                 for file in files:
@@ -57,7 +67,7 @@ def product_files(root):
 
 def check_levels(root):
     errors = []
-    for path in sorted(set(product_files(root))):
+    for path in sorted(set(files_of(root, LEVELS))):
         here = level_of(path)
         for target, _ in includes_of(root, path):
             there = level_of(target) if target else None
@@ -68,11 +78,23 @@ def check_levels(root):
     return errors
 
 
+def check_host(root):
+    errors = []
+    for path in sorted(files_of(root, [HOST])):
+        for target, _ in includes_of(root, path):
+            folder = os.path.dirname(target) if target else None
+            allowed = (folder is None or (path, folder) in HOST_EXCEPTIONS or
+                       any(target.startswith(name + "/") for name in FOR_HOSTS))
+            if not allowed:
+                errors.append(f"{path} includes {target}: the host knows include/kelvo alone")
+    return errors
+
+
 def check_portable(root, commands):
     errors = []
     with open(commands, encoding="utf-8") as file:
         sources = {os.path.relpath(entry["file"], root) for entry in json.load(file)}
-    todo = [path for path in sources if level_of(path)]
+    todo = [path for path in sources if level_of(path) or is_of_host(path)]
     if not todo:
         errors.append("the native build compiles nothing of the product")
     seen = set(todo)
@@ -89,7 +111,7 @@ def check_portable(root, commands):
 
 def main():
     root, commands = sys.argv[1:3]
-    errors = check_levels(root) + check_portable(root, commands)
+    errors = check_levels(root) + check_host(root) + check_portable(root, commands)
     for error in errors:
         print(error)
     print(f"{len(errors)} bad includes")

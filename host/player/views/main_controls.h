@@ -11,6 +11,9 @@ struct MainButton {
 };
 
 constexpr int kMainButtons = 14;
+// The shade button while the window is rolled up.
+constexpr ButtonLook kUnshadeLook =
+    PlainButton({254, 3, 9, 9}, kelvo::kSkinTitleBar, {0, 27}, {9, 27});
 extern const MainButton kMainButtonTable[kMainButtons];
 
 constexpr Rect kTimePlace = {36, 26, 63, 13};

@@ -23,8 +23,9 @@ constexpr int kSliderPictures = 28;
 constexpr int kSliderPictureStep = 15;  // rows from one background to the next
 
 void DrawTitleBar(Canvas* canvas, const Skin& skin, const MainState& state) {
-  canvas->Draw(skin.image(kelvo::kSkinTitleBar),
-               {27, state.active ? 0 : 15, kMainSize.width, kTitleBarHeight}, {0, 0});
+  const int row = state.rolled ? (state.active ? 29 : 42) : (state.active ? 0 : 15);
+  canvas->Draw(skin.image(kelvo::kSkinTitleBar), {27, row, kMainSize.width, kTitleBarHeight},
+               {0, 0});
 }
 
 void DrawButtons(Canvas* canvas, const Skin& skin, const MainState& state) {
@@ -33,7 +34,9 @@ void DrawButtons(Canvas* canvas, const Skin& skin, const MainState& state) {
                     (button.control == MainControl::kRepeat && state.repeat) ||
                     (button.control == MainControl::kEqualizer && state.equalizer_open) ||
                     (button.control == MainControl::kPlaylist && state.playlist_open);
-    DrawButton(canvas, skin, button.look, state.pressed == button.control, on);
+    const ButtonLook& look =
+        button.control == MainControl::kShade && state.rolled ? kUnshadeLook : button.look;
+    DrawButton(canvas, skin, look, state.pressed == button.control, on);
   }
 }
 

@@ -49,7 +49,8 @@ constexpr Slider kPositionSlider = {16, 248, 29, 1000};
 enum class PlaySign { kStopped, kPlaying, kPaused };
 
 struct MainState {
-  bool active = true;  // the window has the keyboard
+  bool active = true;   // the window has the keyboard
+  bool rolled = false;  // only the title bar is left
   MainControl pressed = MainControl::kNone;
 
   PlaySign sign = PlaySign::kStopped;

@@ -31,6 +31,8 @@ Rect PlaylistButtonPlace(Size window, PlaylistControl control) {
   switch (control) {
     case Control::kClose:
       return {window.width - 11, 3, 9, 9};
+    case Control::kShade:
+      return {window.width - 21, 3, 9, 9};
     case Control::kAddMenu:
       return {14, y, 22, 18};
     case Control::kRemoveMenu:
@@ -57,11 +59,15 @@ Rect PlaylistButtonPlace(Size window, PlaylistControl control) {
 
 PlaylistControl PlaylistControlAt(Size window, Point point) {
   constexpr Control kControls[] = {
-      Control::kClose,    Control::kAddMenu,  Control::kRemoveMenu, Control::kSelectMenu,
-      Control::kMiscMenu, Control::kListMenu, Control::kSizeCorner, Control::kScrollBar,
-      Control::kList,     Control::kTitleBar,
+      Control::kClose,      Control::kShade,    Control::kAddMenu,  Control::kRemoveMenu,
+      Control::kSelectMenu, Control::kMiscMenu, Control::kListMenu, Control::kSizeCorner,
+      Control::kScrollBar,  Control::kList,     Control::kTitleBar,
   };
-  for (PlaylistControl control : kControls) {
+  const bool rolled = window.height == kPlaylistRolled;
+  for (Control control : kControls) {
+    const bool in_title =
+        control == Control::kClose || control == Control::kShade || control == Control::kTitleBar;
+    if (rolled && !in_title) continue;
     if (PlaylistButtonPlace(window, control).Contains(point)) return control;
   }
   return Control::kNone;

@@ -10,10 +10,12 @@ constexpr Size kPlaylistStep = {25, 29};
 constexpr int kPlaylistRow = 13;
 constexpr int kPlaylistTop = 20;
 constexpr int kPlaylistBottom = 38;
+constexpr int kPlaylistRolled = 14;  // height of the window when only its title is left
 
 enum class PlaylistControl {
   kNone,
   kClose,
+  kShade,
   kAddMenu,
   kRemoveMenu,
   kSelectMenu,

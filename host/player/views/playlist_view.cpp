@@ -15,8 +15,15 @@ constexpr Rect kRightBorder = {31, 42, 20, 29};
 constexpr Rect kBottomLeft = {0, 72, 125, kPlaylistBottom};
 constexpr Rect kBottomRight = {126, 72, 150, kPlaylistBottom};
 constexpr Rect kBottomTile = {179, 0, 25, kPlaylistBottom};
-constexpr Point kRunningTime = {-143, -28};  // from the lower right corner
-constexpr int kTimeGap = 4;                  // between a row's text and its time
+constexpr Rect kRolledLeft = {72, 42, 25, kPlaylistRolled};
+constexpr Rect kRolledTile = {72, 57, 25, kPlaylistRolled};
+constexpr Rect kRolledRight = {99, 42, 50, kPlaylistRolled};
+constexpr int kInactiveRolled = 15;
+constexpr Point kRolledText = {5, 4};
+// From the lower right corner.
+constexpr Point kRunningTime = {-143, -28};
+constexpr Point kPlayTime = {-82, -15};
+constexpr int kTimeGap = 4;  // between a row's text and its time
 
 void DrawTop(Canvas* canvas, const Bitmap& image, const PlaylistViewState& state) {
   const auto piece = [&](Rect place) {
@@ -36,7 +43,7 @@ void DrawSides(Canvas* canvas, const Bitmap& image, const PlaylistViewState& sta
   const int right = size.width - kRightBorder.width;
   canvas->Tile(image, kLeftBorder, {0, kPlaylistTop, kLeftBorder.width, height});
   canvas->Tile(image, kRightBorder, {right, kPlaylistTop, kRightBorder.width, height});
-  const int column = state.thumb_pressed ? 61 : 52;
+  const int column = state.pressed == PlaylistControl::kScrollBar ? 61 : 52;
   canvas->Draw(image, {column, 53, 8, kScrollThumbHeight},
                {right + 5, PlaylistThumbTop(size, state.first, state.last_first)});
 }
@@ -50,6 +57,31 @@ void DrawBottom(Canvas* canvas, const Skin& skin, const PlaylistViewState& state
   canvas->Draw(image, kBottomRight, {size.width - kBottomRight.width, y});
   DrawSkinText(canvas, skin.image(kelvo::kSkinText), state.running_time,
                {size.width + kRunningTime.x, size.height + kRunningTime.y});
+  DrawSkinText(canvas, skin.image(kelvo::kSkinText), state.play_time,
+               {size.width + kPlayTime.x, size.height + kPlayTime.y});
+}
+
+// The sheet has them pressed only; at rest they are part of the corners.
+void DrawPressedButton(Canvas* canvas, const Bitmap& image, const PlaylistViewState& state) {
+  if (state.pressed != PlaylistControl::kClose && state.pressed != PlaylistControl::kShade) return;
+  const Rect place = PlaylistButtonPlace(state.size, state.pressed);
+  const int column = state.pressed == PlaylistControl::kClose ? 52 : 62;
+  canvas->Draw(image, {column, 42, place.width, place.height}, {place.x, place.y});
+}
+
+void DrawRolled(Canvas* canvas, const Skin& skin, const PlaylistViewState& state) {
+  const Bitmap& image = skin.image(kelvo::kSkinPlaylist);
+  const int width = state.size.width;
+  const int right = width - kRolledRight.width;
+  Rect end = kRolledRight;
+  if (!state.active) end.y += kInactiveRolled;
+  canvas->Tile(image, kRolledTile, {0, 0, width, kPlaylistRolled});
+  canvas->Draw(image, kRolledLeft, {0, 0});
+  const auto letters = static_cast<size_t>((right - kRolledText.x) / kLetterWidth);
+  DrawSkinText(canvas, skin.image(kelvo::kSkinText), state.rolled_text.substr(0, letters),
+               kRolledText);
+  canvas->Draw(image, end, {right, 0});
+  DrawPressedButton(canvas, image, state);
 }
 
 void DrawRows(Canvas* canvas, const PlaylistStyle& style, const PlaylistViewState& state,
@@ -75,12 +107,17 @@ void DrawRows(Canvas* canvas, const PlaylistStyle& style, const PlaylistViewStat
 
 void DrawPlaylist(Canvas* canvas, const Skin& skin, const PlaylistViewState& state,
                   TextPainter& painter) {
+  if (state.size.height == kPlaylistRolled) {
+    DrawRolled(canvas, skin, state);
+    return;
+  }
   const Bitmap& image = skin.image(kelvo::kSkinPlaylist);
   canvas->Fill({0, 0, state.size.width, state.size.height}, skin.playlist.background);
   DrawRows(canvas, skin.playlist, state, painter);
   DrawTop(canvas, image, state);
   DrawSides(canvas, image, state);
   DrawBottom(canvas, skin, state);
+  DrawPressedButton(canvas, image, state);
 }
 
 }  // namespace velmora

@@ -24,8 +24,11 @@ struct PlaylistViewState {
   std::vector<PlaylistRow> rows;  // those in view, from the top
   int first = 0;                  // number of the first of them in the list
   int last_first = 0;             // what `first` is when the list's end is in view
-  bool thumb_pressed = false;
-  std::u16string running_time;  // in letters of the skin's font
+  PlaylistControl pressed = PlaylistControl::kNone;
+  // In letters of the skin's font.
+  std::u16string running_time;
+  std::u16string play_time;
+  std::u16string rolled_text;  // instead of all, in the rolled-up window
 };
 
 void DrawPlaylist(Canvas* canvas, const Skin& skin, const PlaylistViewState& state,

@@ -15,12 +15,26 @@ constexpr const wchar_t* kSliderNames[kEqualizerSliders] = {
     L"3 KHZ",  L"6 KHZ", L"12 KHZ", L"14 KHZ", L"16 KHZ",
 };
 
+constexpr int kMeasured = 500;       // frequencies
 constexpr float kMostDecibels = 16;  // at the edges of the curve
 
 // Where a slider changes nothing.
 int Neutral(int slider) {
   const EqualizerState neutral;
   return slider == 0 ? neutral.preamp : neutral.bands[slider - 1];
+}
+
+// Where a column of the curve lies between 20 Hz (0) and 20 kHz (1) for the ear: each band has its
+// column, and between them it goes on evenly.
+float PlaceOfColumn(int x) {
+  constexpr float kBands[] = {60, 170, 310, 600, 1000, 3000, 6000, 12000, 14000, 16000};
+  constexpr float kFirstColumn = 2;
+  constexpr float kColumns = 12;  // from one band to the next
+  const float band = std::clamp((static_cast<float>(x) - kFirstColumn) / kColumns, 0.0f, 9.0f);
+  const int below = std::min(static_cast<int>(band), 8);
+  const float share = band - static_cast<float>(below);
+  const float ratio = kBands[below + 1] / kBands[below];
+  return log10f(kBands[below] * powf(ratio, share) / 20) / 3;
 }
 
 bool Same(const EqualizerState& a, const EqualizerState& b) {
@@ -61,11 +75,12 @@ void EqualizerWindow::UpdateCurve() {
   if (meter_ && Same(sound, curve_of_)) return;
   if (!meter_) meter_ = std::make_unique<ResponseMeter>();
   curve_of_ = sound;
-  float decibels[kCurvePlace.width];
-  meter_->Measure(sound, decibels, std::size(decibels));
-  for (size_t i = 0; i < std::size(decibels); ++i) {
-    curve_[i] = static_cast<int>(
-        lroundf((kMostDecibels - decibels[i]) * (kCurvePlace.height - 1) / (2 * kMostDecibels)));
+  float decibels[kMeasured];
+  meter_->Measure(sound, decibels, kMeasured);
+  for (int x = 0; x < kCurvePlace.width; ++x) {
+    const float level = decibels[lroundf(PlaceOfColumn(x) * (kMeasured - 1))];
+    curve_[x] = static_cast<int>(
+        lroundf((kMostDecibels - level) * (kCurvePlace.height - 1) / (2 * kMostDecibels)));
   }
 }
 

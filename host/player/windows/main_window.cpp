@@ -81,6 +81,7 @@ MainState MainWindow::State() const {
   const PlayerStatus status = app_.player().status();
   MainState state;
   state.active = active();
+  state.rolled = shaded_;
   state.pressed = inside_ || IsSlider(held_) ? held_ : MainControl::kNone;
   state.sign = SignOf(status.state);
   state.scroll = scroll_;
@@ -115,8 +116,10 @@ void MainWindow::Draw(Canvas* canvas) {
 }
 
 void MainWindow::ShowSongText() {
-  const std::wstring text = hint_.empty() ? app_.SongText() : hint_;
+  const std::wstring song = app_.SongText();
+  const std::wstring text = !hint_.empty() ? hint_ : !song.empty() ? song : L"VELMORA";
   if (text == song_text_of_) return;
+  SetWindowTextW(handle(), song.empty() ? L"Velmora" : (song + L" - Velmora").c_str());
   song_text_of_ = text;
   song_text_ = SongTextPicture(app_.skin(), text);
   scroll_ = 0;

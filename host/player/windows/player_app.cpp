@@ -2,6 +2,8 @@
 
 #include <kelvo/messages.h>
 
+#include <numeric>
+
 #include "host/console.h"
 #include "host/player/windows/file_dialogs.h"
 #include "host/player/windows/shortcuts.h"
@@ -51,7 +53,7 @@ void PlayerApp::Loop() {
     MSG message;
     if (learning && !PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) {
       learning = player_->LearnNext();
-      Refresh();
+      if (learning) Refresh();
       continue;
     }
     if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
@@ -66,7 +68,7 @@ void PlayerApp::Loop() {
 
 std::wstring PlayerApp::SongText() const {
   const PlayerStatus status = player_->status();
-  if (status.current == kNoTrack || status.current >= player_->tracks().size()) return L"VELMORA";
+  if (status.current == kNoTrack || status.current >= player_->tracks().size()) return L"";
   const Track& track = player_->tracks()[status.current];
   const std::wstring title = status.title.empty() ? track.title : status.title;
   std::wstring text = std::to_wstring(status.current + 1) + L". " + title;
@@ -107,14 +109,22 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       playlist_.Tick();
       UpdateTimer();
       return true;
-    case kelvo::kMessageEndOfPlayback: player_->OnEndOfPlayback(); break;
-    case kelvo::kMessagePlayBookmark: bookmarks_->OnPlayBookmark(wparam, lparam); break;
-    case kelvo::kMessageCatalogPlay: catalog_->OnPlay(); break;
-    case kelvo::kMessageCatalogPlayed: break;  // nothing is left to do
+    case kelvo::kMessageEndOfPlayback:
+      player_->OnEndOfPlayback();
+      break;
+    case kelvo::kMessagePlayBookmark:
+      bookmarks_->OnPlayBookmark(wparam, lparam);
+      break;
+    case kelvo::kMessageCatalogPlay:
+      catalog_->OnPlay();
+      break;
+    case kelvo::kMessageCatalogPlayed:
+      break;  // nothing is left to do
     case WM_ENDSESSION:
       if (wparam) Keep();
       break;
-    default: return false;
+    default:
+      return false;
   }
   Refresh();
   return true;
@@ -122,9 +132,16 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
 
 void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {
   if (paths.empty()) return;
-  if (replace) player_->Clear();
+  const size_t before = player_->tracks().size();
   player_->Add(paths);
-  if (replace && !player_->tracks().empty()) player_->PlayTrack(0);
+  if (player_->tracks().size() == before) {
+    ShowHint(L"NO MUSIC FOUND");
+  } else if (replace) {
+    std::vector<size_t> old(before);
+    std::iota(old.begin(), old.end(), size_t{0});
+    player_->Remove(old);
+    PlayTrack(0);
+  }
   Refresh();
 }
 

@@ -47,7 +47,7 @@ class PlayerApp {
   int scale() const { return scale_; }
   bool equalizer_open() const { return equalizer_.visible(); }
   bool playlist_open() const { return playlist_.visible(); }
-  std::wstring SongText() const;
+  std::wstring SongText() const;  // of the current track; empty: there is none
 
   // Carries a command out; also those of the ranges.
   void Do(int command);

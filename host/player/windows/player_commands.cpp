@@ -257,7 +257,7 @@ void PlayerApp::ChangeVolume(int by) {
 }
 
 void PlayerApp::PlayTrack(size_t index) {
-  player_->PlayTrack(index);
+  if (!player_->PlayTrack(index)) ShowHint(L"CANNOT BE PLAYED");
   Refresh();
 }
 

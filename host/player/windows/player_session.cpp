@@ -24,8 +24,7 @@ void PlayerApp::RestoreWindows(const Session& session) {
   scale_ = session.double_size ? 2 : 1;
   main_.UpdateSize();
   equalizer_.UpdateSize();
-  playlist_.SetSize(
-      {session.playlist_window.width / scale_, session.playlist_window.height / scale_});
+  playlist_.SetSize({session.playlist_window.width, session.playlist_window.height});
   if (first_start) {
     main_.MoveTo(kFirstPlace);
     windows_.Stack();
@@ -48,6 +47,8 @@ void PlayerApp::KeepWindows(Session* session) const {
   session->main_window = Kept(main_);
   session->equalizer_window = Kept(equalizer_);
   session->playlist_window = Kept(playlist_);
+  session->playlist_window.width = playlist_.size().width;  // not enlarged, not rolled up
+  session->playlist_window.height = playlist_.size().height;
 }
 
 void PlayerApp::OpenWindows() {

@@ -35,6 +35,16 @@ int PlaylistWindow::Count() const {
   return static_cast<int>(app_.player().tracks().size());
 }
 
+// Of the playing time; negative: none.
+int PlaylistWindow::Second() const {
+  const PlayerStatus status = app_.player().status();
+  return status.state == PlayState::kStopped ? -1 : static_cast<int>(status.position_ms / 1000);
+}
+
+Size PlaylistWindow::CanvasSize() const {
+  return {size_.width, rolled_ ? kPlaylistRolled : size_.height};
+}
+
 int PlaylistWindow::last_first() const {
   return std::max(0, Count() - PlaylistRows(size_));
 }
@@ -45,11 +55,11 @@ PlaylistViewState PlaylistWindow::State() {
   selection_.SetCount(tracks.size());
   first_ = Clamp(first_, 0, last_first());
   PlaylistViewState state;
-  state.size = size_;
+  state.size = CanvasSize();
   state.active = active();
   state.first = first_;
   state.last_first = last_first();
-  state.thumb_pressed = held_ == PlaylistControl::kScrollBar;
+  if (inside_ || held_ == PlaylistControl::kScrollBar) state.pressed = held_;
   const size_t end = std::min(tracks.size(), static_cast<size_t>(first_ + PlaylistRows(size_)));
   uint64_t selected_ms = 0;
   uint64_t all_ms = 0;
@@ -63,6 +73,8 @@ PlaylistViewState PlaylistWindow::State() {
                           tracks[i].length_ms ? TimeText(tracks[i].length_ms) : std::u16string(),
                           i == current, selection_.Has(i)});
   }
+  if (Second() >= 0) state.play_time = TimeText(uint64_t{1000} * static_cast<unsigned>(Second()));
+  if (rolled_) state.rolled_text = ToView(app_.SongText());
   state.running_time = TimeText(selected_ms) + u"/" + TimeText(all_ms) + (unknown ? u"+" : u"");
   return state;
 }
@@ -71,14 +83,20 @@ void PlaylistWindow::Draw(Canvas* canvas) {
   const PlaylistViewState state = State();
   DrawPlaylist(canvas, app_.skin(), state, app_.list_text());
   version_ = app_.player().list_version();
+  second_ = Second();
 }
 
 void PlaylistWindow::Tick() {
-  if (version_ == app_.player().list_version()) return;
+  if (version_ == app_.player().list_version() && second_ == Second()) return;
   const size_t current = app_.player().status().current;
   if (current != current_ && current < static_cast<size_t>(Count())) ShowRow(current);
   current_ = current;
   Refresh();
+}
+
+void PlaylistWindow::Roll() {
+  rolled_ = !rolled_;
+  UpdateSize();
 }
 
 void PlaylistWindow::SetSize(Size size) {
@@ -135,7 +153,6 @@ void PlaylistWindow::PressRow(Point point) {
     return;
   }
   const auto index = static_cast<size_t>(row);
-  // A press on one of several selected ones only starts dragging it.
   selection_.OnClick(index, ClickNow());
   dragged_row_ = row;
 }
@@ -151,13 +168,15 @@ void PlaylistWindow::DragRow(Point point) {
 }
 
 void PlaylistWindow::OnPress(Point point) {
-  held_ = PlaylistControlAt(size_, point);
+  held_ = PlaylistControlAt(CanvasSize(), point);
+  inside_ = true;
   press_ = {size_.width - point.x, size_.height - point.y};
   if (held_ == PlaylistControl::kList) PressRow(point);
   OnDrag(point);
 }
 
 void PlaylistWindow::OnDrag(Point point) {
+  inside_ = PlaylistControlAt(CanvasSize(), point) == held_;
   switch (held_) {
     case PlaylistControl::kList:
       DragRow(point);
@@ -179,8 +198,9 @@ void PlaylistWindow::OnDrag(Point point) {
 void PlaylistWindow::OnRelease(Point point) {
   const PlaylistControl control = held_;
   OnCancel();
-  if (PlaylistControlAt(size_, point) != control) return;
+  if (PlaylistControlAt(CanvasSize(), point) != control) return;
   if (control == PlaylistControl::kClose) app_.Do(kCommandPlaylistWindow);
+  if (control == PlaylistControl::kShade) Roll();
   OpenMenu(control);
 }
 
@@ -191,7 +211,9 @@ void PlaylistWindow::OnCancel() {
 }
 
 void PlaylistWindow::OnDoubleClick(Point point) {
-  if (PlaylistControlAt(size_, point) != PlaylistControl::kList) {
+  const PlaylistControl control = PlaylistControlAt(CanvasSize(), point);
+  if (control == PlaylistControl::kTitleBar) Roll();
+  if (control != PlaylistControl::kList) {
     OnPress(point);
     return;
   }
@@ -256,7 +278,7 @@ void PlaylistWindow::OnClose() {
 }
 
 bool PlaylistWindow::IsHandle(Point point) const {
-  const PlaylistControl control = PlaylistControlAt(size_, point);
+  const PlaylistControl control = PlaylistControlAt(CanvasSize(), point);
   return control == PlaylistControl::kTitleBar || control == PlaylistControl::kNone;
 }
 

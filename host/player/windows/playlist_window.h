@@ -24,7 +24,7 @@ class PlaylistWindow final : public SkinWindow {
   void SetSize(Size size);  // the nearest possible
 
  private:
-  Size CanvasSize() const override { return size_; }
+  Size CanvasSize() const override;
   void Draw(Canvas* canvas) override;
   void OnPress(Point point) override;
   void OnDrag(Point point) override;
@@ -37,6 +37,7 @@ class PlaylistWindow final : public SkinWindow {
   bool IsHandle(Point point) const override;
 
   PlaylistViewState State();
+  void Roll();  // up to the title bar, or down again
   int last_first() const;
   void ScrollTo(int first);
   void ShowRow(size_t index);
@@ -46,14 +47,18 @@ class PlaylistWindow final : public SkinWindow {
   void OpenMenu(PlaylistControl control);
   void Remove(const std::vector<size_t>& tracks);
   int Count() const;
+  int Second() const;
 
   Size size_ = kPlaylistLeast;
+  bool rolled_ = false;
   int first_ = 0;  // the first row in view
   ListSelection selection_;
   PlaylistControl held_ = PlaylistControl::kNone;
   int dragged_row_ = -1;  // the row that is being moved by the mouse
   Point press_ = {0, 0};  // while the corner is held: where, in the window
+  bool inside_ = false;   // the mouse is on what it went down on
   uint32_t version_ = 0;  // of the list, as drawn
+  int second_ = -1;       // of the playing time, as drawn
   size_t current_ = 0;    // that was scrolled to
 };
 

@@ -3,9 +3,13 @@
 #include <stdlib.h>
 
 #include "host/player/skin/skin_loader.h"
+#include "host/program_folder.h"
 
 namespace velmora {
 namespace {
+
+constexpr wchar_t kArchive[] = L".zip";
+constexpr wchar_t kDefaultSkin[] = L"default";
 
 class LibrarySkin final : public SkinFiles {
  public:
@@ -37,7 +41,7 @@ class LibrarySkin final : public SkinFiles {
 };
 
 bool EndsInZip(const std::wstring& path) {
-  return path.size() > 4 && lstrcmpiW(path.c_str() + path.size() - 4, L".zip") == 0;
+  return path.size() > 4 && lstrcmpiW(path.c_str() + path.size() - 4, kArchive) == 0;
 }
 
 }  // namespace
@@ -57,10 +61,7 @@ bool LooksLikeSkin(const Library& library, const std::wstring& path) {
 }
 
 std::wstring SkinFolder() {
-  wchar_t program[MAX_PATH] = L"";
-  GetModuleFileNameW(nullptr, program, MAX_PATH);
-  const std::wstring path = program;
-  return path.substr(0, path.find_last_of(L'\\') + 1) + L"skins";
+  return ProgramFolder() + L"\\skins";
 }
 
 std::vector<std::wstring> FindSkins() {
@@ -72,6 +73,7 @@ std::vector<std::wstring> FindSkins() {
     const std::wstring name = found.cFileName;
     const bool folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     if (name == L"." || name == L"..") continue;
+    if (name == kDefaultSkin || name == std::wstring(kDefaultSkin) + kArchive) continue;
     if (folder || EndsInZip(name)) paths.push_back(SkinFolder() + L"\\" + name);
   } while (FindNextFileW(search, &found));
   FindClose(search);
@@ -80,8 +82,8 @@ std::vector<std::wstring> FindSkins() {
 
 Skin DefaultSkin(const Library& library) {
   Skin skin;
-  const std::wstring path = SkinFolder() + L"\\default";
-  if (!ReadSkin(library, path, Skin(), &skin)) ReadSkin(library, path + L".zip", Skin(), &skin);
+  const std::wstring path = SkinFolder() + L"\\" + kDefaultSkin;
+  if (!ReadSkin(library, path, Skin(), &skin)) ReadSkin(library, path + kArchive, Skin(), &skin);
   return skin;
 }
 

@@ -15,7 +15,8 @@ bool ReadSkin(const Library& library, const std::wstring& path, const Skin& base
 // Whether a dropped file or folder is a skin rather than music.
 bool LooksLikeSkin(const Library& library, const std::wstring& path);
 
-// The folder of skins beside this program, and what is in it: paths of folders and archives.
+// The folder of skins beside this program, and what is in it besides the default: paths of folders
+// and archives.
 std::wstring SkinFolder();
 std::vector<std::wstring> FindSkins();
 

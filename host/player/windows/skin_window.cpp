@@ -116,11 +116,18 @@ Point SkinWindow::ToCanvas(LPARAM lparam) const {
   return {down(GET_X_LPARAM(lparam)), down(GET_Y_LPARAM(lparam))};
 }
 
-void SkinWindow::OnButtonDown(Point point, bool twice) {
+Point SkinWindow::ToScreen(LPARAM lparam) const {
+  POINT point = {GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
+  ClientToScreen(window_, &point);
+  return {point.x, point.y};
+}
+
+void SkinWindow::OnButtonDown(LPARAM lparam, bool twice) {
+  const Point point = ToCanvas(lparam);
   SetCapture(window_);
   if (IsHandle(point) && !twice) {
     capture_ = Capture::kMove;
-    app_.windows().BeginMove(this);
+    app_.windows().BeginMove(this, ToScreen(lparam));
     return;
   }
   capture_ = Capture::kControl;
@@ -131,9 +138,9 @@ void SkinWindow::OnButtonDown(Point point, bool twice) {
   }
 }
 
-void SkinWindow::OnMove(Point point) {
-  if (capture_ == Capture::kMove) app_.windows().Move();
-  if (capture_ == Capture::kControl) OnDrag(point);
+void SkinWindow::OnMouseMove(LPARAM lparam) {
+  if (capture_ == Capture::kMove) app_.windows().Move(ToScreen(lparam));
+  if (capture_ == Capture::kControl) OnDrag(ToCanvas(lparam));
 }
 
 void SkinWindow::OnButtonUp(Point point) {
@@ -147,6 +154,13 @@ void SkinWindow::OnCaptureLost() {
   const Capture capture = capture_;
   capture_ = Capture::kNone;
   if (capture == Capture::kControl) OnCancel();
+}
+
+void SkinWindow::OnWheelTurned(int delta) {
+  wheel_ += delta;
+  const int notches = wheel_ / WHEEL_DELTA;
+  wheel_ -= notches * WHEEL_DELTA;
+  if (notches != 0) OnWheel(notches);
 }
 
 void SkinWindow::OnMenu(LPARAM lparam) {
@@ -176,13 +190,13 @@ LRESULT SkinWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_ERASEBKGND:
       return 1;
     case WM_LBUTTONDOWN:
-      OnButtonDown(ToCanvas(lparam), false);
+      OnButtonDown(lparam, false);
       return 0;
     case WM_LBUTTONDBLCLK:
-      OnButtonDown(ToCanvas(lparam), true);
+      OnButtonDown(lparam, true);
       return 0;
     case WM_MOUSEMOVE:
-      OnMove(ToCanvas(lparam));
+      if (wparam & MK_LBUTTON) OnMouseMove(lparam);
       return 0;
     case WM_LBUTTONUP:
       OnButtonUp(ToCanvas(lparam));
@@ -191,7 +205,7 @@ LRESULT SkinWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       OnCaptureLost();
       return 0;
     case WM_MOUSEWHEEL:
-      OnWheel(GET_WHEEL_DELTA_WPARAM(wparam) / WHEEL_DELTA);
+      OnWheelTurned(GET_WHEEL_DELTA_WPARAM(wparam));
       return 0;
     case WM_CONTEXTMENU:
       OnMenu(lparam);
@@ -204,6 +218,10 @@ LRESULT SkinWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       return 0;
     case WM_SYSCHAR:
       return 0;  // shortcuts with Alt have been taken; no beep
+    case WM_SYSCOMMAND:
+      // There is no menu bar that F10 could open; Alt+Space opens the system's menu.
+      if ((wparam & 0xFFF0) == SC_KEYMENU && lparam != ' ') return 0;
+      break;
     case WM_KEYDOWN:
       if (OnKey(static_cast<int>(wparam))) return 0;
       break;

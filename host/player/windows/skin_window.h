@@ -60,20 +60,24 @@ class SkinWindow {
 
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
-  void OnButtonDown(Point point, bool twice);
-  void OnMove(Point point);
+  void OnButtonDown(LPARAM lparam, bool twice);
+  void OnMouseMove(LPARAM lparam);
   void OnButtonUp(Point point);
   void OnCaptureLost();
+  void OnWheelTurned(int delta);
   void OnMenu(LPARAM lparam);
   void OnDrop(HDROP drop);
   void Paint();
 
+  // Of a point in a message.
   Point ToCanvas(LPARAM lparam) const;
+  Point ToScreen(LPARAM lparam) const;
 
   HWND window_ = nullptr;
   Canvas canvas_;
   Bitmap drawn_;  // what is on the screen
   Capture capture_ = Capture::kNone;
+  int wheel_ = 0;  // turned, and not yet a whole notch
   bool active_ = false;
 };
 

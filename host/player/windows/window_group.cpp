@@ -42,8 +42,8 @@ std::vector<bool> WindowGroup::DockedToMain(const std::vector<Rect>& places) con
   return docked;
 }
 
-void WindowGroup::BeginMove(SkinWindow* window) {
-  GetCursorPos(&mouse_);
+void WindowGroup::BeginMove(SkinWindow* window, Point mouse) {
+  mouse_ = mouse;
   from_ = Places();
   moved_.clear();
   const std::vector<bool> docked = DockedToMain(from_);
@@ -52,10 +52,8 @@ void WindowGroup::BeginMove(SkinWindow* window) {
   }
 }
 
-void WindowGroup::Move() {
-  POINT now;
-  GetCursorPos(&now);
-  const Point way = {now.x - mouse_.x, now.y - mouse_.y};
+void WindowGroup::Move(Point mouse) {
+  const Point way = {mouse.x - mouse_.x, mouse.y - mouse_.y};
   std::vector<bool> is_moved(windows_.size(), false);
   std::vector<Rect> moved;
   for (size_t i : moved_) {

@@ -12,9 +12,9 @@ class WindowGroup {
  public:
   void Add(SkinWindow* window) { windows_.push_back(window); }
 
-  // The user drags a window by its title: from where the mouse is now, to where it is now.
-  void BeginMove(SkinWindow* window);
-  void Move();
+  // The user drags a window by its title, with the mouse at these points of the screen.
+  void BeginMove(SkinWindow* window, Point mouse);
+  void Move(Point mouse);
 
   // Below one another, the main window first.
   void Stack();
@@ -36,7 +36,7 @@ class WindowGroup {
 
   std::vector<SkinWindow*> windows_;
   // While a window is dragged.
-  POINT mouse_ = {};
+  Point mouse_ = {0, 0};
   std::vector<size_t> moved_;
   std::vector<Rect> from_;  // of all windows
 };

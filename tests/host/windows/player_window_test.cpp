@@ -1,0 +1,285 @@
+// The player as its user sees it.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "host/library.h"
+#include "host/player/windows/commands.h"
+#include "host/player/windows/skin_source.h"
+#include "tests/host/windows/player_driver.h"
+
+namespace velmora {
+namespace {
+
+using test::Place;
+using test::PlayerDriver;
+using test::Shows;
+
+constexpr wchar_t kSession[] = L"player_window_test.session";
+
+std::wstring Media(const wchar_t* name) {
+  wchar_t full[MAX_PATH];
+  GetFullPathNameW((std::wstring(L"..\\..\\media\\") + name).c_str(), MAX_PATH, full, nullptr);
+  return full;
+}
+
+std::string SessionText() {
+  std::ifstream file("player_window_test.session", std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+class PlayerWindowTest : public testing::Test {
+ protected:
+  PlayerWindowTest() {
+    DeleteFileW(kSession);
+    player_.emplace(std::vector<std::wstring>{Media(L"sample.ogg"), Media(L"tone_44100_mono.ogg"),
+                                              Media(L"tone_8000_stereo.ogg")},
+                    kSession);
+  }
+
+  bool Shown(HWND window, Rect place, kelvo::SkinFile file, Point from) const {
+    return Shows(player_->Picture(window), place, skin_.image(file), from);
+  }
+  bool MainShows(Rect place, kelvo::SkinFile file, Point from) const {
+    return Shown(player_->main(), place, file, from);
+  }
+  bool Playing() const { return MainShows({26, 28, 9, 9}, kelvo::kSkinPlayPause, {0, 0}); }
+  bool Paused() const { return MainShows({26, 28, 9, 9}, kelvo::kSkinPlayPause, {9, 0}); }
+  bool Stopped() const { return MainShows({26, 28, 9, 9}, kelvo::kSkinPlayPause, {18, 0}); }
+  // The last digit of the time; 10: none.
+  int LastDigit() const {
+    const Bitmap picture = player_->Picture(player_->main());
+    for (int digit = 0; digit <= 10; ++digit) {
+      if (Shows(picture, {90, 26, 9, 13}, skin_.image(kelvo::kSkinNumbersEx), {digit * 9, 0})) {
+        return digit;
+      }
+    }
+    return -1;
+  }
+  // The row of the list whose text has the colour of the current track; -1: none.
+  int CurrentRow() const {
+    const Bitmap picture = player_->Picture(player_->playlist());
+    for (int y = 20; y < picture.height - 38; ++y) {
+      for (int x = 12; x < picture.width - 20; ++x) {
+        if (picture.At(x, y) == skin_.playlist.current) return (y - 20) / 13;
+      }
+    }
+    return -1;
+  }
+  bool RowSelected(int row) const {
+    return player_->Picture(player_->playlist()).At(200, 20 + 13 * row) == skin_.playlist.selected;
+  }
+  Bitmap RowText(int row) const {
+    const Bitmap picture = player_->Picture(player_->playlist());
+    Bitmap text(150, 13);
+    for (int y = 0; y < 13; ++y) {
+      // Behind the number, whatever its colours.
+      for (int x = 0; x < 150; ++x) text.Row(y)[x] = picture.At(28 + x, 20 + 13 * row + y);
+    }
+    return text;
+  }
+
+  const Library library_;
+  const Skin skin_ = DefaultSkin(library_);
+  std::optional<PlayerDriver> player_;
+};
+
+constexpr Point kPlay = {50, 97};
+constexpr Point kPause = {73, 97};
+constexpr Point kStop = {96, 97};
+constexpr Point kNext = {118, 97};
+
+TEST_F(PlayerWindowTest, TransportFollowsTheButtons) {
+  EXPECT_TRUE(Playing());
+  player_->Until([&] { return LastDigit() == 1; });
+  EXPECT_TRUE(MainShows({239, 41, 29, 12}, kelvo::kSkinMonoStereo, {0, 0}));
+
+  player_->Press(player_->main(), kPause);
+  EXPECT_TRUE(MainShows({62, 88, 23, 18}, kelvo::kSkinButtons, {46, 18}));
+  player_->MoveTo(player_->main(), {73, 60});
+  EXPECT_TRUE(MainShows({62, 88, 23, 18}, kelvo::kSkinButtons, {46, 0})) << "away from it";
+  player_->Release(player_->main(), {73, 60});
+  EXPECT_TRUE(Playing());
+  player_->Click(player_->main(), kPause);
+  EXPECT_TRUE(Paused());
+  EXPECT_TRUE(MainShows({62, 88, 23, 18}, kelvo::kSkinButtons, {46, 0}));
+
+  player_->Click(player_->main(), kStop);
+  EXPECT_TRUE(Stopped());
+  EXPECT_EQ(LastDigit(), 10);
+  EXPECT_TRUE(MainShows({16, 72, 248, 10}, kelvo::kSkinPositionBar, {0, 0}));
+
+  player_->Click(player_->main(), kPlay);
+  EXPECT_TRUE(Playing());
+  player_->Click(player_->main(), kNext);
+  EXPECT_TRUE(MainShows({212, 41, 27, 12}, kelvo::kSkinMonoStereo, {29, 0})) << "mono";
+}
+
+TEST_F(PlayerWindowTest, KeysWorkInEveryWindow) {
+  for (HWND window : {player_->main(), player_->equalizer(), player_->playlist()}) {
+    player_->Key(window, 'V');
+    player_->Until([&] { return Stopped(); });
+    player_->Key(window, 'X');
+    player_->Until([&] { return Playing(); });
+    player_->Key(window, VK_SPACE);
+    player_->Until([&] { return Paused(); });
+  }
+  player_->Key(player_->main(), 'S');
+  player_->Until([&] { return MainShows({164, 89, 46, 15}, kelvo::kSkinShuffleRepeat, {28, 30}); });
+}
+
+TEST_F(PlayerWindowTest, Sliders) {
+  player_->Press(player_->main(), {114, 63});
+  EXPECT_TRUE(MainShows({107, 58, 14, 11}, kelvo::kSkinVolume, {0, 422}));
+  player_->Release(player_->main(), {114, 63});
+  EXPECT_TRUE(MainShows({107, 58, 14, 11}, kelvo::kSkinVolume, {15, 422}));
+  player_->Drag(player_->main(), {114, 63}, {141, 63});
+  EXPECT_TRUE(MainShows({107, 57, 20, 13}, kelvo::kSkinVolume, {0, 13 * 15})) << "half";
+  player_->Wheel(player_->main(), 1);
+  player_->Drag(player_->main(), {196, 63}, {10, 63});
+  EXPECT_TRUE(MainShows({177, 58, 14, 11}, kelvo::kSkinBalance, {15, 422}));
+
+  player_->Drag(player_->main(), {50, 77}, {200, 77});  // 8 seconds, to 6.4
+  player_->Until([&] { return LastDigit() >= 6; });
+  player_->Click(player_->main(), {70, 32});
+  player_->Until([&] { return LastDigit() <= 1; });
+  EXPECT_TRUE(MainShows({36, 26, 9, 13}, kelvo::kSkinNumbersEx, {99, 0})) << "minus";
+
+  player_->Leave();
+  EXPECT_NE(SessionText().find("volume=54\n"), std::string::npos) << SessionText();
+  EXPECT_NE(SessionText().find("balance=-100\n"), std::string::npos) << SessionText();
+}
+
+TEST_F(PlayerWindowTest, Equalizer) {
+  constexpr auto kSheet = kelvo::kSkinEqualizer;
+  const HWND window = player_->equalizer();
+  const Bitmap flat = player_->Picture(window);
+  player_->Drag(window, {85, 70}, {85, 40});  // 60 Hz to its top
+  player_->Click(window, {27, 24});
+  EXPECT_TRUE(Shown(window, {79, 38, 11, 11}, kSheet, {0, 164}));
+  EXPECT_TRUE(Shown(window, {14, 18, 26, 12}, kSheet, {69, 119}));
+  const Bitmap boosted = player_->Picture(window);
+  // The line of the curve's left part has moved up.
+  const Colour line = skin_.image(kSheet).At(115, 294 + 9);
+  EXPECT_EQ(flat.At(88, 26), line);
+  EXPECT_NE(boosted.At(88, 26), line);
+  player_->DoubleClick(window, {85, 70});
+  player_->Click(window, {56, 24});  // bass
+  player_->Leave();
+  EXPECT_NE(SessionText().find("bass=1\n"), std::string::npos) << SessionText();
+}
+
+TEST_F(PlayerWindowTest, PlaylistWithTheMouseAndKeys) {
+  const HWND list = player_->playlist();
+  EXPECT_EQ(CurrentRow(), 0);
+  player_->Click(list, {60, 40});
+  EXPECT_TRUE(RowSelected(1));
+  EXPECT_FALSE(RowSelected(0));
+  player_->DoubleClick(list, {60, 53});
+  EXPECT_EQ(CurrentRow(), 2);
+
+  const Bitmap third = RowText(2);
+  player_->Drag(list, {60, 53}, {60, 25});
+  EXPECT_EQ(CurrentRow(), 0);
+  EXPECT_EQ(RowText(0), third);
+
+  player_->Click(list, {60, 40});
+  player_->Key(list, VK_DELETE);
+  player_->Key(list, VK_END);
+  player_->Until([&] { return RowSelected(1); });
+  EXPECT_EQ(CurrentRow(), 0);
+  player_->Key(list, VK_RETURN);
+  player_->Until([&] { return CurrentRow() == 1; });
+  player_->Leave();
+  const std::string kept = SessionText();
+  EXPECT_EQ(kept.find("sample.ogg"), std::string::npos);
+  EXPECT_LT(kept.find("tone_8000_stereo.ogg"), kept.find("tone_44100_mono.ogg"));
+}
+
+TEST_F(PlayerWindowTest, PlaylistIsSizedInSteps) {
+  const HWND list = player_->playlist();
+  player_->Drag(list, {270, 111}, {270 + 40, 111 + 50});
+  const RECT place = Place(list);
+  EXPECT_EQ(place.right - place.left, 325);
+  EXPECT_EQ(place.bottom - place.top, 174);
+  EXPECT_EQ(player_->Picture(list).At(324, 173), skin_.image(kelvo::kSkinPlaylist).At(275, 109));
+}
+
+TEST_F(PlayerWindowTest, WindowsStickTogether) {
+  const auto below = [](HWND upper, HWND lower) {
+    const RECT a = Place(upper);
+    const RECT b = Place(lower);
+    return a.left == b.left && a.bottom == b.top;
+  };
+  ASSERT_TRUE(below(player_->main(), player_->equalizer()));
+  ASSERT_TRUE(below(player_->equalizer(), player_->playlist()));
+  const RECT before = Place(player_->main());
+  player_->Drag(player_->main(), {130, 5}, {230, 65});
+  EXPECT_EQ(Place(player_->main()).left, before.left + 100);
+  EXPECT_TRUE(below(player_->main(), player_->equalizer()));
+  EXPECT_TRUE(below(player_->equalizer(), player_->playlist()));
+
+  player_->Drag(player_->playlist(), {130, 5}, {330, 55});
+  EXPECT_FALSE(below(player_->equalizer(), player_->playlist()));
+  player_->Drag(player_->playlist(), {130, 5}, {130 - 195, 5 - 45});
+  EXPECT_TRUE(below(player_->equalizer(), player_->playlist())) << "snaps";
+
+  player_->Command(kCommandDoubleSize);
+  EXPECT_EQ(Place(player_->main()).right - Place(player_->main()).left, 550);
+  EXPECT_TRUE(below(player_->main(), player_->equalizer()));
+  EXPECT_TRUE(below(player_->equalizer(), player_->playlist()));
+  EXPECT_TRUE(MainShows({16, 88, 23, 18}, kelvo::kSkinButtons, {0, 0}));
+  player_->DoubleClick(player_->main(), {130, 5});
+  EXPECT_EQ(Place(player_->main()).bottom - Place(player_->main()).top, 28);
+  EXPECT_TRUE(below(player_->main(), player_->equalizer()));
+}
+
+TEST_F(PlayerWindowTest, DroppedSkinsArePutOnFileByFile) {
+  // A skin that has but a main window, all green, in a bitmap smaller than the window.
+  CreateDirectoryW(L"player_window_test.skin", nullptr);
+  {
+    std::ofstream file("player_window_test.skin/main.bmp", std::ios::binary);
+    const char header[] = "BM\0\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x08\0\0\0\x32\0\0\0\x01\0\x18";
+    std::string bytes(header, sizeof header - 1);
+    bytes.resize(54);
+    for (int i = 0; i < 8 * 50; ++i) bytes += std::string("\0\xFF\0", 3);
+    file << bytes;
+  }
+  wchar_t skin[MAX_PATH];
+  GetFullPathNameW(L"player_window_test.skin", MAX_PATH, skin, nullptr);
+  player_->Drop(player_->playlist(), {skin});
+  EXPECT_TRUE(Playing()) << "the list stays";
+  const Bitmap picture = player_->Picture(player_->main());
+  EXPECT_EQ(picture.At(5, 40), 0x00FF00u);
+  EXPECT_EQ(picture.At(9, 40), 0u) << "beyond the bitmap";
+  EXPECT_TRUE(MainShows({16, 88, 23, 18}, kelvo::kSkinButtons, {0, 0})) << "the default's";
+
+  player_->Drop(player_->main(), {Media(L"tone_44100_mono.ogg")});
+  EXPECT_TRUE(Playing());
+  player_->Leave();
+  const std::string kept = SessionText();
+  EXPECT_NE(kept.find("player_window_test.skin\n"), std::string::npos) << kept;
+  EXPECT_EQ(kept.find("sample.ogg"), std::string::npos) << kept;
+}
+
+TEST_F(PlayerWindowTest, TheNextStartLooksTheSame) {
+  player_->Click(player_->main(), {230, 64});  // closes the equalizer
+  EXPECT_FALSE(IsWindowVisible(player_->equalizer()));
+  player_->Drag(player_->main(), {130, 5}, {200, 45});
+  player_->Command(kCommandDoubleSize);
+  const RECT main = Place(player_->main());
+  const RECT list = Place(player_->playlist());
+  player_->Leave();
+  player_.emplace(std::vector<std::wstring>{Media(L"sample.ogg")}, kSession);
+  EXPECT_FALSE(IsWindowVisible(player_->equalizer()));
+  EXPECT_TRUE(IsWindowVisible(player_->playlist()));
+  const RECT main_again = Place(player_->main());
+  const RECT list_again = Place(player_->playlist());
+  EXPECT_TRUE(EqualRect(&main, &main_again));
+  EXPECT_TRUE(EqualRect(&list, &list_again));
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,322 @@
+// The player without a face, with real files, plug-ins and the desktop's stand-ins.
+#include <windows.h>
+
+#include <psapi.h>
+#include <stdio.h>
+#include <string.h>
+
+#include <iterator>
+#include <vector>
+
+#include "tests/player/rig.h"
+#include "tests/pocketpc/wav_bytes.h"
+#include "tests/support/gdi_objects.h"
+
+namespace velmora {
+namespace {
+
+using kelvo::ReadWav;
+using test::Media;
+using test::Rig;
+using test::SendSoundTo;
+
+std::vector<char> ReadBytes(const std::wstring& path) {
+  std::vector<char> bytes(1 << 20);
+  FILE* const file = _wfopen(path.c_str(), L"rb");
+  bytes.resize(file ? fread(bytes.data(), 1, bytes.size(), file) : 0);
+  if (file) fclose(file);
+  return bytes;
+}
+
+void WriteBytes(const std::wstring& path, const char* bytes, size_t count) {
+  FILE* const file = _wfopen(path.c_str(), L"wb");
+  ASSERT_NE(file, nullptr);
+  fwrite(bytes, 1, count, file);
+  fclose(file);
+}
+
+uint32_t OggChecksum(const std::vector<char>& page) {
+  uint32_t sum = 0;
+  for (const char byte : page) {
+    sum ^= static_cast<uint32_t>(static_cast<uint8_t>(byte)) << 24;
+    for (int bit = 0; bit < 8; ++bit) sum = (sum << 1) ^ (sum >> 31 ? 0x04C11DB7 : 0);
+  }
+  return sum;
+}
+
+// An Ogg page with one short packet, of the stream that the page at `head` belongs to.
+std::vector<char> PageOf(const std::vector<char>& packet, char flags, char number,
+                         uint32_t position, const char* head) {
+  std::vector<char> page(head, head + 27);
+  page[5] = flags;
+  page[18] = number;
+  memset(page.data() + 6, 0, 8);
+  memcpy(page.data() + 6, &position, 4);
+  memset(page.data() + 22, 0, 4);
+  page[26] = 1;
+  page.push_back(static_cast<char>(packet.size()));
+  page.insert(page.end(), packet.begin(), packet.end());
+  const uint32_t sum = OggChecksum(page);
+  memcpy(page.data() + 22, &sum, 4);
+  return page;
+}
+
+// A file that says one second and opens, but is over at once: behind its headers stand the packet
+// that every song begins with, which is not heard, and one that is no music.
+std::wstring SongWithoutMusic() {
+  const std::vector<char> song = ReadBytes(Media(L"sample.ogg"));
+  const char* third = song.data();  // the headers fill two pages
+  for (int pages = 0; pages < 3; ++third) pages += memcmp(third, "OggS", 4) == 0;
+  --third;
+  const uint8_t segments = static_cast<uint8_t>(third[26]);
+  const uint8_t first_bytes = static_cast<uint8_t>(third[27]);
+  const char* const first = third + 27 + segments;
+  std::vector<char> silent(song.data(), third);
+  for (const auto& page :
+       {PageOf({first, first + first_bytes}, 0, 2, 0, third), PageOf({1}, 4, 3, 44100, third)}) {
+    silent.insert(silent.end(), page.begin(), page.end());
+  }
+  WriteBytes(L"without_music.ogg", silent.data(), silent.size());
+  return L"without_music.ogg";
+}
+
+TEST(Player, PlaysAListOfBothKindsToItsEnd) {
+  SendSoundTo(L"player_list.wav", true);
+  Rig rig;
+  rig.player.Add(
+      {Media(L"tone_22050_stereo.ogg"), Media(L"sample.wma"), Media(L"tone_8000_mono.ogg")});
+  const uint32_t version = rig.player.list_version();
+  rig.player.Play();
+  EXPECT_EQ(rig.player.status().channels, 2u);
+  EXPECT_EQ(rig.player.status().sample_rate_khz, 22u);
+  ASSERT_TRUE(rig.RunUntilStopped());
+  EXPECT_EQ(rig.ends, 3);
+  EXPECT_EQ(rig.player.status().current, 2u);
+  EXPECT_NE(rig.player.list_version(), version);
+  EXPECT_EQ(rig.player.tracks()[1].title, L"The Ring Buffers - Sixteen Strings");
+  EXPECT_GT(rig.player.tracks()[1].length_ms, 7000u);
+  EXPECT_EQ(ReadWav(L"player_list.wav").samples.size(), 2u * 2 * 22050);
+  EXPECT_EQ(ReadWav(L"player_list-2.wav").rate, 44100u);
+  EXPECT_GT(ReadWav(L"player_list-2.wav").samples.size(), 2u * 7 * 44100);
+  EXPECT_EQ(ReadWav(L"player_list-3.wav").samples.size(), 2u * 8000);
+}
+
+TEST(Player, AMessageOfTheLastTrackDoesNotEndTheNext) {
+  for (const wchar_t* first : {L"tone_8000_mono.ogg", L"sample.wma"}) {
+    SendSoundTo(L"silence", true);
+    Rig rig;
+    rig.player.Add({Media(first), Media(L"sample.ogg"), Media(L"tone_8000_mono.ogg")});
+    ASSERT_TRUE(rig.player.PlayTrack(0));
+    ASSERT_TRUE(rig.WaitForWaitingEnd()) << first;
+    SendSoundTo(L"silence", false);
+    rig.player.Next();
+    rig.RunFor(300);
+    EXPECT_EQ(rig.ends, 0) << first;
+    EXPECT_EQ(rig.player.status().current, 1u) << first;
+    EXPECT_EQ(rig.player.status().state, PlayState::kPlaying) << first;
+  }
+}
+
+TEST(Player, SkipsWhatCannotBeOpened) {
+  WriteBytes(L"garbage.ogg", "no music at all", 15);
+  WriteBytes(L"garbage.wma", "no music at all", 15);
+  SendSoundTo(L"silence", false);
+  Rig rig;
+  rig.player.Add({L"missing.ogg", L"garbage.ogg", L"garbage.wma", L"missing.wma"});
+  for (const bool repeat : {false, true}) {
+    for (const bool shuffle : {false, true}) {
+      rig.player.SetRepeat(repeat);
+      rig.player.SetShuffle(shuffle);
+      EXPECT_FALSE(rig.player.PlayTrack(1));
+      EXPECT_EQ(rig.player.status().state, PlayState::kStopped);
+      EXPECT_EQ(rig.player.status().current, 1u) << "what was asked for";
+    }
+  }
+  rig.player.SetShuffle(false);
+  rig.player.SetRepeat(false);
+  rig.player.Add({Media(L"sample.ogg")});
+  EXPECT_TRUE(rig.player.PlayTrack(0, 3000));
+  EXPECT_EQ(rig.player.status().current, 4u);
+  EXPECT_LT(rig.player.status().position_ms, 1500u) << "the place was another track's";
+  EXPECT_FALSE(rig.player.PlayTrack(5));
+  EXPECT_EQ(rig.player.status().state, PlayState::kStopped);
+}
+
+TEST(Player, RepeatEndsWhenNothingIsHeard) {
+  SendSoundTo(L"silence", false);
+  const std::wstring song = SongWithoutMusic();
+  Rig rig;
+  rig.player.Add({song, L"missing.ogg", song});
+  rig.player.SetRepeat(true);
+  ASSERT_TRUE(rig.player.PlayTrack(0)) << "it opens";
+  ASSERT_TRUE(rig.RunUntilStopped());
+  EXPECT_LE(rig.ends, 3);
+
+  SendSoundTo(L"silence", true);
+  rig.player.Add({Media(L"tone_8000_mono.ogg"), Media(L"sample.wma")});
+  rig.player.Play();
+  rig.ends = 0;
+  ASSERT_TRUE(rig.RunUntil([&] { return rig.ends >= 13; })) << "music goes round and round";
+  EXPECT_NE(rig.player.status().state, PlayState::kStopped);
+}
+
+TEST(Player, PausesAndSeeks) {
+  for (const wchar_t* name : {L"sample.ogg", L"sample.wma"}) {
+    SCOPED_TRACE(name[7]);
+    SendSoundTo(L"silence", false);
+    Rig rig;
+    Player& player = rig.player;
+    player.Add({Media(name)});
+    EXPECT_FALSE(player.SeekMs(1000)) << "nothing is open";
+    ASSERT_TRUE(player.PlayTrack(0, 2000));
+    rig.RunFor(200);
+    EXPECT_GE(player.status().position_ms, 1900u);
+    EXPECT_LT(player.status().position_ms, 4000u);
+
+    ASSERT_TRUE(player.SeekMs(6000));
+    rig.RunFor(200);
+    EXPECT_GE(player.status().position_ms, 5900u);
+    EXPECT_FALSE(player.SeekMs(player.status().length_ms));
+    EXPECT_FALSE(player.SeekMs(0xFFFFFFFF));
+
+    player.TogglePause();
+    EXPECT_EQ(player.status().state, PlayState::kPaused);
+    rig.RunFor(50);
+    const uint32_t resting = player.status().position_ms;
+    rig.RunFor(300);
+    EXPECT_EQ(player.status().position_ms, resting);
+    ASSERT_TRUE(player.SeekMs(1000));
+    rig.RunFor(300);
+    EXPECT_EQ(player.status().state, PlayState::kPaused) << "a seek does not end the pause";
+    EXPECT_EQ(player.status().position_ms, 1000u);
+
+    player.Play();
+    ASSERT_TRUE(rig.RunUntil([&] { return player.status().position_ms > 1200; }));
+    EXPECT_EQ(player.status().state, PlayState::kPlaying);
+    EXPECT_LT(player.status().position_ms, 3000u);
+    player.Play();
+    rig.RunFor(100);
+    EXPECT_LT(player.status().position_ms, 900u) << "playing, it begins anew";
+    player.Stop();
+    EXPECT_EQ(player.status().title, L"");
+    EXPECT_EQ(player.status().position_ms, 0u);
+  }
+}
+
+TEST(Player, ASeekWhileTheLastBuffersPlayGoesOnThere) {
+  SendSoundTo(L"silence", false);
+  Rig rig;
+  rig.player.Add({Media(L"tone_44100_stereo.ogg"), Media(L"tone_8000_mono.ogg")});
+  ASSERT_TRUE(rig.player.PlayTrack(0));
+  ASSERT_TRUE(rig.RunUntil([&] { return rig.player.status().position_ms > 1700; }));
+  ASSERT_TRUE(rig.player.SeekMs(400));
+  ASSERT_TRUE(rig.RunUntil([&] { return rig.ends == 1; })) << "the thread had ended";
+  EXPECT_EQ(rig.player.status().current, 0u);
+  rig.RunFor(200);
+  EXPECT_EQ(rig.player.status().current, 0u);
+  EXPECT_GE(rig.player.status().position_ms, 400u);
+  EXPECT_LT(rig.player.status().position_ms, 1500u);
+  EXPECT_TRUE(rig.RunUntil([&] { return rig.player.status().current == 1; }));
+}
+
+TEST(Player, ChoosesWhileStoppedAndPlaysWhilePlaying) {
+  SendSoundTo(L"silence", false);
+  Rig rig;
+  Player& player = rig.player;
+  player.Add({Media(L"sample.ogg"), Media(L"sample.wma"), Media(L"sample_v1.wma")});
+  EXPECT_EQ(player.status().current, kNoTrack);
+  player.Next();
+  player.Next();
+  EXPECT_EQ(player.status().state, PlayState::kStopped);
+  EXPECT_EQ(player.status().current, 1u);
+  player.Play();
+  EXPECT_EQ(player.open_path().substr(player.open_path().size() - 4), L".wma");
+  player.TogglePause();
+  player.Previous();
+  EXPECT_EQ(player.status().state, PlayState::kPlaying) << "another track is not paused";
+  EXPECT_EQ(player.status().current, 0u);
+  player.Previous();
+  EXPECT_EQ(player.status().current, 0u) << "the first again";
+  EXPECT_EQ(player.status().state, PlayState::kPlaying);
+
+  player.Remove({0, 0, 7});
+  EXPECT_EQ(player.status().state, PlayState::kPlaying) << "the music goes on";
+  EXPECT_EQ(player.status().current, kNoTrack);
+  EXPECT_EQ(player.tracks().size(), 2u);
+  player.Move(1, 0);
+  player.Next();
+  EXPECT_EQ(player.status().current, 1u) << "the one that had followed";
+  player.Clear();
+  EXPECT_EQ(player.status().state, PlayState::kPlaying);
+  player.Next();
+  player.Stop();
+  player.Play();
+  EXPECT_EQ(player.status().state, PlayState::kStopped) << "nothing to play";
+}
+
+TEST(Player, AddsFilesAndFoldersAndLearnsAboutThem) {
+  CreateDirectoryW(L"player_music", nullptr);
+  CreateDirectoryW(L"player_music\\B", nullptr);
+  for (const wchar_t* name : {L"b.OGG", L"a.wma", L"B\\c.ogg", L"note.txt"}) {
+    WriteBytes(std::wstring(L"player_music\\") + name, "", 0);
+  }
+  Rig rig;
+  rig.player.Add({L"player_music", Media(L"sample.ogg"), L"player_music\\note.txt", L"no folder"});
+  std::wstring titles;
+  for (const Track& track : rig.player.tracks()) {
+    titles += track.title + L"|";
+    EXPECT_EQ(track.path.substr(1, 2), L":\\");
+  }
+  EXPECT_EQ(titles, L"a|c|b|sample|");
+  EXPECT_TRUE(rig.player.LearnNext());
+  rig.player.Move(3, 0);
+  int asked = 1;
+  while (rig.player.LearnNext()) ++asked;
+  EXPECT_EQ(asked, 4);
+  EXPECT_EQ(rig.player.tracks()[0].title, L"The Ring Buffers - Eight Bars");
+  EXPECT_EQ(rig.player.tracks()[0].length_ms, 8000u);
+}
+
+struct Resources {
+  DWORD handles = 0;
+  DWORD graphics = kelvo::test::GdiObjects();
+  DWORD windows = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+  size_t memory = 0;
+
+  Resources() {
+    GetProcessHandleCount(GetCurrentProcess(), &handles);
+    PROCESS_MEMORY_COUNTERS_EX counters = {};
+    counters.cb = sizeof(counters);
+    GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                         sizeof(counters));
+    memory = counters.PrivateUsage;
+  }
+};
+
+TEST(Player, ManyTrackChangesLeaveNothingBehind) {
+  SendSoundTo(L"silence", false);
+  Rig rig;
+  rig.player.Add({Media(L"sample.ogg"), Media(L"sample.wma"), Media(L"tone_8000_mono.ogg")});
+  rig.player.SetRepeat(true);
+  rig.player.Play();
+  const auto change = [&](int count) {
+    for (int i = 0; i < count; ++i) {
+      int16_t samples[kPictureSamples];
+      rig.player.Next();
+      rig.player.SeekMs(500);
+      rig.RunFor(20);
+      rig.player.Samples(samples);
+    }
+  };
+  change(30);  // fills caches of the system
+  const Resources before;
+  change(50);
+  const Resources after;
+  EXPECT_LE(after.handles, before.handles + 5);
+  EXPECT_LE(after.graphics, before.graphics);
+  EXPECT_LE(after.windows, before.windows);
+  EXPECT_LT(after.memory, before.memory + (2 << 20));
+}
+
+}  // namespace
+}  // namespace velmora
