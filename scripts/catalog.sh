@@ -14,5 +14,5 @@ device="${1:-$kelvo_build/device}"
 [[ $# -gt 0 ]] || "$kelvo_root/scripts/make_demo_device.sh"
 [[ -d $device ]] || die "no such folder: $device"
 
-device_drive "$device"
+set_device_drive i686 "$device"
 exec "$kelvo_root/scripts/wine.sh" i686 "$kelvo_build/i686/bin/velmora.exe" catalog --device 'V:\'

@@ -32,7 +32,7 @@ sample="$kelvo_build/media/sample.ogg"
 # in_windows [FILE...]
 in_windows() {
   "$kelvo_root/scripts/make_demo_device.sh"
-  device_drive "$kelvo_build/device"
+  set_device_drive i686 "$kelvo_build/device"
   [[ $# -gt 0 || -f $kelvo_build/i686/bin/velmora.session ]] || set -- "$sample"
   local file
   local -a words=(player --device 'V:\')

@@ -73,7 +73,10 @@ class NativeReader final : public FileReader {
 
 class NativeWriter final : public FileWriter {
  public:
-  explicit NativeWriter(FILE* file) noexcept : file_(file) {}
+  bool Open(const char* path, const char* mode) noexcept {
+    file_ = fopen(path, mode);
+    return file_ != nullptr;
+  }
   bool Write(const void* data, size_t bytes) noexcept override {
     return fwrite(data, 1, bytes, file_) == bytes;
   }
@@ -86,7 +89,7 @@ class NativeWriter final : public FileWriter {
   }
 
  private:
-  FILE* file_;
+  FILE* file_ = nullptr;
 };
 
 class NativeFiles final : public FileSystem {
@@ -156,11 +159,10 @@ class NativeFiles final : public FileSystem {
  private:
   static OpenFile<FileWriter> Writer(const wchar_t* wide, const char* mode) noexcept {
     const NativePath path(wide);
-    FILE* file = path ? fopen(path.c_str(), mode) : nullptr;
-    if (!file) return {};
-    auto* writer = HeapNew<NativeWriter>(file);
-    if (!writer) fclose(file);
-    return OpenFile<FileWriter>(writer);
+    // Memory first: a file is not replaced for nothing.
+    HeapPtr<NativeWriter> writer(HeapNew<NativeWriter>());
+    if (!path || !writer || !writer->Open(path.c_str(), mode)) return {};
+    return OpenFile<FileWriter>(writer.Release());
   }
 
   // "/folder/*.*" becomes "/folder" and "*" ("*.*" matches every name on the device).

@@ -85,7 +85,10 @@ class WindowsReader final : public FileReader {
 
 class WindowsWriter final : public FileWriter {
  public:
-  explicit WindowsWriter(UniqueFile file) noexcept : file_(std::move(file)) {}
+  bool Take(UniqueFile file) noexcept {
+    file_ = std::move(file);
+    return static_cast<bool>(file_);
+  }
 
   bool Write(const void* data, size_t bytes) noexcept override {
     DWORD written = 0;
@@ -121,11 +124,11 @@ class WindowsFiles final : public FileSystem {
   }
 
   OpenFile<FileWriter> OpenWrite(const wchar_t* path, Share share) noexcept override {
-    return Writer(Open(path, GENERIC_WRITE, share, OPEN_EXISTING));
+    return OpenWriter(path, share, OPEN_EXISTING);
   }
 
   OpenFile<FileWriter> Create(const wchar_t* path, Share share) noexcept override {
-    return Writer(Open(path, GENERIC_WRITE, share, CREATE_ALWAYS));
+    return OpenWriter(path, share, CREATE_ALWAYS);
   }
 
   bool GetAttributes(const wchar_t* path, uint32_t* attributes) noexcept override {
@@ -148,15 +151,17 @@ class WindowsFiles final : public FileSystem {
 
   bool List(const wchar_t* pattern, FolderVisitor& visitor) noexcept override {
     if (!Fits(pattern)) return false;
-    WIN32_FIND_DATAW found;
-    UniqueFind find(FindFirstFileW(pattern, &found));
+    // On the heap: visitors list folders inside one another, more than a device's stack would hold.
+    const HeapPtr<WIN32_FIND_DATAW> found(HeapNew<WIN32_FIND_DATAW>());
+    if (!found) return false;
+    UniqueFind find(FindFirstFileW(pattern, found.get()));
     if (!find) return false;
     do {
       // The device lists no "." and "..", the desktop does.
-      const wchar_t* name = found.cFileName;
+      const wchar_t* name = found->cFileName;
       if (CompareWide(name, L".") == 0 || CompareWide(name, L"..") == 0) continue;
-      if (!visitor.Visit({name, found.dwFileAttributes})) break;
-    } while (FindNextFileW(find.get(), &found));
+      if (!visitor.Visit({name, found->dwFileAttributes})) break;
+    } while (FindNextFileW(find.get(), found.get()));
     return true;
   }
 
@@ -167,9 +172,11 @@ class WindowsFiles final : public FileSystem {
         CreateFileW(path, access, ShareMode(share), nullptr, how, FILE_ATTRIBUTE_NORMAL, nullptr));
   }
 
-  static OpenFile<FileWriter> Writer(UniqueFile file) noexcept {
-    if (!file) return {};
-    return OpenFile<FileWriter>(HeapNew<WindowsWriter>(std::move(file)));
+  static OpenFile<FileWriter> OpenWriter(const wchar_t* path, Share share, DWORD how) noexcept {
+    // Memory first: a file is not replaced for nothing.
+    HeapPtr<WindowsWriter> writer(HeapNew<WindowsWriter>());
+    if (!writer || !writer->Take(Open(path, GENERIC_WRITE, share, how))) return {};
+    return OpenFile<FileWriter>(writer.Release());
   }
 };
 

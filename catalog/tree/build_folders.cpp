@@ -1,78 +1,139 @@
-// The folder order. A folder takes everything that begins with its path, letter by letter: also
-// the files of a neighbour whose name goes on where its own ends.
-#include "catalog/tree/build_tree.h"
-
+// The folder order. A folder takes all entries not done yet that begin with its path, in either
+// case: also those of a neighbour whose name only goes on where its own ends.
+//
+// What is meant is a walk: for a folder, over all entries in list order; one with a backslash
+// behind the folder's path makes a subfolder, which at once takes everything that begins with its
+// path, and so on inside; one without is a file of the folder. That is a walk over all entries for
+// each folder, of which there are thousands. So each entry is led down from the root instead: into
+// the first-made of the subfolders that it begins with; where there is none it makes one, or is a
+// file there. The tree is the same: a subfolder takes what begins with its path and with none of
+// those made before it, and one that is made later than an entry finds that entry done.
 #include "base/text/wide.h"
+#include "catalog/tree/build_tree.h"
 
 namespace kelvo {
 namespace {
 
+constexpr uint32_t kRoot = 0;  // position of the root among the folders; nobody's subfolder
+
+struct Folder {
+  const wchar_t* path;  // of the entry that made it; `length` characters, not terminated there
+  size_t length;
+  uint32_t parent;
+  uint32_t hash;  // of the parent and of what the path adds to the parent's
+  uint32_t next;  // the folder before it in the same slot; kRoot at the end
+  TreeNode node;  // kNoNode as long as it has not been inserted
+};
+
+// Adds a character to the hash of a path.
+uint32_t Extended(uint32_t hash, wchar_t c) noexcept {
+  return (hash ^ FoldAscii(c)) * 16777619u;
+}
+
 class Folders {
  public:
-  Folders(EntryList& entries, TreeSink& sink) noexcept : entries_(entries), sink_(sink) {}
+  explicit Folders(const EntryList& entries) noexcept : entries_(entries) {}
 
-  void Run() noexcept {
-    if (!done_.Resize(entries_.size()) || !lengths_.Resize(entries_.size())) return;
+  // Finds the folder of every entry. False when memory is out.
+  bool Assign() noexcept {
+    size_t slots = 1;
+    while (slots < entries_.size()) slots *= 2;
+    if (!places_.Resize(entries_.size()) || !slots_.Resize(slots)) return false;
+    if (!folders_.Append({L"", 0, kRoot, 0, kRoot, kNoNode})) return false;
     for (size_t i = 0; i < entries_.size(); ++i) {
-      done_[i] = !entries_[i].path.has_value();
-      lengths_[i] = WideLength(entries_[i].path.c_str());
+      if (entries_[i].path.has_value() && !FindPlace(entries_[i].path.get(), &places_[i])) {
+        return false;
+      }
     }
-    Walk(kNoNode, L"", 0);
+    return true;
+  }
+
+  void Insert(EntryList& entries, TreeSink& sink) noexcept {
+    uint32_t folder = kRoot + 1;
+    for (size_t i = 0; i < entries.size(); ++i) {
+      const uint32_t place = places_[i];
+      // The folders up to the entry's own were made by it and by the entries before it.
+      for (; folder <= place; ++folder) AddFolder(folders_[folder], sink);
+      if (!entries[i].path.has_value() || !IsInserted(place)) continue;
+      const wchar_t* name = FileNameOf(entries[i].path.get());
+      entries[i].item = sink.Add(folders_[place].node, NodeKind::kFile, name);
+    }
+    for (uint32_t i = static_cast<uint32_t>(folders_.size()); i-- > 0;) {
+      if (IsInserted(i)) sink.SortFolders(folders_[i].node);
+    }
   }
 
  private:
-  // `folder` has `length` characters and is not terminated there; it points into an entry's path.
-  // The depth is bounded by the number of backslashes in a path.
-  void Walk(TreeNode parent, const wchar_t* folder, size_t length) noexcept {
-    for (size_t i = 0; i < entries_.size(); ++i) {
-      if (done_[i]) continue;
-      if (!BeginsWith(i, folder, length)) continue;
-      const wchar_t* path = entries_[i].path.c_str();
-      const wchar_t* rest = path[length] != 0 ? path + length + 1 : path + length;
-      const wchar_t* slash = FindWide(rest, L'\\');
-      if (!slash) {
-        entries_[i].item = sink_.Add(parent, NodeKind::kFile, FileNameOf(path));
-        done_[i] = 1;
-        continue;
+  // Leads the path down to its folder, which is made when it is not there.
+  bool FindPlace(const wchar_t* path, uint32_t* place) noexcept {
+    uint32_t here = kRoot;
+    for (;;) {
+      // Any character may stand between a folder's path and the name below it: the neighbours.
+      size_t end = folders_[here].length;
+      uint32_t hash = Extended(2166136261u ^ here, path[end]);
+      uint32_t first = kRoot;
+      while (path[end] != 0) {
+        ++end;
+        const uint32_t found = FindChild(here, path, end, hash);
+        if (found != kRoot && (first == kRoot || found < first)) first = found;
+        if (path[end] == L'\\') break;
+        hash = Extended(hash, path[end]);
       }
-      const size_t cut = static_cast<size_t>(slash - path);
-      const TreeNode node = AddFolder(parent, rest, static_cast<size_t>(slash - rest));
-      if (node != kNoNode) {
-        Walk(node, path, cut);
-      } else {
-        for (size_t k = i; k < entries_.size(); ++k) {
-          if (BeginsWith(k, path, cut)) done_[k] = 1;
-        }
+      if (first == kRoot) {
+        if (path[end] == 0) break;
+        first = static_cast<uint32_t>(folders_.size());
+        uint32_t& slot = slots_[hash & (slots_.size() - 1)];
+        if (!folders_.Append({path, end, here, hash, slot, kNoNode})) return false;
+        slot = first;
+      }
+      here = first;
+    }
+    *place = here;
+    return true;
+  }
+
+  // The subfolder whose path is the first `length` characters of `path`, which begins with that of
+  // the parent; kRoot when there is none. There is one at most.
+  uint32_t FindChild(uint32_t parent, const wchar_t* path, size_t length,
+                     uint32_t hash) const noexcept {
+    const size_t known = folders_[parent].length;
+    uint32_t at = slots_[hash & (slots_.size() - 1)];
+    for (; at != kRoot; at = folders_[at].next) {
+      const Folder& folder = folders_[at];
+      if (folder.hash == hash && folder.parent == parent && folder.length == length &&
+          CompareNoCase(folder.path + known, path + known, length - known) == 0) {
+        break;
       }
     }
-    sink_.SortFolders(parent);
+    return at;
   }
 
-  TreeNode AddFolder(TreeNode parent, const wchar_t* name, size_t length) noexcept {
+  // A folder that cannot be inserted takes everything in it along.
+  bool IsInserted(uint32_t folder) const noexcept {
+    return folder == kRoot || folders_[folder].node != kNoNode;
+  }
+
+  void AddFolder(Folder& folder, TreeSink& sink) noexcept {
+    if (!IsInserted(folder.parent)) return;
+    const Folder& parent = folders_[folder.parent];
+    const size_t name = parent.length + 1;
     wchar_t label[kTextCapacity];
-    CopyWide(label, kTextCapacity, name, length);
-    return sink_.Add(parent, NodeKind::kFolder, label);
+    CopyWide(label, kTextCapacity, folder.path + name, folder.length - name);
+    folder.node = sink.Add(parent.node, NodeKind::kFolder, label);
   }
 
-  // From the end: neighbouring folders differ there, and most comparisons are with these.
-  bool BeginsWith(size_t index, const wchar_t* folder, size_t length) const noexcept {
-    if (lengths_[index] < length) return false;
-    const wchar_t* path = entries_[index].path.c_str();
-    while (length > 0 && FoldAscii(path[length - 1]) == FoldAscii(folder[length - 1])) --length;
-    return length == 0;
-  }
-
-  EntryList& entries_;
-  TreeSink& sink_;
-  Array<uint8_t> done_;  // one flag an entry
-  Array<size_t> lengths_;
+  const EntryList& entries_;
+  Array<uint32_t> places_;  // the folder of each entry
+  Array<Folder> folders_;   // in the order in which they are made: parents first
+  Array<uint32_t> slots_;   // by hash, the folder made last; kRoot for none
 };
 
 }  // namespace
 
 void BuildFolders(EntryList& entries, TreeSink& sink) noexcept {
   for (MediaEntry& entry : entries) entry.item = kNoNode;
-  Folders(entries, sink).Run();
+  Folders folders(entries);
+  if (folders.Assign()) folders.Insert(entries, sink);
 }
 
 }  // namespace kelvo

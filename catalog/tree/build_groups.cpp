@@ -1,7 +1,7 @@
 // The group orders: for each entry that is not done a group node, and in it all entries from there
-// on that have the same text. The entries are in no order and are not sorted, so each group costs a
-// walk over what is left; what makes the walk cheap is that it compares 32-bit hashes of the folded
-// texts, and the texts themselves only where these agree.
+// on that have the same text. The entries are in no order and are not sorted; so that a group does
+// not cost a walk over all that is left, each entry knows the next one whose text may be the same:
+// those of one hash of the folded texts are linked, and the texts compared along the links only.
 #include <string.h>
 
 #include "base/text/ansi.h"
@@ -32,19 +32,6 @@ uint32_t FoldedHash(const char* text) noexcept {
   return hash;
 }
 
-// The next place from `at` with this hash, or `count`. Whole blocks first: compilers turn these
-// into a few wide comparisons.
-size_t FindHash(const uint32_t* hashes, size_t at, size_t count, uint32_t hash) noexcept {
-  constexpr size_t kBlock = 16;
-  for (; count - at >= kBlock; at += kBlock) {
-    uint32_t found = 0;
-    for (size_t i = 0; i < kBlock; ++i) found |= hashes[at + i] == hash;
-    if (found) break;
-  }
-  while (at < count && hashes[at] != hash) ++at;
-  return at;
-}
-
 TreeNode AddGroup(TreeSink& sink, TreeNode parent, NodeKind kind, const TagField& text) noexcept {
   wchar_t label[kTagFieldBytes];
   AnsiToWide(text, kTagFieldBytes, label, kTagFieldBytes);
@@ -65,12 +52,9 @@ class Grouping {
       : entries_(entries), kinds_(kinds), level_count_(level_count), sink_(sink) {}
 
   void Run() noexcept {
-    if (!done_.Resize(entries_.size())) return;
+    if (!done_.Resize(entries_.size()) || !slots_.Resize(SlotsFor(entries_.size()))) return;
     for (size_t i = 0; i < level_count_; ++i) {
-      if (!levels_[i].members.Reserve(entries_.size()) ||
-          !levels_[i].hashes.Reserve(entries_.size())) {
-        return;
-      }
+      if (!levels_[i].Reserve(entries_.size())) return;
     }
     for (size_t i = 0; i < entries_.size(); ++i) {
       if (entries_[i].path.has_value()) AddMember(0, static_cast<uint32_t>(i));
@@ -79,40 +63,54 @@ class Grouping {
   }
 
  private:
-  // The members of the group whose inside is being walked, and the hash of each one's text at the
-  // level below.
-  struct Level {
-    Array<uint32_t> members;
-    Array<uint32_t> hashes;
+  // An entry of the group whose inside is being walked.
+  struct Member {
+    uint32_t entry;
+    uint32_t hash;  // of its text at this level
+    uint32_t next;  // the position of the next member in the same slot; kNoMember: none
   };
+  using Members = Array<Member>;
+  static constexpr uint32_t kNoMember = 0xFFFFFFFFu;
+
+  static size_t SlotsFor(size_t members) noexcept {
+    size_t slots = 1;
+    while (slots < members) slots *= 2;
+    return slots;
+  }
 
   void AddMember(size_t level, uint32_t index) noexcept {
     TagField text;
     GroupText(kinds_[level], entries_[index], text);
     // Room was reserved for all entries.
-    static_cast<void>(levels_[level].members.Append(index));
-    static_cast<void>(levels_[level].hashes.Append(FoldedHash(text)));
+    static_cast<void>(levels_[level].Append({index, FoldedHash(text), kNoMember}));
+  }
+
+  void LinkMembers(Members& members) noexcept {
+    const size_t slots = SlotsFor(members.size());
+    for (size_t i = 0; i < slots; ++i) slots_[i] = kNoMember;
+    for (size_t i = members.size(); i-- > 0;) {
+      uint32_t& slot = slots_[members[i].hash & (slots - 1)];
+      members[i].next = slot;
+      slot = static_cast<uint32_t>(i);
+    }
   }
 
   // Places the members of levels_[level] under `parent`. At most kMaxLevels deep.
   void Walk(size_t level, TreeNode parent) noexcept {
-    const Level& here = levels_[level];
-    for (size_t at = 0; at < here.members.size(); ++at) {
-      if (done_[here.members[at]]) continue;
+    Members& here = levels_[level];
+    LinkMembers(here);
+    for (uint32_t at = 0; at < here.size(); ++at) {
+      if (done_[here[at].entry]) continue;
       TagField text;
-      GroupText(kinds_[level], entries_[here.members[at]], text);
+      GroupText(kinds_[level], entries_[here[at].entry], text);
       const TreeNode node = AddGroup(sink_, parent, kinds_[level], text);
       const bool is_last = level + 1 == level_count_;
-      if (!is_last) {
-        static_cast<void>(levels_[level + 1].members.Resize(0));
-        static_cast<void>(levels_[level + 1].hashes.Resize(0));
-      }
-      const uint32_t hash = here.hashes[at];
-      const uint32_t* hashes = here.hashes.data();
-      const size_t count = here.members.size();
-      for (size_t other = at; (other = FindHash(hashes, other, count, hash)) < count; ++other) {
-        const uint32_t index = here.members[other];
-        if (done_[index] || !HasText(level, index, text)) continue;
+      if (!is_last) static_cast<void>(levels_[level + 1].Resize(0));
+      for (uint32_t other = at; other != kNoMember; other = here[other].next) {
+        const uint32_t index = here[other].entry;
+        if (here[other].hash != here[at].hash || done_[index] || !HasText(level, index, text)) {
+          continue;
+        }
         if (node == kNoNode) {
           done_[index] = 1;  // nowhere to go
         } else if (!is_last) {
@@ -137,7 +135,8 @@ class Grouping {
   size_t level_count_;
   TreeSink& sink_;
   Array<uint8_t> done_;  // one flag an entry
-  Level levels_[kMaxLevels];
+  Members levels_[kMaxLevels];
+  Array<uint32_t> slots_;  // while members are linked: by hash, the first one found from the end
 };
 
 }  // namespace

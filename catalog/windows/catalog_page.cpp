@@ -1,6 +1,7 @@
 #include "catalog/windows/catalog_page.h"
 
 #include "base/windows/fonts.h"
+#include "entry/language/full_screen_dialog.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"
@@ -26,16 +27,12 @@ HWND CreateBar(HWND page, UINT id) noexcept {
 
 INT_PTR CALLBACK CatalogPage::PageProcedure(HWND window, UINT message, WPARAM wparam,
                                             LPARAM lparam) noexcept {
-  if (message == WM_INITDIALOG) lparam = reinterpret_cast<const PROPSHEETPAGEW*>(lparam)->lParam;
+  if (message == WM_INITDIALOG) lparam = reinterpret_cast<const PROPSHEETPAGEW_V1*>(lparam)->lParam;
   return Procedure(window, message, wparam, lparam);
 }
 
 bool CatalogPage::OnInit() noexcept {
-  SHINITDLGINFO init = {};
-  init.dwMask = SHIDIM_FLAGS;
-  init.hDlg = window();
-  init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
-  SHInitDialog(&init);
+  MakeFullScreen(window(), SHIDIF_SIPDOWN);
   view_ = control(control_id_);
   font_ = MakeListFont();
   SendMessageW(view_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);

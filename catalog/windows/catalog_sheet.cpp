@@ -1,5 +1,7 @@
 #include "catalog/windows/catalog_sheet.h"
 
+#include <stddef.h>
+
 #include "base/windows/platform.h"
 #include "catalog/tree/device_scan.h"
 #include "entry/language/localized.h"
@@ -15,6 +17,13 @@ constexpr int kTabsId = 0x3020;  // of the tab control in every property sheet
 // The device asks for the version of the common controls that the sheet is made for.
 constexpr UINT kAskVersion = 3;
 constexpr int kControlsVersion = 0x20C;
+
+// The first form of the sheet's records, the only one that the device knows. The pages lie one
+// behind the other in this size.
+using PageRecord = PROPSHEETPAGEW_V1;
+constexpr DWORD kHeaderBytes =
+    offsetof(PROPSHEETHEADERW, pfnCallback) + sizeof(PROPSHEETHEADERW::pfnCallback);
+static_assert(sizeof(void*) != 4 || (sizeof(PageRecord) == 40 && kHeaderBytes == 40));
 
 int CALLBACK SheetCallback(HWND sheet, UINT message, LPARAM) noexcept {
   if (message == PSCB_INITIALIZED) {
@@ -36,7 +45,7 @@ bool CatalogSheet::Run() noexcept {
                          {IDD_MEDIA, IDS_MEDIA_TITLE, &media_},
                          {IDD_CURRENT, IDS_CURRENT_TITLE, &current_}};
   constexpr UINT kCount = 3;
-  PROPSHEETPAGEW pages[kCount] = {};
+  PageRecord pages[kCount] = {};
   wchar_t titles[kCount][kTitleCapacity];
   for (UINT i = 0; i < kCount; ++i) {
     const wchar_t* name = MAKEINTRESOURCEW(kPages[i].dialog);
@@ -52,13 +61,13 @@ bool CatalogSheet::Run() noexcept {
   wchar_t caption[kTitleCapacity];
   LoadLocalizedString(OwnModule(), IDS_CATALOG_CAPTION, caption, kTitleCapacity);
   PROPSHEETHEADERW header = {};
-  header.dwSize = sizeof(header);
+  header.dwSize = kHeaderBytes;
   header.dwFlags = PSH_PROPSHEETPAGE | PSH_USECALLBACK | MaximizedSheetFlag();
   header.hwndParent = state_.parent;
   header.hInstance = OwnModule();
   header.pszCaption = caption;
   header.nPages = kCount;
-  header.ppsp = pages;
+  header.ppsp = reinterpret_cast<const PROPSHEETPAGEW*>(pages);
   header.pfnCallback = &SheetCallback;
   return PropertySheetW(&header) != -1;
 }
@@ -69,7 +78,6 @@ void CatalogSheet::Rescan() noexcept {
   state_.scanning = true;
   state_.playlists.Clear();
   state_.media.Clear();
-  media_.ClearTree();  // its nodes stand for entries that are gone
   ScanFolder(state_.files, state_.information, L"", {&state_.media, &state_.playlists});
   state_.scanning = false;
   playlists_.Fill();

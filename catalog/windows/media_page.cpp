@@ -39,10 +39,6 @@ void MediaPage::OnPageDestroy() noexcept {
   for (MediaEntry& entry : state().media) entry.item = kNoNode;
 }
 
-void MediaPage::ClearTree() noexcept {
-  if (is_open()) tree_.Clear();
-}
-
 void MediaPage::RebuildTree() noexcept {
   if (!is_open() || state().scanning) return;
   tree_.SetRedraw(false);

@@ -11,7 +11,6 @@ class MediaPage final : public CatalogPage {
   MediaPage(CatalogState& state, CatalogSheetEvents& events) noexcept;
   // Nothing while the page is not there, or a scan runs.
   void RebuildTree() noexcept;
-  void ClearTree() noexcept;
 
  private:
   void OnPageInit() noexcept override;

@@ -27,18 +27,18 @@ void MediaTree::Attach(HWND tree) noexcept {
   constexpr int kStates[] = {IDI_NO_STATE, IDI_UNCHECKED, IDI_CHECKED};
   tree_ = tree;
   images_ = LoadIconList(OwnModule(), kImages, 5);
-  states_ = LoadIconList(OwnModule(), kStates, 3);
-  // The control makes a list of its own for its check boxes.
   TreeView_SetImageList(tree_, images_.get(), TVSIL_NORMAL);
-  UniqueIconList(TreeView_SetImageList(tree_, states_.get(), TVSIL_STATE));
+  // The control has made a list of its own for its check boxes, and keeps it when memory is out.
+  if (UniqueIconList states = LoadIconList(OwnModule(), kStates, 3)) {
+    UniqueIconList(TreeView_SetImageList(tree_, states.Release(), TVSIL_STATE));
+  }
 }
 
 void MediaTree::Detach() noexcept {
   Clear();
   TreeView_SetImageList(tree_, nullptr, TVSIL_NORMAL);
-  TreeView_SetImageList(tree_, nullptr, TVSIL_STATE);
+  UniqueIconList(TreeView_SetImageList(tree_, nullptr, TVSIL_STATE));
   images_.Reset();
-  states_.Reset();
   tree_ = nullptr;
 }
 

@@ -40,7 +40,6 @@ class MediaTree final : public TreeSink, public CheckTree {
 
   HWND tree_ = nullptr;
   UniqueIconList images_;
-  UniqueIconList states_;
 };
 
 }  // namespace kelvo

@@ -4,6 +4,7 @@
 #include "base/text/wide.h"
 #include "catalog/media/genre_list.h"
 #include "catalog/tag_editor/tag_edit.h"
+#include "entry/language/full_screen_dialog.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"
@@ -21,11 +22,7 @@ class TagEditorDialog final : public ModalDialog {
 
  private:
   bool OnInit() noexcept override {
-    SHINITDLGINFO init = {};
-    init.dwMask = SHIDIM_FLAGS;
-    init.hDlg = window();
-    init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
-    SHInitDialog(&init);
+    MakeFullScreen(window(), SHIDIF_SIPDOWN);
     SetWindowTextW(control(IDC_TAG_FILE), FileNameOf(entry_.path.c_str()));
     FillGenres();
     FillFields();

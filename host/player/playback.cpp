@@ -87,7 +87,14 @@ void Playback::DropEndMessages() {
   }
 }
 
+// A control that pauses by stopping forgets its place until it plays again.
+void Playback::TogglePause() {
+  if (!paused()) rest_ms_ = position_ms();
+  plugin().TogglePause();
+}
+
 uint32_t Playback::position_ms() const {
+  if (paused()) return rest_ms_;
   const int32_t position = plugin().GetPositionMs(0, 0);
   return position > 0 ? static_cast<uint32_t>(position) : 0;
 }
@@ -96,6 +103,7 @@ bool Playback::SeekMs(uint32_t ms) {
   if (ms > INT_MAX || (length_ms_ > 0 && ms >= length_ms_)) return false;
   if (!plugin().SeekMs(static_cast<int32_t>(ms))) return false;
   wanted_ms_ = ms;
+  rest_ms_ = ms;
   return true;
 }
 
@@ -105,7 +113,7 @@ bool Playback::ResumeAfterLateSeek() {
   plugin().Stop();
   plugin().SetState(kelvo::kStopped);
   if (!plugin().SeekMs(static_cast<int32_t>(wanted_ms_)) || !plugin().Play()) return false;
-  if (state == kelvo::kPaused) plugin().TogglePause();
+  if (state == kelvo::kPaused) TogglePause();
   return HasStarted();
 }
 

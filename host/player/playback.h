@@ -41,7 +41,7 @@ class Playback {
   uint32_t length_ms() const { return length_ms_; }
   uint32_t position_ms() const;
   bool paused() const { return plugin().GetState() == kelvo::kPaused; }
-  void TogglePause() { plugin().TogglePause(); }
+  void TogglePause();
   // False at or behind the end.
   bool SeekMs(uint32_t ms);
 
@@ -78,6 +78,7 @@ class Playback {
   kelvo::MediaInfo format_ = {};
   uint32_t length_ms_ = 0;
   uint32_t wanted_ms_ = 0;  // the last seek
+  uint32_t rest_ms_ = 0;    // the place while paused
   bool sounded_ = false;
 };
 

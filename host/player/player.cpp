@@ -78,16 +78,19 @@ bool Player::PlayTrack(size_t index, uint32_t start_ms) {
   if (index >= list_.size()) return false;
   const size_t asked = index;
   // Shuffled anew on the way, the order may name a track twice before it has named all.
-  for (size_t attempts = 2 * list_.size(); attempts > 0 && index != kNoTrack; --attempts) {
+  std::vector<bool> tried(list_.size());
+  for (size_t left = list_.size(); left > 0 && index != kNoTrack; index = order_.Next()) {
     order_.SetCurrent(index);
-    Changed();
-    if (playback_.Play(list_.tracks()[index].path, start_ms) == Playback::Start::kPlaying) {
+    if (tried[index]) continue;
+    tried[index] = true;
+    --left;
+    const uint32_t from_ms = index == asked ? start_ms : 0;
+    if (playback_.Play(list_.tracks()[index].path, from_ms) == Playback::Start::kPlaying) {
       started_ = GetTickCount();
       if (!list_.tracks()[index].known) list_.Learn(library_, index);
+      Changed();
       return true;
     }
-    start_ms = 0;
-    index = order_.Next();
   }
   order_.SetCurrent(asked);
   Changed();

@@ -62,6 +62,10 @@ constexpr NumberField kNumbers[] = {
      [](Session* s, int n) { s->equalizer.bass = static_cast<uint8_t>(n); }},
     {"double_size", 0, 1, [](const Session& s) { return int{s.double_size}; },
      [](Session* s, int n) { s->double_size = n != 0; }},
+    {"remaining_time", 0, 1, [](const Session& s) { return int{s.remaining_time}; },
+     [](Session* s, int n) { s->remaining_time = n != 0; }},
+    {"visual", 0, 2, [](const Session& s) { return s.visual; },
+     [](Session* s, int n) { s->visual = n; }},
     {"current", 0, kMaxSessionTracks, [](const Session& s) { return static_cast<int>(s.current); },
      [](Session* s, int n) { s->current = static_cast<size_t>(n); }},
 };

@@ -28,6 +28,8 @@ struct Session {
   EqualizerState equalizer;
   std::string skin;  // path of a folder or an archive, UTF-8; empty: the default skin
   bool double_size = false;
+  bool remaining_time = false;  // the time counts down
+  int visual = 1;               // the picture of the sound: 0 off, 1 spectrum, 2 wave
   WindowPlace main_window = {true};
   WindowPlace equalizer_window;
   WindowPlace playlist_window;

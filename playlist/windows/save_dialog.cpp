@@ -2,6 +2,7 @@
 
 #include "base/windows/fonts.h"
 #include "entry/language/dialog_guard.h"
+#include "entry/language/full_screen_dialog.h"
 #include "entry/language/localized.h"
 #include "playlist/windows/folder_tree.h"
 #include "playlist/windows/host_resources.h"
@@ -20,11 +21,7 @@ class SaveDialog final : public ModalDialog {
 
  private:
   bool OnInit() noexcept override {
-    SHINITDLGINFO init = {};
-    init.dwMask = SHIDIM_FLAGS;
-    init.hDlg = window();
-    init.dwFlags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN;
-    SHInitDialog(&init);
+    MakeFullScreen(window(), SHIDIF_SIPDOWN);
     SHMENUBARINFO bar = {};
     bar.cbSize = sizeof(bar);
     bar.hwndParent = window();

@@ -1,9 +1,9 @@
 # shellcheck shell=bash disable=SC2154
-# The drive that the catalog looks through. Sourced after common.sh.
+# A folder as the handheld. Sourced after common.sh.
 
-# device_drive DIR: makes the folder drive V: of the 32-bit Wine, which knows drives by links in its
-# prefix.
-device_drive() {
-  "$kelvo_root/scripts/wine.sh" i686 cmd /c exit
-  ln -sfn "$(realpath -- "$1")" "$kelvo_build/wine-i686/dosdevices/v:"
+# set_device_drive i686|x86_64 FOLDER: drive V: of the project's Wine. Wine knows drives by links in
+# its prefix, which is there after its first program.
+set_device_drive() {
+  "$kelvo_root/scripts/wine.sh" "$1" cmd /c exit
+  ln -sfn "$(realpath -- "$2")" "$kelvo_build/wine-$1/dosdevices/v:"
 }

@@ -103,6 +103,16 @@ TEST(FilesTest, OpensNothingWhenMemoryIsOut) {
     EXPECT_FALSE(SystemFiles().OpenRead(kPath, Share::kRead));
     EXPECT_TRUE(faults.triggered());
   }
+  {
+    test::HeapFaults faults(0);
+    EXPECT_FALSE(SystemFiles().Create(kPath, Share::kNone));
+    EXPECT_TRUE(faults.triggered());
+  }
+  {
+    const OpenFile<FileReader> file = SystemFiles().OpenRead(kPath, Share::kRead);
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->SizeBytes(), 1u) << "was not replaced";
+  }
   EXPECT_TRUE(SystemFiles().Delete(kPath)) << "nothing was left open";
 }
 

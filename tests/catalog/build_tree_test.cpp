@@ -146,7 +146,7 @@ class LiteralWalk {
   void Folders(TreeNode parent, const std::string& folder) {
     for (size_t i = 0; i < list_.size(); ++i) {
       const std::string path = Utf8(list_[i].path.c_str());
-      if (done_[i] || !Begins(path, folder)) continue;
+      if (!list_[i].path.has_value() || done_[i] || !Begins(path, folder)) continue;
       const size_t slash = path.find('\\', folder.size() + 1);
       if (slash == std::string::npos) {
         list_[i].item = tree_.Add(parent, NodeKind::kFile, FileNameOf(list_[i].path.c_str()));
@@ -189,12 +189,47 @@ class LiteralWalk {
   std::vector<bool> done_;
 };
 
-TEST(BuildTreeRandom, IsTheTreeOfTheLiteralWalk) {
+// Both trees of one list, also with a node that cannot be inserted. The order in which the nodes
+// are inserted may differ, not that of siblings.
+void ExpectTheLiteralTree(EntryList& list, GroupingOrder order, const std::string& failing,
+                          std::string* inserted) {
   const NodeKind g = NodeKind::kGenre, a = NodeKind::kArtist, l = NodeKind::kAlbum;
-  const std::vector<NodeKind> kinds[] = {{g, a, l}, {g, l, a}, {a, l}, {l, a}, {l}, {a}, {}};
+  const std::vector<NodeKind> kinds[] = {{g, a, l}, {g, l, a}, {a, l}, {l, a}, {l}, {a}};
+  TextTree want;
+  want.failing = failing;
+  LiteralWalk walk(list, want);
+  if (order == GroupingOrder::kFolders) {
+    walk.Folders(kNoNode, "");
+  } else {
+    walk.Groups(kinds[static_cast<uint32_t>(order) - 1], kNoNode, 0, {});
+  }
+  std::vector<uintptr_t> items;
+  for (MediaEntry& entry : list) items.push_back(std::exchange(entry.item, 999));
+  TextTree got;
+  got.failing = failing;
+  BuildTree(list, order, got);
+  ASSERT_EQ(got.Text(), want.Text());
+  for (size_t i = 0; i < list.size(); ++i) {
+    ASSERT_EQ(list[i].item == kNoNode, items[i] == kNoNode) << i;
+    ASSERT_EQ(got.LineOf(list[i].item), want.LineOf(items[i])) << i;
+  }
+  const size_t count = want.nodes.size();
+  if (inserted) *inserted = count > 1 ? want.PathOf(1 + list.size() * 7 % (count - 1)) : "";
+}
+
+void ExpectTheLiteralTrees(EntryList& list, GroupingOrder order) {
+  std::string node;
+  ASSERT_NO_FATAL_FAILURE(ExpectTheLiteralTree(list, order, "", &node));
+  SCOPED_TRACE("failing " + node);
+  ASSERT_NO_FATAL_FAILURE(ExpectTheLiteralTree(list, order, node, nullptr));
+}
+
+TEST(BuildTreeRandom, IsTheTreeOfTheLiteralWalk) {
   std::mt19937 random(20);
-  const char* const words[] = {"Sine", "SINE", "sinE ", "", "Square", "Saw", "Noise", "s"};
-  const auto word = [&] { return words[random() % 8]; };
+  // The last two have the same 32-bit FNV hash.
+  const char* const words[] = {"Sine", "SINE",  "sinE ", "",       "Square",
+                               "Saw",  "Noise", "s",     "liquid", "costarring"};
+  const auto word = [&] { return words[random() % 10]; };
   for (int round = 0; round < 40; ++round) {
     EntryList list;
     for (size_t n = random() % 40; n > 0; --n) {
@@ -206,22 +241,41 @@ TEST(BuildTreeRandom, IsTheTreeOfTheLiteralWalk) {
     }
     for (uint32_t order = 1; order <= 7; ++order) {
       SCOPED_TRACE(std::to_string(round) + " order " + std::to_string(order));
-      const long failing = round % 2 ? static_cast<long>(random() % 30) : -1;
-      TextTree want;
-      want.failing_add = failing;
-      LiteralWalk walk(list, want);
-      if (order == 7)
-        walk.Folders(kNoNode, "");
-      else
-        walk.Groups(kinds[order - 1], kNoNode, 0, {});
-      std::vector<uintptr_t> items;
-      for (MediaEntry& entry : list) items.push_back(std::exchange(entry.item, 999));
-      TextTree got;
-      got.failing_add = failing;
-      BuildTree(list, static_cast<GroupingOrder>(order), got);
-      ASSERT_EQ(got.Text(), want.Text());
-      for (size_t i = 0; i < list.size(); ++i) ASSERT_EQ(list[i].item, items[i]);
+      ASSERT_NO_FATAL_FAILURE(ExpectTheLiteralTrees(list, static_cast<GroupingOrder>(order)));
     }
+  }
+}
+
+// Names that go on where others end, that are the same but for their case, that are empty; files
+// named like folders; paths without a backslash in front or anywhere, twice, or not there.
+TEST(BuildTreeRandom, FoldersOfHostilePathsAreThoseOfTheLiteralWalk) {
+  std::mt19937 random(7);
+  const char* const names[] = {"Music", "MUSIC", "Music2", "music2x",    "Mus",
+                               "",      "a.mp3", "A.MP3x", "Musi\u00e9", "x"};
+  const auto path = [&] {
+    std::string text = random() % 4 ? "\\" : "";
+    if (random() % 2) {
+      for (size_t depth = random() % 5; depth > 0; --depth) {
+        text += std::string(names[random() % 10]) + "\\";
+      }
+      return text + names[random() % 10];
+    }
+    for (size_t length = random() % 9; length > 0; --length) text += "aAb\\\\"[random() % 5];
+    return text;
+  };
+  for (int round = 0; round < 1000; ++round) {
+    EntryList list;
+    std::string all;
+    for (size_t n = random() % 25; n > 0; --n) {
+      const std::string text = path();
+      for (size_t copies = random() % 8 ? 1 : 2; copies > 0; --copies) {
+        Put(&list, {text.c_str(), nullptr, "", "", ""});
+        all += text + "\n";
+      }
+      if (random() % 10 == 0) list.back().path.Clear();
+    }
+    SCOPED_TRACE(all);
+    ASSERT_NO_FATAL_FAILURE(ExpectTheLiteralTrees(list, GroupingOrder::kFolders));
   }
 }
 

@@ -23,17 +23,33 @@ class TextTree final : public TreeSink, public CheckTree {
   };
   TextTree() : nodes(1) {}
   std::vector<Node> nodes;
-  long failing_add = -1;  // counted from 0
+  std::string failing;  // PathOf() of the nodes that cannot be inserted
   std::vector<TreeNode> sorted;
 
   TreeNode Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept override {
-    if (failing_add-- == 0) return kNoNode;
     const TreeNode node = nodes.size();
     nodes.push_back({parent, kind, Utf8(label), false, {}});
+    if (!failing.empty() && PathOf(node) == failing) {
+      nodes.pop_back();
+      return kNoNode;
+    }
     nodes[parent].children.push_back(node);
     return node;
   }
   void SortFolders(TreeNode parent) noexcept override { sorted.push_back(parent); }
+
+  // The labels from the root, a line each.
+  std::string PathOf(TreeNode node) const {
+    return node == kNoNode ? "" : PathOf(nodes[node].parent) + "\n" + nodes[node].label;
+  }
+  // How many lines of Text() come before the node's.
+  size_t LineOf(TreeNode node) {
+    size_t line = 0;
+    for (TreeNode at = FirstChild(kNoNode); at != node && at != kNoNode; ++line) {
+      at = NextBelow(*this, kNoNode, at);
+    }
+    return line;
+  }
 
   TreeNode FirstChild(TreeNode node) noexcept override {
     return nodes[node].children.empty() ? kNoNode : nodes[node].children[0];

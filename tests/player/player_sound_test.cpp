@@ -149,6 +149,35 @@ TEST(PlayerSound, VolumeReachesThePluginWithItsOwnOutput) {
   EXPECT_GT(loudest[1], 1000);
 }
 
+TEST(WaveOutput, AResetKeepsThePauseAndRefusalsAreRemembered) {
+  SendSoundTo(L"silence", true);
+  WaveOutput output;
+  output.Reset();
+  EXPECT_NE(output.Drained(), 0) << "not open";
+  ASSERT_TRUE(output.Open(2, 4096, 2, 44100, 16));
+  const auto write = [&](kelvo::OutputBuffer* buffer) {
+    buffer->length_bytes = buffer->valid_bytes = 4096;
+    return output.Write(buffer, 0);
+  };
+  output.Pause(1);
+  EXPECT_TRUE(write(output.GetBuffer()));
+  output.Reset();
+  kelvo::OutputBuffer* const buffer = output.GetBuffer();
+  EXPECT_TRUE(write(buffer));
+  Sleep(50);
+  EXPECT_EQ(output.Drained(), 0);
+  EXPECT_EQ(output.PlayedSamples(0, 0), 0u);
+  EXPECT_FALSE(output.failed());
+  EXPECT_FALSE(write(buffer)) << "queued already";
+  EXPECT_TRUE(output.failed());
+  output.Close();
+  ASSERT_TRUE(output.Open(2, 4096, 2, 44100, 16));
+  EXPECT_FALSE(output.failed());
+  EXPECT_TRUE(write(output.GetBuffer()));
+  while (!output.Drained()) Sleep(1);
+  EXPECT_EQ(output.PlayedSamples(0, 0), 1024u);
+}
+
 // Writes a ramp through a tap into an output that a test holds.
 TEST(SampleTap, ShowsWhatIsHeard) {
   kelvo::test::RecordingOutput device;

@@ -17,6 +17,8 @@ Session Sample() {
   for (size_t i = 0; i < kEqualizerBands; ++i) session.equalizer.bands[i] = static_cast<uint8_t>(i);
   session.skin = "Z:\\skins\\a=b \xC3\xA4.zip";
   session.double_size = true;
+  session.remaining_time = true;
+  session.visual = 2;
   session.main_window = {false, -40, 12, 0, 0};
   session.equalizer_window = {true, 1, 2, 0, 0};
   session.playlist_window = {true, 3, 4, 275, 232};
@@ -32,6 +34,8 @@ TEST(Session, ComesBackAsItWasKept) {
   EXPECT_EQ(back.volume, 73);
   EXPECT_EQ(back.balance, -12);
   EXPECT_TRUE(back.shuffle && back.repeat && back.double_size && back.equalizer.on);
+  EXPECT_TRUE(back.remaining_time);
+  EXPECT_EQ(back.visual, 2);
   EXPECT_EQ(back.equalizer.bands[9], 9);
   EXPECT_EQ(back.skin, Sample().skin);
   EXPECT_EQ(back.main_window.x, -40);

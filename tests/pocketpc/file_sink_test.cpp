@@ -182,6 +182,59 @@ TEST(FileSink, RealTimePaceTakesItsTime) {
   EXPECT_GE(GetTickCount64() - start + 32, 400u) << "two ticks of the coarse clock are allowed";
 }
 
+TEST(FileSink, APauseKeepsThePlaceInsideABlock) {
+  UseSink(L"sink_place.wav", false);
+  Device device(8000);
+  Block block(device, 80000, 0);
+  ASSERT_EQ(block.Prepare(), MMSYSERR_NOERROR);
+  ASSERT_EQ(block.Write(), MMSYSERR_NOERROR);
+  while (device.PositionBytes() < 3200) Sleep(5);  // the block takes 320000
+  ASSERT_EQ(waveOutPause(device.handle), MMSYSERR_NOERROR);
+  const DWORD place = device.PositionBytes();
+  EXPECT_LT(place, 320000u);
+  Sleep(60);
+  EXPECT_EQ(device.PositionBytes(), place);
+  ASSERT_EQ(waveOutPause(device.handle), MMSYSERR_NOERROR);
+  EXPECT_EQ(device.PositionBytes(), place) << "paused twice";
+  ASSERT_EQ(waveOutRestart(device.handle), MMSYSERR_NOERROR);
+  EXPECT_GE(device.PositionBytes(), place);
+  while (device.PositionBytes() <= place) Sleep(5);
+}
+
+TEST(FileSink, SilenceLeavesNoFile) {
+  UseSink(L"silence", true);
+  Device device(44100);
+  Block block(device, 1000, 5);
+  ASSERT_EQ(block.Prepare(), MMSYSERR_NOERROR);
+  ASSERT_EQ(block.Write(), MMSYSERR_NOERROR);
+  ASSERT_TRUE(block.WaitDone());
+  EXPECT_EQ(device.PositionBytes(), 4000u);
+  EXPECT_EQ(GetFileAttributesW(L"silence"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(waveOutGetNumDevs(), 1u);
+}
+
+TEST(FileSink, TheVolumeIsEverybodys) {
+  UseSink(L"sink_volume.wav", true);
+  DWORD volume = 0;
+  EXPECT_EQ(waveOutGetVolume(nullptr, &volume), MMSYSERR_NOERROR);
+  EXPECT_EQ(volume, 0xFFFFFFFF);
+  EXPECT_EQ(waveOutGetVolume(nullptr, nullptr), MMSYSERR_INVALPARAM);
+  ASSERT_EQ(waveOutSetVolume(nullptr, 0x80000000), MMSYSERR_NOERROR);
+  Device device(44100);
+  EXPECT_EQ(waveOutGetVolume(device.handle, &volume), MMSYSERR_NOERROR);
+  EXPECT_EQ(volume, 0x80000000);
+  Block block(device, 5000, -5000);
+  std::vector<int16_t> want = block.samples;
+  for (size_t i = 0; i < want.size(); ++i) {
+    want[i] = static_cast<int16_t>(i % 2 ? want[i] * 0x8000 / 0xFFFF : 0);
+  }
+  ASSERT_EQ(block.Prepare(), MMSYSERR_NOERROR);
+  ASSERT_EQ(block.Write(), MMSYSERR_NOERROR);
+  ASSERT_TRUE(block.WaitDone());
+  EXPECT_EQ(ReadWav(L"sink_volume.wav").samples, want);
+  ASSERT_EQ(waveOutSetVolume(device.handle, 0xFFFFFFFF), MMSYSERR_NOERROR);
+}
+
 void CALLBACK CountMessages(HWAVEOUT, UINT message, DWORD_PTR context, DWORD_PTR, DWORD_PTR) {
   auto* const counts = reinterpret_cast<volatile LONG*>(context);
   InterlockedIncrement(counts + (message - WOM_OPEN));

@@ -11,7 +11,7 @@ namespace velmora {
 constexpr Rect kVisualPlace = {24, 43, 76, 16};
 constexpr int kVisualBars = 19;  // three pixels wide, one apart
 
-enum class VisualMode { kOff, kSpectrum, kWave };
+enum class VisualMode { kOff = 0, kSpectrum = 1, kWave = 2 };  // numbers as they are kept
 
 struct VisualState {
   VisualMode mode = VisualMode::kOff;

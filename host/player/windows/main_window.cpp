@@ -131,6 +131,11 @@ void MainWindow::Tick(uint32_t milliseconds) {
   Refresh();
 }
 
+void MainWindow::Rest() {
+  scroll_ = 0;
+  SetVisualMode(visual_.mode);
+}
+
 void MainWindow::ShowHint(const std::wstring& text) {
   hint_ = text;
   SetTimer(handle(), kHintTimer, kHintMs, nullptr);

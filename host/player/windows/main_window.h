@@ -18,6 +18,8 @@ class MainWindow final : public SkinWindow {
 
   // This time has passed while music plays.
   void Tick(uint32_t milliseconds);
+  // The music has stopped: nothing of it stays in the window.
+  void Rest();
   // Shows a text instead of the song's for a moment.
   void ShowHint(const std::wstring& text);
   // The skin has changed: pictures made with it are made anew.

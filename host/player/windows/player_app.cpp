@@ -88,14 +88,12 @@ void PlayerApp::Refresh() {
 
 // While nothing plays, nothing moves.
 void PlayerApp::UpdateTimer() {
-  const bool playing = player_->status().state == PlayState::kPlaying;
-  if (playing == ticking_) return;
+  const PlayState state = player_->status().state;
+  const bool playing = state == PlayState::kPlaying;
+  if (playing && !ticking_) SetTimer(main_.handle(), kTickTimer, kTickMs, nullptr);
+  if (!playing && ticking_) KillTimer(main_.handle(), kTickTimer);
   ticking_ = playing;
-  if (playing) {
-    SetTimer(main_.handle(), kTickTimer, kTickMs, nullptr);
-  } else {
-    KillTimer(main_.handle(), kTickTimer);
-  }
+  if (state == PlayState::kStopped) main_.Rest();
 }
 
 bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {

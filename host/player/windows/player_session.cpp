@@ -44,6 +44,8 @@ void PlayerApp::RestoreWindows(const Session& session) {
 void PlayerApp::KeepWindows(Session* session) const {
   session->skin = ToUtf8(skin_path_);
   session->double_size = scale_ == 2;
+  session->remaining_time = main_.remaining_time();
+  session->visual = static_cast<int>(main_.visual_mode());
   session->main_window = Kept(main_);
   session->equalizer_window = Kept(equalizer_);
   session->playlist_window = Kept(playlist_);
@@ -64,7 +66,8 @@ void PlayerApp::OpenWindows() {
   catalog_.emplace(library_, *player_, options_.device);
   RestorePlayer(session, &*player_);
   if (!session.skin.empty()) UseSkin(FromUtf8(session.skin));
-  main_.SetVisualMode(VisualMode::kSpectrum);
+  main_.SetVisualMode(static_cast<VisualMode>(session.visual));
+  main_.SetRemainingTime(session.remaining_time);
   RestoreWindows(session);
 }
 

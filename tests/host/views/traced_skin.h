@@ -21,7 +21,7 @@ inline std::ostream& operator<<(std::ostream& out, const Origin& o) {
 }
 
 // A skin in which every pixel tells where it comes from.
-inline Skin TracedSkin(bool better_numbers = true) {
+inline Skin MakeTracedSkin(bool better_numbers) {
   Skin skin;
   for (int file = kelvo::kSkinBalance; file <= kelvo::kSkinVolume; ++file) {
     if (file == kelvo::kSkinNumbersEx && !better_numbers) continue;
@@ -37,6 +37,12 @@ inline Skin TracedSkin(bool better_numbers = true) {
     skin.visual_colours[i] = 0xFF0000u + static_cast<Colour>(i);
   }
   return skin;
+}
+
+inline const Skin& TracedSkin(bool better_numbers = true) {
+  static const Skin with = MakeTracedSkin(true);
+  static const Skin without = MakeTracedSkin(false);
+  return better_numbers ? with : without;
 }
 
 inline Origin OriginOf(const Canvas& canvas, Point p) {

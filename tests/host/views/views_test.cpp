@@ -34,6 +34,14 @@ TEST(MainViewTest, ShowsTheState) {
        [](MainState* s) { s->active = false; },
        {100, 0},
        {kSkinTitleBar, 127, 15}},
+      {"title, rolled up",
+       [](MainState* s) { s->rolled = true; },
+       {100, 0},
+       {kSkinTitleBar, 127, 29}},
+      {"shade, rolled up",
+       [](MainState* s) { s->rolled = true; },
+       {254, 3},
+       {kSkinTitleBar, 0, 27}},
       {"close", [](MainState*) {}, {264, 3}, {kSkinTitleBar, 18, 0}},
       {"close, pressed",
        [](MainState* s) { s->pressed = MainControl::kClose; },
@@ -153,7 +161,7 @@ TEST(MainViewTest, Time) {
 TEST(MainViewTest, OldDigitsBorrowTheirMinus) {
   MainState state;
   state.time_s = 1;
-  const Skin skin = TracedSkin(false);
+  const Skin& skin = TracedSkin(false);
   EXPECT_EQ(OriginOf(Main(state, skin), {40, 32}), (Origin{kSkinMain, 40, 32}));
   state.remaining = true;
   EXPECT_EQ(OriginOf(Main(state, skin), {40, 32}), (Origin{kSkinNumbers, 20, 6}));
@@ -325,6 +333,24 @@ TEST(PlaylistViewTest, PiecesAtEverySize) {
     EXPECT_EQ(OriginOf(canvas, {right - 14, size.height - 38 - 1}), (Origin{kSkinPlaylist, 52, 70}))
         << "the scroll bar's thumb is at its end";
   }
+}
+
+TEST(PlaylistViewTest, RolledUp) {
+  AreaPainter painter;
+  PlaylistViewState state;
+  state.size = {300, kPlaylistRolled};
+  state.active = false;
+  state.pressed = PlaylistControl::kShade;
+  state.rolled_text = std::u16string(100, u'A');
+  Canvas canvas(state.size);
+  DrawPlaylist(&canvas, TracedSkin(), state, painter);
+  EXPECT_EQ(OriginOf(canvas, {0, 0}), (Origin{kSkinPlaylist, 72, 42}));
+  EXPECT_EQ(OriginOf(canvas, {299, 13}), (Origin{kSkinPlaylist, 148, 70}));
+  EXPECT_EQ(OriginOf(canvas, {279, 3}), (Origin{kSkinPlaylist, 62, 42}));
+  EXPECT_EQ(OriginOf(canvas, {5, 4}), (Origin{kSkinText, 0, 0}));
+  EXPECT_EQ(OriginOf(canvas, {250, 5}), (Origin{kSkinPlaylist, 99, 62})) << "text ends before it";
+  EXPECT_EQ(PlaylistControlAt(state.size, {290, 4}), PlaylistControl::kClose);
+  EXPECT_EQ(PlaylistControlAt(state.size, {20, 13}), PlaylistControl::kTitleBar);
 }
 
 TEST(PlaylistViewTest, Rows) {

@@ -1,0 +1,169 @@
+// What ties the player to the library's other features, and to its own files.
+#include <kelvo/bookmarks.h>
+
+#include <algorithm>
+
+#include "host/player/bookmark_link.h"
+#include "host/player/language_setting.h"
+#include "host/player/preset_bank.h"
+#include "host/player/session_file.h"
+#include "tests/player/rig.h"
+#include "tests/support/installation_folder.h"
+#include "tests/support/language_value.h"
+
+namespace velmora {
+namespace {
+
+using kelvo::test::InstallationFolder;
+using test::Media;
+using test::Rig;
+using test::SendSoundTo;
+
+TEST(PlayerLinks, BookmarksPlayAndEnqueue) {
+  SendSoundTo(L"silence", false);
+  const InstallationFolder folder;
+  Rig rig;
+  BookmarkLink link(test::TheLibrary(), rig.player);
+  EXPECT_FALSE(link.AddCurrent()) << "nothing plays";
+  rig.player.Add({Media(L"sample.ogg"), Media(L"sample.wma")});
+  ASSERT_TRUE(rig.player.PlayTrack(0, 3000));
+  EXPECT_TRUE(link.AddCurrent());
+  const std::string kept = folder.Read(L"bookmarks.dat");
+  EXPECT_NE(kept.find(std::string("E\0i\0g\0h\0t\0", 10)), std::string::npos);
+
+  ASSERT_TRUE(rig.player.PlayTrack(1));
+  link.OnPlayBookmark(1, 0);
+  EXPECT_EQ(rig.player.tracks().size(), 3u);
+  EXPECT_EQ(rig.player.status().current, 1u) << "enqueued: what plays goes on";
+  link.OnPlayBookmark(0, 0);
+  EXPECT_EQ(rig.player.tracks().size(), 1u);
+  EXPECT_EQ(rig.player.status().current, 0u);
+  EXPECT_GE(rig.player.status().position_ms, 2900u);
+  for (const LPARAM nobody : {-1, 1, 99}) link.OnPlayBookmark(0, nobody);
+  EXPECT_EQ(rig.player.tracks().size(), 1u);
+  EXPECT_EQ(rig.player.status().state, PlayState::kPlaying);
+}
+
+TEST(PlayerLinks, ResumesWhereItWasLeft) {
+  SendSoundTo(L"silence", false);
+  const InstallationFolder folder;
+  for (const bool listed : {true, false}) {
+    {
+      Rig rig;
+      BookmarkLink link(test::TheLibrary(), rig.player);
+      link.KeepPlace();
+      EXPECT_FALSE(link.ResumePlace()) << "nothing had been playing";
+      rig.player.Add({Media(L"tone_8000_mono.ogg"), Media(L"sample.wma")});
+      ASSERT_TRUE(rig.player.PlayTrack(1, 4500));
+      rig.player.TogglePause();
+      link.KeepPlace();
+    }
+    Rig rig;
+    BookmarkLink link(test::TheLibrary(), rig.player);
+    if (listed) rig.player.Add({Media(L"sample.ogg"), Media(L"sample.wma")});
+    ASSERT_TRUE(link.ResumePlace());
+    EXPECT_EQ(rig.player.status().current, listed ? 1u : 0u);
+    EXPECT_EQ(rig.player.tracks().size(), listed ? 2u : 1u);
+    EXPECT_GE(rig.player.status().position_ms, 4000u);
+    EXPECT_FALSE(link.ResumePlace()) << "taken";
+  }
+}
+
+TEST(PlayerLinks, SessionRestoresThePlayer) {
+  const InstallationFolder folder;
+  const std::wstring path = folder.Path(L"velmora.session");
+  EXPECT_EQ(LoadSession(path).volume, 100) << "a first start";
+  Session session;
+  session.skin = "skins\\blue.zip";
+  {
+    Rig rig;
+    rig.player.Add({L"Z:\\music\\\u20AC \u00E4.ogg", L"Z:\\b.wma"});
+    rig.player.Choose(1);
+    rig.player.SetVolume(40);
+    rig.player.SetBalance(-30);
+    rig.player.SetShuffle(true);
+    EqualizerState equalizer;
+    equalizer.bands[3] = 2;
+    rig.player.SetEqualizer(equalizer);
+    KeepPlayer(rig.player, &session);
+  }
+  ASSERT_TRUE(SaveSession(path, session));
+  ASSERT_TRUE(SaveSession(path, session)) << "over the old one";
+  EXPECT_FALSE(SaveSession(folder.Path(L"none\\velmora.session"), session));
+
+  const Session loaded = LoadSession(path);
+  EXPECT_EQ(loaded.skin, "skins\\blue.zip");
+  Rig rig;
+  rig.player.Add({L"Z:\\gone.ogg"});
+  RestorePlayer(loaded, &rig.player);
+  const PlayerStatus status = rig.player.status();
+  EXPECT_EQ(status.volume, 40);
+  EXPECT_EQ(status.balance, -30);
+  EXPECT_TRUE(status.shuffle);
+  EXPECT_EQ(status.current, 1u);
+  EXPECT_EQ(status.state, PlayState::kStopped);
+  ASSERT_EQ(rig.player.tracks().size(), 2u);
+  EXPECT_EQ(rig.player.tracks()[0].path, L"Z:\\music\\\u20AC \u00E4.ogg");
+  EXPECT_EQ(rig.player.equalizer().bands[3], 2);
+}
+
+TEST(PlayerLinks, PresetsAreLoadedAndDeleted) {
+  const InstallationFolder folder;
+  PresetBank bank(test::TheLibrary(), folder.path());
+  EXPECT_TRUE(bank.List().empty());
+  CreateDirectoryW(folder.Path(L"presets").c_str(), nullptr);
+  const std::string name_field(20, '\0');
+  folder.Write(L"presets\\Loud.eqf", name_field + std::string("\5\0\1\2\3\4\5\6\7\10\33", 11));
+  folder.Write(L"presets\\wild.eqf", name_field + std::string(11, '\34'));
+  folder.Write(L"presets\\a.b.eqf", name_field + std::string(11, '\1'));
+  const std::vector<std::wstring> names = bank.List();
+  ASSERT_EQ(names.size(), 3u);
+  const auto index_of = [&](const wchar_t* name) {
+    return static_cast<size_t>(std::find(names.begin(), names.end(), name) - names.begin());
+  };
+  EqualizerState state;
+  state.on = true;
+  state.bass = 2;
+  EXPECT_FALSE(bank.Load(index_of(L"wild"), &state)) << "28 is no slider position";
+  EXPECT_FALSE(bank.Load(3, &state));
+  EXPECT_EQ(state.preamp, 13);
+  ASSERT_TRUE(bank.Load(index_of(L"Loud"), &state));
+  EXPECT_EQ(state.preamp, 5);
+  EXPECT_EQ(state.bands[9], 27);
+  EXPECT_TRUE(state.on);
+  EXPECT_EQ(state.bass, 2);
+
+  EXPECT_FALSE(bank.Delete(index_of(L"a"))) << "its file is not a.eqf";
+  EXPECT_FALSE(bank.Delete(3));
+  EXPECT_TRUE(bank.Delete(index_of(L"Loud")));
+  EXPECT_EQ(bank.List().size(), 2u);
+}
+
+TEST(PlayerLinks, LanguagesBesideTheProgram) {
+  kelvo::test::LanguageValue value;
+  value.Remove();
+  EXPECT_EQ(ChosenLanguage(), kEnglish);
+  for (const wchar_t* name : {L"kv_mui.12.dll", L"kv_mui.GGGG.dll", L"kv_mui.04520.dll"}) {
+    CloseHandle(CreateFileW(name, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+  }
+  const std::vector<LANGID> languages = FindLanguages();
+  for (const wchar_t* name : {L"kv_mui.12.dll", L"kv_mui.GGGG.dll", L"kv_mui.04520.dll"}) {
+    DeleteFileW(name);
+  }
+  ASSERT_FALSE(languages.empty());
+  EXPECT_EQ(languages[0], kEnglish);
+  EXPECT_EQ(std::count(languages.begin(), languages.end(), 0x0452), 1);
+  EXPECT_EQ(std::count(languages.begin(), languages.end(), 0x12), 0);
+  EXPECT_TRUE(std::is_sorted(languages.begin() + 1, languages.end()));
+
+  const auto* const english = test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText);
+  const std::wstring before = english;
+  ASSERT_TRUE(ChooseLanguage(test::TheLibrary(), 0x0452));
+  EXPECT_EQ(ChosenLanguage(), 0x0452);
+  EXPECT_NE(test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText), before);
+  ASSERT_TRUE(ChooseLanguage(test::TheLibrary(), kEnglish));
+  EXPECT_EQ(test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText), before);
+}
+
+}  // namespace
+}  // namespace velmora
