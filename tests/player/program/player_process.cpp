@@ -109,9 +109,12 @@ bool PlayerProcess::WaitFor(const std::string& what, const std::function<bool()>
   return false;
 }
 
-bool PlayerProcess::WaitForSong(const std::string& title) {
-  const std::string wanted = title.empty() ? "Velmora" : title + " - Velmora";
-  return WaitFor("the title \"" + wanted + "\"", [&] { return Title() == wanted; });
+bool PlayerProcess::WaitForSong(const std::string& song) {
+  return WaitFor("the song \"" + song + "\"", [&] { return Title().rfind(song, 0) == 0; });
+}
+
+bool PlayerProcess::WaitUntilStopped() {
+  return WaitFor("the end of the music", [&] { return Title() == "Velmora"; });
 }
 
 HWND PlayerProcess::Find(const wchar_t* type, const wchar_t* title) const {

@@ -40,9 +40,9 @@ class PlayerProcess {
 
   // False, and a failure that names `what`, when it does not come true or the player ends before.
   bool WaitFor(const std::string& what, const std::function<bool()>& done);
-  // Until the title is that of a song (or, without one, of a stopped player).
-  bool WaitForSong(const std::string& title);
-  bool WaitUntilStopped() { return WaitForSong(""); }
+  // Until the title begins with this ("1. Song").
+  bool WaitForSong(const std::string& song);
+  bool WaitUntilStopped();
 
   // A visible window of that class and, if given, of that title.
   HWND Find(const wchar_t* type, const wchar_t* title = nullptr) const;

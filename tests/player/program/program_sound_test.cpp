@@ -55,8 +55,8 @@ TEST(ProgramSound, IsThatOfTheFilesAndTheEffectsToTheLastBit) {
   ASSERT_TRUE(recordings.WaitForMore(player, 1));
 
   player.Click(player.main(), 119, 97);  // next
-  ASSERT_TRUE(player.WaitForSong("tone_44100_stereo"));
-  ASSERT_TRUE(player.WaitForSong("The Ring Buffers - Sixteen Strings"));
+  ASSERT_TRUE(player.WaitForSong("2. tone_44100_stereo"));
+  ASSERT_TRUE(player.WaitForSong("3. The Ring Buffers - Sixteen Strings"));
   ASSERT_TRUE(player.WaitUntilStopped());
   ASSERT_TRUE(player.Quit());
 
