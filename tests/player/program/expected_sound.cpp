@@ -82,12 +82,23 @@ void SoundCheck::PlayAll(const Blocks& blocks) {
   }
 }
 
-void SoundCheck::PlaySome(const Blocks& blocks, const Samples& next,
-                          const Samples* next_recorded) {
+// The number of the first block that does not match.
+size_t SoundCheck::PlayWhileMatching(const Blocks& blocks) {
   size_t i = 0;
   while (i < blocks.size() && MatchesWithChanges(blocks[i])) ++i;
   EXPECT_GT(i, 0u) << "not even the first block";
   EXPECT_TRUE(changes_.empty()) << "a change was not heard";
+  return i;
+}
+
+void SoundCheck::PlayUntilQuit(const Blocks& blocks) {
+  PlayWhileMatching(blocks);
+  End();
+}
+
+void SoundCheck::PlaySome(const Blocks& blocks, const Samples& next,
+                          const Samples* next_recorded) {
+  size_t i = PlayWhileMatching(blocks);
   if (next_recorded) {
     End();
     Begin(*next_recorded);

@@ -48,14 +48,15 @@ class SoundCheck {
   // player had given to the effects without playing them, so that `next` comes next. At the end of
   // a recording `next` is what the next recording begins with.
   void PlaySome(const Blocks& blocks, const Samples& next, const Samples* next_recorded = nullptr);
+  // Compares with these blocks as long as the recording has them; it ends with one of them.
+  void PlayUntilQuit(const Blocks& blocks);
   // The recording is over.
   void End();
-  // Whether all settings have been heard.
-  bool all_heard() const { return changes_.empty(); }
 
  private:
   bool Matches(const Samples& block, ReferenceEffects* effects) const;
   bool MatchesWithChanges(const Samples& block);
+  size_t PlayWhileMatching(const Blocks& blocks);
 
   ReferenceEffects effects_;
   std::vector<EqualizerState> changes_;
