@@ -3,10 +3,12 @@
 #include <kelvo/audio_output.h>
 #include <kelvo/effects_processor.h>
 
+#include <vector>
+
 namespace velmora {
 
-// Runs what is written through the effects and hands it on. They are made for two channels: other
-// sound is left alone.
+// Runs what is written through the effects and hands it on. They are made for two channels: one
+// channel takes both ways, more than two are left alone.
 class EffectsOutput final : public kelvo::AudioOutput {
  public:
   // Both are borrowed.
@@ -15,18 +17,16 @@ class EffectsOutput final : public kelvo::AudioOutput {
 
   int32_t Open(uint32_t buffer_count, uint32_t buffer_bytes, uint32_t channels,
                uint32_t sample_rate, uint32_t bits_per_sample) noexcept override {
-    stereo_ = channels == 2;
+    channels_ = channels;
+    if (channels == 1) both_.resize(buffer_bytes);  // twice as many samples of two bytes
     return next_.Open(buffer_count, buffer_bytes, channels, sample_rate, bits_per_sample);
   }
   void Close() noexcept override { next_.Close(); }
   kelvo::OutputBuffer* GetBuffer() noexcept override { return next_.GetBuffer(); }
   int32_t Write(kelvo::OutputBuffer* buffer, uint32_t unused_bytes) noexcept override {
-    if (stereo_) {
-      int16_t* samples = reinterpret_cast<int16_t*>(buffer->data);
-      const int32_t bytes = static_cast<int32_t>(buffer->valid_bytes);
-      effects_.ProcessEqualizer(&samples, bytes);
-      effects_.ProcessBass(&samples, bytes);
-    }
+    int16_t* const samples = reinterpret_cast<int16_t*>(buffer->data);
+    if (channels_ == 2) Process(samples, buffer->valid_bytes / 4);
+    if (channels_ == 1) ProcessMono(samples, buffer->valid_bytes / 2);
     return next_.Write(buffer, unused_bytes);
   }
   void Pause(uint32_t pause) noexcept override { next_.Pause(pause); }
@@ -37,9 +37,21 @@ class EffectsOutput final : public kelvo::AudioOutput {
   int32_t Drained() noexcept override { return next_.Drained(); }
 
  private:
+  void Process(int16_t* samples, uint32_t frames) {
+    const int32_t bytes = static_cast<int32_t>(frames * 4);
+    effects_.ProcessEqualizer(&samples, bytes);
+    effects_.ProcessBass(&samples, bytes);
+  }
+  void ProcessMono(int16_t* samples, uint32_t frames) {
+    for (uint32_t i = 0; i < frames; ++i) both_[2 * i] = both_[2 * i + 1] = samples[i];
+    Process(both_.data(), frames);
+    for (uint32_t i = 0; i < frames; ++i) samples[i] = both_[2 * i];
+  }
+
   kelvo::AudioOutput& next_;
   kelvo::EffectsProcessor& effects_;
-  bool stereo_ = false;
+  uint32_t channels_ = 0;
+  std::vector<int16_t> both_;  // one channel, doubled
 };
 
 }  // namespace velmora

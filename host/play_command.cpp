@@ -1,11 +1,8 @@
 #include "host/play_command.h"
 
-#include <limits.h>
-
-#include <algorithm>
-
 #include "host/console.h"
 #include "host/last_played.h"
+#include "host/milliseconds.h"
 #include "host/notify_window.h"
 #include "host/player/playback.h"
 #include "host/sound_sink.h"
@@ -66,8 +63,7 @@ Outcome PlayFile(const Library& library, const TrackStart& track) {
   }
   const NotifyWindow window;
   Playback playback(library, window.handle());
-  const uint32_t start_ms = static_cast<uint32_t>(std::min(track.start_s, INT_MAX / 1000)) * 1000;
-  const Playback::Start start = playback.Play(track.path, start_ms);
+  const Playback::Start start = playback.Play(track.path, ToMilliseconds(track.start_s));
   if (start != Playback::Start::kPlaying) {
     PrintError(L"%ls: %ls\n", path, Complaint(start));
     return Outcome::kFailed;

@@ -4,6 +4,7 @@
 #include <kelvo/messages.h>
 
 #include "host/last_played.h"
+#include "host/milliseconds.h"
 
 namespace velmora {
 
@@ -36,7 +37,7 @@ void BookmarkLink::OnPlayBookmark(WPARAM command, LPARAM index) {
   const bool play = command == kelvo::kBookmarkPlay;
   if (play) player_.Clear();
   player_.Add({path});
-  if (play) player_.PlayTrack(0, position_s > 0 ? static_cast<uint32_t>(position_s) * 1000 : 0);
+  if (play) player_.PlayTrack(0, ToMilliseconds(position_s));
 }
 
 void BookmarkLink::KeepPlace() {
@@ -64,7 +65,7 @@ bool BookmarkLink::ResumePlace() {
     index = find();
   }
   if (index == player_.tracks().size()) player_.Add({path});
-  return player_.PlayTrack(index, position_s > 0 ? static_cast<uint32_t>(position_s) * 1000 : 0);
+  return player_.PlayTrack(index, ToMilliseconds(position_s));
 }
 
 }  // namespace velmora

@@ -2,10 +2,8 @@
 
 namespace velmora {
 
-CatalogLink::CatalogLink(const Library& library, Player& player, const std::wstring& device)
-    : player_(player),
-      catalog_(library.Get<kelvo::Catalog>(kelvo::kFeatureCatalog)),
-      drive_(device) {
+CatalogLink::CatalogLink(kelvo::Catalog* catalog, Player& player, const std::wstring& device)
+    : player_(player), catalog_(catalog), drive_(device) {
   if (catalog_) catalog_->SetHostCallback(&OnPath, reinterpret_cast<kelvo::HostWord>(this));
 }
 

@@ -16,7 +16,9 @@ namespace velmora {
 // becomes a drive for the life of this object, whose paths the catalog sends.
 class CatalogLink {
  public:
-  CatalogLink(const Library& library, Player& player, const std::wstring& device);
+  CatalogLink(const Library& library, Player& player, const std::wstring& device)
+      : CatalogLink(library.Get<kelvo::Catalog>(kelvo::kFeatureCatalog), player, device) {}
+  CatalogLink(kelvo::Catalog* catalog, Player& player, const std::wstring& device);
   ~CatalogLink();
   CatalogLink(const CatalogLink&) = delete;
   CatalogLink& operator=(const CatalogLink&) = delete;

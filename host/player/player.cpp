@@ -9,8 +9,9 @@
 namespace velmora {
 namespace {
 
-// A track that ends sooner without a sound is broken.
-constexpr DWORD kShortestSilenceMs = 1000;
+// Where an output of the plug-in's own shows no sound, it may be that it cannot be looked into:
+// then a track is broken when it ends sooner.
+constexpr DWORD kShortestTrackMs = 1000;
 
 // The first sound device; there the volume is everybody's, also that of a plug-in's own output.
 HWAVEOUT FirstDevice() {
@@ -40,8 +41,13 @@ void Player::Remove(const std::vector<size_t>& indices) {
   std::vector<size_t> sorted = indices;
   std::sort(sorted.begin(), sorted.end(), std::greater<size_t>());
   sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+  sorted.erase(sorted.begin(), std::find_if(sorted.begin(), sorted.end(),
+                                            [&](size_t index) { return index < list_.size(); }));
+  if (sorted.size() == list_.size()) {  // one by one, a long list would take its time
+    Clear();
+    return;
+  }
   for (const size_t index : sorted) {
-    if (index >= list_.size()) continue;
     list_.Remove(index);
     order_.Remove(index);
   }
@@ -142,7 +148,8 @@ void Player::OnEndOfPlayback() {
 }
 
 bool Player::EndedUnheard() {
-  return !playback_.has_sounded() && GetTickCount() - started_ < kShortestSilenceMs;
+  return !playback_.has_sounded() &&
+         (!playback_.input().has_own_output() || GetTickCount() - started_ < kShortestTrackMs);
 }
 
 void Player::SetVolume(int volume) {

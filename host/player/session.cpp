@@ -139,7 +139,7 @@ Session ParseSession(const std::string& text) {
     const size_t end = std::min(text.find('\n', at), text.size());
     std::string line = text.substr(at, end - at);
     at = end + 1;
-    if (!line.empty() && line.back() == '\r') line.pop_back();
+    while (!line.empty() && line.back() == '\r') line.pop_back();
     const size_t sign = line.find('=');
     if (sign != std::string::npos) TakeLine(line.substr(0, sign), line.substr(sign + 1), &session);
   }

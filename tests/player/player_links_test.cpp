@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "host/player/bookmark_link.h"
+#include "host/player/catalog_link.h"
 #include "host/player/language_setting.h"
 #include "host/player/preset_bank.h"
 #include "host/player/session_file.h"
@@ -39,6 +40,12 @@ TEST(PlayerLinks, BookmarksPlayAndEnqueue) {
   EXPECT_EQ(rig.player.tracks().size(), 1u);
   EXPECT_EQ(rig.player.status().current, 0u);
   EXPECT_GE(rig.player.status().position_ms, 2900u);
+  auto* const bookmarks = test::TheLibrary().Get<kelvo::Bookmarks>(kelvo::kFeatureBookmarks);
+  for (const int32_t wild : {-5, 4294971, 0x7FFFFFFF}) {  // 4294971000 is 3704 in 32 bits
+    bookmarks->UpdateBookmark(0, rig.player.open_path().c_str(), wild, L"");
+    link.OnPlayBookmark(0, 0);
+    EXPECT_LT(rig.player.status().position_ms, 3000u) << wild;
+  }
   for (const LPARAM nobody : {-1, 1, 99}) link.OnPlayBookmark(0, nobody);
   EXPECT_EQ(rig.player.tracks().size(), 1u);
   EXPECT_EQ(rig.player.status().state, PlayState::kPlaying);
@@ -67,6 +74,69 @@ TEST(PlayerLinks, ResumesWhereItWasLeft) {
     EXPECT_GE(rig.player.status().position_ms, 4000u);
     EXPECT_FALSE(link.ResumePlace()) << "taken";
   }
+}
+
+// Sends what a test tells it to, as the catalog does while its sheet is open.
+class ScriptedCatalog final : public kelvo::Catalog {
+ public:
+  std::vector<const wchar_t*> script;
+  kelvo::CatalogCallback function = nullptr;
+  kelvo::HostWord cookie = 0;
+
+  void SetHostCallback(kelvo::CatalogCallback f, kelvo::HostWord c) noexcept override {
+    function = f;
+    cookie = c;
+  }
+  int32_t ShowCatalog(kelvo::ModuleHandle, kelvo::WindowHandle) noexcept override {
+    for (const wchar_t* path : script) function(path, cookie);
+    return 1;
+  }
+  void Destroy(uint32_t) noexcept override {}
+};
+
+TEST(PlayerLinks, CatalogReplacesOrAppends) {
+  SendSoundTo(L"silence", false);
+  Rig rig;
+  ScriptedCatalog catalog;
+  wchar_t before[MAX_PATH], after[MAX_PATH];
+  GetCurrentDirectoryW(MAX_PATH, before);
+  const auto full = [&](const wchar_t* name) {
+    return std::wstring(before) + L"\\..\\..\\media\\" + name;
+  };
+  const std::wstring ogg = full(L"sample.ogg"), wma = full(L"sample.wma");
+  const wchar_t* const end = kelvo::CatalogEndOfList();
+  rig.player.Add({Media(L"tone_8000_mono.ogg")});
+  ASSERT_TRUE(rig.player.PlayTrack(0));
+  {
+    CatalogLink nowhere(&catalog, rig.player, L"no such folder");
+    catalog.script = {kelvo::kCatalogClearList, end};
+    EXPECT_FALSE(nowhere.available());
+    nowhere.Show(nullptr, nullptr);
+    EXPECT_EQ(rig.player.tracks().size(), 1u);
+  }
+  EXPECT_EQ(catalog.function, nullptr) << "nobody is called that is gone";
+
+  {
+    CatalogLink link(&catalog, rig.player, L"C:\\");
+    ASSERT_TRUE(link.available());
+    catalog.script = {ogg.c_str(), end};
+    link.Show(nullptr, nullptr);
+    EXPECT_EQ(rig.player.tracks().size(), 2u);
+    EXPECT_EQ(rig.player.status().current, 0u) << "enqueued: what plays goes on";
+
+    catalog.script = {kelvo::kCatalogClearList, wma.c_str(), ogg.c_str(), end};
+    link.Show(nullptr, nullptr);
+    link.OnPlay();
+    EXPECT_EQ(rig.player.tracks().size(), 2u);
+    EXPECT_EQ(rig.player.status().title, L"The Ring Buffers - Sixteen Strings");
+
+    catalog.script = {kelvo::kCatalogClearList, end};
+    link.Show(nullptr, nullptr);
+    link.OnPlay();
+    EXPECT_EQ(rig.player.status().state, PlayState::kStopped) << "nothing was checked";
+  }
+  GetCurrentDirectoryW(MAX_PATH, after);
+  EXPECT_STREQ(after, before);
 }
 
 TEST(PlayerLinks, SessionRestoresThePlayer) {

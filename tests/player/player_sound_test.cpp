@@ -178,6 +178,46 @@ TEST(WaveOutput, AResetKeepsThePauseAndRefusalsAreRemembered) {
   EXPECT_EQ(output.PlayedSamples(0, 0), 1024u);
 }
 
+// Doubles what it gets, and adds the number of bytes to the first sample.
+class LoudEffects final : public kelvo::EffectsProcessor {
+ public:
+  void Destroy(uint32_t) noexcept override {}
+  void SetBassMode(int32_t) noexcept override {}
+  void ProcessBass(int16_t** samples, int32_t bytes) noexcept override {
+    (*samples)[0] = static_cast<int16_t>((*samples)[0] + bytes);
+  }
+  void EnableEqualizer(int32_t) noexcept override {}
+  void SetEqualizer(int32_t, const int32_t*) noexcept override {}
+  int32_t ProcessEqualizer(int16_t** samples, int32_t bytes) noexcept override {
+    for (int32_t i = 0; i < bytes / 2; ++i) (*samples)[i] = static_cast<int16_t>((*samples)[i] * 2);
+    return bytes;
+  }
+};
+
+TEST(EffectsOutput, TakesOneAndTwoChannels) {
+  const struct {
+    uint32_t channels;
+    Pcm want;
+  } cases[] = {
+      {1, {2 + 6 * 4, 4, 6, 8, 10, 12}},
+      {2, {2 + 3 * 4, 4, 6, 8, 10, 12}},
+      {6, {1, 2, 3, 4, 5, 6}},
+  };
+  for (const auto& c : cases) {
+    kelvo::test::RecordingOutput device;
+    LoudEffects effects;
+    EffectsOutput output(device, effects);
+    ASSERT_TRUE(output.Open(8, 4096, c.channels, 44100, 16));
+    kelvo::OutputBuffer* const buffer = output.GetBuffer();
+    for (int16_t i = 0; i < 6; ++i) reinterpret_cast<int16_t*>(buffer->data)[i] = i + 1;
+    buffer->length_bytes = buffer->valid_bytes = 12;
+    output.Write(buffer, 4096 - 12);
+    const std::vector<char> bytes = device.pcm();
+    const auto* samples = reinterpret_cast<const int16_t*>(bytes.data());
+    EXPECT_EQ(Pcm(samples, samples + bytes.size() / 2), c.want) << c.channels;
+  }
+}
+
 // Writes a ramp through a tap into an output that a test holds.
 TEST(SampleTap, ShowsWhatIsHeard) {
   kelvo::test::RecordingOutput device;

@@ -169,9 +169,7 @@ TEST(Player, PausesAndSeeks) {
     player.Add({Media(name)});
     EXPECT_FALSE(player.SeekMs(1000)) << "nothing is open";
     ASSERT_TRUE(player.PlayTrack(0, 2000));
-    rig.RunFor(200);
-    EXPECT_GE(player.status().position_ms, 1900u);
-    EXPECT_LT(player.status().position_ms, 4000u);
+    ASSERT_TRUE(rig.RunUntil([&] { return player.status().position_ms > 2000; }));
 
     ASSERT_TRUE(player.SeekMs(6000));
     rig.RunFor(200);
@@ -193,30 +191,36 @@ TEST(Player, PausesAndSeeks) {
     player.Play();
     ASSERT_TRUE(rig.RunUntil([&] { return player.status().position_ms > 1200; }));
     EXPECT_EQ(player.status().state, PlayState::kPlaying);
-    EXPECT_LT(player.status().position_ms, 3000u);
+    ASSERT_TRUE(player.SeekMs(7000));
     player.Play();
     rig.RunFor(100);
-    EXPECT_LT(player.status().position_ms, 900u) << "playing, it begins anew";
+    EXPECT_LT(player.status().position_ms, 6000u) << "playing, it begins anew";
     player.Stop();
     EXPECT_EQ(player.status().title, L"");
     EXPECT_EQ(player.status().position_ms, 0u);
   }
 }
 
+// All of the short file waits in the output soon after its start: the decoding thread only waits
+// for the end, and a seek ends the thread.
 TEST(Player, ASeekWhileTheLastBuffersPlayGoesOnThere) {
-  SendSoundTo(L"silence", false);
-  Rig rig;
-  rig.player.Add({Media(L"tone_44100_stereo.ogg"), Media(L"tone_8000_mono.ogg")});
-  ASSERT_TRUE(rig.player.PlayTrack(0));
-  ASSERT_TRUE(rig.RunUntil([&] { return rig.player.status().position_ms > 1700; }));
-  ASSERT_TRUE(rig.player.SeekMs(400));
-  ASSERT_TRUE(rig.RunUntil([&] { return rig.ends == 1; })) << "the thread had ended";
-  EXPECT_EQ(rig.player.status().current, 0u);
-  rig.RunFor(200);
-  EXPECT_EQ(rig.player.status().current, 0u);
-  EXPECT_GE(rig.player.status().position_ms, 400u);
-  EXPECT_LT(rig.player.status().position_ms, 1500u);
-  EXPECT_TRUE(rig.RunUntil([&] { return rig.player.status().current == 1; }));
+  for (const bool paused : {false, true}) {
+    SCOPED_TRACE(paused);
+    SendSoundTo(L"silence", false);
+    Rig rig;
+    rig.player.Add({Media(L"tone_44100_mono.ogg"), Media(L"sample.ogg")});
+    ASSERT_TRUE(rig.player.PlayTrack(0));
+    ASSERT_TRUE(rig.RunUntil([&] { return rig.player.status().position_ms > 1200; }));
+    if (paused) rig.player.TogglePause();
+    ASSERT_TRUE(rig.player.SeekMs(1000));
+    ASSERT_TRUE(rig.RunUntil([&] { return rig.ends == 1; }));
+    EXPECT_EQ(rig.player.status().current, 0u) << "it has not ended for the user";
+    EXPECT_GE(rig.player.status().position_ms, 1000u);
+    EXPECT_EQ(rig.player.status().state, paused ? PlayState::kPaused : PlayState::kPlaying);
+    if (paused) rig.player.TogglePause();
+    ASSERT_TRUE(rig.RunUntil([&] { return rig.ends == 2; }));
+    EXPECT_EQ(rig.player.status().current, 1u);
+  }
 }
 
 TEST(Player, ChoosesWhileStoppedAndPlaysWhilePlaying) {
