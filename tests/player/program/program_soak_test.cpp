@@ -46,14 +46,14 @@ TEST(ProgramSoak, FiftyTracksInARow) {
 class Soak {
  public:
   Soak() : recordings_(installed_, true), catalog_(player_) {
-    const std::wstring device = installed_.Path(L"device");
-    CreateDirectoryW(device.c_str(), nullptr);
+    const std::wstring folder = installed_.Path(L"music");
+    CreateDirectoryW(folder.c_str(), nullptr);
     for (int i = 1; i <= kTracks; ++i) {
       CopyMedia(i % 2 == 0 ? L"sample.wma" : L"sample.ogg",
-                device + L"\\" + Numbered(i) + (i % 2 == 0 ? L".wma" : L".ogg"));
+                folder + L"\\" + Numbered(i) + (i % 2 == 0 ? L".wma" : L".ogg"));
     }
     started_ = player_.Start(
-        installed_, L"player --device \"" + device + L"\" \"" + device + L"\"");
+        installed_, L"player --device V:\\ \"" + folder + L"\"");
   }
 
   bool started() const { return started_; }
