@@ -82,8 +82,8 @@ bool PlayerProcess::Start(const Installed& installed, const std::wstring& words)
   return WaitFor("the main window", [&] { return main() != nullptr; });
 }
 
-bool PlayerProcess::Quit() {
-  Click(main(), 268, 7);
+bool PlayerProcess::Quit(POINT button) {
+  Click(main(), button.x, button.y);
   if (WaitForSingleObject(process_, kLongestWaitMs) != WAIT_OBJECT_0) {
     ADD_FAILURE() << "the player does not end; " << State();
     return false;

@@ -35,8 +35,9 @@ class PlayerProcess {
 
   // Starts it with these words and waits for its main window.
   bool Start(const Installed& installed, const std::wstring& words);
-  // Closes it by its close button and waits for its end; false unless that was a good one.
-  bool Quit();
+  // Closes it by its close button, which is at `button`, and waits for its end; false unless that
+  // was a good one.
+  bool Quit(POINT button = {268, 7});
 
   // False, and a failure that names `what`, when it does not come true or the player ends before.
   bool WaitFor(const std::string& what, const std::function<bool()>& done);

@@ -62,7 +62,8 @@ class Soak {
   // The list from its first track to its end.
   void Round(int round) {
     if (round > 0) {
-      PostMessageW(player_.playlist(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(60, 24));
+      player_.Key(player_.playlist(), VK_HOME);
+      player_.Key(player_.playlist(), VK_RETURN);
     }
     ASSERT_TRUE(recordings_.WaitForSamples(player_, Number(round, 1), 1));
     Disturb(round);
@@ -96,10 +97,11 @@ class Soak {
     const HWND dialog = player_.WaitForWindow(L"#32770", L"Velmora Bookmarks");
     PostMessageW(dialog, WM_COMMAND, IDOK, 0);
     ASSERT_TRUE(player_.WaitFor("the end of the bookmarks", [&] { return !IsWindow(dialog); }));
-    for (int twice = 0; twice < 2; ++twice) {
-      player_.Click(player_.main(), 230, 64);  // the equalizer's window
-      player_.Do(kCommandDoubleSize);
-    }
+    for (int twice = 0; twice < 2; ++twice) player_.Do(kCommandDoubleSize);
+    player_.Click(player_.playlist(), 268, 7);  // its close button
+    ASSERT_TRUE(player_.WaitFor("no playlist", [&] { return player_.playlist() == nullptr; }));
+    player_.Do(kCommandPlaylistWindow);
+    ASSERT_TRUE(player_.WaitFor("the playlist", [&] { return player_.playlist() != nullptr; }));
   }
 
   Installed installed_;
@@ -124,7 +126,7 @@ TEST(ProgramSoak, TenMinutesOfMusicLeaveNothingBehind) {
     if (round < kWarmUp) before = after;
     SCOPED_TRACE(Text(before) + "; after round " + std::to_string(round) + " " + Text(after));
     EXPECT_GT(after.gdi_objects, 0u);
-    if (getenv("SOAK")) printf("%s\n", Text(after).c_str());
+    if (getenv("SOAK")) {printf("%s\n", Text(after).c_str());fflush(stdout);}
   }
   EXPECT_LE(after.gdi_objects, before.gdi_objects);
   EXPECT_LE(after.windows, before.windows);

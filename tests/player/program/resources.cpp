@@ -1,12 +1,20 @@
 #include "tests/player/program/resources.h"
 
 #include <psapi.h>
+#include <string.h>
 #include <winternl.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace velmora::test {
 namespace {
+
+template <class Function>
+Function Find(const char* name) {
+  return reinterpret_cast<Function>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), name)));
+}
 
 // Of the table of all graphics objects that every process can read.
 struct GdiEntry {
@@ -23,8 +31,7 @@ constexpr size_t kTableInProcessBlock = sizeof(void*) == 4 ? 0x94 : 0xF8;
 // Wine does not count them, but each process has a table of its own.
 size_t CountGdiTable(HANDLE process) {
   using Query = NTSTATUS(WINAPI*)(HANDLE, PROCESSINFOCLASS, void*, ULONG, ULONG*);
-  const auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQueryInformationProcess")));
+  const auto query = Find<Query>("NtQueryInformationProcess");
   PROCESS_BASIC_INFORMATION basic = {};
   if (!query || query(process, ProcessBasicInformation, &basic, sizeof basic, nullptr) != 0) {
     return 0;
@@ -39,6 +46,28 @@ size_t CountGdiTable(HANDLE process) {
   size_t count = 0;
   for (const GdiEntry& entry : entries) count += entry.type != 0;
   return count;
+}
+
+// Wine's GetProcessHandleCount knows none; the list of all processes does.
+size_t CountHandles(HANDLE process) {
+  DWORD counted = 0;
+  if (GetProcessHandleCount(process, &counted) && counted > 0) return counted;
+  using Query = NTSTATUS(WINAPI*)(SYSTEM_INFORMATION_CLASS, void*, ULONG, ULONG*);
+  const auto query = Find<Query>("NtQuerySystemInformation");
+  std::vector<char> list(1 << 20);
+  if (!query || query(SystemProcessInformation, list.data(), static_cast<ULONG>(list.size()),
+                      nullptr) != 0) {
+    return 0;
+  }
+  for (size_t at = 0;;) {
+    SYSTEM_PROCESS_INFORMATION entry;
+    memcpy(&entry, list.data() + at, sizeof entry);
+    if (reinterpret_cast<ULONG_PTR>(entry.UniqueProcessId) == GetProcessId(process)) {
+      return entry.HandleCount;
+    }
+    if (entry.NextEntryOffset == 0) return 0;
+    at += entry.NextEntryOffset;
+  }
 }
 
 struct WindowCount {
@@ -77,13 +106,11 @@ Resources CountResources(HANDLE process) {
   resources.gdi_objects = GetGuiResources(process, GR_GDIOBJECTS);
   if (resources.gdi_objects == 0) resources.gdi_objects = CountGdiTable(process);
   resources.windows = CountWindows(GetProcessId(process));
-  DWORD handles = 0;
-  GetProcessHandleCount(process, &handles);
-  resources.handles = handles;
+  resources.handles = CountHandles(process);
   PROCESS_MEMORY_COUNTERS_EX memory = {};
   GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
                        sizeof memory);
-  resources.private_bytes = memory.PrivateUsage;
+  resources.private_bytes = std::max(memory.PrivateUsage, memory.PagefileUsage);
   return resources;
 }
 
