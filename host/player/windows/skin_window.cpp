@@ -54,7 +54,7 @@ void SkinWindow::Destroy() {
 }
 
 void SkinWindow::Show(bool shown) {
-  ShowWindow(window_, shown ? SW_SHOW : SW_HIDE);
+  ShowWindow(window_, shown ? SW_SHOWNOACTIVATE : SW_HIDE);
   Refresh();
 }
 
@@ -176,6 +176,12 @@ void SkinWindow::OnDrop(HDROP drop) {
   const std::vector<std::wstring> paths = DroppedPaths(drop);
   DragFinish(drop);
   app_.OnDropped(paths);
+}
+
+bool SkinWindow::OnKey(int key) {
+  if (key != VK_UP && key != VK_DOWN) return false;
+  app_.Do(key == VK_UP ? kCommandVolumeUp : kCommandVolumeDown);
+  return true;
 }
 
 LRESULT SkinWindow::OnOther(UINT message, WPARAM wparam, LPARAM lparam) {

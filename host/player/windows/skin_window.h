@@ -23,7 +23,7 @@ class SkinWindow {
   HWND handle() const { return window_; }
   bool visible() const { return IsWindowVisible(window_) != FALSE; }
   bool active() const { return active_; }
-  void Show(bool shown);
+  void Show(bool shown);  // without taking the keyboard
   // On the screen.
   Rect place() const;
   void MoveTo(Point position);
@@ -46,7 +46,8 @@ class SkinWindow {
   virtual void OnCancel() = 0;
   virtual void OnDoubleClick(Point point) { OnPress(point); }
   virtual void OnWheel(int notches) = 0;
-  virtual bool OnKey(int /*key*/) { return false; }
+  // A key that is no shortcut. False: nothing was done.
+  virtual bool OnKey(int key);
   virtual void OnClose() = 0;
   // Whether the window is dragged by this point.
   virtual bool IsHandle(Point point) const = 0;

@@ -55,7 +55,13 @@ LPARAM PlayerDriver::PointOf(Point at) const {
 }
 
 void PlayerDriver::Press(HWND window, Point at) {
-  SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, PointOf(at));
+  GUITHREADINFO thread = {};
+  thread.cbSize = sizeof thread;
+  // A display without a window manager tells of the first focus late, and that ends a press.
+  do {
+    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, PointOf(at));
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &thread);
+  } while (thread.hwndCapture != window);
 }
 
 void PlayerDriver::MoveTo(HWND window, Point at) {
@@ -141,8 +147,16 @@ Bitmap PlayerDriver::Picture(HWND window) const {
   return picture;
 }
 
-void PlayerDriver::Until(const std::function<bool()>& true_now) const {
+void PlayerDriver::Until(const std::function<bool()>& true_now) {
   while (!true_now()) Sleep(10);
+}
+
+bool PlayerDriver::Soon(const std::function<bool()>& true_now) {
+  for (int i = 0; i < 300; ++i) {
+    if (true_now()) return true;
+    Sleep(10);
+  }
+  return false;
 }
 
 bool Shows(const Bitmap& picture, Rect place, const Bitmap& image, Point from) {

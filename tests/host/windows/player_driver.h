@@ -42,7 +42,9 @@ class PlayerDriver {
   // What the window shows, in pixels of the skin.
   Bitmap Picture(HWND window) const;
   // Waits, for as long as the test may take.
-  void Until(const std::function<bool()>& true_now) const;
+  static void Until(const std::function<bool()>& true_now);
+  // Waits a while for what takes effect behind the user's back: what is on the screen.
+  static bool Soon(const std::function<bool()>& true_now);
 
  private:
   LPARAM PointOf(Point at) const;
