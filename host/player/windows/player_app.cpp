@@ -80,6 +80,7 @@ std::wstring PlayerApp::SongText() const {
 
 void PlayerApp::Refresh() {
   UpdateTimer();
+  main_.ShowTitle();
   main_.Refresh();
   equalizer_.Refresh();
   playlist_.Tick();
