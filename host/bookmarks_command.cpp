@@ -16,8 +16,8 @@ int List(kelvo::Bookmarks& bookmarks) {
     wchar_t text[kelvo::kMaxText] = L"";
     int32_t position_s = 0;
     const bool exists = bookmarks.GetBookmark(i, path, text, &position_s) != 0;
-    Print(L"%3d  %6ls  %ls  %ls%ls\n", i, MinutesSeconds(position_s * 1000L).text, path, text,
-          exists ? L"" : L"  (file missing)");
+    Print(L"%3d  %6ls  %ls  %ls%ls\n", i, MinutesSeconds(int64_t{position_s} * 1000).text, path,
+          text, exists ? L"" : L"  (file missing)");
   }
   return 0;
 }
@@ -45,7 +45,7 @@ int Show(const Library& library, kelvo::Bookmarks& bookmarks) {
       int32_t position_s = 0;
       const bool exists = bookmarks.GetBookmark(request.index, path, nullptr, &position_s) != 0;
       Print(L"%ls %ls at %ls%ls\n", request.play ? L"play" : L"enqueue", path,
-            MinutesSeconds(position_s * 1000L).text, exists ? L"" : L": no such file");
+            MinutesSeconds(int64_t{position_s} * 1000).text, exists ? L"" : L": no such file");
       if (!exists) continue;
       if (request.play) {
         options.files.clear();

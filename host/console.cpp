@@ -42,9 +42,10 @@ void PrintError(const wchar_t* format, ...) {
   va_end(arguments);
 }
 
-MinutesSeconds::MinutesSeconds(long milliseconds) {
-  const long seconds = milliseconds / 1000;
-  _snwprintf(text, 24, L"%ld:%02ld", seconds / 60, seconds % 60);
+MinutesSeconds::MinutesSeconds(int64_t milliseconds) {
+  const int64_t seconds = milliseconds / 1000;
+  _snwprintf(text, 24, L"%ld:%02d", static_cast<long>(seconds / 60),
+             static_cast<int>(seconds % 60));
 }
 
 HANDLE InterruptEvent() {

@@ -33,7 +33,7 @@ bool ShowFile(const Library& library, const std::wstring& path) {
   Line(L"album", info.album);
   Line(L"genre", format.genre);
   Line(L"track", Number(format.track == kNoWindowsMediaTrack ? 0 : format.track, L""));
-  Line(L"length", MinutesSeconds(static_cast<long>(info.length_ms)).text);
+  Line(L"length", MinutesSeconds(info.length_ms).text);
   Line(L"bit rate", Number(static_cast<long>(format.bit_rate), L" kbit/s"));
   Line(L"sample rate", input.SampleRate(format));
   Line(L"stereo", format.stereo ? L"yes" : L"no");

@@ -32,7 +32,9 @@ constexpr wchar_t kUsage[] =
     L"       velmora version                    tell the library's version\n";
 
 int VersionCommand(const velmora::Library& library, const velmora::Words&) {
-  std::wstring text = library.Get<const wchar_t>(kelvo::kFeatureVersionText);
+  const auto* version = library.Get<const wchar_t>(kelvo::kFeatureVersionText);
+  if (!version) return 1;
+  std::wstring text = version;
   for (wchar_t& c : text) {
     if (c == L'\r') c = L'\n';
   }

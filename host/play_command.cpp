@@ -19,7 +19,7 @@ void Describe(const Playback& playback) {
   Print(L"%ls\n", playback.title().c_str());
   if (file.album[0] != 0) Print(L"  album     %ls\n", file.album);
   if (info.genre[0] != 0) Print(L"  genre     %ls\n", info.genre);
-  Print(L"  length    %ls\n", MinutesSeconds(static_cast<long>(playback.length_ms())).text);
+  Print(L"  length    %ls\n", MinutesSeconds(playback.length_ms()).text);
   if (info.bit_rate != 0 || info.sample_rate != 0) {
     Print(L"  bit rate  %u kbit/s, %ls\n", info.bit_rate,
           playback.input().SampleRate(info).c_str());
