@@ -42,7 +42,12 @@ void BookmarkLink::OnPlayBookmark(WPARAM command, LPARAM index) {
 
 void BookmarkLink::KeepPlace() {
   const PlayerStatus status = player_.status();
-  if (status.state == PlayState::kStopped) return;
+  if (status.state == PlayState::kStopped) {
+    std::wstring path;
+    int position_s;
+    TakeLastPlayed(library_, &path, &position_s);  // of an earlier run: nobody wants it any more
+    return;
+  }
   StoreLastPlayed(library_, player_.open_path(), static_cast<int>(status.position_ms),
                   status.title.c_str());
 }

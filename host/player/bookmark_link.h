@@ -24,7 +24,7 @@ class BookmarkLink {
   // kMessagePlayBookmark with its parameters: plays the bookmark alone, or appends its file.
   void OnPlayBookmark(WPARAM command, LPARAM index);
 
-  // At the end of the program: where a track plays or rests.
+  // At the end of the program: where a track plays or rests; what was kept before is forgotten.
   void KeepPlace();
   // At its start: plays on there; false when nothing was kept.
   bool ResumePlace();

@@ -24,7 +24,7 @@ Playback::Playback(const Library& library, HWND window) : library_(library), win
 }
 
 Playback::Start Playback::Play(const std::wstring& path, uint32_t start_ms) {
-  Stop();
+  while (input_) Stop();
   input_.emplace(library_, path);
   if (input_->Missing()) {
     input_.reset();
@@ -70,8 +70,8 @@ void Playback::Stop() {
   plugin().Stop();
   plugin().SetState(kelvo::kStopped);  // a late seek leaves it as it was
   plugin().Close(0, 0);
-  DropEndMessages();
   Release();
+  DropEndMessages();
 }
 
 void Playback::Release() {
@@ -81,7 +81,8 @@ void Playback::Release() {
   input_.reset();
 }
 
-// Nobody posts any more; what waits would end the next file.
+// Nobody posts any more; what waits would end the next file. Looking for it lets messages in that
+// another thread sends: they may stop and play.
 void Playback::DropEndMessages() {
   while (TakeEndMessage(window_)) {
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "host/player/volume_law.h"
 #include "host/sound_sink.h"
@@ -26,15 +27,33 @@ Player::Player(const Library& library, HWND window)
   SetEqualizer(equalizer_);
 }
 
-void Player::Add(const std::vector<std::wstring>& paths) {
+bool Player::Add(const std::vector<std::wstring>& paths) {
+  const size_t before = list_.size();
   for (const std::wstring& path : paths) order_.Append(list_.Add(path));
+  Changed();
+  return list_.size() > before;
+}
+
+bool Player::Replace(const std::vector<std::wstring>& paths) {
+  TrackList list;
+  for (const std::wstring& path : paths) list.Add(path);
+  if (list.size() == 0) return false;
+  list_ = std::move(list);
+  order_.Clear();
+  order_.Append(list_.size());
+  Removed();
+  return true;
+}
+
+void Player::Removed() {
+  ++removals_;
   Changed();
 }
 
 void Player::Clear() {
   list_.Clear();
   order_.Clear();
-  Changed();
+  Removed();
 }
 
 void Player::Remove(const std::vector<size_t>& indices) {
@@ -51,7 +70,7 @@ void Player::Remove(const std::vector<size_t>& indices) {
     list_.Remove(index);
     order_.Remove(index);
   }
-  Changed();
+  Removed();
 }
 
 void Player::Move(size_t from, size_t to) {
@@ -80,12 +99,16 @@ void Player::Play() {
 }
 
 bool Player::PlayTrack(size_t index, uint32_t start_ms) {
+  return PlayFrom(index, start_ms, &PlayOrder::Next);
+}
+
+bool Player::PlayFrom(size_t index, uint32_t start_ms, Step onward) {
   playback_.Stop();
   if (index >= list_.size()) return false;
   const size_t asked = index;
   // Shuffled anew on the way, the order may name a track twice before it has named all.
   std::vector<bool> tried(list_.size());
-  for (size_t left = list_.size(); left > 0 && index != kNoTrack; index = order_.Next()) {
+  for (size_t left = list_.size(); left > 0 && index != kNoTrack; index = (order_.*onward)()) {
     order_.SetCurrent(index);
     if (tried[index]) continue;
     tried[index] = true;
@@ -116,19 +139,21 @@ void Player::Stop() {
   playback_.Stop();
 }
 
-void Player::GoTo(size_t index) {
+void Player::Next() {
+  const size_t index = order_.Next();
   if (index == kNoTrack) return;
   Changed();
   if (playback_.is_open()) PlayTrack(index);
 }
 
-void Player::Next() {
-  GoTo(order_.Next());
-}
-
 void Player::Previous() {
-  const size_t index = order_.Previous();
-  GoTo(index != kNoTrack ? index : order_.current());
+  const size_t before = order_.current();
+  const size_t previous = order_.Previous();
+  const size_t index = previous != kNoTrack ? previous : before;
+  if (index == kNoTrack) return;
+  Changed();
+  if (!playback_.is_open() || PlayFrom(index, 0, &PlayOrder::Previous)) return;
+  PlayTrack(before);  // there is nothing to go back to
 }
 
 bool Player::SeekMs(uint32_t ms) {

@@ -44,8 +44,12 @@ class Player {
   const std::vector<Track>& tracks() const { return list_.tracks(); }
   // Changes whenever the list or the current track changes.
   uint32_t list_version() const { return version_; }
-  // Media files, and folders, which are searched; other files are left out.
-  void Add(const std::vector<std::wstring>& paths);
+  // Changes whenever tracks leave the list.
+  uint32_t removals() const { return removals_; }
+  // Media files, and folders, which are searched; other files are left out. False: nothing to add.
+  bool Add(const std::vector<std::wstring>& paths);
+  // The same in place of what is there; nothing to add changes nothing.
+  bool Replace(const std::vector<std::wstring>& paths);
   // Without the playing track the music goes on until its end.
   void Clear();
   void Remove(const std::vector<size_t>& indices);
@@ -61,7 +65,7 @@ class Player {
   void Choose(size_t index);  // makes it the current one; what plays goes on
   void TogglePause();
   void Stop();
-  // While stopped these only choose the track.
+  // While stopped these only choose the track; else what cannot be opened is skipped, each its way.
   void Next();
   void Previous();
   bool SeekMs(uint32_t ms);
@@ -82,9 +86,12 @@ class Player {
   bool Samples(int16_t (&samples)[kPictureSamples]);
 
  private:
+  using Step = size_t (PlayOrder::*)();  // the way on from a track that cannot be opened
+
   void Changed() { ++version_; }
+  void Removed();
   void ApplyVolume();
-  void GoTo(size_t index);
+  bool PlayFrom(size_t index, uint32_t start_ms, Step onward);
   bool EndedUnheard();
 
   const Library& library_;
@@ -95,6 +102,7 @@ class Player {
   int volume_ = 100;
   int balance_ = 0;
   uint32_t version_ = 1;
+  uint32_t removals_ = 0;
   DWORD started_ = 0;   // tick count at the start of the open track
   size_t unheard_ = 0;  // tracks in a row that ended before anything was heard
 };

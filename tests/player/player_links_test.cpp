@@ -73,6 +73,10 @@ TEST(PlayerLinks, ResumesWhereItWasLeft) {
     EXPECT_EQ(rig.player.tracks().size(), listed ? 2u : 1u);
     EXPECT_GE(rig.player.status().position_ms, 4000u);
     EXPECT_FALSE(link.ResumePlace()) << "taken";
+    link.KeepPlace();
+    rig.player.Stop();
+    link.KeepPlace();
+    EXPECT_FALSE(link.ResumePlace()) << "nothing plays any more";
   }
 }
 

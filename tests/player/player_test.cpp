@@ -5,7 +5,9 @@
 #include <stdio.h>
 #include <string.h>
 
+#include <functional>
 #include <iterator>
+#include <thread>
 #include <vector>
 
 #include "tests/player/rig.h"
@@ -140,6 +142,57 @@ TEST(Player, SkipsWhatCannotBeOpened) {
   EXPECT_LT(rig.player.status().position_ms, 1500u) << "the place was another track's";
   EXPECT_FALSE(rig.player.PlayTrack(5));
   EXPECT_EQ(rig.player.status().state, PlayState::kStopped);
+}
+
+TEST(Player, GoesBackPastWhatCannotBeOpened) {
+  SendSoundTo(L"silence", false);
+  Rig rig;
+  rig.player.Add({L"missing.ogg", Media(L"sample.ogg"), L"missing.wma", Media(L"sample.wma")});
+  ASSERT_TRUE(rig.player.PlayTrack(3));
+  rig.player.Previous();
+  EXPECT_EQ(rig.player.status().current, 1u);
+  rig.player.Previous();
+  EXPECT_EQ(rig.player.status().current, 1u) << "nothing before it plays";
+  EXPECT_EQ(rig.player.status().state, PlayState::kPlaying);
+}
+
+// Another thread's message comes in while the player looks for end messages.
+TEST(Player, BearsCommandsWhileItStops) {
+  SendSoundTo(L"silence", false);
+  static std::function<void()> command;
+  const HWND window =
+      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  const WNDPROC procedure = [](HWND w, UINT message, WPARAM wparam, LPARAM lparam) -> LRESULT {
+    if (message == WM_APP) command();
+    return DefWindowProcW(w, message, wparam, lparam);
+  };
+  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
+  Player player(test::TheLibrary(), window);
+  player.Add({Media(L"sample.ogg"), Media(L"sample.wma"), Media(L"tone_44100_mono.ogg")});
+  const struct {
+    std::function<void()> first, meanwhile;
+    PlayState state;
+    size_t current;
+  } kCases[] = {
+      {[&] { player.Stop(); }, [&] { player.Stop(); }, PlayState::kStopped, 0},
+      {[&] { player.Stop(); }, [&] { player.PlayTrack(1); }, PlayState::kPlaying, 1},
+      {[&] { player.PlayTrack(2); }, [&] { player.PlayTrack(1); }, PlayState::kPlaying, 2},
+      {[&] { player.PlayTrack(2); }, [&] { player.Clear(); }, PlayState::kStopped, kNoTrack},
+  };
+  for (const auto& c : kCases) {
+    ASSERT_TRUE(player.PlayTrack(0));
+    command = c.meanwhile;
+    std::thread sender([&] { SendMessageW(window, WM_APP, 0, 0); });
+    while (!(HIWORD(GetQueueStatus(QS_SENDMESSAGE)) & QS_SENDMESSAGE)) Sleep(1);
+    c.first();
+    sender.join();
+    EXPECT_EQ(player.status().state, c.state);
+    EXPECT_EQ(player.status().current, c.current);
+    const std::wstring open = player.open_path();
+    if (c.state == PlayState::kPlaying) EXPECT_EQ(open, player.tracks()[c.current].path);
+    player.Stop();
+  }
+  DestroyWindow(window);
 }
 
 TEST(Player, RepeatEndsWhenNothingIsHeard) {
