@@ -80,4 +80,16 @@ std::vector<bool> DockedTo(size_t main, const std::vector<Rect>& windows) {
   return docked;
 }
 
+Point FollowMain(const Rect& window, const Rect& before, const Rect& after) {
+  // Rounded down on all sides, so that windows that touch one another still do.
+  const auto scaled = [&](int distance) {
+    const int product = distance * after.width;
+    const int quotient = product / before.width;
+    return quotient * before.width > product ? quotient - 1 : quotient;
+  };
+  const int x = after.x + scaled(window.x - before.x);
+  if (window.y >= before.bottom()) return {x, after.bottom() + scaled(window.y - before.bottom())};
+  return {x, after.y + scaled(window.y - before.y)};
+}
+
 }  // namespace velmora

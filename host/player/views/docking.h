@@ -20,4 +20,8 @@ bool Touch(const Rect& a, const Rect& b);
 // The windows that hang together with `windows[main]`, at one or more removes; itself included.
 std::vector<bool> DockedTo(size_t main, const std::vector<Rect>& windows);
 
+// Where a window goes that hangs on the main one when that changes from `before` to `after`, its
+// scale or its height: edges keep their distance, in the new scale, from those of the main window.
+Point FollowMain(const Rect& window, const Rect& before, const Rect& after);
+
 }  // namespace velmora

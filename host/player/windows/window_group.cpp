@@ -6,6 +6,7 @@ namespace velmora {
 namespace {
 
 constexpr int kReach = 10;  // pixels within which edges snap
+constexpr int kGrip = 20;
 constexpr Rect kNowhere = {-30000, -30000, 0, 0};
 
 Rect WorkArea(const Rect& window) {
@@ -80,26 +81,24 @@ void WindowGroup::Stack() {
 
 void WindowGroup::Rearrange(const std::vector<Rect>& before) {
   const std::vector<bool> docked = DockedToMain(before);
-  const Rect old_main = before[0];
   const Rect main = windows_[0]->place();
   for (size_t i = 1; i < windows_.size(); ++i) {
-    if (!docked[i]) continue;
-    // Edges keep their distance from the main window's, in its new size.
-    const Rect& old = before[i];
-    Point to = {main.x + (old.x - old_main.x) * main.width / old_main.width, old.y};
-    if (old.y >= old_main.bottom()) {
-      to.y = main.bottom() + (old.y - old_main.bottom()) * main.width / old_main.width;
-    } else {
-      to.y = main.y + (old.y - old_main.y) * main.width / old_main.width;
-    }
-    windows_[i]->MoveTo(to);
+    if (docked[i]) windows_[i]->MoveTo(FollowMain(before[i], before[0], main));
+  }
+}
+
+void WindowGroup::Enable(bool enabled) {
+  for (SkinWindow* window : windows_) {
+    if (window != windows_[0]) EnableWindow(window->handle(), enabled);
   }
 }
 
 void WindowGroup::BringIntoView() {
   for (SkinWindow* window : windows_) {
     const Rect place = window->place();
-    const RECT title = {place.x, place.y, place.right(), place.y + 10};
+    // Enough of the title to be grasped.
+    const RECT title = {place.x + kGrip, place.y + kGrip / 4, place.right() - kGrip,
+                        place.y + kGrip / 2};
     if (MonitorFromRect(&title, MONITOR_DEFAULTTONULL)) continue;
     const Rect area = WorkArea(place);
     window->MoveTo({Clamp(place.x, area.x, area.right() - place.width),

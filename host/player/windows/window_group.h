@@ -26,6 +26,8 @@ class WindowGroup {
     change();
     Rearrange(before);
   }
+  // A dialog keeps the user from the main window, and so from the others.
+  void Enable(bool enabled);
   // Puts windows back that are outside of all screens.
   void BringIntoView();
 

@@ -102,5 +102,24 @@ TEST(DockingTest, WindowsHangTogether) {
   EXPECT_EQ(DockedTo(4, windows), (std::vector<bool>{false, false, false, false, true}));
 }
 
+TEST(DockingTest, WindowsStillTouchInAnotherScale) {
+  const Rect large = {101, 99, 550, 232};
+  const Rect small = {101, 99, 275, 116};
+  const auto follow = [&](const Rect& window) {
+    const Point to = FollowMain(window, large, small);
+    return Rect{to.x, to.y, window.width / 2, window.height / 2};
+  };
+  // Beside the main one, at any height; and below that.
+  for (int y = 99 - 230; y < 99 + 232; ++y) {
+    const Rect beside = {large.right(), y, 550, 232};
+    const Rect below = {large.right(), beside.bottom(), 550, 232};
+    EXPECT_EQ(follow(beside).x, small.right());
+    EXPECT_TRUE(Touch(small, follow(beside))) << y;
+    EXPECT_EQ(follow(below).y, follow(beside).bottom()) << y;
+  }
+  const Rect rolled_up = {101, 99, 550, 28};
+  EXPECT_EQ(FollowMain({120, 331, 550, 232}, large, rolled_up), (Point{120, 127}));
+}
+
 }  // namespace
 }  // namespace velmora
