@@ -96,7 +96,8 @@ MainState MainWindow::State() const {
   state.playlist_open = app_.playlist_open();
   state.visual = visual_;
   if (status.state == PlayState::kStopped) return state;
-  const bool left = remaining_time_ && status.length_ms >= status.position_ms;
+  const bool left =
+      remaining_time_ && status.length_ms > 0 && status.length_ms >= status.position_ms;
   state.remaining = left;
   state.time_s =
       static_cast<int>((left ? status.length_ms - status.position_ms : status.position_ms) / 1000);
@@ -193,15 +194,16 @@ void MainWindow::SlideTo(Point point) {
     const PlayerStatus status = player.status();
     if (status.state == PlayState::kStopped || status.length_ms == 0) return;
     sought_ = kPositionSlider.ValueAt(point.x);
-    const auto ms = static_cast<long>(uint64_t{status.length_ms} * sought_ / kPositionSlider.most);
+    const int64_t ms = int64_t{status.length_ms} * sought_ / kPositionSlider.most;
     ShowHint(std::wstring(L"SEEK TO: ") + MinutesSeconds(ms).text + L"/" +
-             MinutesSeconds(static_cast<long>(status.length_ms)).text);
+             MinutesSeconds(status.length_ms).text);
   }
 }
 
 void MainWindow::OnPress(Point point) {
   held_ = MainControlAt(point);
   inside_ = true;
+  sought_track_ = app_.player().status().current;
   SlideTo(point);
   Refresh();
 }
@@ -219,8 +221,10 @@ void MainWindow::OnRelease(Point point) {
   if (sought >= 0) {
     const PlayerStatus status = app_.player().status();
     const uint64_t ms = uint64_t{status.length_ms} * sought / kPositionSlider.most;
-    // At the very end there is nothing to hear.
-    app_.player().SeekMs(static_cast<uint32_t>(std::min<uint64_t>(ms, status.length_ms - 1)));
+    // At the very end there is nothing to hear; and the track may have ended meanwhile.
+    if (status.length_ms > 0 && status.current == sought_track_) {
+      app_.player().SeekMs(static_cast<uint32_t>(std::min<uint64_t>(ms, status.length_ms - 1)));
+    }
     Refresh();
   }
   if (MainControlAt(point) == control) Click(control);

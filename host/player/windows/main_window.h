@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "host/player/play_order.h"
 #include "host/player/spectrum.h"
 #include "host/player/views/main_view.h"
 #include "host/player/windows/skin_window.h"
@@ -56,6 +57,7 @@ class MainWindow final : public SkinWindow {
   MainControl held_ = MainControl::kNone;  // what the mouse went down on
   bool inside_ = false;                    // and whether it is on it
   int sought_ = -1;                        // of the position slider while it is held
+  size_t sought_track_ = kNoTrack;         // what played then
   bool shaded_ = false;
   bool remaining_time_ = false;
   std::wstring title_;  // of the window

@@ -2,8 +2,6 @@
 
 #include <kelvo/messages.h>
 
-#include <numeric>
-
 #include "host/console.h"
 #include "host/player/windows/file_dialogs.h"
 #include "host/player/windows/shortcuts.h"
@@ -31,14 +29,8 @@ PlayerApp::PlayerApp(const Library& library, const PlayerOptions& options)
   UseSkin(L"");
 }
 
-PlayerApp::~PlayerApp() {
-  catalog_.reset();
-  bookmarks_.reset();
-  player_.reset();  // it sends messages to the windows
-}
-
 int PlayerApp::Run() {
-  OpenWindows();
+  if (!OpenWindows()) return 1;
   Start();
   Loop();
   Keep();
@@ -68,12 +60,12 @@ void PlayerApp::Loop() {
 
 std::wstring PlayerApp::SongText() const {
   const PlayerStatus status = player_->status();
-  if (status.current == kNoTrack || status.current >= player_->tracks().size()) return L"";
+  if (status.current == kNoTrack) return status.title;  // it plays on, though taken off the list
   const Track& track = player_->tracks()[status.current];
   const std::wstring title = status.title.empty() ? track.title : status.title;
   std::wstring text = std::to_wstring(status.current + 1) + L". " + title;
   if (track.length_ms > 0) {
-    text += std::wstring(L" (") + MinutesSeconds(static_cast<long>(track.length_ms)).text + L")";
+    text += std::wstring(L" (") + MinutesSeconds(track.length_ms).text + L")";
   }
   return text;
 }
@@ -119,6 +111,9 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       break;
     case kelvo::kMessageCatalogPlayed:
       break;  // nothing is left to do
+    case WM_ENABLE:
+      windows_.Enable(wparam != FALSE);
+      return true;
     case WM_ENDSESSION:
       if (wparam) Keep();
       break;
@@ -131,25 +126,20 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
 
 void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {
   if (paths.empty()) return;
-  const size_t before = player_->tracks().size();
-  player_->Add(paths);
-  if (player_->tracks().size() == before) {
+  if (!(replace ? player_->Replace(paths) : player_->Add(paths))) {
     ShowHint(L"NO MUSIC FOUND");
   } else if (replace) {
-    std::vector<size_t> old(before);
-    std::iota(old.begin(), old.end(), size_t{0});
-    player_->Remove(old);
     PlayTrack(0);
   }
   Refresh();
 }
 
-void PlayerApp::OnDropped(const std::vector<std::wstring>& paths) {
+void PlayerApp::OnDropped(const std::vector<std::wstring>& paths, bool replace) {
   std::vector<std::wstring> media;
   for (const std::wstring& path : paths) {
     if (!LooksLikeSkin(library_, path) || !UseSkin(path)) media.push_back(path);
   }
-  Open(media, true);
+  Open(media, replace);
   Refresh();
 }
 

@@ -32,7 +32,6 @@ struct PlayerOptions {
 class PlayerApp {
  public:
   PlayerApp(const Library& library, const PlayerOptions& options);
-  ~PlayerApp();
   PlayerApp(const PlayerApp&) = delete;
   PlayerApp& operator=(const PlayerApp&) = delete;
 
@@ -47,7 +46,7 @@ class PlayerApp {
   int scale() const { return scale_; }
   bool equalizer_open() const { return equalizer_.visible(); }
   bool playlist_open() const { return playlist_.visible(); }
-  std::wstring SongText() const;  // of the current track; empty: there is none
+  std::wstring SongText() const;  // of the current track, or of what plays; empty: there is none
 
   // Carries a command out; also those of the ranges.
   void Do(int command);
@@ -61,14 +60,14 @@ class PlayerApp {
   void ShowPresetMenu(Point at);
   void ShowPlaylistMenu(PlaylistControl button, Point at);
 
-  // Skins are put on; other files and folders replace the list and play.
-  void OnDropped(const std::vector<std::wstring>& paths);
+  // Skins are put on; other files and folders are added, or replace the list and play.
+  void OnDropped(const std::vector<std::wstring>& paths, bool replace);
   // Messages to the main window that are no window's own: commands, the timer, the library's.
   // False: not known.
   bool OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
 
  private:
-  void OpenWindows();
+  bool OpenWindows();
   void RestoreWindows(const Session& session);
   void KeepWindows(Session* session) const;
   void Start();
@@ -83,6 +82,7 @@ class PlayerApp {
   void Open(const std::vector<std::wstring>& paths, bool replace);
   void SeekBy(int seconds);
   bool UseSkin(const std::wstring& path);
+  void ChooseSkin(const std::wstring& path);
   void SetScale(int scale);
   void Toggle(SkinWindow& window);
   void About();
@@ -99,13 +99,15 @@ class PlayerApp {
   int scale_ = 1;
   bool ticking_ = false;
   bool leaving_ = false;
+  // Made when the main window is there, and outliving the windows: while one of them is destroyed,
+  // another may become active and draw.
+  std::optional<Player> player_;
+  std::optional<BookmarkLink> bookmarks_;
+  std::optional<CatalogLink> catalog_;
   WindowGroup windows_;
   MainWindow main_{*this};
   EqualizerWindow equalizer_{*this};
   PlaylistWindow playlist_{*this};
-  std::optional<Player> player_;
-  std::optional<BookmarkLink> bookmarks_;
-  std::optional<CatalogLink> catalog_;
 };
 
 }  // namespace velmora

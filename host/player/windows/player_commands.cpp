@@ -15,6 +15,7 @@ constexpr int kVolumeStep = 4;
 }  // namespace
 
 void PlayerApp::Do(int command) {
+  if (!IsWindowEnabled(main_.handle())) return;  // a dialog is open: it is to be answered first
   DoTransport(command) || DoList(command) || DoSound(command) || DoFeatures(command) ||
       DoView(command) || DoRange(command);
   if (!leaving_) Refresh();
@@ -181,17 +182,14 @@ bool PlayerApp::DoView(int command) {
       return true;
     case kCommandSkinFile: {
       const std::wstring path = AskForSkin(main_.handle());
-      if (!path.empty()) UseSkin(path);
+      if (!path.empty()) ChooseSkin(path);
       return true;
     }
     case kCommandSkinFolder: {
       const std::wstring path = AskForFolder(main_.handle(), L"Folder with the files of a skin");
-      if (!path.empty()) UseSkin(path);
+      if (!path.empty()) ChooseSkin(path);
       return true;
     }
-    case kCommandAbout:
-      About();
-      return true;
     case kCommandExit:
       leaving_ = true;
       return true;
@@ -211,8 +209,8 @@ bool PlayerApp::DoRange(int command) {
   }
   if (InRange(command, kCommandSkin, kCommandPresetLoad, &place)) {
     const std::vector<std::wstring> skins = FindSkins();
-    if (place == 0) UseSkin(L"");
-    if (place > 0 && static_cast<size_t>(place) <= skins.size()) UseSkin(skins[place - 1]);
+    if (place == 0) ChooseSkin(L"");
+    if (place > 0 && static_cast<size_t>(place) <= skins.size()) ChooseSkin(skins[place - 1]);
     return true;
   }
   if (InRange(command, kCommandLanguage, kCommandSkin, &place)) {
@@ -242,6 +240,10 @@ void PlayerApp::DeletePreset(size_t index) {
       IDYES) {
     presets_.Delete(index);
   }
+}
+
+void PlayerApp::ChooseSkin(const std::wstring& path) {
+  if (!UseSkin(path)) ShowHint(L"NO SKIN FOUND");
 }
 
 void PlayerApp::SeekBy(int seconds) {

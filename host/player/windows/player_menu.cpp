@@ -58,9 +58,11 @@ Menu LanguageMenu() {
   return menu;
 }
 
-Menu NamesMenu(const std::vector<std::wstring>& names, UserCommand first) {
+// As many as the range of the commands has room for.
+Menu NamesMenu(const std::vector<std::wstring>& names, UserCommand first, UserCommand end) {
   Menu menu;
-  for (size_t i = 0; i < names.size(); ++i) {
+  const size_t most = static_cast<size_t>(end - first);
+  for (size_t i = 0; i < names.size() && i < most; ++i) {
     menu.Item(AsMenuText(names[i]), first + static_cast<int>(i));
   }
   if (names.empty()) menu.Item(L"(none)", kCommandNone, false, false);
@@ -70,9 +72,9 @@ Menu NamesMenu(const std::vector<std::wstring>& names, UserCommand first) {
 Menu PresetMenu(PresetBank& presets) {
   const std::vector<std::wstring> names = presets.List();
   Menu menu;
-  menu.Submenu(L"Load", NamesMenu(names, kCommandPresetLoad))
+  menu.Submenu(L"Load", NamesMenu(names, kCommandPresetLoad, kCommandPresetDelete))
       .Item(L"Save...", kCommandPresetSave)
-      .Submenu(L"Delete", NamesMenu(names, kCommandPresetDelete));
+      .Submenu(L"Delete", NamesMenu(names, kCommandPresetDelete, kCommandRangeEnd));
   return menu;
 }
 

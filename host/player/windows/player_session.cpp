@@ -53,9 +53,9 @@ void PlayerApp::KeepWindows(Session* session) const {
   session->playlist_window.height = playlist_.size().height;
 }
 
-void PlayerApp::OpenWindows() {
+bool PlayerApp::OpenWindows() {
   const Session session = LoadSession(options_.session);
-  main_.Create();
+  if (!main_.Create()) return false;
   equalizer_.Create(main_.handle());
   playlist_.Create(main_.handle());
   windows_.Add(&main_);
@@ -69,6 +69,7 @@ void PlayerApp::OpenWindows() {
   main_.SetVisualMode(static_cast<VisualMode>(session.visual));
   main_.SetRemainingTime(session.remaining_time);
   RestoreWindows(session);
+  return true;
 }
 
 void PlayerApp::Start() {

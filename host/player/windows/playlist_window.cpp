@@ -11,8 +11,8 @@ namespace {
 
 constexpr int kWheelRows = 3;
 
-std::u16string TimeText(uint64_t ms) {
-  return ToView(MinutesSeconds(static_cast<long>(ms)).text);
+std::u16string TimeText(int64_t ms) {
+  return ToView(MinutesSeconds(ms).text);
 }
 
 bool Down(int key) {
@@ -49,10 +49,25 @@ int PlaylistWindow::last_first() const {
   return std::max(0, Count() - PlaylistRows(size_));
 }
 
+// Of the list as it is now; what was selected in another means nothing.
+ListSelection& PlaylistWindow::Selection() {
+  const Player& player = app_.player();
+  if (removals_ != player.removals()) selection_.SelectAll(false);
+  removals_ = player.removals();
+  selection_.SetCount(player.tracks().size());
+  return selection_;
+}
+
+// The track that is shown there; negative: none.
+int PlaylistWindow::RowAt(Point point) const {
+  const int row = PlaylistRowAt(size_, point.y);
+  return row < PlaylistRows(size_) && first_ + row < Count() ? first_ + row : -1;
+}
+
 PlaylistViewState PlaylistWindow::State() {
   const std::vector<Track>& tracks = app_.player().tracks();
   const size_t current = app_.player().status().current;
-  selection_.SetCount(tracks.size());
+  const ListSelection& selection = Selection();
   first_ = Clamp(first_, 0, last_first());
   PlaylistViewState state;
   state.size = CanvasSize();
@@ -61,19 +76,19 @@ PlaylistViewState PlaylistWindow::State() {
   state.last_first = last_first();
   if (inside_ || held_ == PlaylistControl::kScrollBar) state.pressed = held_;
   const size_t end = std::min(tracks.size(), static_cast<size_t>(first_ + PlaylistRows(size_)));
-  uint64_t selected_ms = 0;
-  uint64_t all_ms = 0;
+  int64_t selected_ms = 0;
+  int64_t all_ms = 0;
   bool unknown = false;
   for (size_t i = 0; i < tracks.size(); ++i) {
     all_ms += tracks[i].length_ms;
-    if (selection_.Has(i)) selected_ms += tracks[i].length_ms;
+    if (selection.Has(i)) selected_ms += tracks[i].length_ms;
     unknown = unknown || tracks[i].length_ms == 0;
     if (i < static_cast<size_t>(first_) || i >= end) continue;
     state.rows.push_back({ToView(std::to_wstring(i + 1) + L". " + tracks[i].title),
                           tracks[i].length_ms ? TimeText(tracks[i].length_ms) : std::u16string(),
-                          i == current, selection_.Has(i)});
+                          i == current, selection.Has(i)});
   }
-  if (Second() >= 0) state.play_time = TimeText(uint64_t{1000} * static_cast<unsigned>(Second()));
+  if (Second() >= 0) state.play_time = TimeText(int64_t{1000} * Second());
   if (rolled_) state.rolled_text = ToView(app_.SongText());
   state.running_time = TimeText(selected_ms) + u"/" + TimeText(all_ms) + (unknown ? u"+" : u"");
   return state;
@@ -105,30 +120,29 @@ void PlaylistWindow::SetSize(Size size) {
 }
 
 void PlaylistWindow::SelectAll(bool selected) {
-  selection_.SelectAll(selected);
+  Selection().SelectAll(selected);
   Refresh();
 }
 
 void PlaylistWindow::InvertSelection() {
-  selection_.Invert();
+  Selection().Invert();
   Refresh();
 }
 
 void PlaylistWindow::Remove(const std::vector<size_t>& tracks) {
   if (tracks.empty()) return;
   app_.player().Remove(tracks);
-  selection_.SelectAll(false);
   app_.Refresh();
 }
 
 void PlaylistWindow::RemoveSelected() {
-  Remove(selection_.Indices());
+  Remove(Selection().Indices());
 }
 
 void PlaylistWindow::CropToSelected() {
   std::vector<size_t> others;
   for (size_t i = 0; i < static_cast<size_t>(Count()); ++i) {
-    if (!selection_.Has(i)) others.push_back(i);
+    if (!Selection().Has(i)) others.push_back(i);
   }
   Remove(others);
 }
@@ -147,22 +161,21 @@ void PlaylistWindow::ShowRow(size_t index) {
 }
 
 void PlaylistWindow::PressRow(Point point) {
-  const int row = first_ + PlaylistRowAt(size_, point.y);
-  if (row >= Count()) {
+  const int row = RowAt(point);
+  if (row < 0) {
     SelectAll(false);
     return;
   }
-  const auto index = static_cast<size_t>(row);
-  selection_.OnClick(index, ClickNow());
+  Selection().OnClick(static_cast<size_t>(row), ClickNow());
   dragged_row_ = row;
 }
 
 void PlaylistWindow::DragRow(Point point) {
-  if (dragged_row_ < 0) return;
+  if (dragged_row_ < 0 || dragged_row_ >= Count()) return;
   const int row = Clamp(first_ + PlaylistRowAt(size_, point.y), 0, Count() - 1);
   if (row == dragged_row_) return;
   app_.player().Move(static_cast<size_t>(dragged_row_), static_cast<size_t>(row));
-  selection_.OnMoved(static_cast<size_t>(dragged_row_), static_cast<size_t>(row));
+  Selection().OnMoved(static_cast<size_t>(dragged_row_), static_cast<size_t>(row));
   dragged_row_ = row;
   ShowRow(static_cast<size_t>(row));
 }
@@ -217,8 +230,8 @@ void PlaylistWindow::OnDoubleClick(Point point) {
     OnPress(point);
     return;
   }
-  const int row = first_ + PlaylistRowAt(size_, point.y);
-  if (row < Count()) app_.PlayTrack(static_cast<size_t>(row));
+  const int row = RowAt(point);
+  if (row >= 0) app_.PlayTrack(static_cast<size_t>(row));
 }
 
 void PlaylistWindow::OnWheel(int notches) {
@@ -227,10 +240,10 @@ void PlaylistWindow::OnWheel(int notches) {
 
 void PlaylistWindow::MoveCursor(int by) {
   if (Count() == 0) return;
-  const int row = Clamp(static_cast<int>(selection_.cursor()) + by, 0, Count() - 1);
+  const int row = Clamp(static_cast<int>(Selection().cursor()) + by, 0, Count() - 1);
   const auto index = static_cast<size_t>(row);
-  selection_.OnClick(index,
-                     Down(VK_SHIFT) ? ListSelection::Click::kExtend : ListSelection::Click::kOnly);
+  Selection().OnClick(index,
+                      Down(VK_SHIFT) ? ListSelection::Click::kExtend : ListSelection::Click::kOnly);
   ShowRow(index);
 }
 
@@ -259,7 +272,7 @@ bool PlaylistWindow::OnKey(int key) {
       RemoveSelected();
       return true;
     case VK_RETURN:
-      if (selection_.Has(selection_.cursor())) app_.PlayTrack(selection_.cursor());
+      if (Selection().Has(selection_.cursor())) app_.PlayTrack(selection_.cursor());
       return true;
     default:
       return SkinWindow::OnKey(key);
@@ -271,6 +284,10 @@ void PlaylistWindow::OpenMenu(PlaylistControl control) {
   const Rect window = place();
   const int scale = app_.scale();
   app_.ShowPlaylistMenu(control, {window.x + button.x * scale, window.y + button.y * scale});
+}
+
+void PlaylistWindow::OnFiles(const std::vector<std::wstring>& paths) {
+  app_.OnDropped(paths, false);
 }
 
 void PlaylistWindow::OnClose() {

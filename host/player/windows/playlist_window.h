@@ -14,7 +14,6 @@ class PlaylistWindow final : public SkinWindow {
 
   // Follows what plays, and repaints when the list has changed.
   void Tick();
-  std::vector<size_t> SelectedTracks() const { return selection_.Indices(); }
   void SelectAll(bool selected);
   void InvertSelection();
   void RemoveSelected();
@@ -34,11 +33,14 @@ class PlaylistWindow final : public SkinWindow {
   void OnWheel(int notches) override;
   bool OnKey(int key) override;
   void OnClose() override;
+  void OnFiles(const std::vector<std::wstring>& paths) override;
   bool IsHandle(Point point) const override;
 
   PlaylistViewState State();
+  ListSelection& Selection();
   void Roll();  // up to the title bar, or down again
   int last_first() const;
+  int RowAt(Point point) const;
   void ScrollTo(int first);
   void ShowRow(size_t index);
   void PressRow(Point point);
@@ -51,8 +53,9 @@ class PlaylistWindow final : public SkinWindow {
 
   Size size_ = kPlaylistLeast;
   bool rolled_ = false;
-  int first_ = 0;  // the first row in view
-  ListSelection selection_;
+  int first_ = 0;            // the first row in view
+  ListSelection selection_;  // by Selection()
+  uint32_t removals_ = 0;    // from the list, as the selection knows it
   PlaylistControl held_ = PlaylistControl::kNone;
   int dragged_row_ = -1;  // the row that is being moved by the mouse
   Point press_ = {0, 0};  // while the corner is held: where, in the window

@@ -175,7 +175,11 @@ void SkinWindow::OnMenu(LPARAM lparam) {
 void SkinWindow::OnDrop(HDROP drop) {
   const std::vector<std::wstring> paths = DroppedPaths(drop);
   DragFinish(drop);
-  app_.OnDropped(paths);
+  OnFiles(paths);
+}
+
+void SkinWindow::OnFiles(const std::vector<std::wstring>& paths) {
+  app_.OnDropped(paths, true);
 }
 
 bool SkinWindow::OnKey(int key) {

@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <string>
+#include <vector>
+
 #include "host/player/skin/canvas.h"
 
 namespace velmora {
@@ -49,6 +52,7 @@ class SkinWindow {
   // A key that is no shortcut. False: nothing was done.
   virtual bool OnKey(int key);
   virtual void OnClose() = 0;
+  virtual void OnFiles(const std::vector<std::wstring>& paths);  // dropped on it
   // Whether the window is dragged by this point.
   virtual bool IsHandle(Point point) const = 0;
   // Messages that no other handler takes.

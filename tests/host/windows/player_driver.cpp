@@ -44,6 +44,11 @@ void PlayerDriver::Leave() {
   thread_.join();
 }
 
+HWND PlayerDriver::Find(const wchar_t* class_name) {
+  const HWND window = FindOwn(class_name);
+  return window && IsWindowVisible(window) ? window : nullptr;
+}
+
 int PlayerDriver::Scale() const {
   const RECT place = Place(main_);
   return (place.right - place.left) / 275;

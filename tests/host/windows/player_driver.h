@@ -36,6 +36,8 @@ class PlayerDriver {
   void Wheel(HWND window, int notches);
   void Key(HWND window, int key);
   void Drop(HWND window, const std::vector<std::wstring>& paths);
+  // A visible window of the player of that class, or null.
+  static HWND Find(const wchar_t* class_name);
   // What a menu would send.
   void Command(int command);
 

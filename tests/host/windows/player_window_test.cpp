@@ -215,6 +215,40 @@ TEST_F(PlayerWindowTest, PlaylistWithTheMouseAndKeys) {
   EXPECT_LT(kept.find("tone_8000_stereo.ogg"), kept.find("tone_44100_mono.ogg"));
 }
 
+TEST_F(PlayerWindowTest, TheListTakesWhatIsDroppedOnIt) {
+  const HWND list = player_->playlist();
+  player_->Drop(list, {Media(L"sample.ogg"), Media(L"tone_8000_stereo.ogg")});
+  EXPECT_EQ(CurrentRow(), 0) << "what plays goes on";
+  player_->Click(list, {60, 75});
+  player_->Key(list, VK_DELETE);
+  EXPECT_FALSE(RowSelected(3)) << "there is no row in the strip below the fourth";
+  player_->Click(list, {60, 40});
+  EXPECT_TRUE(RowSelected(1));
+  player_->Drop(player_->main(), {Media(L"tone_44100_mono.ogg"), Media(L"tone_8000_stereo.ogg")});
+  EXPECT_FALSE(RowSelected(1)) << "it is another list";
+  player_->Drop(list, {Media(L"sample.wma")});
+  player_->Leave();
+  const std::string kept = SessionText();
+  EXPECT_EQ(kept.find("sample.ogg"), std::string::npos) << kept;
+  EXPECT_LT(kept.find("tone_44100_mono.ogg"), kept.find("sample.wma")) << kept;
+}
+
+TEST_F(PlayerWindowTest, ADialogIsToBeAnsweredFirst) {
+  PostMessageW(player_->main(), WM_COMMAND, kCommandAbout, 0);
+  HWND dialog = nullptr;
+  player_->Until([&] { return (dialog = PlayerDriver::Find(L"#32770")) != nullptr; });
+  for (HWND window : {player_->main(), player_->equalizer(), player_->playlist()}) {
+    EXPECT_FALSE(IsWindowEnabled(window));
+  }
+  player_->Command(kCommandPlaylistWindow);
+  EXPECT_TRUE(IsWindowVisible(player_->playlist()));
+  PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+  player_->Until([&] { return !IsWindow(dialog); });
+  EXPECT_TRUE(IsWindowEnabled(player_->playlist()));
+  player_->Command(kCommandPlaylistWindow);
+  EXPECT_FALSE(IsWindowVisible(player_->playlist()));
+}
+
 TEST_F(PlayerWindowTest, PlaylistIsSizedInSteps) {
   const HWND list = player_->playlist();
   player_->Drag(list, {270, 111}, {270 + 40, 111 + 50});
