@@ -21,8 +21,23 @@ using test::Wide;
 
 constexpr char kSettings[] = "30=0 36=0 26=0 38=0 96=1 28=0 32=0 34=0 24=0 34=0 ";
 
+BOOL CALLBACK TakePluginWindow(HWND window, LPARAM found) {
+  wchar_t name[16] = L"";
+  GetClassNameW(window, name, 16);
+  if (lstrcmpiW(name, L"VLWMAPlayer") != 0) return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+// Of this thread: other programs that use the library may be running.
+HWND FindPluginWindow() {
+  HWND found = nullptr;
+  EnumThreadWindows(GetCurrentThreadId(), &TakePluginWindow, reinterpret_cast<LPARAM>(&found));
+  return found;
+}
+
 bool WindowExists() {
-  return FindWindowW(L"VLWMAPlayer", nullptr) != nullptr;
+  return FindPluginWindow() != nullptr;
 }
 
 class WmaPluginTest : public ::testing::Test {
@@ -97,7 +112,7 @@ TEST_F(WmaPluginTest, StartsNothingOnASingleThreadedHost) {
 TEST_F(WmaPluginTest, LosesItsControlWithItsWindow) {
   ASSERT_TRUE(Start());
   player.TakeLog();
-  DestroyWindow(FindWindowW(L"VLWMAPlayer", nullptr));
+  DestroyWindow(FindPluginWindow());
   EXPECT_EQ(player.TakeLog(), "unadvise 77 ");
   EXPECT_FALSE(plugin.available());
   EXPECT_EQ(plugin.Play(), 0);
