@@ -178,6 +178,12 @@ void SkinWindow::OnDrop(HDROP drop) {
   app_.OnDropped(paths);
 }
 
+bool SkinWindow::OnKey(int key) {
+  if (key != VK_UP && key != VK_DOWN) return false;
+  app_.Do(key == VK_UP ? kCommandVolumeUp : kCommandVolumeDown);
+  return true;
+}
+
 LRESULT SkinWindow::OnOther(UINT message, WPARAM wparam, LPARAM lparam) {
   return DefWindowProcW(window_, message, wparam, lparam);
 }

@@ -46,7 +46,8 @@ class SkinWindow {
   virtual void OnCancel() = 0;
   virtual void OnDoubleClick(Point point) { OnPress(point); }
   virtual void OnWheel(int notches) = 0;
-  virtual bool OnKey(int /*key*/) { return false; }
+  // A key that is no shortcut. False: nothing was done.
+  virtual bool OnKey(int key);
   virtual void OnClose() = 0;
   // Whether the window is dragged by this point.
   virtual bool IsHandle(Point point) const = 0;

@@ -142,6 +142,8 @@ TEST_F(PlayerWindowTest, KeysWorkInEveryWindow) {
     player_->Key(window, VK_SPACE);
     EXPECT_TRUE(Paused());
   }
+  player_->Key(player_->equalizer(), VK_DOWN);
+  EXPECT_TRUE(MainShows({107, 57, 20, 13}, kelvo::kSkinVolume, {0, 25 * 15})) << "96 of 100";
   player_->Key(player_->main(), 'S');
   EXPECT_TRUE(MainShows({164, 89, 46, 15}, kelvo::kSkinShuffleRepeat, {28, 30}));
 }
