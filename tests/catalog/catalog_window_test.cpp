@@ -17,7 +17,7 @@ TEST_F(CatalogWindowTest, OnlyTheFirstShowingScans) {
     if (call == "list \\*.*") scanned = GetTickCount();
   };
   const DWORD shown = GetTickCount();
-  ShowAfterScan(0, [] {});
+  driver_.Show([&] { EXPECT_TRUE(WaitFor([&] { return driver_.Items() == kLists; })); });
   EXPECT_EQ(Scans(), 1);
   EXPECT_GE(scanned - shown, 480u) << "the sheet is to be seen before";
   driver_.Show([&] {
@@ -66,6 +66,7 @@ TEST_F(CatalogWindowTest, RenamesAndDeletesPlaylists) {
 TEST_F(CatalogWindowTest, ChecksPlaylistsAndAddsThemInTheListsOrder) {
   driver_.files.Put("\\A.asx", "<REF HREF = \"\\Music\\two.mp3\">\r\n");
   driver_.Show([&] {
+    ScanNow();
     ASSERT_TRUE(WaitFor([&] { return driver_.Items().find("b.pls") != std::string::npos; }));
     const struct {
       int command;

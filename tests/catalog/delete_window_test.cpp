@@ -117,6 +117,7 @@ TEST_F(DeleteTest, PlaylistsKeepTheirFilesWhenOneGoes) {
   const std::string lists =
       "\\Lists\\A0.m3u\n\\Lists\\b.pls\n\\Lists\\c.m3u\n\\Lists\\d.m3u\n\\Lists\\e.m3u\n";
   driver_.Show([&] {
+    ScanNow();
     ASSERT_TRUE(WaitFor([&] { return driver_.Items().find("A0") != std::string::npos; }));
     driver_.Select(1);
     Ask("\\Lists\\A0.m3u", IDNO);

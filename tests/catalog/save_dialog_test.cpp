@@ -31,6 +31,7 @@ class SaveDialogTest : public test::CatalogWindowTest {
   }
   void ShowWithSongs(const std::function<void()>& use) {
     driver_.Show([&] {
+      ScanNow();
       ASSERT_TRUE(WaitFor([&] { return driver_.Items().find("top.pls") != std::string::npos; }));
       AddLists();
       use();
