@@ -2,16 +2,9 @@
 
 #include <windows.h>
 
+#include "host/full_path.h"
+
 namespace velmora {
-namespace {
-
-std::wstring FullPath(const std::wstring& path) {
-  wchar_t full[MAX_PATH];
-  const DWORD length = GetFullPathNameW(path.c_str(), MAX_PATH, full, nullptr);
-  return length > 0 && length < MAX_PATH ? std::wstring(full, length) : std::wstring();
-}
-
-}  // namespace
 
 DeviceDrive::DeviceDrive(const std::wstring& folder) {
   const std::wstring full = FullPath(folder);

@@ -2,17 +2,18 @@
 
 #include <kelvo/bookmarks.h>
 
+#include "host/full_path.h"
+
 namespace velmora {
 
 void StoreLastPlayed(const Library& library, const std::wstring& path, int position_ms,
                      const wchar_t* title) {
   auto* bookmarks = library.Get<kelvo::Bookmarks>(kelvo::kFeatureBookmarks);
   if (!bookmarks) return;
-  wchar_t full[kelvo::kMaxText];  // the next run may start elsewhere
-  const DWORD length = GetFullPathNameW(path.c_str(), kelvo::kMaxText, full, nullptr);
-  if (length == 0 || length >= kelvo::kMaxText) return;
+  const std::wstring full = FullPath(path);  // the next run may start elsewhere
+  if (full.empty()) return;
   bookmarks->LoadBookmarks();
-  bookmarks->SetLastPlayed(full, position_ms / 1000, title);
+  bookmarks->SetLastPlayed(full.c_str(), position_ms / 1000, title);
 }
 
 bool TakeLastPlayed(const Library& library, std::wstring* path, int* position_s) {

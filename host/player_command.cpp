@@ -4,6 +4,7 @@
 #include <shlobj.h>
 
 #include "host/command.h"
+#include "host/full_path.h"
 #include "host/player/session_file.h"
 #include "host/player/windows/player_app.h"
 
@@ -16,14 +17,8 @@ std::wstring MusicFolder() {
   return path;
 }
 
-std::wstring FullPath(const std::wstring& path) {
-  wchar_t full[MAX_PATH];
-  const DWORD length = GetFullPathNameW(path.c_str(), MAX_PATH, full, nullptr);
-  return length > 0 && length < MAX_PATH ? full : path;
-}
-
-// Started by a click, a console program gets a console of its own where the system does not heed its
-// manifest. The player does not need it.
+// Started by a click, a console program gets a console of its own where the system does not heed
+// its manifest. The player does not need it.
 void LeaveOwnConsole() {
   DWORD processes[2];
   if (GetConsoleProcessList(processes, 2) == 1) FreeConsole();

@@ -34,10 +34,11 @@ void BookmarkLink::OnPlayBookmark(WPARAM command, LPARAM index) {
       !bookmarks_->GetBookmark(static_cast<int32_t>(index), path, nullptr, &position_s)) {
     return;
   }
-  const bool play = command == kelvo::kBookmarkPlay;
-  if (play) player_.Clear();
-  player_.Add({path});
-  if (play) player_.PlayTrack(0, ToMilliseconds(position_s));
+  if (command != kelvo::kBookmarkPlay) {
+    player_.Add({path});
+  } else if (player_.Replace({path})) {
+    player_.PlayTrack(0, ToMilliseconds(position_s));
+  }
 }
 
 void BookmarkLink::KeepPlace() {

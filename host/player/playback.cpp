@@ -4,6 +4,8 @@
 #include <kelvo/wma_input.h>
 #include <limits.h>
 
+#include <utility>
+
 namespace velmora {
 namespace {
 
@@ -23,7 +25,7 @@ Playback::Playback(const Library& library, HWND window) : library_(library), win
   }
 }
 
-Playback::Start Playback::Play(const std::wstring& path, uint32_t start_ms) {
+Playback::Start Playback::Play(std::wstring path, uint32_t start_ms) {
   while (input_) Stop();
   input_.emplace(library_, path);
   if (input_->Missing()) {
@@ -38,7 +40,7 @@ Playback::Start Playback::Play(const std::wstring& path, uint32_t start_ms) {
   }
   // Not before: with a window the Windows Media plug-in asks about a name that it refuses.
   input_->SetWindow(window_);
-  path_ = path;
+  path_ = std::move(path);
   Describe();
   while (OwnSamples(nullptr)) {
   }

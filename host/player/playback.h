@@ -28,7 +28,7 @@ class Playback {
 
   enum class Start { kPlaying, kNoPlugin, kNotPlayable, kNoOutput };
   // Stops what plays. `start_ms` beyond the end means the start.
-  Start Play(const std::wstring& path, uint32_t start_ms);
+  Start Play(std::wstring path, uint32_t start_ms);
   // Stops and closes. No end message of the file comes afterwards.
   void Stop();
 

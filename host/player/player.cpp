@@ -108,15 +108,16 @@ bool Player::PlayFrom(size_t index, uint32_t start_ms, Step onward) {
   const size_t asked = index;
   // Shuffled anew on the way, the order may name a track twice before it has named all.
   std::vector<bool> tried(list_.size());
-  for (size_t left = list_.size(); left > 0 && index != kNoTrack; index = (order_.*onward)()) {
+  const auto listed = [&] { return index < list_.size(); };  // messages that come in may change it
+  for (size_t left = tried.size(); left > 0 && listed(); index = (order_.*onward)()) {
     order_.SetCurrent(index);
-    if (tried[index]) continue;
+    if (index >= tried.size() || tried[index]) continue;
     tried[index] = true;
     --left;
     const uint32_t from_ms = index == asked ? start_ms : 0;
     if (playback_.Play(list_.tracks()[index].path, from_ms) == Playback::Start::kPlaying) {
       started_ = GetTickCount();
-      if (!list_.tracks()[index].known) list_.Learn(library_, index);
+      if (listed() && !list_.tracks()[index].known) list_.Learn(library_, index);
       Changed();
       return true;
     }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "host/full_path.h"
 #include "host/input.h"
 
 namespace velmora {
@@ -14,13 +15,6 @@ constexpr int kMaxDepth = 16;  // of folders
 
 bool IsFolder(DWORD attributes) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-// The program's current folder may change.
-std::wstring FullPath(const std::wstring& path) {
-  wchar_t full[kelvo::kMaxText];
-  const DWORD length = GetFullPathNameW(path.c_str(), kelvo::kMaxText, full, nullptr);
-  return length > 0 && length < kelvo::kMaxText ? std::wstring(full, length) : std::wstring();
 }
 
 // Without folder and extension.
@@ -55,7 +49,7 @@ std::vector<Found> ContentsOf(const std::wstring& folder) {
 }  // namespace
 
 size_t TrackList::Add(const std::wstring& path) {
-  const std::wstring full = FullPath(path);
+  const std::wstring full = FullPath(path);  // the program's current folder may change
   const size_t before = size();
   if (IsFolder(GetFileAttributesW(full.c_str()))) {
     const bool is_root = full.back() == L'\\';

@@ -156,17 +156,19 @@ TEST(Player, GoesBackPastWhatCannotBeOpened) {
   EXPECT_EQ(rig.player.status().state, PlayState::kPlaying);
 }
 
+std::function<void()> command;
+
+LRESULT CALLBACK RunCommand(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_APP) command();
+  return DefWindowProcW(window, message, wparam, lparam);
+}
+
 // Another thread's message comes in while the player looks for end messages.
 TEST(Player, BearsCommandsWhileItStops) {
   SendSoundTo(L"silence", false);
-  static std::function<void()> command;
   const HWND window =
       CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-  const WNDPROC procedure = [](HWND w, UINT message, WPARAM wparam, LPARAM lparam) -> LRESULT {
-    if (message == WM_APP) command();
-    return DefWindowProcW(w, message, wparam, lparam);
-  };
-  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
+  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&RunCommand));
   Player player(test::TheLibrary(), window);
   player.Add({Media(L"sample.ogg"), Media(L"sample.wma"), Media(L"tone_44100_mono.ogg")});
   const struct {
@@ -189,7 +191,7 @@ TEST(Player, BearsCommandsWhileItStops) {
     EXPECT_EQ(player.status().state, c.state);
     EXPECT_EQ(player.status().current, c.current);
     const std::wstring open = player.open_path();
-    if (c.state == PlayState::kPlaying) EXPECT_EQ(open, player.tracks()[c.current].path);
+    EXPECT_EQ(open, c.state == PlayState::kPlaying ? player.tracks()[c.current].path : L"");
     player.Stop();
   }
   DestroyWindow(window);

@@ -215,7 +215,10 @@ bool PlayerApp::DoRange(int command) {
   }
   if (InRange(command, kCommandLanguage, kCommandSkin, &place)) {
     const std::vector<LANGID> languages = FindLanguages();
-    if (static_cast<size_t>(place) < languages.size()) ChooseLanguage(library_, languages[place]);
+    if (static_cast<size_t>(place) < languages.size() &&
+        !ChooseLanguage(library_, languages[place])) {
+      ShowHint(L"CANNOT BE STORED");
+    }
     return true;
   }
   if (InRange(command, kCommandPresetLoad, kCommandPresetDelete, &place)) {

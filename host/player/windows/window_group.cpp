@@ -56,18 +56,20 @@ void WindowGroup::BeginMove(SkinWindow* window, Point mouse) {
 void WindowGroup::Move(Point mouse) {
   const Point way = {mouse.x - mouse_.x, mouse.y - mouse_.y};
   std::vector<bool> is_moved(windows_.size(), false);
-  std::vector<Rect> moved;
-  for (size_t i : moved_) {
-    is_moved[i] = true;
-    moved.push_back(Shifted(from_[i], way));
-  }
-  std::vector<Rect> others;
+  for (size_t i : moved_) is_moved[i] = true;
+  std::vector<Rect> moved, others;  // that are seen: nothing snaps to the rest
   for (size_t i = 0; i < windows_.size(); ++i) {
-    if (!is_moved[i] && windows_[i]->visible()) others.push_back(from_[i]);
+    if (!windows_[i]->visible()) continue;
+    if (is_moved[i]) {
+      moved.push_back(Shifted(from_[i], way));
+    } else {
+      others.push_back(from_[i]);
+    }
   }
+  if (moved.empty()) return;
   const Point snap = SnapDistance(moved, others, WorkArea(moved[0]), kReach);
-  for (size_t i = 0; i < moved_.size(); ++i) {
-    windows_[moved_[i]]->MoveTo({moved[i].x + snap.x, moved[i].y + snap.y});
+  for (size_t i : moved_) {
+    windows_[i]->MoveTo({from_[i].x + way.x + snap.x, from_[i].y + way.y + snap.y});
   }
 }
 
