@@ -41,19 +41,19 @@ bool Player::Replace(const std::vector<std::wstring>& paths) {
   list_ = std::move(list);
   order_.Clear();
   order_.Append(list_.size());
-  Removed();
+  Renewed();
   return true;
 }
 
-void Player::Removed() {
-  ++removals_;
+void Player::Renewed() {
+  ++renewals_;
   Changed();
 }
 
 void Player::Clear() {
   list_.Clear();
   order_.Clear();
-  Removed();
+  Renewed();
 }
 
 void Player::Remove(const std::vector<size_t>& indices) {
@@ -70,7 +70,7 @@ void Player::Remove(const std::vector<size_t>& indices) {
     list_.Remove(index);
     order_.Remove(index);
   }
-  Removed();
+  Changed();
 }
 
 void Player::Move(size_t from, size_t to) {

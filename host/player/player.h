@@ -44,8 +44,8 @@ class Player {
   const std::vector<Track>& tracks() const { return list_.tracks(); }
   // Changes whenever the list or the current track changes.
   uint32_t list_version() const { return version_; }
-  // Changes whenever tracks leave the list.
-  uint32_t removals() const { return removals_; }
+  // How often the list was emptied or replaced.
+  uint32_t renewals() const { return renewals_; }
   // Media files, and folders, which are searched; other files are left out. False: nothing to add.
   bool Add(const std::vector<std::wstring>& paths);
   // The same in place of what is there; nothing to add changes nothing.
@@ -89,7 +89,7 @@ class Player {
   using Step = size_t (PlayOrder::*)();  // the way on from a track that cannot be opened
 
   void Changed() { ++version_; }
-  void Removed();
+  void Renewed();
   void ApplyVolume();
   bool PlayFrom(size_t index, uint32_t start_ms, Step onward);
   bool EndedUnheard();
@@ -102,7 +102,7 @@ class Player {
   int volume_ = 100;
   int balance_ = 0;
   uint32_t version_ = 1;
-  uint32_t removals_ = 0;
+  uint32_t renewals_ = 0;
   DWORD started_ = 0;   // tick count at the start of the open track
   size_t unheard_ = 0;  // tracks in a row that ended before anything was heard
 };

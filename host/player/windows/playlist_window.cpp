@@ -49,12 +49,20 @@ int PlaylistWindow::last_first() const {
   return std::max(0, Count() - PlaylistRows(size_));
 }
 
-// Of the list as it is now; what was selected in another means nothing.
+// What was selected and in view in another list means nothing in this one.
+void PlaylistWindow::FollowRenewal() {
+  const uint32_t renewals = app_.player().renewals();
+  if (renewals_ == renewals) return;
+  renewals_ = renewals;
+  selection_.SelectAll(false);
+  first_ = 0;
+  current_ = kNoTrack;
+}
+
+// Of the list as it is now.
 ListSelection& PlaylistWindow::Selection() {
-  const Player& player = app_.player();
-  if (removals_ != player.removals()) selection_.SelectAll(false);
-  removals_ = player.removals();
-  selection_.SetCount(player.tracks().size());
+  FollowRenewal();
+  selection_.SetCount(app_.player().tracks().size());
   return selection_;
 }
 
@@ -103,6 +111,7 @@ void PlaylistWindow::Draw(Canvas* canvas) {
 
 void PlaylistWindow::Tick() {
   if (version_ == app_.player().list_version() && second_ == Second()) return;
+  FollowRenewal();
   const size_t current = app_.player().status().current;
   if (current != current_ && current < static_cast<size_t>(Count())) ShowRow(current);
   current_ = current;
@@ -132,6 +141,7 @@ void PlaylistWindow::InvertSelection() {
 void PlaylistWindow::Remove(const std::vector<size_t>& tracks) {
   if (tracks.empty()) return;
   app_.player().Remove(tracks);
+  selection_.SelectAll(false);
   app_.Refresh();
 }
 

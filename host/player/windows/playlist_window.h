@@ -38,6 +38,7 @@ class PlaylistWindow final : public SkinWindow {
 
   PlaylistViewState State();
   ListSelection& Selection();
+  void FollowRenewal();
   void Roll();  // up to the title bar, or down again
   int last_first() const;
   int RowAt(Point point) const;
@@ -55,14 +56,14 @@ class PlaylistWindow final : public SkinWindow {
   bool rolled_ = false;
   int first_ = 0;            // the first row in view
   ListSelection selection_;  // by Selection()
-  uint32_t removals_ = 0;    // from the list, as the selection knows it
+  uint32_t renewals_ = 0;    // of the list that the selection is of
   PlaylistControl held_ = PlaylistControl::kNone;
-  int dragged_row_ = -1;  // the row that is being moved by the mouse
-  Point press_ = {0, 0};  // while the corner is held: where, in the window
-  bool inside_ = false;   // the mouse is on what it went down on
-  uint32_t version_ = 0;  // of the list, as drawn
-  int second_ = -1;       // of the playing time, as drawn
-  size_t current_ = 0;    // that was scrolled to
+  int dragged_row_ = -1;       // the row that is being moved by the mouse
+  Point press_ = {0, 0};       // while the corner is held: where, in the window
+  bool inside_ = false;        // the mouse is on what it went down on
+  uint32_t version_ = 0;       // of the list, as drawn
+  int second_ = -1;            // of the playing time, as drawn
+  size_t current_ = kNoTrack;  // that was scrolled to
 };
 
 }  // namespace velmora
