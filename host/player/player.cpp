@@ -35,7 +35,7 @@ bool Player::Add(const std::vector<std::wstring>& paths) {
 }
 
 bool Player::Replace(const std::vector<std::wstring>& paths) {
-  TrackList list;
+  TrackList list;  // a full one would take no more
   for (const std::wstring& path : paths) list.Add(path);
   if (list.size() == 0) return false;
   list_ = std::move(list);

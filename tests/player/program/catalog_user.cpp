@@ -45,8 +45,7 @@ void CatalogUser::Press(int command) {
       FindWindowExW(player_.WaitForWindow(L"KelvoMenuBar"), nullptr, TOOLBARCLASSNAMEW, nullptr);
   const LRESULT button = player_.Send(bar, TB_COMMANDTOINDEX, static_cast<WPARAM>(command));
   const Remote<RECT> rect(player_.process(), {});
-  ASSERT_TRUE(
-      player_.Send(bar, TB_GETITEMRECT, static_cast<WPARAM>(button), rect.address()));
+  ASSERT_TRUE(player_.Send(bar, TB_GETITEMRECT, static_cast<WPARAM>(button), rect.address()));
   const RECT place = rect.Read();
   player_.Click(bar, (place.left + place.right) / 2, (place.top + place.bottom) / 2);
 }

@@ -11,7 +11,7 @@
 namespace velmora::test {
 namespace {
 
-constexpr size_t kBufferBytes = 16384;      // of sound above 22050 Hz
+constexpr size_t kBufferBytes = 16384;       // of sound above 22050 Hz
 constexpr size_t kSmallestRoomBytes = 4096;  // a buffer with less is full
 constexpr size_t kMostWaiting = 10;          // buffers on their way to the device
 
@@ -36,8 +36,8 @@ void ReferenceEffects::Process(Samples* samples) {
 Blocks DecodeOgg(const std::vector<char>& file, uint32_t start_ms) {
   const int64_t first_frame = start_ms > 0 ? int64_t{44100} * start_ms / 1000 : -1;
   Blocks blocks;
-  for (const std::vector<char>& bytes : kelvo::test::DecodeIntoBuffers(
-           file, first_frame, kBufferBytes, kSmallestRoomBytes)) {
+  for (const std::vector<char>& bytes :
+       kelvo::test::DecodeIntoBuffers(file, first_frame, kBufferBytes, kSmallestRoomBytes)) {
     Samples block(bytes.size() / 2);
     memcpy(block.data(), bytes.data(), bytes.size());
     blocks.push_back(block);
@@ -96,8 +96,7 @@ void SoundCheck::PlayUntilQuit(const Blocks& blocks) {
   End();
 }
 
-void SoundCheck::PlaySome(const Blocks& blocks, const Samples& next,
-                          const Samples* next_recorded) {
+void SoundCheck::PlaySome(const Blocks& blocks, const Samples& next, const Samples* next_recorded) {
   size_t i = PlayWhileMatching(blocks);
   if (next_recorded) {
     End();

@@ -1,5 +1,5 @@
-// Whatever lies in the skin's folder or in the file of the settings: the player starts, with what it
-// has for a first start, plays, and leaves in good order.
+// Whatever lies in the skin's folder or in the file of the settings: the player starts, with what
+// it has for a first start, plays, and leaves in good order.
 #include <gtest/gtest.h>
 #include <string.h>
 
@@ -130,9 +130,8 @@ TEST_F(ProgramHostileSkin, Folders) {
   TrySkin(L"only headers", [&](std::string* b) { return b->resize(54), true; });
   TrySkin(L"empty files", [&](std::string* b) { return b->clear(), true; });
   TrySkin(L"every second", [&](std::string*) { return ++number % 2 == 0; });
-  TrySkin(L"huge", [&](std::string* b) {
-    return put(b, kWidth, 0x7FFFFFFF), put(b, kHeight, 0x7FFFFFFF);
-  });
+  TrySkin(L"huge",
+          [&](std::string* b) { return put(b, kWidth, 0x7FFFFFFF), put(b, kHeight, 0x7FFFFFFF); });
   TrySkin(L"wide", [&](std::string* b) { return put(b, kWidth, 1 << 24); });
   TrySkin(L"upside down", [&](std::string* b) { return put(b, kHeight, INT32_MIN); });
   TrySkin(L"one pixel", [&](std::string* b) { return put(b, kWidth, 1), put(b, kHeight, 1); });

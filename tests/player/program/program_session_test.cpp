@@ -78,8 +78,7 @@ TEST(ProgramSession, FromTheCatalogToTheMusicAndBackToTheSamePlace) {
     bookmark_s = FirstBookmark(installed).position_s;
     player.Click(player.playlist(), 268, 7);  // its close button
     player.Click(player.main(), 224, 96);     // repeat
-    ASSERT_TRUE(
-        recordings.WaitForSamples(player, 1, 2 * 44100 * (bookmark_s + 2)));
+    ASSERT_TRUE(recordings.WaitForSamples(player, 1, 2 * 44100 * (bookmark_s + 2)));
     ASSERT_EQ(player.playlist(), nullptr);
     ASSERT_TRUE(player.Quit());
   }

@@ -1,19 +1,19 @@
-// What the player plays while this lives goes into WAV files, a new one for each file that it plays.
+// What the player plays while this lives goes into WAV files, a new one for each file that it
+// plays.
 #pragma once
 
 #include <windows.h>
 
 #include <string>
 
-#include "tests/pocketpc/wav_bytes.h"
 #include "tests/player/program/player_process.h"
+#include "tests/pocketpc/wav_bytes.h"
 
 namespace velmora::test {
 
 class Recordings {
  public:
-  Recordings(const Installed& installed, bool fast)
-      : base_(installed.Path(L"sound")) {
+  Recordings(const Installed& installed, bool fast) : base_(installed.Path(L"sound")) {
     kelvo::UseSink((base_ + L".wav").c_str(), fast);
   }
   ~Recordings() {

@@ -55,8 +55,8 @@ size_t CountHandles(HANDLE process) {
   using Query = NTSTATUS(WINAPI*)(SYSTEM_INFORMATION_CLASS, void*, ULONG, ULONG*);
   const auto query = Find<Query>("NtQuerySystemInformation");
   std::vector<char> list(1 << 20);
-  if (!query || query(SystemProcessInformation, list.data(), static_cast<ULONG>(list.size()),
-                      nullptr) != 0) {
+  if (!query ||
+      query(SystemProcessInformation, list.data(), static_cast<ULONG>(list.size()), nullptr) != 0) {
     return 0;
   }
   for (size_t at = 0;;) {
@@ -108,8 +108,7 @@ Resources CountResources(HANDLE process) {
   resources.windows = CountWindows(GetProcessId(process));
   resources.handles = CountHandles(process);
   PROCESS_MEMORY_COUNTERS_EX memory = {};
-  GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
-                       sizeof memory);
+  GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
   resources.private_bytes = std::max(memory.PrivateUsage, memory.PagefileUsage);
   return resources;
 }
@@ -118,6 +117,16 @@ std::string Text(const Resources& resources) {
   return std::to_string(resources.gdi_objects) + " graphics objects, " +
          std::to_string(resources.windows) + " windows, " + std::to_string(resources.handles) +
          " handles, " + std::to_string(resources.private_bytes / 1024) + " KB";
+}
+
+void LeakWatch::AddRound(const Resources& now) {
+  const size_t counts[3] = {now.gdi_objects, now.windows, now.handles};
+  for (size_t i = 0; i < 3; ++i) {
+    if (counts[i] <= most_[i]) continue;
+    most_[i] = counts[i];
+    if (rounds_ > 0) ++grown_[i];
+  }
+  ++rounds_;
 }
 
 }  // namespace velmora::test

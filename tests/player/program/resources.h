@@ -19,4 +19,19 @@ Resources CountResources(HANDLE process);
 
 std::string Text(const Resources& resources);
 
+// Tells a leak, which comes again with each round, from a cache, which grows once and then is used.
+class LeakWatch {
+ public:
+  void AddRound(const Resources& now);
+  // In how many rounds there was more than in all before.
+  size_t gdi_objects() const { return grown_[0]; }
+  size_t windows() const { return grown_[1]; }
+  size_t handles() const { return grown_[2]; }
+
+ private:
+  size_t rounds_ = 0;
+  size_t most_[3] = {};
+  size_t grown_[3] = {};
+};
+
 }  // namespace velmora::test
