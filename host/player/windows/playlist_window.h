@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/player/play_order.h"
 #include "host/player/views/list_selection.h"
 #include "host/player/views/playlist_view.h"
 #include "host/player/windows/skin_window.h"

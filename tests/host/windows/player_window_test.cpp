@@ -222,10 +222,13 @@ TEST_F(PlayerWindowTest, TheListTakesWhatIsDroppedOnIt) {
   player_->Click(list, {60, 75});
   player_->Key(list, VK_DELETE);
   EXPECT_FALSE(RowSelected(3)) << "there is no row in the strip below the fourth";
+  player_->Key(list, VK_END);
+  EXPECT_TRUE(PlayerDriver::Soon([&] { return RowSelected(3) && CurrentRow() < 0; }));
   player_->Click(list, {60, 40});
   EXPECT_TRUE(RowSelected(1));
   player_->Drop(player_->main(), {Media(L"tone_44100_mono.ogg"), Media(L"tone_8000_stereo.ogg")});
   EXPECT_FALSE(RowSelected(1)) << "it is another list";
+  EXPECT_EQ(CurrentRow(), 0) << "from its start";
   player_->Drop(list, {Media(L"sample.wma")});
   player_->Leave();
   const std::string kept = SessionText();
