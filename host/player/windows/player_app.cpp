@@ -13,6 +13,8 @@ namespace {
 
 constexpr UINT_PTR kTickTimer = 1;
 constexpr UINT kTickMs = 50;
+constexpr UINT_PTR kDialogTimer = 3;
+constexpr UINT kDialogMs = 250;
 constexpr int kListFontHeight = 11;
 
 std::wstring FromAnsi(const std::string& text) {
@@ -89,17 +91,31 @@ void PlayerApp::UpdateTimer() {
   if (state == PlayState::kStopped) main_.Rest();
 }
 
+bool PlayerApp::OnTimer(UINT_PTR timer) {
+  if (timer != kTickTimer && timer != kDialogTimer) return false;
+  if (timer == kTickTimer) main_.Tick(kTickMs);
+  playlist_.Tick();
+  UpdateTimer();
+  return true;
+}
+
+// A dialog keeps the user from the main window: the others wait too. It may add to the list.
+void PlayerApp::OnDialog(bool open) {
+  windows_.Enable(!open);
+  if (open) {
+    SetTimer(main_.handle(), kDialogTimer, kDialogMs, nullptr);
+  } else {
+    KillTimer(main_.handle(), kDialogTimer);
+  }
+}
+
 bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_COMMAND:
       Do(LOWORD(wparam));
       return true;
     case WM_TIMER:
-      if (wparam != kTickTimer) return false;
-      main_.Tick(kTickMs);
-      playlist_.Tick();
-      UpdateTimer();
-      return true;
+      return OnTimer(wparam);
     case kelvo::kMessageEndOfPlayback:
       player_->OnEndOfPlayback();
       break;
@@ -112,7 +128,7 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case kelvo::kMessageCatalogPlayed:
       break;  // nothing is left to do
     case WM_ENABLE:
-      windows_.Enable(wparam != FALSE);
+      OnDialog(wparam == FALSE);
       return true;
     case WM_ENDSESSION:
       if (wparam) Keep();

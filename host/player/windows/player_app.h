@@ -87,6 +87,8 @@ class PlayerApp {
   void Toggle(SkinWindow& window);
   void About();
   void UpdateTimer();
+  bool OnTimer(UINT_PTR timer);
+  void OnDialog(bool open);
   void DeletePreset(size_t index);
 
   const Library& library_;

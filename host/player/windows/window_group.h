@@ -26,7 +26,7 @@ class WindowGroup {
     change();
     Rearrange(before);
   }
-  // A dialog keeps the user from the main window, and so from the others.
+  // All but the main window.
   void Enable(bool enabled);
   // Puts windows back that are outside of all screens.
   void BringIntoView();
