@@ -318,6 +318,13 @@ TEST_F(PlayerWindowTest, DroppedSkinsArePutOnFileByFile) {
   EXPECT_EQ(kept.find("sample.ogg"), std::string::npos) << kept;
 }
 
+// As its windows go, the main one becomes active and draws itself.
+TEST_F(PlayerWindowTest, LeavesFromTheListToo) {
+  SetForegroundWindow(player_->playlist());
+  player_->Leave();
+  EXPECT_FALSE(SessionText().empty());
+}
+
 TEST_F(PlayerWindowTest, TheNextStartLooksTheSame) {
   player_->Click(player_->main(), {230, 64});  // closes the equalizer
   EXPECT_FALSE(IsWindowVisible(player_->equalizer()));
