@@ -9,6 +9,7 @@ namespace screenshots {
 namespace {
 
 constexpr DWORD kSomeMusicMs = 2500;  // until the spectrum and the time show something
+constexpr DWORD kWindowsMoveMs = 500;
 
 void Do(User& user, int command) {
   PostMessageW(user.Dialog(), WM_COMMAND, static_cast<WPARAM>(command), 0);
@@ -45,6 +46,7 @@ void RollUp(User& user) {
   Do(user, velmora::kCommandDoubleSize);
   Do(user, velmora::kCommandShade);
   Do(user, velmora::kCommandVisualWave);
+  Sleep(kWindowsMoveMs);
 }
 
 constexpr Shot kShots[] = {
