@@ -26,6 +26,35 @@ function(kelvo_device_runtime)
   set(KELVO_IMPORT_STUBS ${object} PARENT_SCOPE)
 endfunction()
 
+# kelvo_device_resource_object(NAME FILE.rc OUT): the compiled script's path, into the variable OUT.
+function(kelvo_device_resource_object name script out)
+  get_filename_component(script ${script} ABSOLUTE)
+  get_filename_component(folder ${script} DIRECTORY)
+  file(GLOB parts CONFIGURE_DEPENDS ${folder}/*.rc ${folder}/*.h)
+  get_property(shared_parts GLOBAL PROPERTY KELVO_RESOURCE_PARTS)
+  get_property(art GLOBAL PROPERTY KELVO_ART_FILES)
+  get_property(art_folder GLOBAL PROPERTY KELVO_ART_DIRECTORY)
+  set(object ${CMAKE_BINARY_DIR}/device/${name}_resources.o)
+  add_custom_command(OUTPUT ${object}
+    COMMAND i686-w64-mingw32-windres -DKELVO_CE_ARM=1 -I ${CMAKE_SOURCE_DIR} -I ${folder}
+            -I ${CMAKE_SOURCE_DIR}/include -I ${art_folder} -O coff ${script} ${object}
+    DEPENDS ${parts} ${shared_parts} ${art} VERBATIM)
+  set(${out} ${object} PARENT_SCOPE)
+endfunction()
+
+# kelvo_device_resources(NAME FILE.rc): bin/NAME.dll, resources alone.
+function(kelvo_device_resources name script)
+  kelvo_device_resource_object(${name} ${script} object)
+  file(GLOB converter CONFIGURE_DEPENDS ${kelvo_device_dir}/*.py ${kelvo_device_dir}/elf2pe/*.py)
+  set(dll ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${name}.dll)
+  file(MAKE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  add_custom_command(OUTPUT ${dll}
+    COMMAND ${Python3_EXECUTABLE} -B ${kelvo_device_dir}/resources_to_pe.py ${object} ${dll}
+            --version ${PROJECT_VERSION}
+    DEPENDS ${converter} ${object} VERBATIM)
+  add_custom_target(${name} ALL DEPENDS ${dll})
+endfunction()
+
 # kelvo_device_library(NAME SOURCES... EXPORT FUNCTION [RESOURCES FILE.rc] [LINK LIBS...]):
 # bin/NAME.dll. A function that is neither ours nor in the import lists ends the link.
 function(kelvo_device_library name)
@@ -47,16 +76,7 @@ function(kelvo_device_library name)
   set(resources)
   set(resource_object)
   if(arg_RESOURCES)
-    get_filename_component(script ${arg_RESOURCES} ABSOLUTE)
-    get_filename_component(folder ${script} DIRECTORY)
-    file(GLOB parts CONFIGURE_DEPENDS ${folder}/*.rc ${folder}/*.h)
-    get_property(art GLOBAL PROPERTY KELVO_ART_FILES)
-    get_property(art_folder GLOBAL PROPERTY KELVO_ART_DIRECTORY)
-    set(resource_object ${CMAKE_BINARY_DIR}/device/${name}_resources.o)
-    add_custom_command(OUTPUT ${resource_object}
-      COMMAND i686-w64-mingw32-windres -DKELVO_CE_ARM=1 -I ${CMAKE_SOURCE_DIR} -I ${folder}
-              -I ${CMAKE_SOURCE_DIR}/include -I ${art_folder} -O coff ${script} ${resource_object}
-      DEPENDS ${parts} ${art} VERBATIM)
+    kelvo_device_resource_object(${name} ${arg_RESOURCES} resource_object)
     set(resources --resources ${resource_object})
   endif()
   file(GLOB converter CONFIGURE_DEPENDS ${kelvo_device_dir}/*.py ${kelvo_device_dir}/elf2pe/*.py)

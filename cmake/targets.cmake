@@ -13,11 +13,13 @@ function(kelvo_library name)
   set_property(GLOBAL APPEND PROPERTY KELVO_LIBRARIES ${name})
 endfunction()
 
-# kelvo_test(NAME SOURCES... [LINK LIBS...] [TIMEOUT SECONDS] [REQUIRES FIXTURE] [SUMMARY_DECIDES]): a GoogleTest
-# program, run by ctest (under Wine for Windows targets) in the folder build/<preset>/bin, after the
-# test that sets FIXTURE up. SUMMARY_DECIDES: see tests/support/judge_by_summary.sh.
+# kelvo_test(NAME SOURCES... [LINK LIBS...] [TIMEOUT SECONDS] [REQUIRES FIXTURE] [SUMMARY_DECIDES]
+# [MOVES_POINTER]): a GoogleTest program, run by ctest (under Wine for Windows targets) in the folder
+# build/<preset>/bin, after the test that sets FIXTURE up. SUMMARY_DECIDES: see
+# tests/support/judge_by_summary.sh. MOVES_POINTER: the display's one pointer is moved; of these
+# programs only one runs at a time.
 function(kelvo_test name)
-  cmake_parse_arguments(arg "SUMMARY_DECIDES" "TIMEOUT;REQUIRES" "LINK" ${ARGN})
+  cmake_parse_arguments(arg "SUMMARY_DECIDES;MOVES_POINTER" "TIMEOUT;REQUIRES" "LINK" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
   endif()
@@ -32,6 +34,9 @@ function(kelvo_test name)
   add_test(NAME ${KELVO_PRESET}.${name} COMMAND ${command}
            WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
   set_tests_properties(${KELVO_PRESET}.${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+  if(arg_MOVES_POINTER)
+    set_tests_properties(${KELVO_PRESET}.${name} PROPERTIES RESOURCE_LOCK ${KELVO_PRESET}.pointer)
+  endif()
   if(arg_REQUIRES)
     set_tests_properties(${KELVO_PRESET}.${name} PROPERTIES
                          FIXTURES_REQUIRED ${KELVO_PRESET}.${arg_REQUIRES})

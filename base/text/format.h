@@ -22,9 +22,9 @@ class FormatArgument {
   int32_t number_ = 0;
 };
 
-// Understands %d (also %02d ... %09d), %s and %%. True when the format's specifiers are those of
-// the arguments, in their order; otherwise *dst is the empty text. What does not fit in `capacity`
-// characters is cut off; dst is always terminated.
+// Understands %d, %i, %u, %s and %%, and widths: %5d and %5s fill up with blanks, %02d with zeros.
+// True when the format's specifiers are those of the arguments, in their order; otherwise *dst is
+// the empty text. What does not fit in `capacity` characters is cut off; dst is always terminated.
 bool FormatWide(wchar_t* dst, size_t capacity, const wchar_t* format,
                 std::initializer_list<FormatArgument> arguments) noexcept;
 

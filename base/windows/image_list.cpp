@@ -4,7 +4,8 @@ namespace kelvo {
 
 UniqueIconList LoadIconList(HMODULE module, const int* ids, int count) noexcept {
   constexpr int kSide = 16;
-  UniqueIconList list(ImageList_Create(kSide, kSide, ILC_COLOR | ILC_MASK, count, 0));
+  // The default depth is 16 colours.
+  UniqueIconList list(ImageList_Create(kSide, kSide, ILC_COLORDDB | ILC_MASK, count, 0));
   for (int i = 0; list && i < count; ++i) {
     const HICON icon = static_cast<HICON>(
         LoadImageW(module, MAKEINTRESOURCEW(ids[i]), IMAGE_ICON, kSide, kSide, 0));

@@ -23,7 +23,7 @@ RegistryKey RegistryKey::OpenOrCreate(const wchar_t* path) noexcept {
   const LONG result =
       RegCreateKeyExW(HKEY_LOCAL_MACHINE, WithoutLeadingBackslash(path), 0, nullptr, 0,
                       KEY_QUERY_VALUE | KEY_SET_VALUE, nullptr, &key, &disposition);
-  return RegistryKey(result == ERROR_SUCCESS ? key : nullptr);
+  return result == ERROR_SUCCESS ? RegistryKey(key) : Open(path);
 }
 
 bool RegistryKey::ReadNumber(const wchar_t* name, uint32_t* number) const noexcept {

@@ -12,6 +12,7 @@ namespace kelvo {
 class RegistryKey {
  public:
   static RegistryKey Open(const wchar_t* path) noexcept;
+  // For writing too; a key that may only be read is opened for that.
   static RegistryKey OpenOrCreate(const wchar_t* path) noexcept;
 
   explicit operator bool() const noexcept { return static_cast<bool>(key_); }

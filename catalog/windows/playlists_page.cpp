@@ -64,7 +64,7 @@ void PlaylistsPage::Fill() noexcept {
     item.lParam = static_cast<LPARAM>(i);
     if (SendMessageW(view(), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)) == -1) break;
   }
-  if (CountItems(view()) > 0) ListView_SetColumnWidth(view(), 0, LVSCW_AUTOSIZE);
+  if (CountItems(view()) > 0) ListView_SetColumnWidth(view(), 0, LVSCW_AUTOSIZE_USEHEADER);
   SendMessageW(view(), WM_SETREDRAW, TRUE, 0);
   InvalidateRect(view(), nullptr, TRUE);
 }

@@ -1,4 +1,5 @@
-// What the save dialog takes from the host's module.
+// What the save dialog takes from the host's module, and never from a language library: these
+// numbers mean other things there.
 #pragma once
 
 namespace kelvo {

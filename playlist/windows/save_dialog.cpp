@@ -1,9 +1,10 @@
 #include "playlist/windows/save_dialog.h"
 
+#include "base/windows/dialog.h"
 #include "base/windows/fonts.h"
+#include "base/windows/pocketpc.h"
 #include "entry/language/dialog_guard.h"
 #include "entry/language/full_screen_dialog.h"
-#include "entry/language/localized.h"
 #include "playlist/windows/folder_tree.h"
 #include "playlist/windows/host_resources.h"
 
@@ -12,6 +13,8 @@ namespace {
 
 // Posted to itself: the tree is filled when the dialog is to be seen already.
 constexpr UINT kFillMessage = 2049;
+
+constexpr UINT kNoText = 0;  // among the string ids
 
 class SaveDialog final : public ModalDialog {
  public:
@@ -27,7 +30,7 @@ class SaveDialog final : public ModalDialog {
     bar.hwndParent = window();
     bar.nToolBarId = kHostSaveMenuBar;
     bar.hInstRes = host_module_;
-    CreateLocalizedMenuBar(&bar);
+    SHCreateMenuBar(&bar);
     font_ = MakeListFont();
     for (const int id : {kHostSaveTree, kHostSavePath}) {
       SendMessageW(control(id), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
@@ -122,25 +125,32 @@ class SaveDialog final : public ModalDialog {
     target_.SetPath(path);
     switch (target_.CheckPath(files_)) {
       case SaveTarget::Check::kEmpty:
-        Tell(kHostEmptyPathText, Text(kHostEmptyPathCaption), MB_OK);
+        Tell(kHostEmptyPathText, kHostEmptyPathCaption, MB_OK);
         return;
       case SaveTarget::Check::kExists:
-        if (Tell(kHostOverwriteText, Text(kHostOverwriteCaption), MB_YESNO) != IDYES) return;
+        if (Tell(kHostOverwriteText, kHostOverwriteCaption, MB_YESNO) != IDYES) return;
         break;
       case SaveTarget::Check::kFree:
         break;
     }
     if (!target_.ProveWritable(files_)) {
-      Tell(kHostNotCreatedText, L"", MB_OK);
+      Tell(kHostNotCreatedText, kNoText, MB_OK);
       return;
     }
     succeeded_ = true;
     Close(kHostSaveButton);
   }
 
-  const wchar_t* Text(UINT id) const noexcept { return LoadLocalizedString(host_module_, id); }
-  int Tell(UINT text, const wchar_t* caption, UINT buttons) noexcept {
-    return MessageBoxW(window(), Text(text), caption, buttons | MB_SETFOREGROUND);
+  // Copied: a host need not end its strings with a NUL, as the library does with its own.
+  void LoadText(UINT id, wchar_t (&text)[kTextCapacity]) const noexcept {
+    if (id == kNoText || LoadStringW(host_module_, id, text, kTextCapacity) <= 0) text[0] = 0;
+  }
+  int Tell(UINT text_id, UINT caption_id, UINT buttons) noexcept {
+    wchar_t text[kTextCapacity];
+    wchar_t caption[kTextCapacity];
+    LoadText(text_id, text);
+    LoadText(caption_id, caption);
+    return MessageBoxW(window(), text, caption, buttons | MB_SETFOREGROUND);
   }
 
   SIZE SizeOf(int id) const noexcept {
@@ -188,8 +198,8 @@ bool AskWhereToSave(FileSystem& files, HMODULE host_module, HWND parent,
   const DialogGuard guard;
   if (!guard.taken()) return false;
   SaveDialog dialog(files, host_module, target);
-  LocalizedDialogBox(host_module, kHostSaveDialog, parent, ModalDialog::Procedure,
-                     dialog.parameter());
+  DialogBoxParamW(host_module, MAKEINTRESOURCEW(kHostSaveDialog), parent, ModalDialog::Procedure,
+                  dialog.parameter());
   return dialog.succeeded();
 }
 

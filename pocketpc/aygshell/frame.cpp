@@ -11,6 +11,8 @@ namespace {
 
 // A window property, there when the window has a Done button.
 constexpr wchar_t kHasDone[] = L"KelvoDone";
+// The same for a window that covers the screen.
+constexpr wchar_t kFillsScreen[] = L"KelvoFillsScreen";
 
 LRESULT CALLBACK FrameProc(HWND root, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
                            DWORD_PTR) noexcept {
@@ -19,7 +21,9 @@ LRESULT CALLBACK FrameProc(HWND root, UINT message, WPARAM wparam, LPARAM lparam
       const LRESULT result = DefSubclassProc(root, message, wparam, lparam);
       const UINT flags = reinterpret_cast<const WINDOWPOS*>(lparam)->flags;
       if (!(flags & SWP_NOSIZE) || (flags & SWP_SHOWWINDOW)) LayOutSheet(root);
-      SettleMenuBars(root);
+      if (!SettleMenuBars(root) && (flags & SWP_SHOWWINDOW) && GetPropW(root, kFillsScreen)) {
+        CreateBlankBar(root);
+      }
       return result;
     }
     case WM_ENABLE:
@@ -32,6 +36,7 @@ LRESULT CALLBACK FrameProc(HWND root, UINT message, WPARAM wparam, LPARAM lparam
       return 0;
     case WM_NCDESTROY:
       RemovePropW(root, kHasDone);
+      RemovePropW(root, kFillsScreen);
       RemoveWindowSubclass(root, &FrameProc, id);
       break;
     default:
@@ -69,6 +74,7 @@ void FillScreen(HWND root) noexcept {
   ex_style |= WS_EX_DLGMODALFRAME;  // no icon before the title
   SetWindowLongPtrW(root, GWL_EXSTYLE, static_cast<LONG_PTR>(ex_style));
 
+  SetPropW(root, kFillsScreen, root);
   const SIZE client = WorkAreaSize();
   RECT window = {0, 0, client.cx, client.cy};
   AdjustWindowRectEx(&window, style, FALSE, ex_style);

@@ -12,6 +12,8 @@ namespace {
 
 constexpr wchar_t kClass[] = L"KelvoMenuBar";
 
+constexpr LONG kBlank = 0;  // the turn of a blank bar, before that of all others
+
 struct MenuBar {
   HWND parent;
   HWND toolbar = nullptr;
@@ -19,11 +21,11 @@ struct MenuBar {
   MenuBarContent content;
   HMENU popups[MenuBarTable::kMaxButtons] = {};  // parts of content.menu, or the parent's own
   bool wanted = true;                            // hidden bars wait until somebody shows them
-  LONG turn = 0;                                 // the greatest one is the newest
+  LONG turn = kBlank;                            // the greatest one is the newest
   bool settling = false;
 };
 
-LONG next_turn = 0;
+LONG next_turn = kBlank;
 
 MenuBar* BarOf(HWND window) noexcept {
   return reinterpret_cast<MenuBar*>(GetWindowLongPtrW(window, GWLP_USERDATA));
@@ -51,7 +53,8 @@ int ButtonOfCommand(const MenuBar& bar, WPARAM command) noexcept {
   return -1;
 }
 
-// Opens a popup above its button; the choice arrives at the parent as WM_COMMAND.
+// Opens a popup above its button, towards the middle of the screen; the choice arrives at the
+// parent as WM_COMMAND.
 LRESULT DropDown(const MenuBar& bar, int command) noexcept {
   const int i = ButtonOfCommand(bar, static_cast<WPARAM>(command));
   if (i < 0 || !bar.popups[i]) return TBDDRET_NODEFAULT;
@@ -59,9 +62,13 @@ LRESULT DropDown(const MenuBar& bar, int command) noexcept {
   SendMessageW(bar.toolbar, TB_GETITEMRECT, static_cast<WPARAM>(i),
                reinterpret_cast<LPARAM>(&button));
   MapWindowPoints(bar.toolbar, nullptr, reinterpret_cast<POINT*>(&button), 2);
+  RECT row;
+  GetWindowRect(bar.toolbar, &row);
+  const bool leftwards = button.left + button.right > row.left + row.right;
   TPMPARAMS keep_free = {sizeof(TPMPARAMS), button};
-  TrackPopupMenuEx(bar.popups[i], TPM_LEFTALIGN | TPM_BOTTOMALIGN | TPM_VERTICAL, button.left,
-                   button.top, bar.parent, &keep_free);
+  TrackPopupMenuEx(bar.popups[i],
+                   (leftwards ? TPM_RIGHTALIGN : TPM_LEFTALIGN) | TPM_BOTTOMALIGN | TPM_VERTICAL,
+                   leftwards ? button.right : button.left, button.top, bar.parent, &keep_free);
   return TBDDRET_DEFAULT;
 }
 
@@ -164,7 +171,7 @@ LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wparam, LPARAM lpa
     if (!(flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW))) return result;
     if (flags & SWP_SHOWWINDOW) {
       ForEachBar([&](HWND, MenuBar* bar) {
-        if (bar->parent == parent) bar->turn = ++next_turn;
+        if (bar->parent == parent && bar->turn != kBlank) bar->turn = ++next_turn;
       });
     }
     SettleMenuBars(GetAncestor(parent, GA_ROOT));
@@ -198,7 +205,9 @@ void Place(HWND window, MenuBar* bar, bool show, const RECT& place) noexcept {
 
 }  // namespace
 
-HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexcept {
+namespace {
+
+HWND CreateBar(HWND parent, bool hidden, LONG turn, MenuBarContent content) noexcept {
   const HWND root = GetAncestor(parent, GA_ROOT);
   HeapPtr<MenuBar> made(HeapNew<MenuBar>());
   if (!root || !made || !RegisterBarClass() || !MakeFrame(root) ||
@@ -216,7 +225,7 @@ HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexc
   bar->parent = parent;
   bar->content = std::move(content);
   bar->wanted = !hidden;
-  bar->turn = ++next_turn;
+  bar->turn = turn;
   const MenuBarTable& table = bar->content.table;
   for (size_t i = 0; i < table.count; ++i) {
     if (table.buttons[i].HasPopup()) {
@@ -235,9 +244,19 @@ HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexc
   return window;
 }
 
+}  // namespace
+
+HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexcept {
+  return CreateBar(parent, hidden, ++next_turn, std::move(content));
+}
+
+void CreateBlankBar(HWND root) noexcept {
+  CreateBar(root, false, kBlank, {});
+}
+
 HWND FindMenuBarOf(HWND parent) noexcept {
   HWND found = nullptr;
-  LONG turn = 0;
+  LONG turn = kBlank;
   ForEachBar([&](HWND window, MenuBar* bar) {
     if (bar->parent != parent || bar->turn <= turn) return;
     found = window;
@@ -246,9 +265,9 @@ HWND FindMenuBarOf(HWND parent) noexcept {
   return found;
 }
 
-void SettleMenuBars(HWND root) noexcept {
+bool SettleMenuBars(HWND root) noexcept {
   HWND seen = nullptr;
-  LONG turn = 0;
+  LONG turn = kBlank - 1;
   ForEachBar([&](HWND window, MenuBar* bar) {
     if (GetWindow(window, GW_OWNER) != root || !bar->wanted || bar->turn <= turn) return;
     if (!IsWindowVisible(bar->parent)) return;
@@ -259,6 +278,7 @@ void SettleMenuBars(HWND root) noexcept {
   ForEachBar([&](HWND window, MenuBar* bar) {
     if (GetWindow(window, GW_OWNER) == root) Place(window, bar, window == seen, place);
   });
+  return seen != nullptr;
 }
 
 void EnableMenuBars(HWND root, bool enable) noexcept {

@@ -40,10 +40,14 @@ struct MenuBarContent {
 // commands, or with its frame, the parent's top-level window.
 HWND CreateMenuBarWindow(HWND parent, bool hidden, MenuBarContent content) noexcept;
 
+// A bar without buttons that is seen while the frame has no other: the bar of the window below,
+// which cannot be used now, is not to be seen. FindMenuBarOf does not find it.
+void CreateBlankBar(HWND root) noexcept;
+
 HWND FindMenuBarOf(HWND parent) noexcept;  // the newest, or null
 
-// Puts the frame's bars in their place and shows the right one.
-void SettleMenuBars(HWND root) noexcept;
+// Puts the frame's bars in their place and shows the right one. False when there is none.
+bool SettleMenuBars(HWND root) noexcept;
 
 void EnableMenuBars(HWND root, bool enable) noexcept;
 

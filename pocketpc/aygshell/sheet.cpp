@@ -65,20 +65,40 @@ bool FillsSheet(HWND window) noexcept {
   return GetPropW(window, kFills) != nullptr;
 }
 
-// One row; as much room around the texts as lets all of them be seen.
+// Lays the row out anew; the right end of its last tab.
+LONG PadTabs(HWND tabs, LONG width, int padding, LRESULT count) noexcept {
+  SendMessageW(tabs, TCM_SETPADDING, 0, MAKELPARAM(padding, 3));
+  SendMessageW(tabs, WM_SIZE, SIZE_RESTORED, MAKELPARAM(width, kTabRowHeight));
+  RECT last = {};
+  SendMessageW(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(count - 1),
+               reinterpret_cast<LPARAM>(&last));
+  return last.right;
+}
+
+// The control has arrows to scroll its row while it takes the row for wider than itself.
+bool HasArrows(HWND tabs) noexcept {
+  const HWND arrows = FindWindowExW(tabs, nullptr, UPDOWN_CLASSW, nullptr);
+  return arrows && (GetWindowLongPtrW(arrows, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+// One row; as much room around the texts as lets all of them be seen. A row that is too wide is
+// scrolled, and the places of its tabs say nothing about their widths: so the narrowest comes
+// first.
 void FitTabs(HWND tabs, const RECT& client) noexcept {
-  constexpr int kWidestPadding = 6;
+  constexpr LONG kWidestPadding = 6;
   const LONG_PTR style = GetWindowLongPtrW(tabs, GWL_STYLE);
   SetWindowLongPtrW(tabs, GWL_STYLE, style & ~static_cast<LONG_PTR>(TCS_MULTILINE));
   const LRESULT count = SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0);
-  for (int padding = kWidestPadding; padding >= 0; --padding) {
-    SendMessageW(tabs, TCM_SETPADDING, 0, MAKELPARAM(padding, 3));
-    SendMessageW(tabs, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, kTabRowHeight));
-    RECT last = {};
-    SendMessageW(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(count - 1),
-                 reinterpret_cast<LPARAM>(&last));
-    if (last.right <= client.right) return;
+  if (count <= 0) return;
+  const LONG room = client.right - PadTabs(tabs, client.right, 0, count);
+  LONG padding = room / (2 * static_cast<LONG>(count));  // on both sides of each text
+  if (padding > kWidestPadding) padding = kWidestPadding;
+  // The control wants some pixels for itself.
+  for (; padding > 0; --padding) {
+    PadTabs(tabs, client.right, padding, count);
+    if (!HasArrows(tabs)) return;
   }
+  PadTabs(tabs, client.right, 0, count);
 }
 
 void PlaceTabs(HWND tabs, const RECT& client) noexcept {
@@ -91,7 +111,8 @@ void PlaceTabs(HWND tabs, const RECT& client) noexcept {
 }  // namespace
 
 HWND SheetOfPage(HWND page) noexcept {
-  const HWND sheet = GetParent(page);
+  // Not GetParent, which is the owner for a dialog that was opened from a page.
+  const HWND sheet = GetAncestor(page, GA_PARENT);
   return TabsOf(sheet) ? sheet : nullptr;
 }
 

@@ -13,6 +13,12 @@ die() {
   exit 1
 }
 
+# The comment at the head of each script is its help.
+if [[ ${1:-} == -h || ${1:-} == --help ]]; then
+  sed -n '2,/^[^#]/{/^#/s/^# \{0,1\}//p}' "$0"
+  exit 0
+fi
+
 # Runs a command as root. The environment is kept: it may name a proxy.
 as_root() {
   if [[ $(id -u) -eq 0 ]]; then

@@ -13,7 +13,7 @@
 #include "res/resource_ids.h"
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/support/dialog_driver.h"
-#include "tests/support/gdi_objects.h"
+#include "tests/support/owned_objects.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/wide_text.h"
 

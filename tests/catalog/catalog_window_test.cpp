@@ -1,44 +1,25 @@
 // The real windows, used by a second thread.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
-#include "tests/catalog/sheet_driver.h"
-#include "tests/support/gdi_objects.h"
+#include "base/windows/registry.h"
+#include "base/windows/settings_keys.h"
+#include "tests/catalog/catalog_window_fixture.h"
 
 namespace kelvo {
 namespace {
 
+using test::CatalogWindowTest;
 using test::SheetDriver;
 using test::Utf8;
 using test::WaitFor;
 
-class CatalogWindowTest : public testing::Test {
- protected:
-  long Scans() {
-    return std::count(driver_.files.log.begin(), driver_.files.log.end(), "list \\*.*");
-  }
-  // The first showing's scan, and then the page.
-  void ShowAfterScan(int page, const std::function<void()>& use) {
-    driver_.Show([&] {
-      ASSERT_TRUE(WaitFor([&] { return driver_.Items() == "\\Lists\\a.m3u\n\\Lists\\b.pls\n"; }));
-      driver_.GoTo(page);
-      use();
-    });
-  }
-  void AddLists() {
-    driver_.GoTo(0);
-    driver_.Do(ID_CHECK_ALL);
-    driver_.Do(ID_ADD_CHECKED);
-    driver_.GoTo(2);
-  }
-
-  SheetDriver driver_;
-};
-
 TEST_F(CatalogWindowTest, OnlyTheFirstShowingScans) {
-  ShowAfterScan(0, [] {});
+  static DWORD scanned;
+  driver_.files.before = [](test::MemoryFiles&, const std::string& call) {
+    if (call == "list \\*.*") scanned = GetTickCount();
+  };
+  const DWORD shown = GetTickCount();
+  driver_.Show([&] { EXPECT_TRUE(WaitFor([&] { return driver_.Items() == kLists; })); });
   EXPECT_EQ(Scans(), 1);
+  EXPECT_GE(scanned - shown, 480u) << "the sheet is to be seen before";
   driver_.Show([&] {
     EXPECT_EQ(driver_.Items(), "\\Lists\\a.m3u\n\\Lists\\b.pls\n");
     Sleep(700);  // longer than the first showing waits
@@ -51,6 +32,7 @@ TEST_F(CatalogWindowTest, OnlyTheFirstShowingScans) {
 TEST_F(CatalogWindowTest, RenamesAndDeletesPlaylists) {
   ShowAfterScan(0, [&] {
     driver_.Post(ID_RENAME);  // nothing is selected
+    driver_.Settle();
     driver_.Select(0);
     driver_.Post(ID_RENAME);
     const HWND entry = driver_.WaitForWindow(L"Edit File Name");
@@ -81,6 +63,33 @@ TEST_F(CatalogWindowTest, RenamesAndDeletesPlaylists) {
   });
 }
 
+TEST_F(CatalogWindowTest, ChecksPlaylistsAndAddsThemInTheListsOrder) {
+  driver_.files.Put("\\A.asx", "<REF HREF = \"\\Music\\two.mp3\">\r\n");
+  driver_.Show([&] {
+    ScanNow();
+    ASSERT_TRUE(WaitFor([&] { return driver_.Items().find("b.pls") != std::string::npos; }));
+    const struct {
+      int command;
+      const char* want;
+    } steps[] = {
+        {ID_CHECK_ALL, "\\A.asx x\n\\Lists\\a.m3u x\n\\Lists\\b.pls x\n"},
+        {ID_INVERT_CHECKS, "\\A.asx\n\\Lists\\a.m3u\n\\Lists\\b.pls\n"},
+        {ID_ADD_CHECKED, "\\A.asx\n\\Lists\\a.m3u\n\\Lists\\b.pls\n"},
+        {ID_INVERT_CHECKS, "\\A.asx x\n\\Lists\\a.m3u x\n\\Lists\\b.pls x\n"},
+        {ID_ADD_CHECKED, "\\A.asx x\n\\Lists\\a.m3u x\n\\Lists\\b.pls x\n"},
+        {ID_CHECK_NONE, "\\A.asx\n\\Lists\\a.m3u\n\\Lists\\b.pls\n"},
+    };
+    for (const auto& step : steps) {
+      driver_.Do(step.command);
+      EXPECT_EQ(driver_.Items(), step.want) << step.command;
+    }
+    driver_.Check(1, true);
+    driver_.Do(ID_ADD_CHECKED);  // once more: its songs are in the list twice then
+    driver_.GoTo(2);
+    EXPECT_EQ(driver_.Items(), "Two x\nOne x\nthree.mp3 x\nTwo x\nOne x\nthree.mp3 x\n");
+  });
+}
+
 TEST_F(CatalogWindowTest, TellsTheHostWhatToPlay) {
   ShowAfterScan(2, [&] {
     for (const int id : {ID_PLAY, ID_ENQUEUE, ID_SAVE_PLAYLIST, ID_REMOVE_SELECTED}) {
@@ -93,14 +102,23 @@ TEST_F(CatalogWindowTest, TellsTheHostWhatToPlay) {
     driver_.Check(1, false);
     driver_.Do(ID_ENQUEUE);
     driver_.Do(ID_PLAY);
+    driver_.Settle();
     driver_.Do(ID_CHECK_NONE);
     EXPECT_FALSE(driver_.Enabled(ID_PLAY));
+    driver_.Do(ID_PLAY);
+    driver_.Settle();
+    driver_.Do(ID_ENQUEUE);
     driver_.Do(ID_INVERT_CHECKS);
     EXPECT_TRUE(driver_.Enabled(ID_PLAY));
+    driver_.Do(ID_CHECK_ALL);
+    driver_.Run([&] { driver_.feature.SetHostCallback(nullptr, 42); });
+    driver_.Do(ID_PLAY);
+    driver_.Settle();
   });
   EXPECT_EQ(SheetDriver::sent(),
             "\\Music\\one.mp3;\\Music\\two.mp3;end;"
-            "clear;\\Music\\one.mp3;\\Music\\two.mp3;end;1537;1536;");
+            "clear;\\Music\\one.mp3;\\Music\\two.mp3;end;1537;1536;"
+            "clear;end;1537;1536;end;");
 }
 
 TEST_F(CatalogWindowTest, EditsTheCurrentPlaylist) {
@@ -139,17 +157,99 @@ TEST_F(CatalogWindowTest, EditsTheCurrentPlaylist) {
   EXPECT_EQ(SheetDriver::sent(), "\\Music\\two.mp3;\\Music\\one.mp3;end;");
 }
 
+TEST_F(CatalogWindowTest, GroupsInEveryOrderAndMarksIt) {
+  driver_.files.PutFolder("\\Music\\B");
+  driver_.files.PutFolder("\\Music\\a");
+  driver_.files.Put("\\Music\\B\\one.mp3", test::Id3v1Tag("Eins", "SINE", "Waves", 9));
+  driver_.files.Put("\\Music\\a\\two.mp3", test::Id3v1Tag("Zwei", "Sine", "Zeta", 8));
+  const char* const want[] = {
+      "Jazz\n Sine\n  Waves\n   One\n   Two\n  Zeta\n   Zwei\n"
+      "Metal\n SINE\n  Waves\n   Eins\nUnknown\n Unknown\n  Unknown\n   three.mp3\n",
+      "Jazz\n Waves\n  Sine\n   One\n   Two\n Zeta\n  Sine\n   Zwei\n"
+      "Metal\n Waves\n  SINE\n   Eins\nUnknown\n Unknown\n  Unknown\n   three.mp3\n",
+      "Sine\n Waves\n  Eins\n  One\n  Two\n Zeta\n  Zwei\nUnknown\n Unknown\n  three.mp3\n",
+      "Unknown\n Unknown\n  three.mp3\nWaves\n Sine\n  Eins\n  One\n  Two\nZeta\n Sine\n  Zwei\n",
+      "Unknown\n three.mp3\nWaves\n Eins\n One\n Two\nZeta\n Zwei\n",
+      "Sine\n Eins\n One\n Two\n Zwei\nUnknown\n three.mp3\n",
+      "Music\n a\n  two.mp3\n B\n  one.mp3\n one.mp3\n three.mp3\n two.mp3\n",
+  };
+  ShowAfterScan(1, [&] {
+    const HMENU menu =
+        reinterpret_cast<HMENU>(SendMessageW(driver_.MenuBar(), SHCMBM_GETSUBMENU, 0, ID_GROUPING));
+    for (int i = 0; i < 7; ++i) {
+      driver_.Do(ID_FIRST_ORDER + i);
+      EXPECT_EQ(driver_.Nodes(), want[i]) << i;
+      for (int other = 0; other < 7; ++other) {
+        const UINT state =
+            GetMenuState(menu, static_cast<UINT>(ID_FIRST_ORDER + other), MF_BYCOMMAND);
+        EXPECT_EQ((state & MF_CHECKED) != 0, i == other) << i << ", " << other;
+      }
+      EXPECT_FALSE(driver_.Enabled(ID_EDIT_TAG)) << i;
+    }
+    driver_.Run([&] { driver_.files.Delete(L"\\Music\\B\\one.mp3"); });
+    driver_.Do(ID_RESCAN);  // on this page, too
+    EXPECT_EQ(driver_.Nodes(), "Music\n a\n  two.mp3\n one.mp3\n three.mp3\n two.mp3\n");
+    driver_.Do(ID_FIRST_ORDER);
+  });
+}
+
+TEST_F(CatalogWindowTest, KeepsTheOrderInTheRegistry) {
+  const RegistryKey settings = RegistryKey::OpenOrCreate(kSettingsKey);
+  HKEY key;
+  ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_SET_VALUE, &key), ERROR_SUCCESS);
+  ShowAfterScan(0, [] {});
+  const char* const by_genre =
+      "Jazz\n Sine\n  Waves\n   One\n   Two\nUnknown\n Unknown\n  Unknown\n   three.mp3\n";
+  const struct {
+    const char* name;
+    DWORD type;
+    DWORD stored;
+    const char* nodes;
+    uint32_t kept;
+  } cases[] = {
+      {"none", REG_NONE, 0, by_genre, 1},
+      {"artists", REG_DWORD, 6, "Sine\n One\n Two\nUnknown\n three.mp3\n", 6},
+      {"four bytes", REG_BINARY, 5, "Unknown\n three.mp3\nWaves\n One\n Two\n", 5},
+      {"zero", REG_DWORD, 0, by_genre, 1},
+      {"too many", REG_DWORD, 8, by_genre, 1},
+      {"folders", REG_DWORD, 7, "Music\n one.mp3\n three.mp3\n two.mp3\n", 7},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    RegDeleteValueW(key, L"CatType");
+    if (c.type != REG_NONE) {
+      RegSetValueExW(key, L"CatType", 0, c.type, reinterpret_cast<const BYTE*>(&c.stored), 4);
+    }
+    driver_.Show([&] {
+      driver_.GoTo(1);
+      EXPECT_EQ(driver_.Nodes(), c.nodes);
+    });
+    uint32_t kept = 0;
+    EXPECT_TRUE(settings.ReadNumber(L"CatType", &kept));
+    EXPECT_EQ(kept, c.kept);
+  }
+  RegDeleteValueW(key, L"CatType");
+  RegCloseKey(key);
+}
+
+TEST_F(CatalogWindowTest, IsShownOnceAtATime) {
+  ShowAfterScan(0, [&] {
+    driver_.Run(
+        [&] { EXPECT_EQ(driver_.feature.ShowCatalog(driver_.host(), driver_.parent()), 0); });
+    EXPECT_EQ(driver_.Items(), kLists);
+  });
+}
+
 TEST_F(CatalogWindowTest, GroupsChecksAndDeletesMedia) {
   ShowAfterScan(1, [&] {
     driver_.Do(ID_FIRST_ORDER + 5);
     EXPECT_EQ(driver_.Nodes(), "Sine\n One\n Two\nUnknown\n three.mp3\n");
     EXPECT_FALSE(driver_.Enabled(ID_EDIT_TAG));
-    const HMENU menu =
-        reinterpret_cast<HMENU>(SendMessageW(driver_.MenuBar(), SHCMBM_GETSUBMENU, 0, ID_GROUPING));
-    for (UINT id = ID_FIRST_ORDER; id <= ID_LAST_ORDER; ++id) {
-      EXPECT_EQ((GetMenuState(menu, id, MF_BYCOMMAND) & MF_CHECKED) != 0, id == 40030) << id;
-    }
     driver_.Do(ID_CHECK_ALL);
+    EXPECT_EQ(driver_.Nodes(), "Sine x\n One x\n Two x\nUnknown x\n three.mp3 x\n");
+    driver_.Do(ID_CHECK_NONE);
+    EXPECT_EQ(driver_.Nodes(), "Sine\n One\n Two\nUnknown\n three.mp3\n");
+    driver_.Do(ID_INVERT_CHECKS);
     EXPECT_EQ(driver_.Nodes(), "Sine x\n One x\n Two x\nUnknown x\n three.mp3 x\n");
     driver_.Do(ID_ADD_CHECKED);
     driver_.Do(ID_INVERT_CHECKS);
@@ -178,97 +278,6 @@ TEST_F(CatalogWindowTest, GroupsChecksAndDeletesMedia) {
     EXPECT_EQ(driver_.Nodes(), "Music\n one.mp3\n two.mp3\n");
     driver_.Do(ID_FIRST_ORDER);
   });
-}
-
-TEST_F(CatalogWindowTest, EditsTags) {
-  ShowAfterScan(1, [&] {
-    AddLists();
-    driver_.GoTo(1);
-    driver_.Do(ID_FIRST_ORDER + 5);
-    const HTREEITEM artist = TreeView_GetRoot(driver_.Tree());
-    TreeView_SelectItem(driver_.Tree(), artist);
-    driver_.Do(ID_EDIT_TAG);  // a group: nothing opens
-    TreeView_SelectItem(driver_.Tree(), TreeView_GetChild(driver_.Tree(), artist));
-    driver_.Post(ID_EDIT_TAG);
-    const HWND editor = driver_.WaitForWindow(L"Edit Media Description");
-    wchar_t text[100] = L"";
-    GetDlgItemTextW(editor, IDC_TAG_TITLE, text, 100);
-    EXPECT_EQ(Utf8(text), "One");
-    GetDlgItemTextW(editor, IDC_TAG_FILE, text, 100);
-    EXPECT_EQ(Utf8(text), "one.mp3");
-    EXPECT_EQ(SendDlgItemMessageW(editor, IDC_TAG_GENRE, CB_GETCOUNT, 0, 0), 148);
-    EXPECT_EQ(SendDlgItemMessageW(editor, IDC_TAG_GENRE, CB_GETCURSEL, 0, 0), 8);
-    SetDlgItemTextW(editor, IDC_TAG_TITLE, L"Uno");
-    SetDlgItemTextW(editor, IDC_TAG_TRACK, L"300");
-    const std::string before = driver_.files.Find("\\Music\\one.mp3")->bytes;
-    ASSERT_TRUE(driver_.files.Move(L"\\Music\\one.mp3", L"\\gone"));
-    PostMessageW(editor, WM_COMMAND, IDC_TAG_UPDATE, 0);
-    driver_.Answer(L"", IDOK);  // the message has no caption
-    EXPECT_TRUE(IsWindow(editor));
-    ASSERT_TRUE(driver_.files.Move(L"\\gone", L"\\Music\\one.mp3"));
-    driver_.Answer(L"Edit Media Description", IDC_TAG_UPDATE);
-    EXPECT_TRUE(WaitFor([&] { return driver_.Nodes().find(" Uno\n") != std::string::npos; }));
-    const std::string& bytes = driver_.files.Find("\\Music\\one.mp3")->bytes;
-    ASSERT_EQ(bytes.size(), before.size());
-    EXPECT_EQ(bytes.substr(1, 6), "TAGUno");
-    EXPECT_EQ(bytes[bytes.size() - 2], 30);
-    driver_.GoTo(2);
-    EXPECT_EQ(driver_.Items(), "Uno x\nthree.mp3 x\nTwo x\n");
-  });
-}
-
-TEST_F(CatalogWindowTest, SavesPlaylists) {
-  driver_.files.PutFolder("\\Lists\\Deep");  // only folders with folders in them can be expanded
-  ShowAfterScan(2, [&] {
-    AddLists();
-    const auto open = [&] {
-      driver_.Post(ID_SAVE_PLAYLIST);
-      const HWND dialog = driver_.WaitForWindow(L"Save Playlist");
-      const HWND tree = GetDlgItem(dialog, 1000);
-      EXPECT_TRUE(WaitFor([&] { return TreeView_GetCount(tree) == 3; }));
-      return dialog;
-    };
-    const auto line = [](HWND dialog) {
-      wchar_t text[300] = L"";
-      GetDlgItemTextW(dialog, 1003, text, 300);
-      return Utf8(text);
-    };
-    HWND dialog = open();
-    EXPECT_EQ(line(dialog), "");
-    SetDlgItemTextW(dialog, 1001, L"mix");
-    EXPECT_EQ(line(dialog), "\\mix.m3u");
-    SetDlgItemTextW(dialog, 1001, L"mix.txt");
-    EXPECT_EQ(line(dialog), "\\mix.txt");
-    SetDlgItemTextW(dialog, 1001, L"mix");
-    const HWND tree = GetDlgItem(dialog, 1000);
-    const HTREEITEM lists = TreeView_GetChild(tree, TreeView_GetRoot(tree));
-    TreeView_Expand(tree, lists, TVE_EXPAND);
-    EXPECT_EQ(TreeView_GetCount(tree), 6u) << "the folder in it, and two playlists";
-    driver_.Answer(L"Save Playlist", 1002);
-    ASSERT_TRUE(WaitFor([&] { return driver_.files.Find("\\mix.m3u") != nullptr; }));
-    SendMessageW(driver_.Page(), WM_NULL, 0, 0);  // the file is complete
-    EXPECT_EQ(driver_.files.Find("\\mix.m3u")->bytes,
-              "#EXTM3U:\r\n#EXTINF:-1,Sine - One\r\n\\Music\\one.mp3\r\n\\Music\\three.mp3\r\n"
-              "#EXTINF:-1,Sine - Two\r\n\\Music\\two.mp3\r\n");
-    driver_.files.Find("\\mix.m3u")->bytes = "old";
-    driver_.Post(ID_SAVE_PLAYLIST);
-    dialog = driver_.WaitForWindow(L"Save Playlist");
-    driver_.Answer(L"Save Playlist", IDOK);  // Done: nothing is saved
-    EXPECT_EQ(driver_.files.Find("\\mix.m3u")->bytes, "old");
-  });
-}
-
-TEST_F(CatalogWindowTest, LeavesNothingBehind) {
-  ShowAfterScan(1, [] {});
-  DWORD first = 0;
-  for (int i = 0; i < 4; ++i) {
-    driver_.Show([&] {
-      driver_.GoTo(1);
-      driver_.GoTo(2);
-    });
-    if (i == 1) first = test::GdiObjects();
-  }
-  EXPECT_LE(test::GdiObjects(), first);
 }
 
 }  // namespace

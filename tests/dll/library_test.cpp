@@ -36,7 +36,7 @@ constexpr char kEnglish[] = "Velmora Feature Pack\rversion 2.51 installed.";
 // Made for this test: see languages.cmake beside it.
 constexpr DWORD kTranslated = 0x0452;
 constexpr DWORD kHostile = 0x083C;
-constexpr DWORD kMissing = 0x0C0A;
+constexpr DWORD kMissing = 0x0C0B;
 
 TEST(LibraryTest, OffersItsFeaturesAndNothingElse) {
   const Library library;

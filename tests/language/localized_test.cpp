@@ -45,7 +45,7 @@ TEST_F(LocalizedTest, FindsTheLibraryByItsName) {
   } kCases[] = {
       {kPartial, true, true, true}, {kPartial, false, false, false},
       {0, true, true, false},       {1033, true, true, false},
-      {0x0C0A, true, false, false}, {0xFFFFFFFF, true, false, false},
+      {0x0C0B, true, false, false}, {0xFFFFFFFF, true, false, false},
   };
   for (const auto& c : kCases) {
     EXPECT_EQ(LoadLanguageLibrary(c.id, c.own), c.loads) << c.id;

@@ -6,5 +6,6 @@
 #define IDS_UNTERMINATED 3001
 #define IDD_BUILT_IN_ONLY 300
 #define IDM_TEST_BAR 301
+#define IDC_LANGUAGE 302
 
 #endif

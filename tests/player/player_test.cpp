@@ -10,7 +10,7 @@
 
 #include "tests/player/rig.h"
 #include "tests/pocketpc/wav_bytes.h"
-#include "tests/support/gdi_objects.h"
+#include "tests/support/owned_objects.h"
 
 namespace velmora {
 namespace {
@@ -284,7 +284,7 @@ TEST(Player, AddsFilesAndFoldersAndLearnsAboutThem) {
 struct Resources {
   DWORD handles = 0;
   DWORD graphics = kelvo::test::GdiObjects();
-  DWORD windows = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+  DWORD windows = kelvo::test::UserObjects();
   size_t memory = 0;
 
   Resources() {

@@ -2,8 +2,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <windows.h>
-
 #include <prsht.h>
 
 #include "tests/pocketpc/recorded_dialog.h"
@@ -26,12 +24,22 @@ int CALLBACK TabsAtBottom(HWND sheet, UINT message, LPARAM) {
   return 0;
 }
 
+bool ABarLiesAt(LONG x, LONG y) {
+  const HWND bar = GetAncestor(WindowFromPoint({x + 1, y + 1}), GA_ROOT);
+  wchar_t kind[32] = L"";
+  GetClassNameW(bar, kind, 32);
+  return lstrcmpW(kind, L"KelvoMenuBar") == 0 && WindowRect(bar).left == x &&
+         WindowRect(bar).top == y;
+}
+
 class SheetTest : public testing::Test {
  protected:
   void SetUp() override {
-    PROPSHEETPAGEW page[2] = {};
-    for (int i = 0; i < 2; ++i) {
+    PROPSHEETPAGEW page[kPages] = {};
+    for (int i = 0; i < kPages; ++i) {
       page[i].dwSize = sizeof(page[i]);
+      page[i].dwFlags = PSP_USETITLE;
+      page[i].pszTitle = kTitles[i];
       page[i].hInstance = GetModuleHandleW(nullptr);
       page[i].pszTemplate = MAKEINTRESOURCEW(2);
       page[i].pfnDlgProc = &PageProc;
@@ -40,7 +48,7 @@ class SheetTest : public testing::Test {
     PROPSHEETHEADERW header = {};
     header.dwSize = sizeof(header);
     header.dwFlags = PSH_PROPSHEETPAGE | PSH_MODELESS | PSH_USECALLBACK;
-    header.nPages = 2;
+    header.nPages = kPages;
     header.ppsp = page;
     header.pszCaption = L"Playlist Organizer";
     header.pfnCallback = &TabsAtBottom;
@@ -53,7 +61,10 @@ class SheetTest : public testing::Test {
   }
   HWND Page() const { return PropSheet_GetCurrentPageHwnd(sheet); }
 
-  Recorder recorders[2];
+  static constexpr int kPages = 3;
+  static constexpr const wchar_t* kTitles[kPages] = {L"Playlist Catalog", L"Media Catalog",
+                                                     L"Curr. Playlist"};
+  Recorder recorders[kPages];
   HWND sheet = nullptr;
 };
 
@@ -65,7 +76,7 @@ TEST_F(SheetTest, PagesFillTheSheetAndTabsLieOnTheirEdge) {
       EXPECT_EQ(client.cx, 240);
       EXPECT_EQ(client.cy, 268);
     }
-    for (int i = 0; i < 2; ++i) {
+    for (int i = 0; i < kPages; ++i) {
       SCOPED_TRACE(i);
       PropSheet_SetCurSel(sheet, nullptr, i);
       RECT page = WindowRect(Page());
@@ -78,10 +89,38 @@ TEST_F(SheetTest, PagesFillTheSheetAndTabsLieOnTheirEdge) {
       EXPECT_EQ(WindowRect(tabs).bottom, WindowRect(Page()).bottom);
       EXPECT_EQ(ClientSize(tabs).cy, 21);
       EXPECT_EQ(GetTopWindow(sheet), tabs);
+      // All of them are seen; a row that is too wide would have arrows.
+      const HWND arrows = FindWindowExW(tabs, nullptr, UPDOWN_CLASSW, nullptr);
+      EXPECT_FALSE(arrows && IsWindowVisible(arrows));
     }
   }
   EXPECT_FALSE(IsWindowVisible(GetDlgItem(sheet, IDOK)));
   EXPECT_FALSE(IsWindowVisible(GetDlgItem(sheet, IDCANCEL)));
+}
+
+// The sheet is such a dialog's owner, and so what GetParent answers for it.
+TEST_F(SheetTest, ADialogAboveAPageIsNoPage) {
+  Recorder recorder;
+  recorder.wants_bar = false;
+  const HWND dialog = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), Page(),
+                                         &RecordedProc, reinterpret_cast<LPARAM>(&recorder));
+  ShowWindow(dialog, SW_SHOW);
+  MoveWindow(sheet, 40, 30, 240, 300, TRUE);
+  EXPECT_EQ(ClientSize(dialog).cx, 240);
+  EXPECT_EQ(ClientSize(dialog).cy, 268);
+  MoveWindow(dialog, 60, 50, 200, 200, TRUE);
+  EXPECT_EQ(WindowRect(dialog).left, 60);
+  EXPECT_EQ(WindowRect(dialog).right, 260);
+  // The sheet's bar is covered, until the dialog makes its own.
+  EXPECT_EQ(SHFindMenuBar(dialog), nullptr);
+  EXPECT_TRUE(ABarLiesAt(60, 250));
+  SHMENUBARINFO own = BarOf(dialog, 50, 114);
+  ASSERT_TRUE(SHCreateMenuBar(&own));
+  ShowWindow(own.hwndMB, SW_HIDE);
+  EXPECT_TRUE(ABarLiesAt(60, 250));
+  ShowWindow(own.hwndMB, SW_SHOW);
+  EXPECT_EQ(GetAncestor(WindowFromPoint({61, 251}), GA_ROOT), own.hwndMB);
+  DestroyWindow(dialog);
 }
 
 TEST_F(SheetTest, EachPageHasItsBar) {

@@ -1,13 +1,31 @@
-// The user's "Language" in the registry, put back to "none" at the end.
+// The user's "Language" in a registry of this process alone while this lives: other tests that run
+// meanwhile keep theirs. (A setting of the installation that is there anyway is not seen then.)
 #pragma once
 
 #include <windows.h>
+
+#include <cstdlib>
+#include <string>
 
 namespace kelvo::test {
 
 class LanguageValue {
  public:
-  ~LanguageValue() { Remove(); }
+  LanguageValue() {
+    HKEY machine = nullptr;
+    RegCreateKeyExW(HKEY_CURRENT_USER, Root().c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                    &machine, nullptr);
+    // Otherwise the value would stay in everybody's registry.
+    if (!machine || RegOverridePredefKey(HKEY_LOCAL_MACHINE, machine) != ERROR_SUCCESS)
+      std::abort();
+    RegCloseKey(machine);
+  }
+  ~LanguageValue() {
+    RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
+    RegDeleteTreeW(HKEY_CURRENT_USER, Root().c_str());
+  }
+  LanguageValue(const LanguageValue&) = delete;
+  LanguageValue& operator=(const LanguageValue&) = delete;
 
   void Set(DWORD language) { Write(REG_DWORD, &language, sizeof(language)); }
   void Write(DWORD type, const void* bytes, DWORD count) {
@@ -24,6 +42,10 @@ class LanguageValue {
   }
 
  private:
+  static std::wstring Root() {
+    return L"Software\\KelvoTests\\" + std::to_wstring(GetCurrentProcessId());
+  }
+
   static constexpr wchar_t kKey[] = L"SOFTWARE\\Ostrabyte\\Velmora";
 };
 

@@ -142,7 +142,9 @@ OpenFile<FileReader> MemoryFiles::OpenRead(const wchar_t* path, Share share) noe
 
 OpenFile<FileWriter> MemoryFiles::MakeWriter(const std::string& path) {
   const File* file = Find(path);
-  if (!file || (file->attributes & (kAttributeFolder | kAttributeReadOnly))) return {};
+  if (!file || file->locked || (file->attributes & (kAttributeFolder | kAttributeReadOnly))) {
+    return {};
+  }
   Writer* writer = HeapNew<Writer>(this, path);
   if (writer) CountOpen(1);
   return OpenFile<FileWriter>(writer);

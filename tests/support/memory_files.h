@@ -17,6 +17,7 @@ class MemoryFiles final : public FileSystem {
     std::string bytes;
     uint32_t attributes;
     bool unreadable;
+    bool locked = false;  // cannot be opened for writing
   };
 
   File& Put(const std::string& path, const std::string& bytes,

@@ -1,9 +1,8 @@
 #!/usr/bin/env python3
 """Checks a finished DLL as the device's loader will see it, independently of the converter.
 
-    check_image.py FILE.dll EXPORT LIST...
-
-The lists are those of import_stubs.py.
+    check_image.py FILE.dll EXPORT LIST...    a library; the lists are those of import_stubs.py
+    check_image.py FILE.dll                   a library of resources alone
 """
 
 import pathlib
@@ -24,6 +23,7 @@ class Dll:
         self.machine, count, self.stamp = struct.unpack_from("<HHI", data, pe + 4)
         optional_size, self.characteristics = struct.unpack_from("<HH", data, pe + 20)
         optional = pe + 24
+        self.entry, = struct.unpack_from("<I", data, optional + 16)
         self.base, = struct.unpack_from("<I", data, optional + 28)
         self.subsystem_version = struct.unpack_from("<HH", data, optional + 48)
         self.size, = struct.unpack_from("<I", data, optional + 56)
@@ -94,8 +94,9 @@ class Dll:
                 yield from leaves(root + (child & 0x7FFFFFFF))
 
 
-def faults(data, export, allowed):
-    """What is wrong with the file, in words. allowed: {library: names}."""
+def faults(data, export=None, allowed=None):
+    """What is wrong with the file, in words. export: none in a library of resources alone. allowed:
+    {library: names}."""
     dll = Dll(data)
     found = []
 
@@ -110,14 +111,17 @@ def faults(data, export, allowed):
     expect("subsystem version", dll.subsystem_version, (3, 0))
     expect("relocations stripped", dll.characteristics & 1, 0)
     expect("DLL flag", dll.characteristics & 0x2000, 0x2000)
-    expect("exports", dll.exports(), [export])
+    expect("exports", dll.exports(), [export] if export else [])
     for library, functions in dll.imports().items():
         for function in functions:
-            if function not in allowed.get(library, ()):
+            if function not in (allowed or {}).get(library, ()):
                 found.append("import %s!%s is in no list" % (library, function))
     moved = list(dll.relocations())
-    if not moved:
+    if export and not moved:
         found.append("no base relocations")
+    if not export:
+        expect("sections", [name for name, _, _ in dll.sections], [".rsrc"])
+        expect("entry point", dll.entry, 0)
     for rva in moved:
         if not dll.base <= dll.words(rva)[0] < dll.base + dll.size:
             found.append("the relocated word at %#x holds no address of the image" % rva)
@@ -128,7 +132,8 @@ def faults(data, export, allowed):
 
 
 def main():
-    file, export = pathlib.Path(sys.argv[1]), sys.argv[2]
+    file = pathlib.Path(sys.argv[1])
+    export = sys.argv[2] if len(sys.argv) > 2 else None
     allowed = {}
     for argument in sys.argv[3:]:
         path = pathlib.Path(argument)

@@ -1,4 +1,4 @@
-"""The whole conversion."""
+"""The whole conversion, of a program or of resources alone."""
 
 from . import exports, imports, instructions, pe_file, relocations, resources
 from .elf_file import ElfFile
@@ -8,7 +8,8 @@ from .image import DISCARDABLE, READ_ONLY, Image
 def convert(elf_bytes, library, export_names, resource_object=None, version=(1, 0)):
     """The DLL's bytes; ConversionError when the device could not run it."""
     elf = ElfFile(elf_bytes)
-    image = Image(elf)
+    image = Image()
+    image.take_program(elf)
     moved = relocations.words_to_relocate(elf)
     instructions.check_code(elf)
     directories = {}
@@ -27,13 +28,24 @@ def convert(elf_bytes, library, export_names, resource_object=None, version=(1, 
     image.append(".idata", table + names, READ_ONLY)
 
     if resource_object is not None:
-        rva = image.next_rva()
-        section = resources.resource_section(resource_object, rva)
-        directories[pe_file.RESOURCES] = (rva, len(section))
-        image.append(".rsrc", section, READ_ONLY)
+        directories[pe_file.RESOURCES] = _append_resources(image, resource_object)
 
     rva = image.next_rva()
     table = relocations.relocation_table(moved)
     directories[pe_file.RELOCATIONS] = (rva, len(table))
     image.append(".reloc", table, DISCARDABLE)
     return pe_file.write_pe(image, directories, version)
+
+
+def convert_resources(resource_object, version=(1, 0)):
+    """The bytes of a DLL that holds resources alone."""
+    image = Image()
+    directories = {pe_file.RESOURCES: _append_resources(image, resource_object)}
+    return pe_file.write_pe(image, directories, version)
+
+
+def _append_resources(image, resource_object):
+    rva = image.next_rva()
+    section = resources.resource_section(resource_object, rva)
+    image.append(".rsrc", section, READ_ONLY)
+    return rva, len(section)

@@ -30,7 +30,13 @@ class ImageSection:
 
 
 class Image:
-    def __init__(self, elf):
+    """Sections in the order of their addresses; the first begins behind the headers' page."""
+
+    def __init__(self):
+        self.entry_rva = 0  # none
+        self.sections = []
+
+    def take_program(self, elf):
         """Takes over the program's sections; .bss becomes the zero-filled end of .data."""
         allocated = [s for s in elf.sections if s.flags & SHF_ALLOC and s.size]
         for section in allocated:
@@ -39,7 +45,6 @@ class Image:
             if not IMAGE_BASE < section.address <= IMAGE_BASE + IMAGE_LIMIT - section.size:
                 raise ConversionError("section %s lies outside the image" % section.name)
         self.entry_rva = elf.entry - IMAGE_BASE
-        self.sections = []
         for name, flags in ((".text", CODE), (".rdata", READ_ONLY), (".data", READ_WRITE)):
             section = elf.section(name)
             if section is None:
@@ -57,6 +62,8 @@ class Image:
             end = section.rva + section.memory_size
 
     def next_rva(self):
+        if not self.sections:
+            return PAGE
         last = self.sections[-1]
         return last.rva + align(max(last.memory_size, 1), PAGE)
 

@@ -50,7 +50,7 @@ def _write_optional_header(out, image, directories, version, headers_size):
             data += raw
     at = HEADER_OFFSET + 24
     struct.pack_into("<HBBIIIIIIIII", out, at, 0x10B, 6, 0, code, data, 0, image.entry_rva,
-                     image.sections[0].rva, image.sections[1].rva, IMAGE_BASE, PAGE,
+                     _first_rva(image, True), _first_rva(image, False), IMAGE_BASE, PAGE,
                      FILE_ALIGNMENT)
     # System, image and subsystem versions.
     struct.pack_into("<HHHHHHI", out, at + 40, 4, 0, version[0], version[1], 3, 0, 0)
@@ -60,6 +60,11 @@ def _write_optional_header(out, image, directories, version, headers_size):
     struct.pack_into("<IIIIII", out, at + 72, 0x10000, 0x1000, 0x100000, 0x1000, 0, 16)
     for number, entry in directories.items():
         struct.pack_into("<II", out, at + 96 + 8 * number, *entry)
+
+
+def _first_rva(image, code):
+    """Of the first section that is code, or that is not; 0 when there is none."""
+    return next((s.rva for s in image.sections if (s.flags == CODE) == code), 0)
 
 
 def checksum(data):

@@ -10,7 +10,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 import check_image
 import import_stubs
 from elf2pe import ConversionError
-from elf2pe.convert import convert
+from elf2pe.convert import convert, convert_resources
 from elf2pe.elf_file import ElfFile
 from elf2pe.instructions import forbidden_name
 from elf2pe.pe_file import CHECKSUM_OFFSET
@@ -85,6 +85,14 @@ class Conversion(unittest.TestCase):
         self.assertEqual(1, len(list(image.dialogs())))
         rva, size = image.directories[2]
         self.assertIn("built-in\0".encode("utf-16-le"), image.memory[rva:rva + size])
+
+    def test_resources_alone(self):
+        dll = convert_resources(resources(DIALOG))
+        self.assertEqual([], check_image.faults(dll))
+        image = check_image.Dll(dll)
+        self.assertEqual(1, len(list(image.dialogs())))
+        self.assertNotEqual([], check_image.faults(self.dll), "a library with code")
+        self.assertNotEqual([], check_image.faults(dll, "GetFeature", ALLOWED))
 
 
 class Refusals(unittest.TestCase):

@@ -1,0 +1,66 @@
+// screenshots FOLDER DEVICE [LANGUAGE]: opens the player and every dialog of the library, and
+// writes a picture of each into FOLDER. LANGUAGE: four hexadecimal digits. scripts/screenshots.sh.
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+#include <thread>
+
+#include "tools/screenshots/camera.h"
+#include "tools/screenshots/session.h"
+#include "tools/screenshots/shot.h"
+#include "tools/screenshots/user.h"
+
+namespace screenshots {
+namespace {
+
+const Group* const kGroups[] = {&kCatalogGroup,         &kSaveGroup,
+                                &kBookmarkGroup,        &kPresetNameGroup,
+                                &kPresetOverwriteGroup, &kPlayerGroup};
+
+// False when a picture cannot be written.
+bool Take(const Group& group, const User& user_before, const std::wstring& folder) {
+  User user = user_before;
+  user.WaitForDialog();
+  bool written = true;
+  for (size_t i = 0; i < group.count; ++i) {
+    const Shot& shot = group.shots[i];
+    shot.pose(user);
+    const std::wstring path = folder + L"\\" + shot.name + L".png";
+    if (!WritePng(path, Photograph(user.Windows()))) {
+      std::fprintf(stderr, "screenshots: cannot write %ls\n", path.c_str());
+      written = false;
+    }
+    if (shot.leave) shot.leave(user);
+  }
+  if (group.close) group.close(user);
+  return written;
+}
+
+int Run(const std::wstring& folder, const wchar_t* device, DWORD language) {
+  Session session(device, language);
+  if (!session.ready()) {
+    std::fprintf(stderr, "screenshots: %ls\n", session.why());
+    return 1;
+  }
+  bool written = true;
+  const User user(GetCurrentThreadId());
+  for (const Group* group : kGroups) {
+    std::thread hands([&] { written = Take(*group, user, folder) && written; });
+    group->open(session);
+    hands.join();
+  }
+  return written ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace screenshots
+
+int wmain(int count, wchar_t** words) {
+  if (count < 3 || count > 4) {
+    std::fprintf(stderr, "usage: screenshots FOLDER DEVICE [LANGUAGE]\n");
+    return 2;
+  }
+  const DWORD language = count == 4 ? wcstoul(words[3], nullptr, 16) : 0;
+  return screenshots::Run(words[1], words[2], language);
+}

@@ -1,0 +1,82 @@
+// The dialog for saving a playlist, whose resources are the host's.
+#include <kelvo/catalog.h>
+
+#include "res/resource_ids.h"
+#include "tools/screenshots/session.h"
+#include "tools/screenshots/shot.h"
+#include "tools/screenshots/user.h"
+
+namespace screenshots {
+namespace {
+
+// Controls of the host's dialog.
+constexpr int kTree = 1000;
+constexpr int kName = 1001;
+constexpr int kSave = 1002;
+
+void OpenSave(User& user) {
+  user.GoTo(2);
+  user.OpenByCommand(ID_SAVE_PLAYLIST);
+  user.Wait("the folders", [&] { return TreeView_GetCount(user.Control(kTree)) > 1; });
+}
+
+void SaveWithoutName(User& user) {
+  user.OpenBox(kSave);
+}
+
+void Confirm(User& user) {
+  user.CloseBy(IDOK);
+}
+
+// A tap on a playlist that exists.
+void ChoosePlaylist(User& user) {
+  const HWND tree = user.Control(kTree);
+  const HTREEITEM root = NextItem(tree, TVGN_ROOT, nullptr);
+  ExpandAll(tree, root);
+  HTREEITEM last = root;
+  for (HTREEITEM next = root; next; next = NextItem(tree, TVGN_NEXTVISIBLE, next)) last = next;
+  SendMessageW(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(last));
+  const RECT label = TreeItemLabel(tree, last);
+  user.Tap(tree, {label.left + 4, (label.top + label.bottom) / 2});
+}
+
+void SaveOverIt(User& user) {
+  user.OpenBox(kSave);
+}
+
+void AnswerNo(User& user) {
+  user.CloseBy(IDNO);
+}
+
+void SaveUnderBadName(User& user) {
+  SetWindowTextW(user.Control(kName), L"a?b");
+  user.OpenBox(kSave);
+}
+
+void ConfirmAndClose(User& user) {
+  user.CloseBy(IDOK);
+  user.CloseBy(IDCANCEL);
+}
+
+constexpr Shot kShots[] = {
+    {L"save", OpenSave, nullptr},
+    {L"save-nothing-chosen", SaveWithoutName, Confirm},
+    {L"save-chosen", ChoosePlaylist, nullptr},
+    {L"save-overwrite", SaveOverIt, AnswerNo},
+    {L"save-not-created", SaveUnderBadName, ConfirmAndClose},
+};
+
+void Open(Session& session) {
+  session.Get<kelvo::Catalog>(kelvo::kFeatureCatalog)
+      ->ShowCatalog(session.host_module(), session.window());
+}
+
+void Close(User& user) {
+  user.Done();
+}
+
+}  // namespace
+
+const Group kSaveGroup = MakeGroup(Open, kShots, Close);
+
+}  // namespace screenshots
