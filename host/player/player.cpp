@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "host/player/volume_law.h"
 #include "host/sound_sink.h"
@@ -29,6 +30,17 @@ Player::Player(const Library& library, HWND window)
 void Player::Add(const std::vector<std::wstring>& paths) {
   for (const std::wstring& path : paths) order_.Append(list_.Add(path));
   Changed();
+}
+
+bool Player::Replace(const std::vector<std::wstring>& paths) {
+  TrackList list;  // a full one would take no more
+  for (const std::wstring& path : paths) list.Add(path);
+  if (list.size() == 0) return false;
+  list_ = std::move(list);
+  order_.Clear();
+  order_.Append(list_.size());
+  Changed();
+  return true;
 }
 
 void Player::Clear() {

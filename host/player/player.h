@@ -46,6 +46,8 @@ class Player {
   uint32_t list_version() const { return version_; }
   // Media files, and folders, which are searched; other files are left out.
   void Add(const std::vector<std::wstring>& paths);
+  // The same, in place of what was there; false, and the list stays, when they have no media file.
+  bool Replace(const std::vector<std::wstring>& paths);
   // Without the playing track the music goes on until its end.
   void Clear();
   void Remove(const std::vector<size_t>& indices);

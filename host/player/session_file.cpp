@@ -2,6 +2,7 @@
 
 #include <stdio.h>
 
+#include "host/input.h"
 #include "host/program_folder.h"
 #include "host/utf8.h"
 
@@ -50,7 +51,11 @@ void RestorePlayer(const Session& session, Player* player) {
   player->SetRepeat(session.repeat);
   player->SetEqualizer(session.equalizer);
   std::vector<std::wstring> paths;
-  for (const std::string& track : session.tracks) paths.push_back(FromUtf8(track));
+  for (const std::string& track : session.tracks) {
+    // A folder is not a track, and might be a whole disk to search.
+    const std::wstring path = FromUtf8(track);
+    if (Input::IsMedia(path)) paths.push_back(path);
+  }
   player->Clear();
   player->Add(paths);
   player->Choose(session.current);

@@ -111,22 +111,39 @@ void Append32(std::vector<char>* out, size_t value) {
 
 }  // namespace
 
-std::vector<char> DecodeDirectly(const std::vector<char>& file, int64_t first_frame) {
-  std::vector<char> pcm;
+std::vector<std::vector<char>> DecodeIntoBuffers(const std::vector<char>& file, int64_t first_frame,
+                                                 size_t buffer_bytes, size_t smallest_room) {
+  std::vector<std::vector<char>> buffers;
   WithHeap([&] {
     Bytes source = {&file, 0};
     OggVorbis_File decoder;
     if (ov_open_callbacks(&source, &decoder, nullptr, 0, {Read, Seek, Close, Tell}) < 0) return;
     if (first_frame < 0 || ov_pcm_seek(&decoder, first_frame) == 0) {
-      char chunk[4096];
+      std::vector<char> chunk(buffer_bytes);
+      size_t room = 0;
       int link;
       long got;
-      while ((got = ov_read(&decoder, chunk, sizeof(chunk), &link)) > 0) {
-        pcm.insert(pcm.end(), chunk, chunk + got);
+      while ((got = ov_read(&decoder, chunk.data(),
+                            static_cast<int>(room < smallest_room ? buffer_bytes : room), &link)) >
+             0) {
+        if (room < smallest_room) {
+          buffers.emplace_back();
+          room = buffer_bytes;
+        }
+        buffers.back().insert(buffers.back().end(), chunk.data(), chunk.data() + got);
+        room -= static_cast<size_t>(got);
       }
     }
     ov_clear(&decoder);
   });
+  return buffers;
+}
+
+std::vector<char> DecodeDirectly(const std::vector<char>& file, int64_t first_frame) {
+  std::vector<char> pcm;
+  for (const std::vector<char>& buffer : DecodeIntoBuffers(file, first_frame, 4096, 4096)) {
+    pcm.insert(pcm.end(), buffer.begin(), buffer.end());
+  }
   return pcm;
 }
 

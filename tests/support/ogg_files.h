@@ -11,6 +11,11 @@ namespace kelvo::test {
 // seeking), until the end or an error.
 std::vector<char> DecodeDirectly(const std::vector<char>& file, int64_t first_frame = -1);
 
+// The same PCM as it fills buffers of that size one after the other, each until its room is smaller
+// than `smallest_room`.
+std::vector<std::vector<char>> DecodeIntoBuffers(const std::vector<char>& file, int64_t first_frame,
+                                                 size_t buffer_bytes, size_t smallest_room);
+
 // The same stream with these comments ("KEY=value") instead of its own.
 std::vector<char> WithComments(const std::vector<char>& file,
                                const std::vector<std::string>& comments);

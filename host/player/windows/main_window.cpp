@@ -119,10 +119,18 @@ void MainWindow::ShowSongText() {
   const std::wstring song = app_.SongText();
   const std::wstring text = !hint_.empty() ? hint_ : !song.empty() ? song : L"VELMORA";
   if (text == song_text_of_) return;
-  SetWindowTextW(handle(), song.empty() ? L"Velmora" : (song + L" - Velmora").c_str());
   song_text_of_ = text;
   song_text_ = SongTextPicture(app_.skin(), text);
   scroll_ = 0;
+}
+
+void MainWindow::ShowTitle() {
+  const bool stopped = app_.player().status().state == PlayState::kStopped;
+  const std::wstring song = stopped ? L"" : app_.SongText();
+  const std::wstring title = song.empty() ? L"Velmora" : song + L" - Velmora";
+  if (title == title_) return;
+  title_ = title;
+  SetWindowTextW(handle(), title.c_str());
 }
 
 void MainWindow::Tick(uint32_t milliseconds) {

@@ -22,6 +22,8 @@ class MainWindow final : public SkinWindow {
   void Rest();
   // Shows a text instead of the song's for a moment.
   void ShowHint(const std::wstring& text);
+  // Names the song in the task bar, also while minimised; while stopped only the program.
+  void ShowTitle();
   // The skin has changed: pictures made with it are made anew.
   void ForgetPictures() { song_text_of_.clear(); }
 
@@ -56,6 +58,7 @@ class MainWindow final : public SkinWindow {
   int sought_ = -1;                        // of the position slider while it is held
   bool shaded_ = false;
   bool remaining_time_ = false;
+  std::wstring title_;  // of the window
   std::wstring hint_;
   std::wstring song_text_of_;  // what song_text_ is a picture of
   Bitmap song_text_;

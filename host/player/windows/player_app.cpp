@@ -2,8 +2,6 @@
 
 #include <kelvo/messages.h>
 
-#include <numeric>
-
 #include "host/console.h"
 #include "host/player/windows/file_dialogs.h"
 #include "host/player/windows/shortcuts.h"
@@ -80,6 +78,7 @@ std::wstring PlayerApp::SongText() const {
 
 void PlayerApp::Refresh() {
   UpdateTimer();
+  main_.ShowTitle();
   main_.Refresh();
   equalizer_.Refresh();
   playlist_.Tick();
@@ -131,13 +130,11 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
 void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {
   if (paths.empty()) return;
   const size_t before = player_->tracks().size();
-  player_->Add(paths);
-  if (player_->tracks().size() == before) {
+  if (!replace) player_->Add(paths);
+  const bool found = replace ? player_->Replace(paths) : player_->tracks().size() > before;
+  if (!found) {
     ShowHint(L"NO MUSIC FOUND");
   } else if (replace) {
-    std::vector<size_t> old(before);
-    std::iota(old.begin(), old.end(), size_t{0});
-    player_->Remove(old);
     PlayTrack(0);
   }
   Refresh();

@@ -100,7 +100,9 @@ void PlaylistWindow::Roll() {
 }
 
 void PlaylistWindow::SetSize(Size size) {
-  size_ = PlaylistSizeNear(size);
+  // No larger than all screens together: what is kept from a run before may say anything.
+  size_ = PlaylistSizeNear({std::min(size.width, GetSystemMetrics(SM_CXVIRTUALSCREEN)),
+                            std::min(size.height, GetSystemMetrics(SM_CYVIRTUALSCREEN))});
   UpdateSize();
 }
 
