@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Pictures of every page and dialog of the library, on the demo device: build/screenshots/*.png at the
+# Pictures of the player and of every page and dialog of the library, on the demo device: build/screenshots/*.png at the
 # handheld's 240x320, build/screenshots/640x480/*.png on a larger screen.
 #   scripts/screenshots.sh [--language XXXX]
 # XXXX is a language as four hexadecimal digits whose kv_mui.XXXX.dll lies beside Kelvo.dll; its

@@ -75,6 +75,12 @@ LONG PadTabs(HWND tabs, LONG width, int padding, LRESULT count) noexcept {
   return last.right;
 }
 
+// The control has arrows to scroll its row while it takes the row for wider than itself.
+bool HasArrows(HWND tabs) noexcept {
+  const HWND arrows = FindWindowExW(tabs, nullptr, UPDOWN_CLASSW, nullptr);
+  return arrows && (GetWindowLongPtrW(arrows, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
 // One row; as much room around the texts as lets all of them be seen. A row that is too wide is
 // scrolled, and the places of its tabs say nothing about their widths: so the narrowest comes
 // first.
@@ -85,9 +91,14 @@ void FitTabs(HWND tabs, const RECT& client) noexcept {
   const LRESULT count = SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0);
   if (count <= 0) return;
   const LONG room = client.right - PadTabs(tabs, client.right, 0, count);
-  const LONG padding = room / (2 * static_cast<LONG>(count));  // on both sides of each text
-  if (padding <= 0) return;
-  PadTabs(tabs, client.right, padding < kWidestPadding ? padding : kWidestPadding, count);
+  LONG padding = room / (2 * static_cast<LONG>(count));  // on both sides of each text
+  if (padding > kWidestPadding) padding = kWidestPadding;
+  // The control wants some pixels for itself.
+  for (; padding > 0; --padding) {
+    PadTabs(tabs, client.right, padding, count);
+    if (!HasArrows(tabs)) return;
+  }
+  PadTabs(tabs, client.right, 0, count);
 }
 
 void PlaceTabs(HWND tabs, const RECT& client) noexcept {

@@ -1,4 +1,4 @@
-// screenshots FOLDER DEVICE [LANGUAGE]: opens every dialog of the library as a host does, and
+// screenshots FOLDER DEVICE [LANGUAGE]: opens the player and every dialog of the library, and
 // writes a picture of each into FOLDER. LANGUAGE: four hexadecimal digits. scripts/screenshots.sh.
 #include <windows.h>
 
@@ -14,8 +14,9 @@
 namespace screenshots {
 namespace {
 
-const Group* const kGroups[] = {&kCatalogGroup, &kSaveGroup, &kBookmarkGroup, &kPresetNameGroup,
-                                &kPresetOverwriteGroup};
+const Group* const kGroups[] = {&kCatalogGroup,         &kSaveGroup,
+                                &kBookmarkGroup,        &kPresetNameGroup,
+                                &kPresetOverwriteGroup, &kPlayerGroup};
 
 // False when a picture cannot be written.
 bool Take(const Group& group, const User& user_before, const std::wstring& folder) {

@@ -38,7 +38,7 @@ HWND ShowHostWindow() {
 
 }  // namespace
 
-Session::Session(const wchar_t* device, DWORD language) {
+Session::Session(const wchar_t* device, DWORD language) : device_(device) {
   why_ = Start(device, language);
 }
 

@@ -5,6 +5,8 @@
 #include <kelvo/features.h>
 #include <windows.h>
 
+#include <string>
+
 namespace screenshots {
 
 class Session {
@@ -25,10 +27,12 @@ class Session {
   }
   HMODULE host_module() const { return host_module_; }
   HWND window() const { return window_; }
+  const std::wstring& device() const { return device_; }
 
  private:
   const wchar_t* Start(const wchar_t* device, DWORD language);
 
+  std::wstring device_;
   const wchar_t* why_ = nullptr;
   HMODULE library_ = nullptr;
   HMODULE host_module_ = nullptr;

@@ -33,5 +33,6 @@ extern const Group kSaveGroup;  // after the catalog's: it needs a current playl
 extern const Group kBookmarkGroup;
 extern const Group kPresetNameGroup;
 extern const Group kPresetOverwriteGroup;
+extern const Group kPlayerGroup;
 
 }  // namespace screenshots

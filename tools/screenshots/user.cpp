@@ -2,9 +2,11 @@
 
 #include <prsht.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 #include "base/windows/pocketpc.h"
 
@@ -49,8 +51,9 @@ void User::Wait(const char* what, const std::function<bool()>& done) const {
 }
 
 HWND User::Dialog() const {
-  return Find(ui_thread_,
-              [](HWND window) { return IsKind(window, L"#32770") && IsWindowEnabled(window); });
+  return Find(ui_thread_, [](HWND window) {
+    return (IsKind(window, L"#32770") || IsKind(window, L"VelmoraMain")) && IsWindowEnabled(window);
+  });
 }
 
 HWND User::Page() const {
@@ -69,8 +72,11 @@ HWND User::MenuBar() const {
 std::vector<RECT> User::Windows() const {
   std::vector<RECT> all;
   Find(ui_thread_, [&](HWND window) {
-    if (!IsKind(window, L"#32770") && !IsKind(window, L"KelvoMenuBar") &&
-        !IsKind(window, L"#32768") && !IsKind(window, L"ComboLBox")) {
+    constexpr const wchar_t* kKinds[] = {L"#32770",         L"#32768",      L"ComboLBox",
+                                         L"KelvoMenuBar",   L"VelmoraMain", L"VelmoraEqualizer",
+                                         L"VelmoraPlaylist"};
+    if (std::none_of(std::begin(kKinds), std::end(kKinds),
+                     [&](const wchar_t* kind) { return IsKind(window, kind); })) {
       return false;
     }
     RECT place;

@@ -16,7 +16,8 @@ class User {
  public:
   explicit User(DWORD ui_thread) : ui_thread_(ui_thread) {}
 
-  // The dialog, sheet or box that takes input: the only one that is visible and enabled.
+  // The dialog, sheet or box that takes input, or the player: the only one of them that is visible
+  // and enabled.
   HWND Dialog() const;
   // The page of the sheet, or the dialog itself.
   HWND Page() const;

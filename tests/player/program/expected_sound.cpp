@@ -76,8 +76,14 @@ bool SoundCheck::MatchesWithChanges(const Samples& block) {
 void SoundCheck::PlayAll(const Blocks& blocks) {
   for (size_t i = 0; i < blocks.size(); ++i) {
     if (MatchesWithChanges(blocks[i])) continue;
-    ADD_FAILURE() << "block " << i << " of " << blocks.size() << ", sample " << at_ << " of "
-                  << recorded_.size() << " is not as it must be";
+    Samples want = blocks[i];
+    effects_.Process(&want);
+    const auto from = recorded_.begin() + static_cast<ptrdiff_t>(at_);
+    const auto differs = std::mismatch(want.begin(), want.end(), from, recorded_.end());
+    const auto place = static_cast<size_t>(differs.first - want.begin());
+    ADD_FAILURE() << "block " << i << " of " << blocks.size() << " with " << want.size()
+                  << " samples, which begins at sample " << at_ << " of " << recorded_.size()
+                  << ", is not as it must be from its sample " << place << " on";
     return;
   }
 }

@@ -23,6 +23,12 @@ struct Bookmark {
   std::string title;
 };
 
+// While a file is read nobody may write it: it must be there before it is looked into.
+bool IsWritten(const std::wstring& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data;
+  return GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) && data.nFileSizeLow > 0;
+}
+
 // The first one of the file.
 Bookmark FirstBookmark(const Installed& installed) {
   std::string bytes = installed.folder().Read(L"bookmarks.dat");
@@ -73,8 +79,9 @@ TEST(ProgramSession, FromTheCatalogToTheMusicAndBackToTheSamePlace) {
     settings.bands[0] = 0;
     ASSERT_TRUE(recordings.WaitForMore(player, 1));
     player.Do(kCommandBookmarkAdd);
-    ASSERT_TRUE(
-        player.WaitFor("the bookmark", [&] { return !FirstBookmark(installed).title.empty(); }));
+    ASSERT_TRUE(player.WaitFor("the bookmark", [&] {
+      return IsWritten(installed.Path(L"bookmarks.dat")) && !FirstBookmark(installed).title.empty();
+    }));
     bookmark_s = FirstBookmark(installed).position_s;
     player.Click(player.playlist(), 268, 7);  // its close button
     player.Click(player.main(), 224, 96);     // repeat

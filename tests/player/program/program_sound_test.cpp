@@ -2,6 +2,8 @@
 // user turns the knobs of the real program.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "host/player/views/equalizer_view.h"
 #include "host/player/views/main_view.h"
 #include "tests/player/program/expected_sound.h"
@@ -26,11 +28,11 @@ TEST(ProgramSound, IsThatOfTheFilesAndTheEffectsToTheLastBit) {
   const Recordings recordings(installed, false);
   PlayerProcess player;
   ASSERT_TRUE(player.Start(installed,
-                           L"..\\..\\media\\sample.ogg ..\\..\\media\\tone_44100_stereo.ogg "
+                           L"..\\..\\media\\sample.ogg ..\\..\\media\\sample.ogg "
                            L"..\\..\\media\\sample.wma"));
   EqualizerState settings;
   SoundCheck check(settings);
-  std::vector<EqualizerState> first, second;
+  std::vector<EqualizerState> first, second, third;
 
   ASSERT_TRUE(recordings.WaitForMore(player, 1));
   player.Click(player.equalizer(), 27, 24);  // on
@@ -55,7 +57,16 @@ TEST(ProgramSound, IsThatOfTheFilesAndTheEffectsToTheLastBit) {
   ASSERT_TRUE(recordings.WaitForMore(player, 1));
 
   player.Click(player.main(), 119, 97);  // next
-  ASSERT_TRUE(player.WaitForSong("2. tone_44100_stereo"));
+  ASSERT_TRUE(player.WaitForSong("2. "));
+  ASSERT_TRUE(recordings.WaitForMore(player, 2));
+  player.Click(player.equalizer(), 27, 24);  // off
+  settings.on = false;
+  third.push_back(settings);
+  for (const uint8_t bass : {2, 3, 4, 0}) {
+    player.Click(player.equalizer(), 56, 24);
+    settings.bass = bass;
+    third.push_back(settings);
+  }
   ASSERT_TRUE(player.WaitForSong("3. The Ring Buffers - Sixteen Strings"));
   ASSERT_TRUE(player.WaitUntilStopped());
   ASSERT_TRUE(player.Quit());
@@ -66,19 +77,23 @@ TEST(ProgramSound, IsThatOfTheFilesAndTheEffectsToTheLastBit) {
   for (const Samples& block : blocks) frames += block.size() / 2;
   const uint64_t length_ms = uint64_t{frames} * 1000 / 44100;
   const Blocks after_seek = DecodeOgg(ogg, static_cast<uint32_t>(length_ms * sought / 1000));
-  const Blocks tone = DecodeOgg(ReadMedia("tone_44100_stereo.ogg"));
-  const Samples tone_recorded = recordings.Read(2);
+  const Samples next = recordings.Read(2);
 
   check.Begin(recordings.Read(1));
   for (const EqualizerState& change : first) check.Expect(change);
   check.PlaySome(blocks, after_seek[0]);
   for (const EqualizerState& change : second) check.Expect(change);
-  check.PlaySome(after_seek, tone[0], &tone_recorded);
-  check.PlayAll(tone);
+  check.PlaySome(after_seek, blocks[0], &next);
+  for (const EqualizerState& change : third) check.Expect(change);
+  check.PlayAll(blocks);
   check.End();
-  check.Begin(recordings.Read(3));
-  check.PlayAll({kelvo::DecodeWithSystem(L"..\\..\\media\\sample.wma").samples});
-  check.End();
+  // Without effects: what the system's reader gives first is not the same each time.
+  const kelvo::Reference wma = kelvo::DecodeWithSystem(L"..\\..\\media\\sample.wma");
+  const Samples third_recorded = recordings.Read(3);
+  ASSERT_EQ(third_recorded.size(), wma.samples.size());
+  const auto second_block = static_cast<ptrdiff_t>(wma.second_block);
+  EXPECT_TRUE(std::equal(wma.samples.begin() + second_block, wma.samples.end(),
+                         third_recorded.begin() + second_block));
 }
 
 }  // namespace
