@@ -4,6 +4,7 @@
 #include "host/command.h"
 #include "host/console.h"
 #include "host/host_window.h"
+#include "host/minutes_seconds.h"
 #include "host/play_command.h"
 
 namespace velmora {

@@ -42,12 +42,6 @@ void PrintError(const wchar_t* format, ...) {
   va_end(arguments);
 }
 
-MinutesSeconds::MinutesSeconds(int64_t milliseconds) {
-  const int64_t seconds = milliseconds / 1000;
-  _snwprintf(text, 24, L"%ld:%02d", static_cast<long>(seconds / 60),
-             static_cast<int>(seconds % 60));
-}
-
 HANDLE InterruptEvent() {
   static HANDLE event = nullptr;
   if (!event) {

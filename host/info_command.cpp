@@ -1,6 +1,7 @@
 #include "host/command.h"
 #include "host/console.h"
 #include "host/input.h"
+#include "host/minutes_seconds.h"
 
 namespace velmora {
 namespace {

@@ -3,6 +3,7 @@
 #include "host/console.h"
 #include "host/last_played.h"
 #include "host/milliseconds.h"
+#include "host/minutes_seconds.h"
 #include "host/notify_window.h"
 #include "host/player/playback.h"
 #include "host/sound_sink.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "host/console.h"
+#include "host/minutes_seconds.h"
 #include "host/player/windows/player_app.h"
 #include "host/player/windows/song_text.h"
 

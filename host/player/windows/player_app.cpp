@@ -2,7 +2,7 @@
 
 #include <kelvo/messages.h>
 
-#include "host/console.h"
+#include "host/minutes_seconds.h"
 #include "host/player/windows/file_dialogs.h"
 #include "host/player/windows/shortcuts.h"
 #include "host/player/windows/skin_source.h"

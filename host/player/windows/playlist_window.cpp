@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/console.h"
+#include "host/minutes_seconds.h"
 #include "host/player/windows/player_app.h"
 #include "host/player/windows/wide_text.h"
 
