@@ -6,30 +6,12 @@
 
 #include "kelvo/features.h"
 #include "tests/support/language_value.h"
-#include "tests/support/wide_text.h"
+#include "tests/support/loaded_library.h"
 
 namespace kelvo {
 namespace {
 
-using test::Utf8;
-
-class Library {
- public:
-  Library() : module_(LoadLibraryW(L"Kelvo.dll")) {
-    EXPECT_TRUE(module_);
-    get_ = reinterpret_cast<GetFeatureFunction>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "GetFeature")));
-  }
-  ~Library() { FreeLibrary(module_); }
-  void* Get(int32_t id) const { return get_(id); }
-  std::string Version() const {
-    return Utf8(static_cast<const wchar_t*>(get_(kFeatureVersionText)));
-  }
-
- private:
-  HMODULE module_;
-  GetFeatureFunction get_;
-};
+using test::LoadedLibrary;
 
 constexpr char kEnglish[] = "Velmora Feature Pack\rversion 2.51 installed.";
 
@@ -39,7 +21,7 @@ constexpr DWORD kHostile = 0x083C;
 constexpr DWORD kMissing = 0x0C0B;
 
 TEST(LibraryTest, OffersItsFeaturesAndNothingElse) {
-  const Library library;
+  const LoadedLibrary library;
   void* ogg = library.Get(kFeatureOggVorbis);
   EXPECT_TRUE(ogg);
   EXPECT_EQ(library.Get(kFeatureOggVorbis), ogg);
@@ -52,7 +34,7 @@ TEST(LibraryTest, OffersItsFeaturesAndNothingElse) {
 
 TEST(LibraryTest, SwitchesTheLanguage) {
   test::LanguageValue language;
-  const Library library;
+  const LoadedLibrary library;
   const struct {
     const char* name;
     DWORD language;
@@ -80,7 +62,7 @@ TEST(LibraryTest, SwitchesTheLanguage) {
 TEST(LibraryTest, KeepsTheLanguageWhenTheValueCannotBeRead) {
   test::LanguageValue language;
   language.Set(kTranslated);
-  const Library library;
+  const LoadedLibrary library;
   EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51") << "read at load";
   language.Write(REG_BINARY, "abc", 3);
   library.Get(kFeatureSwitchLanguage);
@@ -97,7 +79,7 @@ TEST(LibraryTest, CanBeLoadedAndUnloadedAgainAndAgain) {
   DWORD handles = 0;
   for (int round = 0; round < 40; ++round) {
     {
-      const Library library;
+      const LoadedLibrary library;
       EXPECT_TRUE(library.Get(kFeatureOggVorbis));
     }
     EXPECT_EQ(GetModuleHandleW(L"Kelvo.dll"), nullptr) << round;

@@ -5,6 +5,7 @@
 #include "kelvo/features.h"
 #include "kelvo/input_plugin.h"
 #include "tests/support/end_messages.h"
+#include "tests/support/loaded_library.h"
 #include "tests/support/media_files.h"
 #include "tests/support/memory_reader.h"
 #include "tests/support/ogg_files.h"
@@ -29,19 +30,9 @@ struct RawPlugin {
 
 class SlotsTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    module_ = LoadLibraryW(L"Kelvo.dll");
-    ASSERT_TRUE(module_);
-    const auto get = reinterpret_cast<GetFeatureFunction>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "GetFeature")));
-    object_ = get(kFeatureOggVorbis);
-    plugin_ = static_cast<RawPlugin*>(object_);
-  }
-  void TearDown() override { FreeLibrary(module_); }
-
-  HMODULE module_ = nullptr;
-  void* object_ = nullptr;
-  RawPlugin* plugin_ = nullptr;
+  const test::LoadedLibrary library_;
+  void* const object_ = library_.Get(kFeatureOggVorbis);
+  RawPlugin* const plugin_ = static_cast<RawPlugin*>(object_);
 };
 
 TEST_F(SlotsTest, AnswerWithoutAFile) {

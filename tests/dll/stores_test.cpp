@@ -11,6 +11,7 @@
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/support/dialog_driver.h"
 #include "tests/support/installation_folder.h"
+#include "tests/support/loaded_library.h"
 #include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
 #include "tests/support/zip_builder.h"
@@ -26,21 +27,12 @@ using Text = const wchar_t*;
 
 class StoresTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    module_ = LoadLibraryW(L"Kelvo.dll");
-    ASSERT_TRUE(module_);
-    get_ = reinterpret_cast<GetFeatureFunction>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "GetFeature")));
-  }
-  void TearDown() override { FreeLibrary(module_); }
-
   test::InstallationFolder folder_;
-  HMODULE module_ = nullptr;
-  GetFeatureFunction get_ = nullptr;
+  const test::LoadedLibrary library_;
 };
 
 TEST_F(StoresTest, Bookmarks) {
-  void* bookmarks = get_(8);
+  void* bookmarks = library_.Get(8);
   ASSERT_TRUE(bookmarks);
   folder_.Write(L"live.ogg", "");
   const std::wstring live = folder_.Path(L"live.ogg");
@@ -88,7 +80,7 @@ class Namer {
 };
 
 TEST_F(StoresTest, EqualizerPresets) {
-  void* presets = get_(4);
+  void* presets = library_.Get(4);
   ASSERT_TRUE(presets);
   CreateDirectoryW(folder_.Path(L"presets").c_str(), nullptr);
   const HWND host =
@@ -144,7 +136,7 @@ TEST_F(StoresTest, EqualizerPresets) {
 }
 
 TEST_F(StoresTest, Skins) {
-  void* skins = get_(5);
+  void* skins = library_.Get(5);
   ASSERT_TRUE(skins);
   folder_.Write(L"pledit.txt", "[Text]\r\n");
   folder_.Write(L"skin.zip", test::ZipBuilder().Add({"Main.bmp", "BM picture"}).Bytes());

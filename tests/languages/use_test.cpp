@@ -14,30 +14,14 @@
 #include "kelvo/features.h"
 #include "res/resource_ids.h"
 #include "tests/support/language_value.h"
+#include "tests/support/loaded_library.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {
 namespace {
 
+using test::LoadedLibrary;
 using test::Utf8;
-
-class Library {
- public:
-  Library() : module_(LoadLibraryW(L"Kelvo.dll")) {
-    EXPECT_TRUE(module_);
-    get_ = reinterpret_cast<GetFeatureFunction>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "GetFeature")));
-  }
-  ~Library() { FreeLibrary(module_); }
-  std::string Version() const {
-    return Utf8(static_cast<const wchar_t*>(get_(kFeatureVersionText)));
-  }
-  Catalog* catalog() const { return static_cast<Catalog*>(get_(kFeatureCatalog)); }
-
- private:
-  HMODULE module_;
-  GetFeatureFunction get_;
-};
 
 struct Search {
   const wchar_t* kind;
@@ -112,7 +96,7 @@ INSTANTIATE_TEST_SUITE_P(Use, UsedLanguage, testing::Values(KELVO_LANGUAGES),
 TEST_P(UsedLanguage, IsThatOfTheVersionAndOfTheCatalog) {
   test::LanguageValue setting;
   setting.Set(std::strtoul(GetParam(), nullptr, 16));
-  const Library library;
+  const LoadedLibrary library;
   const std::string name = "kv_mui." + std::string(GetParam()) + ".dll";
   const HMODULE language = GetModuleHandleA(name.c_str());
   ASSERT_TRUE(language) << "not loaded";
@@ -124,8 +108,8 @@ TEST_P(UsedLanguage, IsThatOfTheVersionAndOfTheCatalog) {
   const HWND parent = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
                                       nullptr, nullptr);
   std::thread user(LookAtSheet, GetCurrentThreadId(), language);
-  EXPECT_EQ(library.catalog()->ShowCatalog(
-                reinterpret_cast<ModuleHandle>(GetModuleHandleW(nullptr)), parent),
+  EXPECT_EQ(static_cast<Catalog*>(library.Get(kFeatureCatalog))
+                ->ShowCatalog(reinterpret_cast<ModuleHandle>(GetModuleHandleW(nullptr)), parent),
             1);
   user.join();
   DestroyWindow(parent);

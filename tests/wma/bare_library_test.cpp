@@ -3,28 +3,28 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <memory>
+
 #include "kelvo/effects_processor.h"
-#include "kelvo/features.h"
+#include "tests/support/loaded_library.h"
 
 namespace kelvo {
 namespace {
 
 TEST(BareLibraryTest, LoadsAndOffersTheRest) {
   for (int round = 0; round < 3; ++round) {
-    HMODULE const module = LoadLibraryW(L"Kelvo.dll");
-    ASSERT_TRUE(module) << round;
-    const auto get = reinterpret_cast<GetFeatureFunction>(
-        reinterpret_cast<void*>(GetProcAddress(module, "GetFeature")));
+    auto library = std::make_unique<test::LoadedLibrary>();
     EXPECT_FALSE(GetModuleHandleW(L"atlce300.dll"));
     EXPECT_FALSE(GetModuleHandleW(L"WMPCmn.dll"));
-    EXPECT_FALSE(get(kFeatureWma));
-    EXPECT_TRUE(get(kFeatureOggVorbis));
-    ASSERT_TRUE(get(kFeatureEffects));
+    EXPECT_FALSE(library->Get(kFeatureWma));
+    EXPECT_TRUE(library->Get(kFeatureOggVorbis));
+    auto* effects = static_cast<EffectsProcessor*>(library->Get(kFeatureEffects));
+    ASSERT_TRUE(effects);
     int16_t samples[2] = {400, -400};
     int16_t* block = samples;
-    EXPECT_EQ(static_cast<EffectsProcessor*>(get(kFeatureEffects))->ProcessEqualizer(&block, 4), 4);
+    EXPECT_EQ(effects->ProcessEqualizer(&block, 4), 4);
     EXPECT_EQ(samples[0], 12600);
-    FreeLibrary(module);
+    library.reset();
     EXPECT_FALSE(GetModuleHandleW(L"Kelvo.dll"));
   }
 }

@@ -9,6 +9,7 @@
 #include "kelvo/wma_input.h"
 #include "tests/pocketpc/wav_bytes.h"
 #include "tests/support/end_messages.h"
+#include "tests/support/loaded_library.h"
 #include "tests/support/media_files.h"
 #include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
@@ -17,20 +18,7 @@ namespace kelvo {
 namespace {
 
 using test::CallSlot;
-
-class LoadedLibrary {
- public:
-  LoadedLibrary() : module_(LoadLibraryW(L"Kelvo.dll")) {
-    get_ = reinterpret_cast<GetFeatureFunction>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "GetFeature")));
-  }
-  ~LoadedLibrary() { FreeLibrary(module_); }
-  void* Get(int32_t id) const { return get_(id); }
-
- private:
-  HMODULE module_;
-  GetFeatureFunction get_;
-};
+using test::LoadedLibrary;
 
 bool OpenSample(void* plugin) {
   wchar_t path[MAX_PATH];
@@ -89,10 +77,8 @@ constexpr wchar_t kChild[] = L"KELVO_TEST_CHILD";
 // The process ends under the library while it plays.
 [[noreturn]] void EndWhilePlaying() {
   UseSink(L"wma_child.wav", false);
-  HMODULE const module = LoadLibraryW(L"Kelvo.dll");
-  const auto get = reinterpret_cast<GetFeatureFunction>(
-      reinterpret_cast<void*>(GetProcAddress(module, "GetFeature")));
-  void* const plugin = get(kFeatureWma);
+  const LoadedLibrary library;
+  void* const plugin = library.Get(kFeatureWma);
   if (!plugin || !OpenSample(plugin) || !CallSlot<int32_t>(plugin, 12)) ExitProcess(1);
   while (CallSlot<int32_t>(plugin, 4, HostWord{0}, HostWord{0}) == 0) Sleep(10);
   ExitProcess(42);

@@ -1,5 +1,3 @@
-#include <kelvo/catalog.h>
-
 #include "res/resource_ids.h"
 #include "tools/screenshots/session.h"
 #include "tools/screenshots/shot.h"
@@ -175,8 +173,7 @@ constexpr Shot kShots[] = {
 };
 
 void Open(Session& session) {
-  session.Get<kelvo::Catalog>(kelvo::kFeatureCatalog)
-      ->ShowCatalog(session.host_module(), session.window());
+  session.ShowCatalog();
 }
 
 void Close(User& user) {

@@ -1,6 +1,4 @@
 // The dialog for saving a playlist, whose resources are the host's.
-#include <kelvo/catalog.h>
-
 #include "res/resource_ids.h"
 #include "tools/screenshots/session.h"
 #include "tools/screenshots/shot.h"
@@ -67,8 +65,7 @@ constexpr Shot kShots[] = {
 };
 
 void Open(Session& session) {
-  session.Get<kelvo::Catalog>(kelvo::kFeatureCatalog)
-      ->ShowCatalog(session.host_module(), session.window());
+  session.ShowCatalog();
 }
 
 void Close(User& user) {

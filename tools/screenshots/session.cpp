@@ -1,5 +1,7 @@
 #include "tools/screenshots/session.h"
 
+#include <kelvo/catalog.h>
+
 namespace screenshots {
 namespace {
 
@@ -64,6 +66,10 @@ const wchar_t* Session::Start(const wchar_t* device, DWORD language) {
   if (!get_feature_) return L"Kelvo.dll exports no GetFeature";
   window_ = ShowHostWindow();
   return window_ ? nullptr : L"no window can be opened";
+}
+
+void Session::ShowCatalog() const {
+  Get<kelvo::Catalog>(kelvo::kFeatureCatalog)->ShowCatalog(host_module_, window_);
 }
 
 Session::~Session() {

@@ -25,7 +25,7 @@ class Session {
   Feature* Get(kelvo::FeatureId id) const {
     return static_cast<Feature*>(get_feature_(id));
   }
-  HMODULE host_module() const { return host_module_; }
+  void ShowCatalog() const;  // returns when the user closes it
   HWND window() const { return window_; }
   const std::wstring& device() const { return device_; }
 
