@@ -46,9 +46,6 @@ class OneFile final : public FileSystem {
    public:
     explicit Reader(const Array<uint8_t>& bytes) noexcept : source_(bytes.data(), bytes.size()) {}
     uint64_t SizeBytes() noexcept override { return source_.SizeBytes(); }
-    ReadResult ReadAt(uint64_t offset, void* dst, size_t bytes) noexcept override {
-      return source_.ReadAt(offset, dst, bytes);
-    }
     ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
       return source_.ReadSome(offset, dst, bytes, got);
     }

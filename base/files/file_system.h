@@ -25,6 +25,11 @@ inline constexpr uint32_t kAttributeNormal = 0x80;
 // An open file; Close() releases it and ends the object's life. Owned through OpenFile below.
 class FileReader : public ByteSource {
  public:
+  ReadResult ReadAt(uint64_t offset, void* dst, size_t bytes) noexcept final {
+    size_t got;
+    const ReadResult result = ReadSome(offset, dst, bytes, &got);
+    return result != ReadResult::kOk || got == bytes ? result : ReadResult::kEnd;
+  }
   virtual void Close() noexcept = 0;
 
  protected:

@@ -31,13 +31,6 @@ class WindowsReader final : public FileReader {
 
   uint64_t SizeBytes() noexcept override { return bytes_; }
 
-  ReadResult ReadAt(uint64_t offset, void* dst, size_t bytes) noexcept override {
-    size_t got;
-    const ReadResult result = ReadSome(offset, dst, bytes, &got);
-    if (result != ReadResult::kOk) return result;
-    return got == bytes ? ReadResult::kOk : ReadResult::kEnd;
-  }
-
   ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
     *got = 0;
     if (offset >= bytes_) return ReadResult::kOk;

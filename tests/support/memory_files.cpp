@@ -34,11 +34,6 @@ class MemoryFiles::Reader final : public FileReader {
  public:
   Reader(MemoryFiles* owner, const std::string& bytes) : owner_(owner), bytes_(bytes) {}
   uint64_t SizeBytes() noexcept override { return bytes_.size(); }
-  ReadResult ReadAt(uint64_t offset, void* dst, size_t bytes) noexcept override {
-    size_t got;
-    const ReadResult result = ReadSome(offset, dst, bytes, &got);
-    return result != ReadResult::kOk || got == bytes ? result : ReadResult::kEnd;
-  }
   ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
     *got = 0;
     const bool allowed = owner_->Begin("read " + std::to_string(bytes));
