@@ -19,7 +19,7 @@ Reference DecodeWithSystem(const wchar_t* path) {
     return reference;
   }
   reader->SetReadStreamSamples(1, FALSE);
-  for (;;) {
+  for (int blocks = 0;;) {
     ComPtr<INSSBuffer> buffer;
     QWORD time, length;
     DWORD flags, output, bytes;
@@ -29,9 +29,9 @@ Reference DecodeWithSystem(const wchar_t* path) {
             reader->GetNextSample(1, buffer.Receive(), &time, &length, &flags, &output, &stream)))
       break;
     buffer->GetBufferAndLength(&data, &bytes);
+    if (++blocks == 3) reference.settled = reference.samples.size();
     const auto* samples = reinterpret_cast<const int16_t*>(data);
     reference.samples.insert(reference.samples.end(), samples, samples + bytes / 2);
-    if (reference.second_block == 0) reference.second_block = reference.samples.size();
   }
   reader->Close();
   return reference;

@@ -6,10 +6,11 @@
 
 namespace kelvo {
 
-// A whole file as the system's reader decodes it, and where its second block starts.
+// A whole file as the system's reader decodes it. Its first block is never the same twice, and the
+// second overlaps it: from the third on, where `settled` is, every decoding is the same.
 struct Reference {
   std::vector<int16_t> samples;
-  size_t second_block = 0;
+  size_t settled = 0;
 };
 
 // Empty when the system cannot decode the file.
