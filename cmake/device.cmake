@@ -36,7 +36,7 @@ function(kelvo_device_resource_object name script out)
   get_property(art_folder GLOBAL PROPERTY KELVO_ART_DIRECTORY)
   set(object ${CMAKE_BINARY_DIR}/device/${name}_resources.o)
   add_custom_command(OUTPUT ${object}
-    COMMAND i686-w64-mingw32-windres -DKELVO_CE_ARM=1 -I ${CMAKE_SOURCE_DIR} -I ${folder}
+    COMMAND i686-w64-mingw32-windres -DKELVO_CE_ARM=1 -I ${CMAKE_SOURCE_DIR} -I ${CMAKE_SOURCE_DIR}/src -I ${folder}
             -I ${CMAKE_SOURCE_DIR}/include -I ${art_folder} -O coff ${script} ${object}
     DEPENDS ${parts} ${shared_parts} ${art} VERBATIM)
   set(${out} ${object} PARENT_SCOPE)

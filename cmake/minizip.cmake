@@ -20,7 +20,7 @@ else()
 endif()
 
 # The reader's memory, and zlib's below it, comes through our heap: zip_heap.cpp.
-set(zip_heap ${CMAKE_SOURCE_DIR}/skins/zip/zip_heap)
+set(zip_heap ${CMAKE_SOURCE_DIR}/src/skins/zip/zip_heap)
 add_library(kelvo_minizip STATIC ${minizip}/unzip.c ${minizip}/ioapi.c ${zip_heap}.cpp)
 target_include_directories(kelvo_minizip SYSTEM PUBLIC ${minizip} ${KELVO_ZLIB_INCLUDE})
 set(foreign $<COMPILE_LANGUAGE:C>)

@@ -44,7 +44,7 @@ function(kelvo_test name)
 endfunction()
 
 # kelvo_fuzz(NAME SOURCES... [LINK LIBS...]): a fuzz target, NAME.cpp with LLVMFuzzerTestOneInput.
-# With KELVO_FUZZ it is a libFuzzer program; otherwise an ordinary test replays fuzz/corpus/NAME/.
+# With KELVO_FUZZ it is a libFuzzer program; otherwise an ordinary test replays tests/fuzz/corpus/NAME/.
 function(kelvo_fuzz name)
   cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
   add_executable(fuzz_${name} ${arg_UNPARSED_ARGUMENTS})
@@ -53,8 +53,8 @@ function(kelvo_fuzz name)
   if(KELVO_FUZZ)
     target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
   else()
-    target_sources(fuzz_${name} PRIVATE ${CMAKE_SOURCE_DIR}/fuzz/replay_main.cpp)
-    add_test(NAME ${KELVO_PRESET}.fuzz_${name} COMMAND fuzz_${name} ${CMAKE_SOURCE_DIR}/fuzz/corpus/${name})
+    target_sources(fuzz_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/fuzz/replay_main.cpp)
+    add_test(NAME ${KELVO_PRESET}.fuzz_${name} COMMAND fuzz_${name} ${CMAKE_SOURCE_DIR}/tests/fuzz/corpus/${name})
     set_tests_properties(${KELVO_PRESET}.fuzz_${name} PROPERTIES TIMEOUT 300)
   endif()
 endfunction()

@@ -13,7 +13,7 @@ for program in bench_*; do
   say "== $program"
   "./$program"
 done
-for script in "$kelvo_root"/bench/*.sh; do
+for script in "$kelvo_root"/tests/bench/*.sh; do
   [[ -e $script ]] || continue
   name="$(basename "$script" .sh)"
   if [[ $# -gt 0 && " $* " != *" $name "* ]]; then continue; fi

@@ -11,21 +11,21 @@ import sys
 
 # Each level may use those before it. The longest prefix of a path decides.
 LEVELS = [
-    ["include/kelvo", "res"],
-    ["base"],
-    ["entry/language"],
-    ["effects", "input"],
-    ["input/vorbis", "input/wma"],
-    ["catalog/media"],
-    ["playlist", "bookmarks", "eq", "skins"],
-    ["catalog"],
-    ["entry"],
+    ["include/kelvo", "src/res"],
+    ["src/base"],
+    ["src/entry/language"],
+    ["src/effects", "src/input"],
+    ["src/input/vorbis", "src/input/wma"],
+    ["src/catalog/media"],
+    ["src/playlist", "src/bookmarks", "src/eq", "src/skins"],
+    ["src/catalog"],
+    ["src/entry"],
 ]
 # The reference host uses the library as any program would, with one exception: the curve of the
 # equalizer is measured with effects of its own.
 HOST = ["host"]
 FOR_HOSTS = ["include/kelvo", "host"]
-HOST_EXCEPTIONS = {("host/player/response.cpp", "effects")}
+HOST_EXCEPTIONS = {("host/player/response.cpp", "src/effects")}
 WINDOWS_HEADERS = re.compile(r"^(windows|windef|winbase|winuser|wingdi|commctrl|prsht|mmsystem|ole2|"
                              r"oleauto|ocidl|objbase|shellapi|shlobj|aygshell)\.h$", re.IGNORECASE)
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
@@ -48,7 +48,7 @@ def includes_of(root, path):
     with open(os.path.join(root, path), encoding="utf-8") as file:
         for quoted, angled in INCLUDE.findall(file.read()):
             name = quoted or angled
-            for candidate in (name, "include/" + name):
+            for candidate in ("src/" + name, "include/" + name, name):
                 if os.path.isfile(os.path.join(root, candidate)):
                     yield candidate, None
                     break

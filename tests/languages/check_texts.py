@@ -1,4 +1,4 @@
-"""Compares the files of texts in languages/ with the built-in texts: the same names, each once and in the
+"""Compares the files of texts in src/res/languages/ with the built-in texts: the same names, each once and in the
 same order, none left in English without need, no characters that the device's fonts have in one form only.
 
 usage: check_texts.py ROOT
@@ -45,8 +45,8 @@ def check(path, english):
 
 def main():
     root = pathlib.Path(sys.argv[1])
-    english, errors = texts_of(root / "res" / "english.h")
-    languages = sorted((root / "languages").glob("*.rc"))
+    english, errors = texts_of(root / "src" / "res" / "english.h")
+    languages = sorted((root / "src" / "res" / "languages").glob("*.rc"))
     if len(english) < 50 or not languages:
         errors.append("the texts are not where they were")
     for path in languages:

@@ -9,7 +9,7 @@
 
 #include "base/memory/heap.h"
 #include "base/messages/post_message.h"
-#include "bench/measure.h"
+#include "tests/bench/measure.h"
 #include "input/vorbis/decoder_heap.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "ivorbisfile.h"

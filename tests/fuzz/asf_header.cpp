@@ -5,7 +5,7 @@
 #include <string.h>
 
 #include "base/bytes/memory_source.h"
-#include "fuzz/require.h"
+#include "tests/fuzz/require.h"
 #include "input/wma/asf_header.h"
 
 namespace {

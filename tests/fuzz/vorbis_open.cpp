@@ -3,7 +3,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#include "fuzz/require.h"
+#include "tests/fuzz/require.h"
 #include "input/vorbis/decoder_heap.h"
 #include "input/vorbis/vorbis_stream.h"
 #include "tests/support/memory_reader.h"

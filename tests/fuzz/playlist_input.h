@@ -10,7 +10,7 @@
 #include "base/memory/array.h"
 #include "base/text/wide.h"
 #include "catalog/media/media_kind.h"
-#include "fuzz/require.h"
+#include "tests/fuzz/require.h"
 #include "playlist/add_path.h"
 #include "playlist/m3u_writer.h"
 

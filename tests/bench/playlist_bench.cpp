@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "bench/measure.h"
+#include "tests/bench/measure.h"
 #include "playlist/expansion.h"
 #include "tests/support/wide_text.h"
 

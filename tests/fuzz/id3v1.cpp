@@ -8,7 +8,7 @@
 #include "catalog/media/display_text.h"
 #include "catalog/media/genre_list.h"
 #include "catalog/media/id3v1.h"
-#include "fuzz/require.h"
+#include "tests/fuzz/require.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/text/wide.h"
-#include "fuzz/require.h"
+#include "tests/fuzz/require.h"
 #include "input/vorbis/comments.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

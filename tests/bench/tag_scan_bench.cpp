@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/measure.h"
+#include "tests/bench/measure.h"
 #include "catalog/media/add_entry.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/wide_text.h"

@@ -1,13 +1,13 @@
 // Without arguments: what the effects cost, and what the faster of the equalizer's two loops gains.
 //   bench_effects copy|equalizer IN.wav OUT.raw
-// runs 16-bit stereo samples from file to file, for bench/compare_effects.sh.
+// runs 16-bit stereo samples from file to file, for tests/bench/compare_effects.sh.
 #include <stdint.h>
 #include <stdio.h>
 #include <string.h>
 
 #include <vector>
 
-#include "bench/measure.h"
+#include "tests/bench/measure.h"
 #include "effects/bass.h"
 #include "effects/equalizer.h"
 

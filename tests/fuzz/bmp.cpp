@@ -1,5 +1,5 @@
 // Any bytes as a bitmap: a picture within the limits, or nothing.
-#include "fuzz/require.h"
+#include "tests/fuzz/require.h"
 #include "host/player/skin/bmp_decoder.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

@@ -7,7 +7,7 @@
 #include <random>
 #include <string>
 
-#include "bench/measure.h"
+#include "tests/bench/measure.h"
 #include "catalog/tree/build_tree.h"
 #include "tests/support/wide_text.h"
 
