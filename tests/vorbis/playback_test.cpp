@@ -47,7 +47,7 @@ class PlaybackTest : public ::testing::Test {
   std::vector<char> file_;
   std::unique_ptr<MemoryReader> reader_;
   RecordingOutput output_;
-  OggVorbisPlugin plugin_;
+  OggVorbisPlugin plugin_{SystemFiles()};
 };
 
 TEST_F(PlaybackTest, PlaysEveryFormatAsTheDecoderGivesIt) {

@@ -20,7 +20,7 @@ using test::Utf8;
 using test::Wide;
 
 TEST(OggVorbisPluginTest, IsHarmlessWithoutAFile) {
-  OggVorbisPlugin plugin;
+  OggVorbisPlugin plugin(SystemFiles());
   wchar_t text[kMaxText] = L"kept";
   MediaInfo info;
   memset(&info, 0x55, sizeof(info));
@@ -46,7 +46,7 @@ TEST(OggVorbisPluginTest, OpensDescribesAndCloses) {
       ReadMedia("tone_8000_stereo.ogg"),
       {"ARTIST=Ada", "TITLE=Blue", "GENRE=" + std::string(40, 'g'), "TRACKNUMBER=12/14"}));
   reader.close_result = 42;
-  OggVorbisPlugin plugin;
+  OggVorbisPlugin plugin(SystemFiles());
   plugin.SetReader(&reader);
   ASSERT_EQ(plugin.Open(L"\\x.ogg", 7), 1);
   wchar_t title[kMaxText];
@@ -89,19 +89,19 @@ TEST(OggVorbisPluginTest, RefusesWhatCannotBePlayed) {
   for (const auto& c : kCases) {
     MemoryReader reader(c.bytes);
     reader.fail_open = c.fail_open;
-    OggVorbisPlugin plugin;
+    OggVorbisPlugin plugin(SystemFiles());
     plugin.SetReader(&reader);
     EXPECT_EQ(plugin.Open(Wide(std::string(c.path_length, 'p')), 0), 0) << c.name;
     EXPECT_EQ(reader.log, c.log) << c.name;
     EXPECT_EQ(plugin.Play(), 0) << c.name;
   }
-  OggVorbisPlugin plugin;
+  OggVorbisPlugin plugin(SystemFiles());
   EXPECT_EQ(plugin.Open(L"x.ogg", 0), 0) << "no reader";
   EXPECT_EQ(plugin.Open(nullptr, 0), 0);
 }
 
 TEST(OggVorbisPluginTest, TellsAboutAnyFileByPath) {
-  OggVorbisPlugin plugin;
+  OggVorbisPlugin plugin(SystemFiles());
   const struct {
     const char* file;
     uint32_t rate;
@@ -138,7 +138,7 @@ TEST(OggVorbisPluginTest, TellsAboutAnyFileByPath) {
 TEST(OggVorbisPluginTest, IsABareInputPluginAfterItsDestruction) {
   MemoryReader reader(ReadMedia("tone_8000_mono.ogg"));
   {
-    OggVorbisPlugin plugin;
+    OggVorbisPlugin plugin(SystemFiles());
     plugin.SetReader(&reader);
     ASSERT_EQ(plugin.Open(L"x.ogg", 0), 1);
     InputPlugin* volatile host_pointer = &plugin;
@@ -149,7 +149,7 @@ TEST(OggVorbisPluginTest, IsABareInputPluginAfterItsDestruction) {
     EXPECT_EQ(host_pointer->GetState(), kStopped);
   }
   EXPECT_EQ(reader.log, "open close ") << "the real destructor finds nothing left to do";
-  OggVorbisPlugin* owned = HeapNew<OggVorbisPlugin>();
+  OggVorbisPlugin* owned = HeapNew<OggVorbisPlugin>(SystemFiles());
   owned->Destroy(1);
 }
 

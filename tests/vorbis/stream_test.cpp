@@ -35,21 +35,21 @@ struct Played {
 // Opens, asks for everything, reads to the end, seeks to the middle, closes.
 Played PlayThrough(MemoryReader& reader) {
   Played played;
-  VorbisStream* stream = OpenVorbisReader(&reader);
+  OpenVorbis stream = OpenVorbisReader(&reader);
   if (!stream) return played;
   played.opened = true;
   CommentBlock comments;
   VorbisInfo info;
-  GetVorbisComments(stream, &comments);
-  GetVorbisInfo(stream, &info);
+  GetVorbisComments(stream.get(), &comments);
+  GetVorbisInfo(stream.get(), &info);
   char chunk[8192];
   uint32_t count;
-  while ((played.end = ReadVorbis(stream, chunk, sizeof(chunk), &count)) == kReadData) {
+  while ((played.end = ReadVorbis(stream.get(), chunk, sizeof(chunk), &count)) == kReadData) {
     played.pcm.insert(played.pcm.end(), chunk, chunk + count);
   }
-  SeekVorbis(stream, VorbisTotal(stream) / 2);
-  ReadVorbis(stream, chunk, sizeof(chunk), &count);
-  CloseVorbis(stream);
+  SeekVorbis(stream.get(), VorbisTotal(stream.get()) / 2);
+  ReadVorbis(stream.get(), chunk, sizeof(chunk), &count);
+  stream.Close();
   return played;
 }
 
@@ -76,22 +76,22 @@ TEST_F(VorbisStreamTest, AnswersForANullStream) {
   EXPECT_FALSE(GetVorbisInfo(nullptr, &info));
   EXPECT_FALSE(GetVorbisComments(nullptr, &comments));
   CloseVorbis(nullptr);
-  EXPECT_EQ(OpenVorbisReader(nullptr), nullptr);
-  EXPECT_EQ(OpenVorbisPath(L""), nullptr);
-  EXPECT_EQ(OpenVorbisPath(L"no such file.ogg"), nullptr);
+  EXPECT_FALSE(OpenVorbisReader(nullptr));
+  EXPECT_FALSE(OpenVorbisPath(SystemFiles(), L""));
+  EXPECT_FALSE(OpenVorbisPath(SystemFiles(), L"no such file.ogg"));
 }
 
 TEST_F(VorbisStreamTest, ReadsNothingIntoASmallBuffer) {
   MemoryReader reader(ReadMedia("tone_8000_mono.ogg"));
-  VorbisStream* stream = OpenVorbisReader(&reader);
+  OpenVorbis stream = OpenVorbisReader(&reader);
   ASSERT_TRUE(stream);
   std::vector<char> buffer(4096, 'x');
   uint32_t count = 5;
-  EXPECT_EQ(ReadVorbis(stream, buffer.data(), 4095, &count), kReadTooSmall);
+  EXPECT_EQ(ReadVorbis(stream.get(), buffer.data(), 4095, &count), kReadTooSmall);
   EXPECT_EQ(count, 0u);
   EXPECT_EQ(buffer, std::vector<char>(4096, 'x'));
-  EXPECT_EQ(ReadVorbis(stream, buffer.data(), 4096, &count), kReadData);
-  CloseVorbis(stream);
+  EXPECT_EQ(ReadVorbis(stream.get(), buffer.data(), 4096, &count), kReadData);
+  stream.Close();
 }
 
 TEST_F(VorbisStreamTest, RefusesWhatIsNoVorbis) {
@@ -147,12 +147,12 @@ TEST_F(VorbisStreamTest, MapsTheCommentsOfHugeHeaders) {
   };
   for (const auto& c : kCases) {
     MemoryReader reader(test::WithComments(file, c.comments));
-    VorbisStream* stream = OpenVorbisReader(&reader);
+    OpenVorbis stream = OpenVorbisReader(&reader);
     ASSERT_TRUE(stream) << c.name;
     CommentBlock block;
-    EXPECT_TRUE(GetVorbisComments(stream, &block));
+    EXPECT_TRUE(GetVorbisComments(stream.get(), &block));
     EXPECT_EQ(Utf8(block.title), c.title) << c.name;
-    CloseVorbis(stream);
+    stream.Close();
   }
 }
 
