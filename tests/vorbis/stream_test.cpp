@@ -141,7 +141,7 @@ TEST_F(VorbisStreamTest, MapsTheCommentsOfHugeHeaders) {
   } kCases[] = {
       {"none", {}, ""},
       {"64k comments", many, "Found"},
-      {"16 MB", {"COMMENT=" + std::string(16u << 20, 'c'), "TITLE=Behind"}, "Behind"},
+      {"a picture of 4 MB", {"COMMENT=" + std::string(4u << 20, 'c'), "TITLE=Behind"}, "Behind"},
       {"ends in a lead byte", {"TITLE=A\xE2"}, "A"},
       {"holds a zero byte", {std::string("TITLE=A\0B", 9)}, "A"},
   };
@@ -153,6 +153,47 @@ TEST_F(VorbisStreamTest, MapsTheCommentsOfHugeHeaders) {
     EXPECT_TRUE(GetVorbisComments(stream.get(), &block));
     EXPECT_EQ(Utf8(block.title), c.title) << c.name;
     stream.Close();
+  }
+}
+
+TEST_F(VorbisStreamTest, RefusesCommentsThatNoDeviceCouldHoldBeforeTheirEnd) {
+  for (const char* comment : {"COMMENT=", "TITLE=T"}) {
+    std::vector<std::string> comments(comment[0] == 'C' ? 1 : 800000, comment);
+    if (comments.size() == 1) comments[0].resize(60u << 20, 'c');
+    MemoryReader reader(test::WithComments(ReadMedia("tone_8000_mono.ogg"), comments));
+    EXPECT_FALSE(OpenVorbisReader(&reader));
+    EXPECT_LT(reader.bytes_read, 17u << 20);
+  }
+}
+
+// The title stays when the decoder is lost, and belongs to the link that is played.
+TEST_F(VorbisStreamTest, TellsTheCommentsOfTheCurrentLink) {
+  std::vector<char> file = test::WithComments(ReadMedia("tone_8000_mono.ogg"), {"TITLE=one"});
+  const std::vector<char> second =
+      test::WithComments(ReadMedia("tone_44100_stereo.ogg"), {"TITLE=two"}, 78);
+  file.insert(file.end(), second.begin(), second.end());
+  MemoryReader reader(file);
+  OpenVorbis stream = OpenVorbisReader(&reader);
+  ASSERT_TRUE(stream);
+  EXPECT_EQ(VorbisTotal(stream.get()), 16000 + 88200);
+  char pcm[4096];
+  uint32_t count;
+  const struct {
+    int64_t place;
+    bool memory_fails;
+    const char* title;
+  } kSteps[] = {
+      {0, false, "one"}, {20000, false, "two"}, {100, false, "one"}, {30000, true, "one"}};
+  for (const auto& step : kSteps) {
+    {
+      HeapFaults faults(step.memory_fails ? 0 : 1000000, HeapFaults::Mode::kFromThenOn);
+      EXPECT_EQ(SeekVorbis(stream.get(), step.place), !step.memory_fails) << step.place;
+      EXPECT_EQ(ReadVorbis(stream.get(), pcm, sizeof(pcm), &count),
+                step.memory_fails ? kReadError : kReadData);
+    }
+    CommentBlock block;
+    EXPECT_TRUE(GetVorbisComments(stream.get(), &block));
+    EXPECT_EQ(Utf8(block.title), step.title);
   }
 }
 

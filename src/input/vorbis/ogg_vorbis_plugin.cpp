@@ -34,9 +34,11 @@ constexpr bool AreInPlace(const size_t (&offsets)[kCount]) {
 
 }  // namespace
 
-int32_t FramesToMs(double frames, uint32_t rate) noexcept {
-  if (rate == 0) return 0;
-  const double milliseconds = frames / rate * 1000.0;
+double FramesToMs(double frames, uint32_t rate) noexcept {
+  return rate == 0 ? 0.0 : frames / rate * 1000.0;
+}
+
+int32_t SaturatedMs(double milliseconds) noexcept {
   return milliseconds < 2147483647.0 ? static_cast<int32_t>(milliseconds) : INT32_MAX;
 }
 
@@ -68,7 +70,7 @@ OggVorbisPlugin::~OggVorbisPlugin() {
   TearDown();
 }
 
-// The decoding thread has ended.
+// The decoding thread has ended. Afterwards no member needs its destructor.
 void OggVorbisPlugin::TearDown() noexcept {
   if (std::exchange(torn_down_, true)) return;
   thread_.Join();
@@ -80,12 +82,12 @@ void OggVorbisPlugin::TearDown() noexcept {
 
 void OggVorbisPlugin::Destroy(uint32_t flags) noexcept {
   StopThread();
-  if ((flags & 1) != 0) {
-    HeapDelete(this);
-    return;
-  }
   TearDown();
-  RestoreBaseOperations<OggVorbisInput>(this);
+  if ((flags & 1) != 0) {
+    HeapGive(this);
+  } else {
+    RestoreBaseOperations<OggVorbisInput>(this);
+  }
 }
 
 int32_t OggVorbisPlugin::Open(const wchar_t* path, uint32_t mode) noexcept {
@@ -143,7 +145,7 @@ void OggVorbisPlugin::GetMediaInfo(MediaInfo* info) noexcept {
 }
 
 int32_t OggVorbisPlugin::GetLengthMs() noexcept {
-  return stream_ ? FramesToMs(total_frames_, sample_rate_) : 0;
+  return stream_ ? SaturatedMs(FramesToMs(total_frames_, sample_rate_)) : 0;
 }
 
 int32_t OggVorbisPlugin::GetFileInfo(const wchar_t* path, wchar_t* display_title, wchar_t* album,
@@ -167,8 +169,9 @@ int32_t OggVorbisPlugin::GetFileInfo(const wchar_t* path, wchar_t* display_title
     if (title) CopyWide(title, kTextCapacity, comments.title);
   }
   if (length_ms) {
-    const double frames = static_cast<double>(VorbisTotal(stream.get()));
-    *length_ms = static_cast<uint32_t>(FramesToMs(frames, static_cast<uint32_t>(format.rate)));
+    const double ms = FramesToMs(static_cast<double>(VorbisTotal(stream.get())),
+                                 static_cast<uint32_t>(format.rate));
+    *length_ms = ms < 4294967295.0 ? static_cast<uint32_t>(ms) : UINT32_MAX;
   }
   return 1;
 }

@@ -89,7 +89,9 @@ class OggVorbisPlugin : public OggVorbisInput {
   bool torn_down_ = false;
 };
 
-// frames / rate * 1000, truncated, saturating; 0 for a rate of 0.
-int32_t FramesToMs(double frames, uint32_t rate) noexcept;
+// frames / rate * 1000; 0 for a rate of 0.
+double FramesToMs(double frames, uint32_t rate) noexcept;
+// Truncates.
+int32_t SaturatedMs(double milliseconds) noexcept;
 
 }  // namespace kelvo

@@ -84,8 +84,7 @@ int32_t OggVorbisPlugin::SeekMs(int32_t milliseconds) noexcept {
 int32_t OggVorbisPlugin::GetPositionMs(HostWord a, HostWord b) noexcept {
   if (!stream_ || !output_ || sample_rate_ == 0) return 0;
   const double frames = static_cast<double>(seek_base_) + output_->PlayedSamples(a, b);
-  const double milliseconds = frames * 1000.0 / sample_rate_;
-  return milliseconds < 2147483647.0 ? static_cast<int32_t>(milliseconds) : INT32_MAX;
+  return SaturatedMs(frames * 1000.0 / sample_rate_);
 }
 
 }  // namespace kelvo

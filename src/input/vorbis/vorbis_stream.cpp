@@ -218,7 +218,7 @@ bool GetVorbisInfo(VorbisStream* stream, VorbisInfo* info) noexcept {
   info->bitrate_nominal = static_cast<int32_t>(found->bitrate_nominal);
   info->bitrate_lower = static_cast<int32_t>(found->bitrate_lower);
   info->bitrate_window = static_cast<int32_t>(found->bitrate_window);
-  return true;
+  return info->rate > 0;  // where the decoder's words have 64 bits it lets more than 31 pass
 }
 
 bool GetVorbisComments(VorbisStream* stream, CommentBlock* block) noexcept {
