@@ -28,7 +28,7 @@ extern FeatureInformation g_information;
 SkinReaderFeature g_skins(SystemFiles());
 CatalogFeature g_catalog(SystemFiles(), g_information);
 PresetsFeature g_presets(SystemFiles(), &g_preset_questions);
-OggVorbisPlugin g_ogg_vorbis;
+OggVorbisPlugin g_ogg_vorbis(SystemFiles());
 BookmarksFeature g_bookmarks(SystemFiles(), g_install_folder, &g_bookmarks_shell);
 WmaPlugin g_wma;
 FixedPointEffects g_effects(SystemEffectsPlatform());

@@ -74,7 +74,7 @@ void WmaPlugin::Destroy(uint32_t flags) noexcept {
     return;
   }
   TearDown();
-  RestoreBaseOperations(this);
+  RestoreBaseOperations<WmaInput>(this);
 }
 
 int32_t WmaPlugin::GetDisplayTitle(wchar_t* title) noexcept {
