@@ -1,6 +1,6 @@
 #include <string.h>
 
-#include "effects/equalizer_bands.h"
+#include "effects/equalizer.h"
 #include "effects/fixed_point.h"
 
 namespace kelvo {
@@ -55,18 +55,25 @@ inline void Step(const Bank& bank, Lanes (&older)[kGroups], const Lanes (&newer)
 
 }  // namespace
 
-void RunBandsSideBySide(EqualizerBands& bands, EqualizerPass& pass, int16_t* samples) noexcept {
+bool AreGainsNarrow(const EffectsState& state) noexcept {
+  for (const int32_t gain : state.gains_q14) {
+    if (gain <= -16384 || gain > 16384) return false;
+  }
+  return true;
+}
+
+void RunBandsSideBySide(const EffectsState& state, EqualizerPass& pass, int16_t* samples) noexcept {
   Bank bank;
   Lanes newer[kGroups], older[kGroups];
   for (int k = 0; k < kGroups; ++k) {
-    const ResonatorCoefficients& low = kBandCoefficients[2 * k];
-    const ResonatorCoefficients& high = kBandCoefficients[2 * k + 1];
+    const ResonatorCoefficients& low = state.equalizer_table[2 * k];
+    const ResonatorCoefficients& high = state.equalizer_table[2 * k + 1];
     bank.minus_c0[k] = Spread(-low.c0, -high.c0);
     bank.c1[k] = Spread(low.c1, high.c1);
     bank.c2[k] = Spread(low.c2, high.c2);
-    bank.gain[k] = Spread(bands.gains[2 * k], bands.gains[2 * k + 1]);
-    newer[k] = Load(bands.newer[2 * k]);
-    older[k] = Load(bands.older[2 * k]);
+    bank.gain[k] = Spread(state.gains_q14[2 * k], state.gains_q14[2 * k + 1]);
+    newer[k] = Load(pass.newer[2 * k]);
+    older[k] = Load(pass.older[2 * k]);
   }
   int32_t wet[kPassFrames * kChannels];
   const int values = pass.frames * kChannels;
@@ -77,8 +84,8 @@ void RunBandsSideBySide(EqualizerBands& bands, EqualizerPass& pass, int16_t* sam
   }
   const bool odd = i < values;
   if (odd) Step(bank, older, newer, pass.difference + i, wet + i);
-  memcpy(bands.newer, odd ? older : newer, sizeof(bands.newer));
-  memcpy(bands.older, odd ? newer : older, sizeof(bands.older));
+  memcpy(pass.newer, odd ? older : newer, sizeof(pass.newer));
+  memcpy(pass.older, odd ? newer : older, sizeof(pass.older));
 
   const int32_t* input = pass.input + 2 * kChannels;
   for (i = 0; i < values; ++i) samples[i] = ClampToSample(wet[i] + DryLevel(input[i]));

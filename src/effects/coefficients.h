@@ -10,6 +10,9 @@ namespace kelvo {
 constexpr int kChannels = 2;
 constexpr int kBands = 10;
 
+// A stage does a block in passes of at most as many frames; even, as its loops do two a round.
+constexpr int kPassFrames = 64;
+
 struct ResonatorCoefficients {
   int32_t c0;  // how slowly it rings down, below 1
   int32_t c1;  // (1 - c0) / 2: the gain of its input
