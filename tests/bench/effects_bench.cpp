@@ -42,10 +42,10 @@ int RunFile(bool equalize, const char* in_path, const char* out_path) {
 
 void Measure() {
   std::vector<int16_t> samples(44100 * 2);
-  uint32_t state = 1;
+  uint32_t noise = 1;
   for (int16_t& sample : samples) {
-    state = state * 1664525u + 1013904223u;
-    sample = static_cast<int16_t>(static_cast<int16_t>(state >> 16) / 3);
+    noise = noise * 1664525u + 1013904223u;
+    sample = static_cast<int16_t>(static_cast<int16_t>(noise >> 16) / 3);
   }
   const uint32_t frames = static_cast<uint32_t>(samples.size() / 2);
   kelvo::EffectsState state;
