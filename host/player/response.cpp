@@ -71,7 +71,7 @@ void RunEqualizer(const uint8_t (&sliders)[kEqualizerBands], Samples* samples) {
   int32_t bands[kEqualizerBands];
   std::copy_n(sliders, kEqualizerBands, bands);
   kelvo::SetEqualizer(state, EqualizerState().preamp, bands);
-  kelvo::RunEqualizer(state, pass, kelvo::FastestLoop(state), samples->data(), kFrames);
+  kelvo::RunEqualizer(state, pass, kelvo::RunBands, samples->data(), kFrames);
 }
 
 // What has a maximum was, or may have been, cut off.

@@ -53,13 +53,9 @@ void RunBand(const EffectsState& state, int b, EqualizerPass& pass) noexcept {
 
 }  // namespace
 
-void RunBandByBand(const EffectsState& state, EqualizerPass& pass, int16_t* samples) noexcept {
+void RunBandByBand(const EffectsState& state, EqualizerPass& pass) noexcept {
   RunBand<Sum::kStart>(state, 0, pass);
   for (int b = 1; b < kBands; ++b) RunBand<Sum::kContinue>(state, b, pass);
-  const int32_t* input = pass.input + 2 * kChannels;
-  for (int i = 0; i < pass.frames * kChannels; ++i) {
-    samples[i] = ClampToSample((pass.sum[i] >> 12) + DryLevel(input[i]));
-  }
 }
 
 }  // namespace kelvo

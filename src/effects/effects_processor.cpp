@@ -88,7 +88,7 @@ int32_t FixedPointEffects::ProcessEqualizer(int16_t** samples, int32_t bytes) no
   if (Read(state_.enabled) == 0) return 0;
   LockGuard guard(lock_);
   if (IsEmpty(samples, bytes)) return bytes;
-  RunEqualizer(state_, pass_, FastestLoop(state_), *samples, FramesIn(bytes));
+  RunEqualizer(state_, pass_, RunBands, *samples, FramesIn(bytes));
   return bytes;
 }
 

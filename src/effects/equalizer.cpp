@@ -2,6 +2,8 @@
 
 #include <string.h>
 
+#include "effects/fixed_point.h"
+
 namespace kelvo {
 namespace {
 
@@ -20,20 +22,49 @@ int32_t ToFixedPoint(float gain, float one) noexcept {
   return static_cast<int32_t>(static_cast<uint32_t>(static_cast<int64_t>(gain * one)));
 }
 
-void RunPass(const EffectsState& state, EqualizerPass& pass, BandsLoop loop, int16_t* samples,
-             int frames) noexcept {
-  constexpr int kBefore = 2 * kChannels;
-  const int32_t level = state.preamp_index + 2;  // Q4; 16 leaves a sample as it is
-  const int values = frames * kChannels;
-  for (int i = 0; i < values; ++i) {
-    const int32_t input = level * samples[i] >> 4;
-    pass.difference[i] = input - pass.input[i];
-    pass.input[kBefore + i] = input;
+// 64 bits hold the bands' sum for all gains, 32 bits for those of slider positions and far beyond.
+bool AreGainsNarrow(const EffectsState& state) noexcept {
+  for (const int32_t gain : state.gains_q14) {
+    if (gain < -0x100000 || gain > 0x100000) return false;
   }
-  pass.frames = frames;
-  loop(state, pass, samples);
-  memmove(pass.input, pass.input + values, kBefore * sizeof(pass.input[0]));
+  return true;
 }
+
+// The input adds a quarter of itself, and there is a constant offset.
+template <class Sum>
+void Finish(const EqualizerPass& pass, int16_t* samples) noexcept {
+  const int32_t* input = pass.input + 2 * kChannels;
+  for (int i = 0; i < pass.frames * kChannels; ++i) {
+    samples[i] = ClampToSample(static_cast<Sum>(pass.sum[i] >> 12) + (input[i] >> 2) + 12500);
+  }
+}
+
+class Block {
+ public:
+  Block(const EffectsState& state, EqualizerPass& pass, BandsLoop loop) noexcept
+      : state_(state), pass_(pass), loop_(loop),
+        finish_(AreGainsNarrow(state) ? Finish<int32_t> : Finish<int64_t>) {}
+
+  void RunPass(int16_t* samples, int frames) noexcept {
+    const int32_t level = state_.preamp_index + 2;  // Q4; 16 leaves a sample as it is
+    const int values = frames * kChannels;
+    for (int i = 0; i < values; ++i) {
+      const int32_t input = level * samples[i] >> 4;
+      pass_.difference[i] = input - pass_.input[i];
+      pass_.input[2 * kChannels + i] = input;
+    }
+    pass_.frames = frames;
+    loop_(state_, pass_);
+    finish_(pass_, samples);
+    memmove(pass_.input, pass_.input + values, 2 * kChannels * sizeof(pass_.input[0]));
+  }
+
+ private:
+  const EffectsState& state_;
+  EqualizerPass& pass_;
+  const BandsLoop loop_;
+  void (*const finish_)(const EqualizerPass&, int16_t*);
+};
 
 // Calls `action(resonator, band, channel)` for each.
 template <class State, class Action>
@@ -44,14 +75,6 @@ void ForEachResonator(State& state, Action action) noexcept {
 }
 
 }  // namespace
-
-BandsLoop FastestLoop(const EffectsState& state) noexcept {
-#if defined(__SSE2__)
-  if (AreGainsNarrow(state)) return RunBandsSideBySide;
-#endif
-  static_cast<void>(state);
-  return RunBandByBand;
-}
 
 void SetEqualizer(EffectsState& state, int32_t preamp, const int32_t (&sliders)[kBands]) noexcept {
   state.flat = 1;
@@ -77,11 +100,12 @@ void RunEqualizer(EffectsState& state, EqualizerPass& pass, BandsLoop loop, int1
     pass.older[b][c] = resonator.out[at.two_back];
   });
 
+  Block block(state, pass, loop);
   const uint32_t last = frames - 1;
   for (uint32_t left = last; left > 0;) {
     constexpr uint32_t kMost = kPassFrames;
     const uint32_t count = left < kMost ? left : kMost;
-    RunPass(state, pass, loop, samples, static_cast<int>(count));
+    block.RunPass(samples, static_cast<int>(count));
     samples += count * kChannels;
     left -= count;
   }
@@ -93,7 +117,7 @@ void RunEqualizer(EffectsState& state, EqualizerPass& pass, BandsLoop loop, int1
     resonator.out[at.two_back] = pass.older[b][c];
   });
 
-  RunPass(state, pass, loop, samples, 1);
+  block.RunPass(samples, 1);
   ForEachResonator(state, [&](Resonator& resonator, int b, int c) {
     resonator.in[at.now] = newer_input[c];
     resonator.out[at.now] = pass.newer[b][c];

@@ -1,5 +1,4 @@
-// Preamplifier and ten-band equalizer. Two loops over the ten resonators, with the same results:
-// which one is faster depends on the processor. Not locked: one thread at a time.
+// Preamplifier and ten-band equalizer. Not locked: one thread at a time.
 #pragma once
 
 #include <stdint.h>
@@ -14,29 +13,20 @@ struct EqualizerPass {
   // What enters the filters, 17 bits; the first two frames are those before the pass.
   int32_t input[(kPassFrames + 2) * kChannels];
   int32_t difference[kPassFrames * kChannels];  // input minus input two frames back
-  int64_t sum[kPassFrames * kChannels];         // of the bands, for the band-by-band loop; Q14
+  int64_t sum[kPassFrames * kChannels];         // of the bands; Q14
   // Outputs one and two frames back, 18 bits each.
   int32_t newer[kBands][kChannels];
   int32_t older[kBands][kChannels];
 };
 
-// The share of the input in the output: a quarter, and the constant offset.
-constexpr int32_t DryLevel(int32_t input) noexcept {
-  return (input >> 2) + 12500;
-}
+// Runs the bands over the differences of a pass: the sums, and the outputs that the next pass
+// starts with. Of the state only the table and the gains are used.
+using BandsLoop = void (*)(const EffectsState& state, EqualizerPass& pass);
 
-// Runs the bands over the pass and writes its finished samples. The state gives the numbers, its
-// rings are left alone.
-using BandsLoop = void (*)(const EffectsState& state, EqualizerPass& pass, int16_t* samples);
-
-// For processors with few registers and no vectors: one band after the other.
-void RunBandByBand(const EffectsState& state, EqualizerPass& pass, int16_t* samples) noexcept;
-// For processors with 128-bit vectors: all bands at once. Products of band and gain must fit 32
-// bits, as with all slider positions.
-void RunBandsSideBySide(const EffectsState& state, EqualizerPass& pass, int16_t* samples) noexcept;
-bool AreGainsNarrow(const EffectsState& state) noexcept;
-
-BandsLoop FastestLoop(const EffectsState& state) noexcept;
+// The plain loop, one band after the other; and the fastest one for the processor that this is
+// compiled for. Both have the same results.
+void RunBandByBand(const EffectsState& state, EqualizerPass& pass) noexcept;
+void RunBands(const EffectsState& state, EqualizerPass& pass) noexcept;
 
 // Slider positions: 0 is the strongest boost, 27 the strongest cut. The only floating point is
 // here. The filters keep ringing through the change.

@@ -29,7 +29,7 @@ int RunFile(bool equalize, const char* in_path, const char* out_path) {
     const size_t frames = fread(block, sizeof(int16_t) * kelvo::kChannels, kBlockFrames, in);
     if (frames == 0) break;
     if (equalize) {
-      kelvo::RunEqualizer(state, pass, kelvo::FastestLoop(state), block,
+      kelvo::RunEqualizer(state, pass, kelvo::RunBands, block,
                           static_cast<uint32_t>(frames));
     }
     fine = fwrite(block, sizeof(int16_t) * kelvo::kChannels, frames, out) == frames;
@@ -57,7 +57,7 @@ void Measure() {
       "side by side / band by band", 0.8,
       [&] {
         work = samples;
-        kelvo::RunEqualizer(state, pass, kelvo::FastestLoop(state), work.data(), frames);
+        kelvo::RunEqualizer(state, pass, kelvo::RunBands, work.data(), frames);
       },
       [&] {
         work = samples;
@@ -71,7 +71,7 @@ void Measure() {
       },
       [&] {
         work = samples;
-        kelvo::RunEqualizer(state, pass, kelvo::FastestLoop(state), work.data(), frames);
+        kelvo::RunEqualizer(state, pass, kelvo::RunBands, work.data(), frames);
       });
   printf("(each on one second of 44.1 kHz stereo)\n");
 }
