@@ -87,25 +87,31 @@ class Tests:
     """The test programs that are linked with a source file, quickest first."""
 
     def __init__(self, build, folder):
-        listing = json.loads(run(["ctest", "--test-dir", str(build), "--show-only=json-v1"]).stdout)
         self.build = build
-        self.commands = {}
-        for test in listing["tests"]:
-            command = test.get("command")
-            if not command or not command[0].startswith(str(build)):
-                continue
-            program = pathlib.Path(command[0]).relative_to(build)
-            inputs = run(["ninja", "-C", str(build), "-t", "inputs", str(program)]).stdout
-            if f"/{folder}/" in inputs:
-                properties = {p["name"]: p["value"] for p in test.get("properties", [])}
-                self.commands[str(program)] = (command, properties.get("WORKING_DIRECTORY", str(build)))
+        self.commands = {}  # by program; filled when it is built: CTest knows no sooner
         self.seconds = {}
+        for test in self.listing():
+            program = "bin/" + test["name"].split(".", 1)[-1]
+            inputs = run(["ninja", "-C", str(build), "-t", "inputs", program])
+            if inputs.returncode == 0 and f"/{folder}/" in inputs.stdout:
+                self.commands[program] = None
+
+    def listing(self):
+        shown = run(["ctest", "--test-dir", str(self.build), "--show-only=json-v1"])
+        return json.loads(shown.stdout)["tests"]
+
+    def find_commands(self):
+        for test in self.listing():
+            program = "bin/" + test["name"].split(".", 1)[-1]
+            if program in self.commands:
+                properties = {p["name"]: p["value"] for p in test.get("properties", [])}
+                self.commands[program] = (test["command"], properties["WORKING_DIRECTORY"])
 
     def build_all(self):
         return run(["ninja", "-C", str(self.build), *self.commands])
 
-    def survive(self):
-        """None when all pass, else the name of the program that noticed."""
+    def failing(self):
+        """The program that notices the change, None when all pass."""
         for name in sorted(self.commands, key=lambda name: self.seconds.get(name, 0)):
             command, folder = self.commands[name]
             begin = time.monotonic()
@@ -151,7 +157,8 @@ def main():
     built = tests.build_all()
     if built.returncode:
         sys.exit(built.stdout)
-    if failed := tests.survive():
+    tests.find_commands()
+    if failed := tests.failing():
         sys.exit(f"{failed} fails without any change")
 
     candidates = []
@@ -171,7 +178,7 @@ def main():
         try:
             if tests.build_all().returncode:
                 continue  # It does not compile, so it is no mutant.
-            if tests.survive():
+            if tests.failing():
                 killed += 1
             else:
                 place = f"{path.relative_to(tree)}:{number + 1}"
