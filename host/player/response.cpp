@@ -4,8 +4,7 @@
 
 #include <algorithm>
 
-#include "effects/bass.h"
-#include "effects/equalizer.h"
+#include "effects/stages.h"
 #include "host/player/fourier.h"
 
 namespace velmora {

@@ -1,5 +1,5 @@
-#include "effects/equalizer.h"
 #include "effects/fixed_point.h"
+#include "effects/stages.h"
 
 namespace kelvo {
 namespace {

@@ -1,6 +1,5 @@
-#include "effects/bass.h"
-
 #include "effects/fixed_point.h"
+#include "effects/stages.h"
 
 namespace kelvo {
 namespace {

@@ -3,7 +3,7 @@
 #include <string.h>
 
 #include "base/memory/heap.h"
-#include "effects/bass.h"
+#include "effects/stages.h"
 
 namespace kelvo {
 namespace {

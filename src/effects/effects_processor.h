@@ -3,7 +3,7 @@
 
 #include "base/sync/lock.h"
 #include "effects/effects_state.h"
-#include "effects/equalizer.h"
+#include "effects/stages.h"
 #include "kelvo/effects_processor.h"
 
 namespace kelvo {

@@ -6,8 +6,8 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#include "effects/coefficients.h"
 #include "effects/external_library.h"
+#include "effects/fixed_point.h"
 
 namespace kelvo {
 

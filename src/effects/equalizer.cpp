@@ -1,8 +1,7 @@
-#include "effects/equalizer.h"
-
 #include <string.h>
 
 #include "effects/fixed_point.h"
+#include "effects/stages.h"
 
 namespace kelvo {
 namespace {

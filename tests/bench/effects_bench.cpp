@@ -7,9 +7,8 @@
 
 #include <vector>
 
+#include "effects/stages.h"
 #include "tests/bench/measure.h"
-#include "effects/bass.h"
-#include "effects/equalizer.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "effects/equalizer.h"
+#include "effects/stages.h"
 #include "tests/effects/reference_effects.h"
 #include "tests/effects/signals.h"
 

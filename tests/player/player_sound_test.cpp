@@ -4,8 +4,7 @@
 
 #include <vector>
 
-#include "effects/bass.h"
-#include "effects/equalizer.h"
+#include "effects/stages.h"
 #include "host/file_reader.h"
 #include "kelvo/ogg_vorbis_input.h"
 #include "tests/player/rig.h"

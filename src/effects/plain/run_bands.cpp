@@ -1,5 +1,5 @@
 // For processors without a loop of their own.
-#include "effects/equalizer.h"
+#include "effects/stages.h"
 
 namespace kelvo {
 

@@ -1,6 +1,6 @@
 #include <emmintrin.h>
 
-#include "effects/equalizer.h"
+#include "effects/stages.h"
 
 namespace kelvo {
 namespace {

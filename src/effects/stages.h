@@ -1,4 +1,4 @@
-// Preamplifier and ten-band equalizer. Not locked: one thread at a time.
+// The two stages over the processor's state. Not locked: one thread at a time.
 #pragma once
 
 #include <stdint.h>
@@ -7,7 +7,7 @@
 
 namespace kelvo {
 
-// A pass in work, channels interleaved. Nothing of it outlives a block.
+// A pass of the equalizer in work, channels interleaved. Nothing of it outlives a block.
 struct EqualizerPass {
   int frames;  // 1 to kPassFrames
   // What enters the filters, 17 bits; the first two frames are those before the pass.
@@ -32,8 +32,13 @@ void RunBands(const EffectsState& state, EqualizerPass& pass) noexcept;
 // here. The filters keep ringing through the change.
 void SetEqualizer(EffectsState& state, int32_t preamp, const int32_t (&sliders)[kBands]) noexcept;
 
-// In place, two channels interleaved; at least one frame.
+// Preamplifier and bands. In place, two channels interleaved; at least one frame.
 void RunEqualizer(EffectsState& state, EqualizerPass& pass, BandsLoop loop, int16_t* samples,
                   uint32_t frames) noexcept;
+
+// Bass enhancement: a resonator at the bottom of the spectrum, run twice in a row, and its two
+// outputs added to half of the input. In place, two channels interleaved; at least one frame.
+// `gain` is Q28, 0 to 2.2: the caller has read it once, as it may change at any time.
+void RunBass(EffectsState& state, int32_t gain, int16_t* samples, uint32_t frames) noexcept;
 
 }  // namespace kelvo
