@@ -71,6 +71,7 @@ void PlayForEver(const std::string& folder_path) {
 class BookmarkFileLossTest : public ::testing::Test {
  protected:
   BookmarkFileLossTest() {
+    if (test::WriterProcess::IsThis()) return;
     RemoveFiles();
     BookmarksFeature feature(SystemFiles(), folder_, nullptr);
     feature.SetLastPlayed(L"\\live", 1, L"T");

@@ -1,7 +1,7 @@
 // A process that writes files until it is killed.
 #pragma once
 
-#include <string.h>
+#include <gtest/gtest.h>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -18,18 +18,24 @@ namespace kelvo::test {
 
 constexpr int kKilledWriters = 20;  // starting one takes long
 
-// This program again, which comes to the same place.
+// This program again with the running test alone, which comes to the same place.
 class WriterProcess {
  public:
+  static bool IsThis() { return GetEnvironmentVariableW(kIsWriter, nullptr, 0) != 0; }
   template <class Write>
   explicit WriterProcess(Write write) {
-    constexpr wchar_t kIsWriter[] = L"KELVO_TEST_WRITER";
-    if (GetEnvironmentVariableW(kIsWriter, nullptr, 0) != 0) write();
+    if (IsThis()) write();
+    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+    wchar_t program[MAX_PATH];
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    std::string filter = std::string(test.test_suite_name()) + "." + test.name();
+    std::wstring command = L"\"" + std::wstring(program) + L"\" --gtest_filter=" +
+                           std::wstring(filter.begin(), filter.end());
     SetEnvironmentVariableW(kIsWriter, L"1");
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
-    CreateProcessW(nullptr, GetCommandLineW(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                   &startup, &process_);
+    CreateProcessW(program, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                   &process_);
     SetEnvironmentVariableW(kIsWriter, nullptr);
   }
   void KillAfter(int microseconds) {
@@ -41,6 +47,7 @@ class WriterProcess {
   }
 
  private:
+  static constexpr wchar_t kIsWriter[] = L"KELVO_TEST_WRITER";
   PROCESS_INFORMATION process_ = {};
 };
 
@@ -50,6 +57,7 @@ constexpr int kKilledWriters = 200;
 
 class WriterProcess {
  public:
+  static bool IsThis() { return false; }
   template <class Write>
   explicit WriterProcess(Write write) : process_(fork()) {
     if (process_ == 0) write();
