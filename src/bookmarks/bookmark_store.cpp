@@ -87,7 +87,7 @@ void BookmarkStore::RemoveDead() noexcept {
 
 bool BookmarkStore::HasLastPlayed() const noexcept {
   return !list_.empty() &&
-         CompareNoCase(list_[0].description.c_str(), kLastPlayed, kLastPlayedLength) == 0;
+         EqualAsciiNoCase(list_[0].description.c_str(), kLastPlayed, kLastPlayedLength);
 }
 
 void BookmarkStore::SetLastPlayed(const wchar_t* path, int32_t position_s,

@@ -13,7 +13,7 @@ class PresetList::Collector final : public FolderVisitor {
     // Desktop file systems also match the short forms of longer extensions.
     const size_t length = WideLength(entry.name);
     if (entry.is_folder() || length < kPresetExtensionLength ||
-        CompareNoCase(entry.name + length - kPresetExtensionLength, kPresetExtension) != 0) {
+        !EqualAsciiNoCase(entry.name + length - kPresetExtensionLength, kPresetExtension)) {
       return true;
     }
     if (list_->count_ == kPresetCapacity) return false;
@@ -30,8 +30,7 @@ int32_t PresetList::Find(const wchar_t* name) const noexcept {
   const size_t length = WideLength(name);
   for (int32_t i = 0; i < count_; ++i) {
     const wchar_t* file = names_[i].get();
-    if (CompareNoCase(file, name, length) == 0 &&
-        CompareNoCase(file + length, kPresetExtension) == 0) {
+    if (EqualNoCase(file, name, length) && EqualAsciiNoCase(file + length, kPresetExtension)) {
       return i;
     }
   }

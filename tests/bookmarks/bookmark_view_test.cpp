@@ -74,9 +74,9 @@ TEST(BookmarkViewTest, SortsByTheClickedColumn) {
   files["\\alive"];
   NoFolder folder;
   BookmarkStore store(files, folder);
-  ASSERT_TRUE(store.Add(L"\\dead", INT32_MIN, L"beta"));
+  ASSERT_TRUE(store.Add(L"\\dead", INT32_MIN, L"bétä"));
   ASSERT_TRUE(store.Add(L"\\alive", INT32_MAX, L"Alpha"));
-  ASSERT_TRUE(store.Add(L"\\alive", 5, L"BETA"));
+  ASSERT_TRUE(store.Add(L"\\alive", 5, L"BÉTÄ"));
 
   const struct {
     BookmarkColumn click;
