@@ -126,7 +126,7 @@ void BookmarkStore::RemoveDead() noexcept {
 }
 
 bool BookmarkStore::HasLastPlayed() const noexcept {
-  return size() > 0 && CompareNoCase(At(0).description.c_str(), kLastPlayed, kLastPlayedLength) == 0;
+  return size() > 0 && EqualAsciiNoCase(At(0).description.c_str(), kLastPlayed, kLastPlayedLength);
 }
 
 void BookmarkStore::SetLastPlayed(const wchar_t* path, int32_t position_s,

@@ -22,7 +22,7 @@ class Collector final : public FolderVisitor {
     constexpr size_t kExtension = sizeof(kPresetExtension) / sizeof(wchar_t) - 1;
     const size_t length = WideLength(entry.name);
     if (entry.is_folder() || length < kExtension ||
-        CompareNoCase(entry.name + length - kExtension, kPresetExtension) != 0) {
+        !EqualAsciiNoCase(entry.name + length - kExtension, kPresetExtension)) {
       return true;
     }
     if (names_.count == kMaxPresets || !names_.files[names_.count].Assign(entry.name)) return false;
@@ -45,8 +45,7 @@ int32_t PresetsFeature::FindPreset(const wchar_t* name) noexcept {
   const size_t length = WideLength(name);
   for (int32_t i = 0; i < names_.count; ++i) {
     const wchar_t* file = names_.files[i].get();
-    if (CompareNoCase(file, name, length) == 0 &&
-        CompareNoCase(file + length, kPresetExtension) == 0) {
+    if (EqualNoCase(file, name, length) && EqualAsciiNoCase(file + length, kPresetExtension)) {
       return i;
     }
   }

@@ -217,9 +217,9 @@ TEST_F(BookmarksFeatureTest, IsLaidOutAsHostsReadIt) {
 TEST_F(BookmarksFeatureTest, SortsByTheClickedColumn) {
   files_["\\alive"];
   BookmarkStore store(files_, folder_);
-  ASSERT_TRUE(store.Add(L"\\dead", INT32_MIN, L"beta"));
+  ASSERT_TRUE(store.Add(L"\\dead", INT32_MIN, L"bétä"));
   ASSERT_TRUE(store.Add(L"\\alive", INT32_MAX, L"Alpha"));
-  ASSERT_TRUE(store.Add(L"\\alive", 5, L"BETA"));
+  ASSERT_TRUE(store.Add(L"\\alive", 5, L"BÉTÄ"));
   const auto orders = [&] {
     std::string all;
     for (const auto& pair : {std::pair(0, 1), std::pair(1, 2), std::pair(0, 2)}) {

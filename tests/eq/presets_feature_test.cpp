@@ -145,30 +145,30 @@ TEST_F(PresetsFeatureTest, OverwritesAfterYes) {
 }
 
 TEST_F(PresetsFeatureTest, ListsFindsAndNames) {
-  for (const char* name : {"b.eqf", "ROCK.eqF", "x.eqfx", "eqf", ".eqf", "a.b.eqf", "notes.txt"}) {
+  for (const char* name : {"b.eqf", "RÖCK.eqF", "x.eqfx", "eqf", ".eqf", "a.b.eqf", "notes.txt"}) {
     files_["\\V\\presets\\" + std::string(name)];
   }
   files_.PutFolder("\\V\\presets\\sub.eqf");
   files_["\\V\\presets\\sub.eqf\\d.eqf"];
   files_["\\V\\presets2\\c.eqf"];
-  EXPECT_EQ(feature_.FindPreset(L"rock"), -1) << "nothing listed yet";
+  EXPECT_EQ(feature_.FindPreset(L"röck"), -1) << "nothing listed yet";
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 4);
-  const char* const names[] = {"b", "ROCK", "", "a"};
+  const char* const names[] = {"b", "RÖCK", "", "a"};
   for (int i = 0; i < 4; ++i) EXPECT_EQ(Name(i), names[i]);
   const struct {
     const wchar_t* name;
     int32_t want;
-  } finds[] = {{L"B", 0},         {L"rock", 1}, {L"", 2},       {L"a.b", 3}, {L"a", -1},
-               {L"rock.eqf", -1}, {L"roc", -1}, {L"rocks", -1}, {L"x", -1}};
+  } finds[] = {{L"B", 0},         {L"röck", 1}, {L"", 2},       {L"a.b", 3}, {L"a", -1},
+               {L"röck.eqf", -1}, {L"röc", -1}, {L"röcks", -1}, {L"x", -1}};
   for (const auto& find : finds) {
     EXPECT_EQ(feature_.FindPreset(find.name), find.want) << Utf8(find.name);
   }
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 8) << "appends";
-  EXPECT_EQ(feature_.FindPreset(L"rock"), 1) << "the first one";
+  EXPECT_EQ(feature_.FindPreset(L"röck"), 1) << "the first one";
   EXPECT_EQ(feature_.ListPresets(L"\\W"), 8) << "no such folder";
   EXPECT_EQ(feature_.ListPresets(Wide(std::string(300, 'b'))), 8);
   feature_.ClearPresets();
-  EXPECT_EQ(feature_.FindPreset(L"rock"), -1);
+  EXPECT_EQ(feature_.FindPreset(L"röck"), -1);
   EXPECT_EQ(Name(0), "");
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 4);
 }

@@ -23,7 +23,7 @@ class OneFile final : public FileSystem {
   }
 
   OpenFile<FileReader> OpenRead(const wchar_t* path, Share) noexcept override {
-    if (CompareNoCase(path, path_) != 0) return {};
+    if (!EqualNoCase(path, path_)) return {};
     return OpenFile<FileReader>(HeapNew<Reader>(bytes_));
   }
   OpenFile<FileWriter> OpenWrite(const wchar_t*, Share) noexcept override { return {}; }

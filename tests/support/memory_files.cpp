@@ -12,7 +12,7 @@ namespace kelvo::test {
 namespace {
 
 bool SameName(const std::string& a, const std::string& b) {
-  return a.size() == b.size() && CompareNoCase(a.c_str(), b.c_str()) == 0;
+  return a.size() == b.size() && EqualNoCase(Wide(a), Wide(b));
 }
 
 // "*" and "?"; "*.*" is every name.
