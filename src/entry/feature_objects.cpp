@@ -1,8 +1,7 @@
 #include "entry/feature_objects.h"
 
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_shell.h"
-#include "bookmarks/windows/registered_install_folder.h"
+#include "bookmarks/windows/bookmarks_window.h"
 #include "catalog/windows/catalog_feature.h"
 #include "effects/effects_processor.h"
 #include "entry/feature_information.h"
@@ -27,7 +26,7 @@ PresetQuestions g_preset_questions;
 extern FeatureInformation g_information;
 SkinReaderFeature g_skins(SystemFiles());
 CatalogFeature g_catalog(SystemFiles(), g_information);
-PresetsFeature g_presets(SystemFiles(), &g_preset_questions);
+PresetsFeature g_presets(SystemFiles(), g_preset_questions);
 OggVorbisPlugin g_ogg_vorbis(SystemFiles());
 BookmarksFeature g_bookmarks(SystemFiles(), g_install_folder, &g_bookmarks_shell);
 WmaPlugin g_wma;

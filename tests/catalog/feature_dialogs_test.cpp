@@ -1,6 +1,6 @@
 // The bookmarks window and the dialog for saving a playlist exclude each other.
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_shell.h"
+#include "bookmarks/windows/bookmarks_window.h"
 #include "tests/catalog/catalog_window_fixture.h"
 
 namespace kelvo {

@@ -155,8 +155,8 @@ TEST_F(TagFileTest, FailsOnFilesThatVanishedOrShrank) {
 
 TEST(CopyTag, ReachesEveryEntryOfTheFile) {
   EntryList media, playlist;
-  ASSERT_TRUE(media.Add(L"\\A.mp3"));
-  for (const wchar_t* path : {L"\\a.MP3", L"\\b.mp3", L"\\a.mp3"}) ASSERT_TRUE(playlist.Add(path));
+  ASSERT_TRUE(media.Add(L"\\É.mp3"));
+  for (const wchar_t* path : {L"\\é.MP3", L"\\b.mp3", L"\\é.mp3"}) ASSERT_TRUE(playlist.Add(path));
   CopyTagToPlaylist(media[0], playlist);
   EXPECT_FALSE(playlist[0].tag);
   media[0].tag.Reset(HeapNew<TagBlock>());

@@ -60,10 +60,10 @@ void ColumnText(const MediaEntry& entry, PlaylistColumn column,
 }
 
 int CompareEntries(const MediaEntry& a, const MediaEntry& b, const SortState& sort) noexcept {
-  char text_a[kTextCapacity];
-  char text_b[kTextCapacity];
-  AnsiColumn(a, static_cast<PlaylistColumn>(sort.column), text_a);
-  AnsiColumn(b, static_cast<PlaylistColumn>(sort.column), text_b);
+  wchar_t text_a[kColumnCapacity];
+  wchar_t text_b[kColumnCapacity];
+  ColumnText(a, static_cast<PlaylistColumn>(sort.column), text_a);
+  ColumnText(b, static_cast<PlaylistColumn>(sort.column), text_b);
   return CompareNoCase(text_a, text_b) * sort.direction;
 }
 

@@ -98,7 +98,7 @@ bool TagEdit::Write(FileSystem& files, const wchar_t* path) noexcept {
 void CopyTagToPlaylist(const MediaEntry& edited, EntryList& playlist) noexcept {
   if (!edited.tag) return;
   for (MediaEntry& entry : playlist) {
-    if (!entry.path.has_value() || CompareNoCase(entry.path.get(), edited.path.c_str()) != 0) {
+    if (!entry.path.has_value() || !EqualNoCase(entry.path.get(), edited.path.c_str())) {
       continue;
     }
     if (!entry.tag) entry.tag.Reset(HeapNew<TagBlock>());

@@ -127,7 +127,7 @@ class Grouping {
   bool HasText(size_t level, uint32_t index, const TagField& text) const noexcept {
     TagField other;
     GroupText(kinds_[level], entries_[index], other);
-    return CompareNoCase(text, other) == 0;
+    return EqualAsciiNoCase(text, other);
   }
 
   EntryList& entries_;

@@ -119,9 +119,9 @@ void CurrentPage::Play() noexcept {
 }
 
 void CurrentPage::Save() noexcept {
-  SaveTarget target;
-  if (!AskWhereToSave(state().files, state().host_module, window(), &target)) return;
-  WriteM3u(state().files, target.path(), state().current);
+  SaveDialogState dialog;
+  if (!AskWhereToSave(state().files, state().host_module, window(), &dialog)) return;
+  WriteM3u(state().files, dialog.path, state().current);
 }
 
 void CurrentPage::Edit(int id) noexcept {

@@ -33,7 +33,7 @@ uint32_t FirstNumber(const wchar_t* text) noexcept {
 
 void Parse(const wchar_t* description, CodecWords* words) noexcept {
   if (description[0] == 0) return;
-  if (CompareNoCase(description, L"VBR", 3) == 0) {
+  if (EqualAsciiNoCase(description, L"VBR", 3)) {
     words->bit_rate = 0;
     words->sample_rate = FirstNumber(FindWide(description, L','));
   } else {

@@ -1,4 +1,6 @@
-#include "bookmarks/bookmark_file.h"
+#include "bookmarks/bookmark_list.h"
+
+#include <stddef.h>
 
 #include "base/bytes/little_endian.h"
 #include "base/text/wide.h"
@@ -72,7 +74,7 @@ class LineWriter {
   explicit LineWriter(FileWriter& file) noexcept : file_(file) {}
 
   void Line(const wchar_t* text) noexcept {
-    while (*text != 0) Put(*text++);
+    for (; *text != 0; ++text) Put(*text == kReturn || *text == kLineFeed ? L' ' : *text);
     Put(kReturn);
     Put(kLineFeed);
   }
@@ -102,6 +104,50 @@ class LineWriter {
 
 }  // namespace
 
+BookmarkList::BookmarkList(BookmarkList&& other) noexcept
+    : items_(std::exchange(other.items_, nullptr)),
+      count_(std::exchange(other.count_, 0)),
+      capacity_(std::exchange(other.capacity_, 0)) {
+  static_assert(offsetof(Bookmark, description) == sizeof(void*));
+  static_assert(offsetof(Bookmark, position_s) == 2 * sizeof(void*));
+  static_assert(offsetof(BookmarkList, items_) == 0);
+  static_assert(offsetof(BookmarkList, count_) == sizeof(void*));
+  static_assert(offsetof(BookmarkList, capacity_) == sizeof(void*) + 4);
+}
+
+bool BookmarkList::Grow() noexcept {
+  constexpr int32_t kStep = 50;
+  if (count_ < capacity_) return true;
+  if (capacity_ > INT32_MAX - kStep) return false;
+  const int32_t capacity = capacity_ + kStep;
+  void* block = HeapTakeZeroed(static_cast<size_t>(capacity), sizeof(Bookmark));
+  if (!block) return false;
+  Bookmark* grown = static_cast<Bookmark*>(block);
+  for (int32_t i = 0; i < capacity; ++i) ::new (static_cast<void*>(grown + i)) Bookmark();
+  for (int32_t i = 0; i < count_; ++i) grown[i] = std::move(items_[i]);
+  HeapGive(std::exchange(items_, grown));  // what was in it has moved
+  capacity_ = capacity;
+  return true;
+}
+
+bool BookmarkList::Insert(int32_t at, Bookmark bookmark) noexcept {
+  if (!Grow()) return false;
+  items_[count_] = std::move(bookmark);
+  for (int32_t i = count_++; i > at; --i) std::swap(items_[i], items_[i - 1]);
+  return true;
+}
+
+void BookmarkList::RemoveAt(int32_t at) noexcept {
+  for (int32_t i = at + 1; i < count_; ++i) std::swap(items_[i - 1], items_[i]);
+  items_[--count_] = Bookmark();
+}
+
+void BookmarkList::Clear() noexcept {
+  while (count_ > 0) items_[--count_] = Bookmark();
+  HeapGive(std::exchange(items_, nullptr));
+  capacity_ = 0;
+}
+
 void ReadBookmarks(ByteSource& source, BookmarkList* list) noexcept {
   using Result = LineReader::Result;
   LineReader reader(source);
@@ -109,18 +155,19 @@ void ReadBookmarks(ByteSource& source, BookmarkList* list) noexcept {
   // An empty path ends the list, as the end of the file does.
   while (reader.Read(line) == Result::kLine && line[0] != 0) {
     Bookmark bookmark;
-    if (!GrowBookmarks(list) || !bookmark.path.Assign(line)) return;
+    if (!list->Grow() || !bookmark.path.Assign(line)) return;
     if (reader.Read(line) != Result::kLine) return;
     bookmark.position_s = ParseDecimal(line);
     // The last description may be missing together with its line's end.
     if (reader.Read(line) == Result::kFailed || !bookmark.description.Assign(line)) return;
-    if (!list->Append(std::move(bookmark))) return;
+    if (!list->Insert(list->size(), std::move(bookmark))) return;
   }
 }
 
 bool WriteBookmarks(FileWriter& file, const BookmarkList& list) noexcept {
   LineWriter writer(file);
   for (const Bookmark& bookmark : list) {
+    if (bookmark.path.c_str()[0] == 0) continue;
     wchar_t position[12];
     FormatDecimal(position, bookmark.position_s);
     writer.Line(bookmark.path.c_str());

@@ -1,13 +1,9 @@
-#include "bookmarks/bookmark_view.h"
+#include "bookmarks/bookmark_position.h"
 
 #include "base/text/wide.h"
 
 namespace kelvo {
 namespace {
-
-int Sign(int32_t a, int32_t b) noexcept {
-  return (a > b) - (a < b);
-}
 
 // Like "%0*d": the width counts a sign. Returns the text's length.
 size_t FormatPadded(wchar_t* dst, int32_t value, size_t width) noexcept {
@@ -30,24 +26,6 @@ uint32_t ParseUnsigned(const wchar_t* text) noexcept {
 }
 
 }  // namespace
-
-void BookmarkOrder::Click(BookmarkColumn column) noexcept {
-  direction_ = column == column_ ? -direction_ : 1;
-  column_ = column;
-}
-
-int BookmarkOrder::Compare(const BookmarkStore& store, int32_t a, int32_t b) const noexcept {
-  switch (column_) {
-    case BookmarkColumn::kState:
-      return direction_ * (store.IsAlive(b) - store.IsAlive(a));
-    case BookmarkColumn::kTime:
-      return direction_ * Sign(store.At(a).position_s, store.At(b).position_s);
-    case BookmarkColumn::kTitle:
-      break;
-  }
-  return direction_ *
-         CompareNoCase(store.At(a).description.c_str(), store.At(b).description.c_str());
-}
 
 void FormatListPosition(int32_t position_s, wchar_t (&text)[kPositionTextCapacity]) noexcept {
   size_t length = FormatPadded(text, position_s / 60, 1);

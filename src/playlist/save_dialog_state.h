@@ -3,6 +3,7 @@
 
 #include "base/files/file_system.h"
 #include "base/text/wide.h"
+#include "kelvo/types.h"
 
 namespace kelvo {
 
@@ -20,29 +21,25 @@ class FolderItems {
 // empty text, when the path is too long.
 bool FolderPathOf(FolderItems& items, uintptr_t item, wchar_t (&path)[kTextCapacity]) noexcept;
 
-class SaveTarget {
- public:
-  void SetFolder(const wchar_t* folder) noexcept { CopyWide(folder_, kTextCapacity, folder); }
-  void SetName(const wchar_t* name) noexcept { CopyWide(name_, kTextCapacity, name); }
-  const wchar_t* folder() const noexcept { return folder_; }
-  const wchar_t* name() const noexcept { return name_; }
+// What a host finds behind the dialog's parameter, in this order.
+struct SaveDialogState {
+  ModuleHandle host_module = nullptr;  // where template, menu bar, icons and texts are
+  WindowHandle tree = nullptr;         // these three while the dialog is open
+  WindowHandle dialog = nullptr;
+  WindowHandle menu_bar = nullptr;
+  int32_t succeeded = 0;             // 1: `path` has been accepted
+  wchar_t path[kTextCapacity] = {};  // the path line, as the user sees it; the result
+  wchar_t folder[kTextCapacity] = {};
+  wchar_t name[kTextCapacity] = {};
 
   // The path line: folder, backslash and name, with ".m3u" when the name has no point. What does
   // not fit is cut off.
   void UpdatePath() noexcept;
-  const wchar_t* path() const noexcept { return path_; }
-  // The line as the user sees it counts when saving.
-  void SetPath(const wchar_t* path) noexcept { CopyWide(path_, kTextCapacity, path); }
 
   enum class Check { kEmpty, kExists, kFree };
   Check CheckPath(FileSystem& files) const noexcept;
   // Creates the file and deletes it again at once: an old playlist is gone after this.
   bool ProveWritable(FileSystem& files) noexcept;
-
- private:
-  wchar_t folder_[kTextCapacity] = {};
-  wchar_t name_[kTextCapacity] = {};
-  wchar_t path_[kTextCapacity] = {};
 };
 
 }  // namespace kelvo

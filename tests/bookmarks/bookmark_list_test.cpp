@@ -1,4 +1,4 @@
-#include "bookmarks/bookmark_file.h"
+#include "bookmarks/bookmark_list.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ std::string Repeat(size_t count, char c) {
   return std::string(count, c);
 }
 
-TEST(BookmarkFileTest, ReadsWhatItCanOfAnyFile) {
+TEST(BookmarkListTest, ReadsWhatItCanOfAnyFile) {
   struct Case {
     const char* name;
     std::string file;
@@ -75,7 +75,7 @@ std::string Sample() {
          "\r\n\\b\r\n-1\r\n\r\n\\c\r\n0\r\nlast\r\n";
 }
 
-TEST(BookmarkFileTest, EveryTruncationKeepsTheRecordsBefore) {
+TEST(BookmarkListTest, EveryTruncationKeepsTheRecordsBefore) {
   const std::string file = Utf16(Sample());
   const Strings whole = ReadTexts(file);
   ASSERT_EQ(whole.size(), 3u);
@@ -93,11 +93,11 @@ TEST(BookmarkFileTest, EveryTruncationKeepsTheRecordsBefore) {
   }
 }
 
-TEST(BookmarkFileTest, EveryFailingReadKeepsTheRecordsBefore) {
+TEST(BookmarkListTest, EveryFailingReadKeepsTheRecordsBefore) {
   test::MemoryFiles files;
   files["f"] = Utf16(Sample() + Sample() + Sample());
   int sweeps = 0;
-  for (size_t last = 0;; ++sweeps) {
+  for (int32_t last = 0;; ++sweeps) {
     files.reads = 0;
     files.failing_read = sweeps;
     BookmarkList list;
@@ -108,7 +108,7 @@ TEST(BookmarkFileTest, EveryFailingReadKeepsTheRecordsBefore) {
     const Strings whole = ReadTexts(files["f"]);
     ASSERT_EQ(test::Texts(list), Strings(whole.begin(), whole.begin() + long(last)));
     if (files.reads <= sweeps) {
-      EXPECT_EQ(last, 9u);
+      EXPECT_EQ(last, 9);
       break;
     }
     ASSERT_TRUE(sweeps != 1 || last < 9) << "a read that fails ends the list";
@@ -116,7 +116,7 @@ TEST(BookmarkFileTest, EveryFailingReadKeepsTheRecordsBefore) {
   EXPECT_GT(sweeps, 3);
 }
 
-TEST(BookmarkFileTest, EveryFailingAllocationKeepsTheRecordsBefore) {
+TEST(BookmarkListTest, EveryFailingAllocationKeepsTheRecordsBefore) {
   const std::string bytes = Utf16(Sample());
   const Strings whole = ReadTexts(bytes);
   for (int successes = 0;; ++successes) {
@@ -137,25 +137,23 @@ TEST(BookmarkFileTest, EveryFailingAllocationKeepsTheRecordsBefore) {
   }
 }
 
-TEST(BookmarkFileTest, GrowsByFifty) {
-  std::string file;
-  for (int i = 0; i < 101; ++i) file += "p\r\n1\r\n\r\n";
-  file = Utf16(file);
-  MemorySource source(file.data(), file.size());
+TEST(BookmarkListTest, WritesWhatReadsBackAsTheSameBookmarks) {
   BookmarkList list;
-  ReadBookmarks(source, &list);
-  EXPECT_EQ(list.size(), 101u);
-  EXPECT_EQ(list.capacity(), 150u);
-}
-
-TEST(BookmarkFileTest, WritesExactlyWhatItRead) {
-  const std::string file = Utf16(Sample());
-  MemorySource source(file.data(), file.size());
-  BookmarkList list;
-  ReadBookmarks(source, &list);
-  ASSERT_TRUE(list.Append(Bookmark())) << "without texts";
-  const std::string want = file + Utf16("\r\n0\r\n\r\n");
-
+  const auto add = [&](const char* path, int32_t position_s, const char* description) {
+    Bookmark bookmark;
+    bookmark.position_s = position_s;
+    ASSERT_TRUE(bookmark.path.Assign(test::Wide(path)));
+    ASSERT_TRUE(bookmark.description.Assign(test::Wide(description)));
+    ASSERT_TRUE(list.Insert(list.size(), std::move(bookmark)));
+  };
+  const std::string long_path = "\\Music\\" + Repeat(240, 'x') + ".ogg";
+  add(long_path.c_str(), 3725, Repeat(259, 'd').c_str());
+  add("", 7, "would end the list");
+  ASSERT_TRUE(list.Insert(1, Bookmark())) << "without texts";
+  add("\\b\r\n", INT32_MIN, "Live\r\nin\rRome\n");
+  add("\\c", 0, "");
+  const std::string want = Utf16(long_path + "\r\n3725\r\n" + Repeat(259, 'd') +
+                                 "\r\n\\b  \r\n-2147483648\r\nLive  in Rome \r\n\\c\r\n0\r\n\r\n");
   test::MemoryFiles files;
   for (int failing = 0;; ++failing) {
     files.writes = 0;
@@ -171,6 +169,7 @@ TEST(BookmarkFileTest, WritesExactlyWhatItRead) {
     }
     ASSERT_EQ(files.writes, failing + 1) << "nothing follows a failed write";
   }
+  EXPECT_EQ(ReadTexts(want).size(), 3u);
 }
 
 }  // namespace

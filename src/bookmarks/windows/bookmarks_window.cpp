@@ -1,7 +1,12 @@
-#include "bookmarks/windows/bookmarks_dialog.h"
+#include "bookmarks/windows/bookmarks_window.h"
 
 #include "base/messages/post_message.h"
+#include "base/windows/image_list.h"
+#include "base/windows/registry.h"
+#include "base/windows/settings_keys.h"
+#include "bookmarks/bookmark_position.h"
 #include "bookmarks/windows/edit_bookmark_dialog.h"
+#include "entry/language/dialog_guard.h"
 #include "entry/language/full_screen_dialog.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
@@ -27,20 +32,49 @@ constexpr Column kColumns[] = {
     {BookmarkColumn::kState, 0, 18},
 };
 
-struct Sorting {
-  const BookmarkStore& store;
-  const BookmarkOrder& order;
-};
-
 int CALLBACK CompareItems(LPARAM a, LPARAM b, LPARAM parameter) {
-  const auto& sorting = *reinterpret_cast<const Sorting*>(parameter);
+  const BookmarkStore& store = *reinterpret_cast<const BookmarkStore*>(parameter);
   const int32_t first = static_cast<int32_t>(a);
   const int32_t second = static_cast<int32_t>(b);
-  if (!sorting.store.Contains(first) || !sorting.store.Contains(second)) return 0;
-  return sorting.order.Compare(sorting.store, first, second);
+  return store.Contains(first) && store.Contains(second) ? store.Compare(first, second) : 0;
 }
 
-}  // namespace
+// The list of bookmarks with its menu bar. An item's data is the bookmark's index in the store; the
+// texts and images are asked for when they are drawn.
+//
+// The host works while the dialog runs and may change the store through the feature: an index of an
+// item is checked before each use.
+class BookmarksDialog final : public ModalDialog {
+ public:
+  // `host`, which may be null, receives the messages about bookmarks. Both are borrowed.
+  BookmarksDialog(HWND host, BookmarkStore& store) noexcept
+      : host_(host), store_(store), state_(store.state()) {}
+
+ private:
+  bool OnInit() noexcept override;
+  Handled OnCommand(int id, int notification) noexcept override;
+  Handled OnMessage(UINT message, WPARAM wparam, LPARAM lparam, LRESULT* result) noexcept override;
+  void OnDestroy() noexcept override;
+
+  HWND list() const noexcept { return static_cast<HWND>(state_.list_view); }
+  void CreateList() noexcept;
+  void Stretch() noexcept;
+  void Fill() noexcept;
+  void Sort() noexcept;
+  void Describe(LVITEMW* item) noexcept;
+
+  int32_t IndexOf(int item) const noexcept;  // -1 when there is no such item
+  int32_t CurrentIndex() const noexcept;     // of the focused item, if it is selected; or -1
+  void Post(uint32_t what) noexcept;
+  void Edit() noexcept;
+  void Delete() noexcept;
+
+  HWND host_;
+  BookmarkStore& store_;
+  BookmarksState& state_;
+  UniqueIconList images_;
+  SHACTIVATEINFO activation_ = {sizeof(SHACTIVATEINFO), nullptr, 0, 0, 0, 0};
+};
 
 bool BookmarksDialog::OnInit() noexcept {
   MakeFullScreen(window(), SHIDIF_SIPDOWN);
@@ -52,6 +86,8 @@ bool BookmarksDialog::OnInit() noexcept {
   bar.nBmpId = IDB_MENU_BAR;
   bar.cBmpImages = 9;
   CreateLocalizedMenuBar(&bar);
+  state_.window = window();
+  state_.menu_bar = bar.hwndMB;
   CreateList();
   Stretch();
   store_.Load();
@@ -60,11 +96,11 @@ bool BookmarksDialog::OnInit() noexcept {
 }
 
 void BookmarksDialog::CreateList() noexcept {
-  list_ = control(IDC_BOOKMARK_LIST);
+  state_.list_view = control(IDC_BOOKMARK_LIST);
   constexpr int kIcons[] = {IDI_FILE_PRESENT, IDI_FILE_MISSING};
   images_ = LoadIconList(OwnModule(), kIcons, 2);
-  ListView_SetImageList(list_, images_.get(), LVSIL_SMALL);
-  ListView_SetExtendedListViewStyleEx(list_, 0, LVS_EX_FULLROWSELECT | LVS_EX_ONECLICKACTIVATE);
+  ListView_SetImageList(list(), images_.get(), LVSIL_SMALL);
+  ListView_SetExtendedListViewStyleEx(list(), 0, LVS_EX_FULLROWSELECT | LVS_EX_ONECLICKACTIVATE);
   for (const Column& column : kColumns) {
     LVCOLUMNW inserted = {};
     inserted.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
@@ -73,46 +109,44 @@ void BookmarksDialog::CreateList() noexcept {
     const wchar_t* heading =
         column.heading ? LoadLocalizedString(OwnModule(), column.heading) : L"";
     inserted.pszText = const_cast<wchar_t*>(heading);
-    SendMessageW(list_, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&inserted));
+    SendMessageW(list(), LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&inserted));
   }
 }
 
 void BookmarksDialog::Stretch() noexcept {
   RECT client;
-  if (list_ && GetClientRect(window(), &client)) {
-    MoveWindow(list_, 0, 0, client.right, client.bottom, TRUE);
+  if (list() && GetClientRect(window(), &client)) {
+    MoveWindow(list(), 0, 0, client.right, client.bottom, TRUE);
   }
 }
 
 void BookmarksDialog::Fill() noexcept {
-  SendMessageW(list_, WM_SETREDRAW, FALSE, 0);
-  ListView_DeleteAllItems(list_);
-  const int count = static_cast<int>(store_.size());
-  for (int i = 0; i < count; ++i) {
+  SendMessageW(list(), WM_SETREDRAW, FALSE, 0);
+  ListView_DeleteAllItems(list());
+  for (int i = 0, count = store_.size(); i < count; ++i) {
     LVITEMW item = {};
     item.mask = LVIF_TEXT | LVIF_IMAGE | LVIF_PARAM;
     item.iItem = i;
     item.pszText = LPSTR_TEXTCALLBACKW;
     item.iImage = I_IMAGECALLBACK;
     item.lParam = i;
-    const LRESULT at = SendMessageW(list_, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    const LRESULT at = SendMessageW(list(), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
     if (at < 0) break;
     for (item.iSubItem = 1; item.iSubItem <= 2; ++item.iSubItem) {
-      SendMessageW(list_, LVM_SETITEMTEXTW, static_cast<WPARAM>(at),
+      SendMessageW(list(), LVM_SETITEMTEXTW, static_cast<WPARAM>(at),
                    reinterpret_cast<LPARAM>(&item));
     }
   }
   Sort();
-  SendMessageW(list_, WM_SETREDRAW, TRUE, 0);
-  InvalidateRect(list_, nullptr, TRUE);
+  SendMessageW(list(), WM_SETREDRAW, TRUE, 0);
+  InvalidateRect(list(), nullptr, TRUE);
 }
 
 void BookmarksDialog::Sort() noexcept {
-  const Sorting sorting = {store_, order_};
-  ListView_SortItems(list_, CompareItems, reinterpret_cast<LPARAM>(&sorting));
+  ListView_SortItems(list(), CompareItems, reinterpret_cast<LPARAM>(&store_));
 }
 
-void BookmarksDialog::Tell(LVITEMW* item) noexcept {
+void BookmarksDialog::Describe(LVITEMW* item) noexcept {
   const int32_t index = static_cast<int32_t>(item->lParam);
   const bool known = store_.Contains(index);
   if (item->mask & LVIF_IMAGE) {
@@ -121,8 +155,8 @@ void BookmarksDialog::Tell(LVITEMW* item) noexcept {
   if (!(item->mask & LVIF_TEXT)) return;
   const wchar_t* text = L"";
   if (known && item->iSubItem == static_cast<int>(BookmarkColumn::kTime)) {
-    FormatListPosition(store_.At(index).position_s, position_);
-    text = position_;
+    FormatListPosition(store_.At(index).position_s, state_.position_text);
+    text = state_.position_text;
   } else if (known && item->iSubItem == static_cast<int>(BookmarkColumn::kTitle)) {
     text = store_.At(index).description.c_str();
   }
@@ -134,14 +168,14 @@ int32_t BookmarksDialog::IndexOf(int item) const noexcept {
   found.mask = LVIF_PARAM;
   found.iItem = item;
   const bool there =
-      item >= 0 && SendMessageW(list_, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&found)) != 0;
+      item >= 0 && SendMessageW(list(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&found)) != 0;
   const int32_t index = static_cast<int32_t>(found.lParam);
   return there && store_.Contains(index) ? index : -1;
 }
 
 int32_t BookmarksDialog::CurrentIndex() const noexcept {
-  const int item = ListView_GetNextItem(list_, -1, LVNI_FOCUSED);
-  const bool selected = item >= 0 && ListView_GetItemState(list_, item, LVIS_SELECTED) != 0;
+  const int item = ListView_GetNextItem(list(), -1, LVNI_FOCUSED);
+  const bool selected = item >= 0 && ListView_GetItemState(list(), item, LVIS_SELECTED) != 0;
   return selected ? IndexOf(item) : -1;
 }
 
@@ -158,13 +192,20 @@ void BookmarksDialog::Edit() noexcept {
 }
 
 void BookmarksDialog::Delete() noexcept {
-  if (ListView_GetSelectedCount(list_) == 0) return;
-  const int item = ListView_GetSelectionMark(list_);
+  if (ListView_GetSelectedCount(list()) == 0) return;
+  const int item = ListView_GetSelectionMark(list());
   const int32_t index = IndexOf(item);
   if (index < 0) return;
   store_.Remove(index);
   Fill();
-  ListView_SetSelectionMark(list_, MarkAfterRemoval(item));
+  ListView_SetSelectionMark(list(), item > 0 ? item - 1 : 0);
+}
+
+void BookmarksDialog::OnDestroy() noexcept {
+  // Or a list without the style that shares image lists, in a translated dialog, would destroy it
+  // too.
+  ListView_SetImageList(list(), nullptr, LVSIL_SMALL);
+  state_.window = state_.list_view = state_.menu_bar = nullptr;
 }
 
 ModalDialog::Handled BookmarksDialog::OnCommand(int id, int) noexcept {
@@ -200,19 +241,16 @@ ModalDialog::Handled BookmarksDialog::OnMessage(UINT message, WPARAM wparam, LPA
     case WM_SIZE:
       Stretch();
       return Handled::kYes;
-    case WM_SETTINGCHANGE: {
-      SHACTIVATEINFO activation = {};
-      activation.cbSize = sizeof(activation);
-      SHHandleWMSettingChange(window(), wparam, lparam, &activation);
+    case WM_SETTINGCHANGE:
+      SHHandleWMSettingChange(window(), wparam, lparam, &activation_);
       return Handled::kYes;
-    }
     case WM_NOTIFY: {
       const NMHDR* header = reinterpret_cast<const NMHDR*>(lparam);
       if (header->idFrom != IDC_BOOKMARK_LIST) return Handled::kNo;
       if (header->code == LVN_GETDISPINFOW) {
-        Tell(&reinterpret_cast<NMLVDISPINFOW*>(lparam)->item);
+        Describe(&reinterpret_cast<NMLVDISPINFOW*>(lparam)->item);
       } else if (header->code == LVN_COLUMNCLICK) {
-        order_.Click(
+        store_.SortBy(
             static_cast<BookmarkColumn>(reinterpret_cast<const NMLISTVIEW*>(lparam)->iSubItem));
         Sort();
       } else {
@@ -223,6 +261,24 @@ ModalDialog::Handled BookmarksDialog::OnMessage(UINT message, WPARAM wparam, LPA
     default:
       return Handled::kNo;
   }
+}
+
+}  // namespace
+
+bool BookmarksShell::Run(WindowHandle parent, BookmarkStore& store) noexcept {
+  const DialogGuard guard;
+  if (!guard.taken()) return false;
+  InitCommonControls();
+  const HWND host = static_cast<HWND>(parent);
+  BookmarksDialog dialog(host, store);
+  RunDialog(dialog, IDD_BOOKMARKS, host);
+  return true;
+}
+
+void RegisteredInstallFolder::Read(wchar_t (&folder)[kTextCapacity]) noexcept {
+  const RegistryKey key = RegistryKey::Open(kInstallationKey);
+  // Without the value the buffer is empty.
+  static_cast<void>(key.ReadText(L"InstallDir", folder, kTextCapacity));
 }
 
 }  // namespace kelvo

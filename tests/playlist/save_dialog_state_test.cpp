@@ -1,4 +1,4 @@
-#include "playlist/save/save_target.h"
+#include "playlist/save_dialog_state.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ class Chain final : public FolderItems {
   }
 };
 
-TEST(SaveTargetTest, BuildsFolderPaths) {
+TEST(SaveDialogStateTest, BuildsFolderPaths) {
   const struct {
     std::vector<std::string> texts;
     std::string want;
@@ -44,7 +44,7 @@ TEST(SaveTargetTest, BuildsFolderPaths) {
   }
 }
 
-TEST(SaveTargetTest, ShowsThePath) {
+TEST(SaveDialogStateTest, ShowsThePath) {
   const struct {
     std::string folder, name, want;
   } cases[] = {
@@ -55,35 +55,43 @@ TEST(SaveTargetTest, ShowsThePath) {
       {std::string(255, 'f'), "abcdefgh", std::string(255, 'f') + "\\abc"},
   };
   for (const auto& c : cases) {
-    SaveTarget target;
-    EXPECT_EQ(Utf8(target.path()), "");
-    target.SetFolder(Wide(c.folder));
-    target.SetName(Wide(c.name));
-    target.UpdatePath();
-    EXPECT_EQ(Utf8(target.path()), c.want);
+    SaveDialogState state;
+    EXPECT_EQ(Utf8(state.path), "");
+    CopyWide(state.folder, kTextCapacity, Wide(c.folder));
+    CopyWide(state.name, kTextCapacity, Wide(c.name));
+    state.UpdatePath();
+    EXPECT_EQ(Utf8(state.path), c.want);
   }
 }
 
-TEST(SaveTargetTest, ProvesThatTheFileCanBeWritten) {
+TEST(SaveDialogStateTest, ProvesThatTheFileCanBeWritten) {
+  using Check = SaveDialogState::Check;
   MemoryFiles files;
   files.PutFolder("\\Docs");
   files.Put("\\old.m3u", "old");
   files.Put("\\guarded.m3u", "old", kAttributeReadOnly);
-  SaveTarget target;
-  EXPECT_EQ(target.CheckPath(files), SaveTarget::Check::kEmpty);
-  target.SetPath(L"\\new.m3u");
-  EXPECT_EQ(target.CheckPath(files), SaveTarget::Check::kFree);
-  files.log.clear();
-  EXPECT_TRUE(target.ProveWritable(files));
-  EXPECT_EQ(files.log, (std::vector<std::string>{"create \\new.m3u", "delete \\new.m3u"}));
-  EXPECT_FALSE(files.Find("\\new.m3u"));
-  for (const wchar_t* path : {L"\\Docs", L"\\guarded.m3u", L"\\old.m3u"}) {
-    target.SetPath(path);
-    EXPECT_EQ(target.CheckPath(files), SaveTarget::Check::kExists);
-    EXPECT_EQ(target.ProveWritable(files), CompareWide(path, L"\\old.m3u") == 0);
+  const struct {
+    const wchar_t* path;
+    Check check;
+    bool writable;
+  } cases[] = {
+      {L"", Check::kEmpty, false},          {L"\\new.m3u", Check::kFree, true},
+      {L"\\none\\a.m3u", Check::kFree, false}, {L"\\Docs", Check::kExists, false},
+      {L"\\", Check::kExists, false},        {L"\\Docs\\", Check::kExists, false},
+      {L"\\old.m3u", Check::kExists, true}, {L"\\guarded.m3u", Check::kExists, false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(Utf8(c.path));
+    SaveDialogState state;
+    CopyWide(state.path, kTextCapacity, c.path);
+    EXPECT_EQ(state.CheckPath(files), c.check);
+    EXPECT_EQ(state.ProveWritable(files), c.writable);
+    if (c.writable) {
+      EXPECT_FALSE(files.Exists(c.path)) << "gone before the writer starts";
+    }
+    EXPECT_EQ(files.open_now, 0);
   }
-  EXPECT_FALSE(files.Find("\\old.m3u")) << "gone before the writer starts";
-  EXPECT_EQ(files.open_now, 0);
+  EXPECT_EQ(files.Find("\\guarded.m3u")->bytes, "old");
 }
 
 }  // namespace
