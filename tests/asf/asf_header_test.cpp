@@ -70,8 +70,7 @@ TEST(AsfHeaderTest, RefusesWhatIsNoAsfFileAndClearsTheOutputs) {
     memset(&info, 0xEE, sizeof(info));
     FailingSource source(bytes, -1);
     EXPECT_FALSE(ReadAsfInfo(source, L"a.wma", &info));
-    AsfInfo zero;
-    ClearAsfInfo(&zero);
+    const AsfInfo zero = {};
     EXPECT_EQ(memcmp(&info, &zero, sizeof(info)), 0) << bytes.size();
   }
 }
@@ -315,8 +314,7 @@ TEST(AsfHeaderTest, GivesNothingWithoutMemory) {
   test::HeapFaults faults(0);
   EXPECT_FALSE(ReadAsfInfo(source, L"x.wma", &info));
   EXPECT_TRUE(faults.triggered());
-  AsfInfo empty;
-  ClearAsfInfo(&empty);
+  const AsfInfo empty = {};
   EXPECT_EQ(memcmp(&info, &empty, sizeof(info)), 0);
 }
 

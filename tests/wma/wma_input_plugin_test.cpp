@@ -1,6 +1,6 @@
 // The plug-in on a player control of the test's own: what it asks of it, and what it makes of the
 // answers.
-#include "input/wma/wma_plugin.h"
+#include "input/wma/wma_input_plugin.h"
 
 #include <gtest/gtest.h>
 
@@ -40,9 +40,9 @@ bool WindowExists() {
   return FindPluginWindow() != nullptr;
 }
 
-class WmaPluginTest : public ::testing::Test {
+class WmaInputPluginTest : public ::testing::Test {
  protected:
-  ~WmaPluginTest() override {
+  ~WmaInputPluginTest() override {
     plugin.ShutDown(false);
     EXPECT_FALSE(WindowExists());
   }
@@ -50,10 +50,10 @@ class WmaPluginTest : public ::testing::Test {
 
   FakePlayer player;
   FixedPointEffects effects{SystemEffectsPlatform()};
-  WmaPlugin plugin;
+  WmaInputPlugin plugin{SystemFiles()};
 };
 
-TEST_F(WmaPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
+TEST_F(WmaInputPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
   const struct {
     const char* name;
     void (*arrange)(FakePlayer&);
@@ -93,13 +93,13 @@ TEST_F(WmaPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
 DWORD WINAPI StartSingleThreaded(void* started) {
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   FixedPointEffects effects{SystemEffectsPlatform()};
-  WmaPlugin plugin;
+  WmaInputPlugin plugin(SystemFiles());
   *static_cast<bool*>(started) = plugin.Start(GetModuleHandleW(nullptr), effects);
   CoUninitialize();
   return 0;
 }
 
-TEST_F(WmaPluginTest, StartsNothingOnASingleThreadedHost) {
+TEST_F(WmaInputPluginTest, StartsNothingOnASingleThreadedHost) {
   bool started = true;
   const HANDLE thread = CreateThread(nullptr, 0, &StartSingleThreaded, &started, 0, nullptr);
   WaitForSingleObject(thread, INFINITE);
@@ -109,7 +109,7 @@ TEST_F(WmaPluginTest, StartsNothingOnASingleThreadedHost) {
   EXPECT_TRUE(Start()) << "nothing was left behind";
 }
 
-TEST_F(WmaPluginTest, LosesItsControlWithItsWindow) {
+TEST_F(WmaInputPluginTest, LosesItsControlWithItsWindow) {
   ASSERT_TRUE(Start());
   player.TakeLog();
   DestroyWindow(FindPluginWindow());
@@ -120,14 +120,14 @@ TEST_F(WmaPluginTest, LosesItsControlWithItsWindow) {
   EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
-TEST_F(WmaPluginTest, ShuttingDownDoesNotEndTheHostsLoop) {
+TEST_F(WmaInputPluginTest, ShuttingDownDoesNotEndTheHostsLoop) {
   ASSERT_TRUE(Start());
   plugin.ShutDown(false);
   MSG message;
   EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
-TEST_F(WmaPluginTest, IsHarmlessWithoutAControl) {
+TEST_F(WmaInputPluginTest, IsHarmlessWithoutAControl) {
   EXPECT_EQ(plugin.Open(Wide(MediaPath("sample.wma")), 0), 0);
   EXPECT_EQ(plugin.Play(), 0);
   EXPECT_EQ(plugin.SeekMs(5), 0);
@@ -139,7 +139,7 @@ TEST_F(WmaPluginTest, IsHarmlessWithoutAControl) {
   EXPECT_EQ(plugin.GetState(), kStopped);
 }
 
-TEST_F(WmaPluginTest, DrivesTheControlFromStateToState) {
+TEST_F(WmaInputPluginTest, DrivesTheControlFromStateToState) {
   ASSERT_TRUE(Start());
   player.TakeLog();
   const std::string path = MediaPath("sample.wma");
@@ -206,7 +206,7 @@ TEST_F(WmaPluginTest, DrivesTheControlFromStateToState) {
   }
 }
 
-TEST_F(WmaPluginTest, ConvertsSeconds) {
+TEST_F(WmaInputPluginTest, ConvertsSeconds) {
   ASSERT_TRUE(Start());
   const struct {
     double seconds;
@@ -246,7 +246,7 @@ void CALLBACK CloseBox(HWND, UINT, UINT_PTR timer, DWORD) {
   PostMessageW(box, WM_COMMAND, IDOK, 0);
 }
 
-TEST_F(WmaPluginTest, RefusesFilesThatItCannotPlay) {
+TEST_F(WmaInputPluginTest, RefusesFilesThatItCannotPlay) {
   ASSERT_TRUE(Start());
   player.TakeLog();
   ASSERT_EQ(plugin.Open(Wide(MediaPath("sample.wma")), 0), 1);
@@ -279,7 +279,7 @@ TEST_F(WmaPluginTest, RefusesFilesThatItCannotPlay) {
   EXPECT_EQ(g_box, "Please, change regional settings to correctly play file \xE4\xB8\xAD.wma");
 }
 
-TEST_F(WmaPluginTest, TellsItsOwnerThatPlaybackIsOver) {
+TEST_F(WmaInputPluginTest, TellsItsOwnerThatPlaybackIsOver) {
   ASSERT_TRUE(Start());
   test::EndMessages messages;
   player.Fire(4);
@@ -293,7 +293,7 @@ TEST_F(WmaPluginTest, TellsItsOwnerThatPlaybackIsOver) {
   EXPECT_EQ(messages.count(), 1);
 }
 
-TEST_F(WmaPluginTest, TellsAboutFilesWithoutAControl) {
+TEST_F(WmaInputPluginTest, TellsAboutFilesWithoutAControl) {
   wchar_t display[kMaxText], album[kMaxText], artist[kMaxText], title[kMaxText];
   MediaInfo info;
   uint32_t length_ms = 1, sdk = 1;
