@@ -149,6 +149,14 @@ FakePlayer::~FakePlayer() {
   g_player = nullptr;
 }
 
+void* FakePlayer::control() {
+  return &g_control;
+}
+
+void* FakePlayer::connection_point() {
+  return &g_point;
+}
+
 void FakePlayer::Fire(DISPID event) {
   ComPtr<IDispatch> events;
   ASSERT_EQ(events.Query(sink.get(), kPlayerEventInterface), S_OK);

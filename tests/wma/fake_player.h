@@ -30,6 +30,10 @@ class FakePlayer {
   std::string log;     // "30=0 ", "open song.wma ", "seek 1.500 ", "play ", ...
   ComPtr<IUnknown> sink;
 
+  // What the plug-in gets to see.
+  static void* control();
+  static void* connection_point();
+
   std::string TakeLog() { return std::exchange(log, {}); }
   void Fire(DISPID event);
 };
