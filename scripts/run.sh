@@ -56,7 +56,7 @@ on_console() {
   return "$result"
 }
 
-"$kelvo_root/scripts/build.sh" i686
+"$kelvo_root/scripts/build.sh" --target player i686
 if [[ -n ${DISPLAY:-} && ${1:-} != --* ]]; then
   in_windows "$@"
 else
