@@ -1,4 +1,3 @@
-// Title, author and the named attributes.
 #include "input/wma/asf_objects.h"
 
 namespace kelvo {
@@ -48,6 +47,46 @@ uint32_t ReadValue(AsfCursor& cursor, uint16_t type, uint16_t bytes, AsfScratch*
   }
 }
 
+constexpr uint16_t kAudioCodec = 2;
+
+// What a codec's entry says in words, such as "64 kbps, 44 kHz, stereo" or "VBR Quality 75, 44 kHz,
+// stereo".
+struct CodecWords {
+  uint32_t bit_rate = 0;     // kbit/s
+  uint32_t sample_rate = 0;  // kHz
+  uint32_t stereo = 0;
+};
+
+// Position behind the first `word`, or null.
+const wchar_t* Behind(const wchar_t* text, const wchar_t* word) noexcept {
+  const size_t length = WideLength(word);
+  for (; *text != 0; ++text) {
+    size_t i = 0;
+    while (i < length && text[i] == word[i]) ++i;
+    if (i == length) return text + length;
+  }
+  return nullptr;
+}
+
+// The number at the first digit; 0 without text or digits.
+uint32_t FirstNumber(const wchar_t* text) noexcept {
+  if (!text) return 0;
+  while (*text != 0 && (*text < L'0' || *text > L'9')) ++text;
+  return static_cast<uint32_t>(ParseDecimal(text));
+}
+
+void Parse(const wchar_t* description, CodecWords* words) noexcept {
+  if (description[0] == 0) return;
+  if (EqualAsciiNoCase(description, L"VBR", 3)) {
+    words->bit_rate = 0;
+    words->sample_rate = FirstNumber(FindWide(description, L','));
+  } else {
+    words->bit_rate = FirstNumber(description);
+    words->sample_rate = FirstNumber(Behind(description, L"kbps"));
+  }
+  if (Behind(description, L"stereo")) words->stereo = 1;
+}
+
 }  // namespace
 
 void ReadContentDescription(AsfCursor& cursor, AsfInfo* out) noexcept {
@@ -82,6 +121,41 @@ void ReadExtendedContent(AsfCursor& cursor, AsfScratch* scratch, AsfInfo* out) n
       out->sdk_version = static_cast<uint32_t>(ParseDecimal(scratch->text));
     }
   }
+}
+
+void ReadCodecList(AsfCursor& cursor, AsfScratch* scratch, AsfInfo* out) noexcept {
+  CodecWords words;
+  cursor.Skip(16);
+  for (uint32_t left = cursor.U32(); left > 0; --left) {
+    const uint16_t type = cursor.U16();
+    cursor.Skip(uint32_t{cursor.U16()} * 2);  // the codec's name
+    cursor.Text(scratch->text, uint32_t{cursor.U16()} * 2);
+    cursor.Skip(cursor.U16());  // codec-specific information
+    if (!cursor.ok()) break;
+    if (type == kAudioCodec) Parse(scratch->text, &words);
+  }
+  out->format.stereo = words.stereo;
+  out->format.sample_rate = words.sample_rate;
+  if (out->format.bit_rate == 0) out->format.bit_rate = words.bit_rate;
+}
+
+void ReadStreamBitrates(AsfCursor& cursor, AsfInfo* out) noexcept {
+  const uint32_t count = cursor.U16();
+  uint64_t sum = 0;  // bits per second
+  for (uint32_t i = 0; i < count && cursor.ok(); ++i) {
+    cursor.Skip(2);
+    sum += cursor.U32();
+  }
+  if (!cursor.ok() || count == 0 || out->format.bit_rate != 0) return;
+  out->format.bit_rate = static_cast<uint32_t>(sum / count / 1000);
+}
+
+void ReadFileProperties(AsfCursor& cursor, AsfInfo* out) noexcept {
+  uint8_t body[80];
+  if (!cursor.Read(body, sizeof(body))) return;
+  const uint64_t play_duration = LoadU64(body + 40);  // 100 ns
+  const uint64_t preroll = LoadU64(body + 56);        // ms
+  out->length_ms = static_cast<uint32_t>((play_duration - preroll * 10000) / 10000);
 }
 
 }  // namespace kelvo

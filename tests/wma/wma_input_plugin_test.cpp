@@ -1,14 +1,18 @@
 // The plug-in on a player control of the test's own: what it asks of it, and what it makes of the
 // answers.
-#include "input/wma/wma_plugin.h"
+#include "input/wma/wma_input_plugin.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
+#include <string>
 
 #include "effects/effects_processor.h"
 #include "tests/support/end_messages.h"
 #include "tests/support/media_files.h"
+#include "tests/support/message_box.h"
+#include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
 #include "tests/wma/fake_player.h"
 
@@ -40,9 +44,9 @@ bool WindowExists() {
   return FindPluginWindow() != nullptr;
 }
 
-class WmaPluginTest : public ::testing::Test {
+class WmaInputPluginTest : public ::testing::Test {
  protected:
-  ~WmaPluginTest() override {
+  ~WmaInputPluginTest() override {
     plugin.ShutDown(false);
     EXPECT_FALSE(WindowExists());
   }
@@ -50,10 +54,10 @@ class WmaPluginTest : public ::testing::Test {
 
   FakePlayer player;
   FixedPointEffects effects{SystemEffectsPlatform()};
-  WmaPlugin plugin;
+  WmaInputPlugin plugin{SystemFiles()};
 };
 
-TEST_F(WmaPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
+TEST_F(WmaInputPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
   const struct {
     const char* name;
     void (*arrange)(FakePlayer&);
@@ -90,16 +94,110 @@ TEST_F(WmaPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
   }
 }
 
+TEST_F(WmaInputPluginTest, MakesAnInvisibleWindowWithTheContainerInIt) {
+  ASSERT_TRUE(Start());
+  const HWND window = FindPluginWindow();
+  EXPECT_FALSE(GetParent(window));
+  EXPECT_FALSE(IsWindowVisible(window));
+  WNDCLASSW window_class = {};
+  ASSERT_TRUE(GetClassInfoW(GetModuleHandleW(nullptr), L"VLWMAPlayer", &window_class));
+  EXPECT_EQ(window_class.style, UINT{CS_HREDRAW | CS_VREDRAW});
+  EXPECT_EQ(window_class.hbrBackground, GetSysColorBrush(COLOR_WINDOW));
+  const HWND container = GetDlgItem(window, 1333);
+  ASSERT_TRUE(container);
+  wchar_t text[80] = L"";
+  GetClassNameW(container, text, 80);
+  EXPECT_EQ(Utf8(text), "AtlAxWin");
+  GetWindowTextW(container, text, 80);
+  EXPECT_EQ(Utf8(text), "{22D6F312-B0F6-11D0-94AB-0080C74C7E95}");
+  EXPECT_TRUE(GetWindowLongW(container, GWL_STYLE) & WS_CHILD);
+}
+
+template <class T>
+T At(void* object, size_t offset_32, size_t offset_64) {
+  T value;
+  memcpy(&value, static_cast<char*>(object) + (sizeof(void*) == 4 ? offset_32 : offset_64),
+         sizeof(value));
+  return value;
+}
+
+TEST_F(WmaInputPluginTest, KeepsItsStateWhereHostsReadIt) {
+  void* const object = static_cast<WmaInput*>(&plugin);
+  const auto state = [&] { return At<uint32_t>(object, 32, 64); };
+  const auto file = [&] {
+    const auto text = At<std::array<wchar_t, kMaxText>>(object, 36, 68);
+    return Utf8(text.data());
+  };
+  EXPECT_EQ(At<void*>(object, 20, 40), nullptr);
+  EXPECT_EQ(At<uint32_t>(object, 24, 48), 0u);
+  EXPECT_EQ(state(), kStopped);
+  EXPECT_EQ(file(), "");
+  ASSERT_TRUE(Start());
+  EXPECT_EQ(At<void*>(object, 20, 40), player.control());
+  EXPECT_EQ(At<uint32_t>(object, 24, 48), 1u);
+  EXPECT_EQ(At<uint32_t>(object, 560, 592), 77u) << "the sink's cookie";
+  EXPECT_EQ(At<void*>(object, 564, 600), player.connection_point());
+  plugin.SetOwnerWindow(object);
+  EXPECT_EQ(At<void*>(object, 28, 56), object);
+  plugin.SetOwnerWindow(nullptr);
+  const std::string path = MediaPath("sample.wma");
+  ASSERT_EQ(plugin.Open(Wide(path), 0), 1);
+  EXPECT_EQ(file(), path);
+  plugin.SetState(3);
+  EXPECT_EQ(At<uint32_t>(object, 16, 32), 3u) << "the base's";
+  EXPECT_EQ(state(), kStopped);
+  plugin.Play();
+  EXPECT_EQ(state(), kPlaying);
+  plugin.SeekMs(4711);
+  EXPECT_EQ(At<int32_t>(object, 556, 588), 4711);
+  player.seconds = 2.25;
+  plugin.TogglePause();
+  EXPECT_EQ(state(), kPaused);
+  EXPECT_EQ(At<int32_t>(object, 556, 588), 2250);
+  EXPECT_EQ(plugin.Open(Wide("no such file.wma"), 0), 0);
+  EXPECT_EQ(file(), path) << "still the one before";
+  plugin.ShutDown(false);
+  EXPECT_EQ(At<void*>(object, 20, 40), nullptr);
+  EXPECT_EQ(At<uint32_t>(object, 24, 48), 0u);
+  EXPECT_EQ(At<void*>(object, 564, 600), nullptr);
+}
+
+std::string g_states;
+
+void KELVO_SLOT_CALL RecordState(void*, uint32_t state) {
+  g_states += std::to_string(state) + " ";
+}
+
+// A host may have put its own table into the object.
+TEST_F(WmaInputPluginTest, ChangesItsStateThroughTheObjectsTable) {
+  ASSERT_TRUE(Start());
+  void** const object = reinterpret_cast<void**>(static_cast<WmaInput*>(&plugin));
+  void* const table = *object;
+  void* own[19];
+  memcpy(own, table, sizeof(own));
+  own[5] = reinterpret_cast<void*>(&RecordState);
+  *object = own;
+  g_states.clear();
+  const std::string path = MediaPath("sample.wma");
+  test::CallSlot<int32_t>(object, 14, static_cast<const wchar_t*>(Wide(path)), 0u);
+  for (const int slot : {12, 11, 11, 10, 12, 13}) test::CallSlot<int32_t>(object, slot);
+  player.result = E_FAIL;
+  test::CallSlot<int32_t>(object, 12);
+  *object = table;
+  EXPECT_EQ(g_states, "1 2 3 2 1 2 1 1 ");
+  EXPECT_EQ(plugin.GetState(), kStopped);
+}
+
 DWORD WINAPI StartSingleThreaded(void* started) {
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   FixedPointEffects effects{SystemEffectsPlatform()};
-  WmaPlugin plugin;
+  WmaInputPlugin plugin(SystemFiles());
   *static_cast<bool*>(started) = plugin.Start(GetModuleHandleW(nullptr), effects);
   CoUninitialize();
   return 0;
 }
 
-TEST_F(WmaPluginTest, StartsNothingOnASingleThreadedHost) {
+TEST_F(WmaInputPluginTest, StartsNothingOnASingleThreadedHost) {
   bool started = true;
   const HANDLE thread = CreateThread(nullptr, 0, &StartSingleThreaded, &started, 0, nullptr);
   WaitForSingleObject(thread, INFINITE);
@@ -109,7 +207,7 @@ TEST_F(WmaPluginTest, StartsNothingOnASingleThreadedHost) {
   EXPECT_TRUE(Start()) << "nothing was left behind";
 }
 
-TEST_F(WmaPluginTest, LosesItsControlWithItsWindow) {
+TEST_F(WmaInputPluginTest, LosesItsControlWithItsWindow) {
   ASSERT_TRUE(Start());
   player.TakeLog();
   DestroyWindow(FindPluginWindow());
@@ -120,14 +218,14 @@ TEST_F(WmaPluginTest, LosesItsControlWithItsWindow) {
   EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
-TEST_F(WmaPluginTest, ShuttingDownDoesNotEndTheHostsLoop) {
+TEST_F(WmaInputPluginTest, ShuttingDownDoesNotEndTheHostsLoop) {
   ASSERT_TRUE(Start());
   plugin.ShutDown(false);
   MSG message;
   EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
-TEST_F(WmaPluginTest, IsHarmlessWithoutAControl) {
+TEST_F(WmaInputPluginTest, IsHarmlessWithoutAControl) {
   EXPECT_EQ(plugin.Open(Wide(MediaPath("sample.wma")), 0), 0);
   EXPECT_EQ(plugin.Play(), 0);
   EXPECT_EQ(plugin.SeekMs(5), 0);
@@ -139,7 +237,7 @@ TEST_F(WmaPluginTest, IsHarmlessWithoutAControl) {
   EXPECT_EQ(plugin.GetState(), kStopped);
 }
 
-TEST_F(WmaPluginTest, DrivesTheControlFromStateToState) {
+TEST_F(WmaInputPluginTest, DrivesTheControlFromStateToState) {
   ASSERT_TRUE(Start());
   player.TakeLog();
   const std::string path = MediaPath("sample.wma");
@@ -206,7 +304,7 @@ TEST_F(WmaPluginTest, DrivesTheControlFromStateToState) {
   }
 }
 
-TEST_F(WmaPluginTest, ConvertsSeconds) {
+TEST_F(WmaInputPluginTest, ConvertsSeconds) {
   ASSERT_TRUE(Start());
   const struct {
     double seconds;
@@ -230,23 +328,7 @@ TEST_F(WmaPluginTest, ConvertsSeconds) {
   EXPECT_EQ(plugin.GetPositionMs(0, 0), 0);
 }
 
-// What the message box said, once it was there; closes it.
-std::string g_box;
-
-void CALLBACK CloseBox(HWND, UINT, UINT_PTR timer, DWORD) {
-  const HWND box = FindWindowW(L"#32770", L"Error");
-  if (!box) return;
-  KillTimer(nullptr, timer);
-  wchar_t text[400] = L"";
-  for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-    wchar_t part[400];
-    if (GetWindowTextW(child, part, 400) > static_cast<int>(wcslen(text))) wcscpy(text, part);
-  }
-  g_box = Utf8(text);
-  PostMessageW(box, WM_COMMAND, IDOK, 0);
-}
-
-TEST_F(WmaPluginTest, RefusesFilesThatItCannotPlay) {
+TEST_F(WmaInputPluginTest, RefusesFilesThatItCannotPlay) {
   ASSERT_TRUE(Start());
   player.TakeLog();
   ASSERT_EQ(plugin.Open(Wide(MediaPath("sample.wma")), 0), 1);
@@ -270,16 +352,17 @@ TEST_F(WmaPluginTest, RefusesFilesThatItCannotPlay) {
   }
   EXPECT_EQ(plugin.Open(nullptr, 0), 0);
   wchar_t title[kMaxText];
-  EXPECT_EQ(plugin.GetDisplayTitle(title), 1) << "still the file that was opened last";
+  EXPECT_EQ(plugin.GetDisplayTitle(title), 1);
+  EXPECT_EQ(Utf8(title), "The Ring Buffers - Sixteen Strings") << "still the one before";
 
   const test::EndMessages owner;
   plugin.SetOwnerWindow(owner.window());
-  SetTimer(nullptr, 0, 50, &CloseBox);
+  const test::MessageBoxAnswer box(L"Error");
   EXPECT_EQ(plugin.Open(Wide("\xE4\xB8\xAD.wma"), 0), 0);
-  EXPECT_EQ(g_box, "Please, change regional settings to correctly play file \xE4\xB8\xAD.wma");
+  EXPECT_EQ(box.text(), "Please, change regional settings to correctly play file \xE4\xB8\xAD.wma");
 }
 
-TEST_F(WmaPluginTest, TellsItsOwnerThatPlaybackIsOver) {
+TEST_F(WmaInputPluginTest, TellsItsOwnerThatPlaybackIsOver) {
   ASSERT_TRUE(Start());
   test::EndMessages messages;
   player.Fire(4);
@@ -293,7 +376,7 @@ TEST_F(WmaPluginTest, TellsItsOwnerThatPlaybackIsOver) {
   EXPECT_EQ(messages.count(), 1);
 }
 
-TEST_F(WmaPluginTest, TellsAboutFilesWithoutAControl) {
+TEST_F(WmaInputPluginTest, TellsAboutFilesWithoutAControl) {
   wchar_t display[kMaxText], album[kMaxText], artist[kMaxText], title[kMaxText];
   MediaInfo info;
   uint32_t length_ms = 1, sdk = 1;

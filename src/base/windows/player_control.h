@@ -1,6 +1,7 @@
-// The platform's media player control as the plug-in drives it: identities, positions in its
-// method table, and calls through the table. There is no declaration of the control to compile
-// against, so the methods are named by their positions; stdcall on 32-bit desktops.
+// The platform's media player control: identities, positions in its method table, and calls through
+// the table. There is no declaration of the control to compile against, so the methods are named by
+// their positions; stdcall on 32-bit desktops. The stand-in for the control is built from the same
+// numbers.
 #pragma once
 
 #include <windows.h>
@@ -20,28 +21,20 @@ inline constexpr IID kPlayerInterface = {
 inline constexpr IID kPlayerEventInterface = {
     0xE17A7C5E, 0xCB17, 0x4379, {0xA4, 0x87, 0xC8, 0xAB, 0xC7, 0x6A, 0x65, 0x41}};
 
-// Positions count from 0 and include IUnknown (0 to 2) and IDispatch (3 to 6). The settings are
-// 32-bit numbers; what each means is the control's affair.
+// Positions count from 0 and include IUnknown (0 to 2) and IDispatch (3 to 6).
 enum PlayerMethod : int {
-  kPlayerPutSetting24 = 24,
-  kPlayerPutSetting26 = 26,
-  kPlayerPutSetting28 = 28,
-  kPlayerPutSetting30 = 30,
-  kPlayerPutSetting32 = 32,
-  kPlayerPutSetting34 = 34,
-  kPlayerPutSetting36 = 36,
-  kPlayerPutSetting38 = 38,
   kPlayerGetPosition = 59,  // seconds
   kPlayerPutPosition = 60,  // seconds
   kPlayerGetDuration = 63,  // seconds
-  kPlayerPutSetting96 = 96,
   kPlayerOpen = 119,
   kPlayerPlay = 121,
   kPlayerStop = 123,
 };
+// The methods that take one 32-bit number; what each means is the control's affair.
+inline constexpr int kPlayerSettings[] = {24, 26, 28, 30, 32, 34, 36, 38, 96};
 
-// Numbers of the control's events. It tells in several ways that playing is over: at the end of the
-// file, after an error, and two more.
+// Numbers of the control's events. Four of them say that playing is over; the stand-in uses 4 at
+// the end of a file and 6 after an error.
 enum PlayerEvent : DISPID {
   kPlayerEndEvent = 4,
   kPlayerErrorEvent = 6,
@@ -55,7 +48,7 @@ inline constexpr wchar_t kPlayerModule[] = L"WMPCmn.dll";
 inline constexpr char kPlayerAnchorExport[] = "?AllocationError@@YAHI@Z";
 
 template <class Function>
-Function PlayerFunction(IUnknown* control, PlayerMethod position) noexcept {
+Function PlayerFunction(IUnknown* control, int position) noexcept {
   void* const* table = *reinterpret_cast<void* const* const*>(control);
   Function function;
   static_assert(sizeof(function) == sizeof(*table));
@@ -64,7 +57,7 @@ Function PlayerFunction(IUnknown* control, PlayerMethod position) noexcept {
 }
 
 // `control` is the pointer that kPlayerInterface gave. All results are the control's own.
-inline HRESULT PlayerPutSetting(IUnknown* control, PlayerMethod setting, int32_t value) noexcept {
+inline HRESULT PlayerPutSetting(IUnknown* control, int setting, int32_t value) noexcept {
   using Function = HRESULT(STDMETHODCALLTYPE*)(IUnknown*, int32_t);
   return PlayerFunction<Function>(control, setting)(control, value);
 }
