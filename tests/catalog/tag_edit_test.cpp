@@ -24,7 +24,7 @@ TagTexts Texts(const std::string& title, const std::string& track, const std::st
   CopyWide(texts.artist, 31, L"Art");
   CopyWide(texts.album, 31, L"Alb");
   CopyWide(texts.year, 5, L"1999");
-  CopyWide(texts.track, 3, Wide(track));
+  CopyWide(texts.track, 12, Wide(track));
   CopyWide(texts.comment, 31, Wide(comment));
   return texts;
 }
@@ -84,7 +84,7 @@ TEST_F(TagFileTest, ShowsWhatTheFileHolds) {
   Put("audio" + tag);
   TagEdit edit;
   edit.Load(files_, list_[0]);
-  TagEdit::Shown shown;
+  TagTexts shown;
   edit.Show(&shown);
   EXPECT_TRUE(edit.present());
   EXPECT_EQ(edit.genre(), 17);
@@ -92,14 +92,14 @@ TEST_F(TagFileTest, ShowsWhatTheFileHolds) {
   EXPECT_EQ(Utf8(shown.artist), "Art");
   EXPECT_EQ(Utf8(shown.comment), "comment");
   EXPECT_EQ(Utf8(shown.year), "1999");
-  EXPECT_EQ(Utf8(shown.track_number), "200");
+  EXPECT_EQ(Utf8(shown.track), "200");
 
   tag.replace(97, 30, std::string(30, 'c'));  // the older form: no track
   files_.Put("\\a.mp3", tag);
   edit.Load(files_, list_[0]);
   edit.Show(&shown);
   EXPECT_EQ(Utf8(shown.comment), std::string(29, 'c'));
-  EXPECT_EQ(Utf8(shown.track_number), "");
+  EXPECT_EQ(Utf8(shown.track), "");
 
   list_[0].tag.Reset();  // the catalog saw no tag
   edit.Load(files_, list_[0]);
