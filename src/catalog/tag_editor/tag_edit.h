@@ -21,8 +21,6 @@ struct TagTexts {
 
 class TagEdit {
  public:
-  static constexpr uint8_t kNoGenre = 255;
-
   // Reads the tag of a file; only when the catalog found one: otherwise an update appends a new
   // tag, whatever the file holds by now.
   void Load(FileSystem& files, const MediaEntry& entry) noexcept;

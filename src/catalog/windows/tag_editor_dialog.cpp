@@ -58,31 +58,23 @@ class TagEditorDialog final : public ModalDialog {
     SetWindowTextW(control(IDC_TAG_TRACK), shown.track);
   }
 
-  // A field that a translated dialog lacks keeps what the file has.
   template <int kCapacity>
   void Read(int id, wchar_t (&text)[kCapacity]) noexcept {
-    if (control(id)) GetWindowTextW(control(id), text, kCapacity);
-  }
-
-  uint32_t ReadGenre() noexcept {
-    const HWND list = control(IDC_TAG_GENRE);
-    if (!list) return edit_.present() ? edit_.genre() : TagEdit::kNoGenre;
-    const LRESULT selected = SendMessageW(list, CB_GETCURSEL, 0, 0);
-    return static_cast<uint32_t>(
-        SendMessageW(list, CB_GETITEMDATA, static_cast<WPARAM>(selected), 0));
+    GetWindowTextW(control(id), text, kCapacity);
   }
 
   void Update() noexcept {
+    const HWND list = control(IDC_TAG_GENRE);
+    const LRESULT selected = SendMessageW(list, CB_GETCURSEL, 0, 0);
+    const LRESULT genre = SendMessageW(list, CB_GETITEMDATA, static_cast<WPARAM>(selected), 0);
     TagTexts texts;
-    edit_.Show(&texts);
-    const uint32_t genre = ReadGenre();
     Read(IDC_TAG_TITLE, texts.title);
     Read(IDC_TAG_ALBUM, texts.album);
     Read(IDC_TAG_ARTIST, texts.artist);
     Read(IDC_TAG_YEAR, texts.year);
     Read(IDC_TAG_TRACK, texts.track);
     Read(IDC_TAG_COMMENT, texts.comment);
-    edit_.Build(texts, genre);
+    edit_.Build(texts, static_cast<uint32_t>(genre));
     if (edit_.Write(files_, entry_.path.c_str())) {
       updated_ = true;
       Close(IDOK);
