@@ -172,7 +172,8 @@ OpenFile<FileWriter> MemoryFiles::MakeWriter(const std::string& path) {
   return OpenFile<FileWriter>(writer);
 }
 
-OpenFile<FileWriter> MemoryFiles::OpenWrite(const wchar_t* path, Share) noexcept {
+OpenFile<FileWriter> MemoryFiles::OpenWrite(const wchar_t* path, Share share) noexcept {
+  last_share = share;
   if (!Begin("open-write " + Utf8(path))) return {};
   return MakeWriter(Utf8(path));
 }
