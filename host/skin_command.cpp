@@ -8,13 +8,6 @@
 namespace velmora {
 namespace {
 
-constexpr const wchar_t* kNames[] = {
-    L"balance.bmp",  L"cbuttons.bmp", L"eq_ex.bmp",   L"eqmain.bmp",   L"main.bmp",
-    L"monoster.bmp", L"numbers.bmp",  L"nums_ex.bmp", L"playpaus.bmp", L"pledit.bmp",
-    L"pledit.txt",   L"posbar.bmp",   L"shufrep.bmp", L"text.bmp",     L"titlebar.bmp",
-    L"viscolor.txt", L"volume.bmp",
-};
-
 class Skin {
  public:
   Skin(kelvo::SkinReader& reader, const std::wstring& path) : reader_(reader), path_(path) {
@@ -40,11 +33,11 @@ void ListSizes(const Skin& skin) {
   for (int32_t number = kelvo::kSkinBalance; number <= kelvo::kSkinVolume; ++number) {
     uint32_t bytes = 0;
     void* block = skin.Read(number, &bytes);
-    const wchar_t* name = kNames[number - 1];
+    const char* name = kelvo::SkinFileName(number);
     if (block) {
-      Print(L"%2d  %-12ls  %8u bytes\n", number, name, bytes);
+      Print(L"%2d  %-12hs  %8u bytes\n", number, name, bytes);
     } else {
-      Print(L"%2d  %-12ls         -\n", number, name);
+      Print(L"%2d  %-12hs         -\n", number, name);
     }
     free(block);
   }
@@ -88,7 +81,8 @@ int SkinCommand(const Library& library, const Words& words) {
     PrintError(L"%ls: has no readable file of number %ls\n", words[0].c_str(), words[1].c_str());
     return 1;
   }
-  const std::wstring out = words.size() == 3 ? words[2] : kNames[number - 1];
+  const std::string name = kelvo::SkinFileName(number);
+  const std::wstring out = words.size() == 3 ? words[2] : std::wstring(name.begin(), name.end());
   const bool written = WriteFileTo(out, block, bytes);
   free(block);
   if (written) {

@@ -282,6 +282,17 @@ TEST_F(CatalogLanguageTest, WhatIsTranslatedIsShownTheRestIsEnglish) {
   });
 }
 
+TEST_F(CatalogLanguageTest, ThePagesKeepTheirLanguageWhileTheSheetIsOpen) {
+  ASSERT_TRUE(LoadLanguageLibrary(kPartial, true));
+  driver_.sheet_caption = L"Trefnydd";
+  driver_.Show([&] {
+    driver_.Run([] { LoadLanguageLibrary(0, true); });
+    driver_.GoTo(2);  // made only now, of a template in the library
+    EXPECT_EQ(driver_.Text(driver_.Page(), IDC_LANGUAGE), "Cymraeg");
+  });
+  EXPECT_FALSE(GetModuleHandleW(L"kv_mui.0452.dll"));
+}
+
 TEST_F(CatalogLanguageTest, AWrongFormatIsReplacedByTheBuiltInText) {
   ASSERT_TRUE(LoadLanguageLibrary(kHostile, true));
   driver_.sheet_caption = L"1234567890123456789012345678901234567890123456789012345678901234";
