@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "host/program_folder.h"
+#include "host/system.h"
 
 namespace velmora {
 namespace {

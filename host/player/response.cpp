@@ -6,7 +6,7 @@
 
 #include "effects/bass.h"
 #include "effects/equalizer.h"
-#include "host/player/fourier.h"
+#include "host/player/spectrum.h"
 
 namespace velmora {
 namespace {

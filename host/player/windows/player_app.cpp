@@ -2,11 +2,11 @@
 
 #include <kelvo/messages.h>
 
-#include "host/minutes_seconds.h"
-#include "host/player/windows/file_dialogs.h"
-#include "host/player/windows/shortcuts.h"
+#include "host/text.h"
+#include "host/player/windows/choices.h"
+#include "host/player/windows/commands.h"
 #include "host/player/windows/skin_source.h"
-#include "host/program_folder.h"
+#include "host/system.h"
 
 namespace velmora {
 namespace {

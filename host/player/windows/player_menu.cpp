@@ -2,7 +2,7 @@
 #include <stdio.h>
 
 #include "host/player/language_setting.h"
-#include "host/player/windows/menu.h"
+#include "host/player/windows/choices.h"
 #include "host/player/windows/player_app.h"
 #include "host/player/windows/skin_source.h"
 
