@@ -118,7 +118,10 @@ bool PlayerApp::DoSound(int command) {
       Do(kCommandBass + (sound.bass + 1) % (kMaxBass + 1));
       return true;
     case kCommandPresetSave:
-      presets_.Save(sound, main_.handle());
+      // No is also the answer when the user declines: a hint either way, never silence.
+      ShowHint(presets_.Save(sound, main_.handle())
+                   ? L"PRESET SAVED"
+                   : L"NO PRESET SAVED; A NAME CANNOT HOLD \\ / : * ? < > |");
       return true;
     default:
       return false;
