@@ -1,8 +1,10 @@
+// Menus, and dialogs that let the user choose files.
 #pragma once
 
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
 #include "host/player/skin/geometry.h"
 
@@ -33,5 +35,10 @@ class Menu {
 
 // A name as an item's text: what has a meaning in menus is shown as it is.
 std::wstring AsMenuText(const std::wstring& name);
+
+// Empty when the user declines.
+std::vector<std::wstring> AskForMedia(HWND parent);
+std::wstring AskForSkin(HWND parent);
+std::wstring AskForFolder(HWND parent, const wchar_t* question);
 
 }  // namespace velmora

@@ -3,6 +3,8 @@
 #include <kelvo/effects_processor.h>
 #include <stdint.h>
 
+#include <algorithm>
+
 namespace velmora {
 
 constexpr size_t kEqualizerBands = 10;
@@ -25,6 +27,18 @@ inline void Apply(const EqualizerState& state, kelvo::EffectsProcessor& effects)
   effects.SetEqualizer(state.preamp, bands);
   effects.EnableEqualizer(state.on);
   effects.SetBassMode(state.bass);
+}
+
+// What waveOutSetVolume takes (the left level in the low 16 bits, the right in the high) for a
+// volume of 0 to 100 and a balance of -100 (left) to 100 (right). The level grows with the square
+// of the volume, as loudness is heard; 100 in the middle leaves the sound as it is. Portable.
+inline uint32_t DeviceVolume(int volume, int balance) {
+  const uint32_t v = static_cast<uint32_t>(std::clamp(volume, 0, 100));
+  const int b = std::clamp(balance, -100, 100);
+  const uint32_t level = v * v * 0xFFFF / 10000;
+  const uint32_t left = b > 0 ? level * (100 - b) / 100 : level;
+  const uint32_t right = b < 0 ? level * (100 + b) / 100 : level;
+  return left | right << 16;
 }
 
 }  // namespace velmora

@@ -1,8 +1,22 @@
+// This program's place on the machine.
 #pragma once
 
 #include <windows.h>
 
+#include <string>
+
 namespace velmora {
+
+// The folder of this program, without a backslash at its end.
+std::wstring ProgramFolder();
+
+// The path from the root of its drive, as programs with another current folder need it; empty for
+// one that is longer than plug-ins take.
+std::wstring FullPath(const std::wstring& path);
+
+// Registers this program's folder as the installation, where the library keeps its files. An
+// installed player's installer does this.
+void RegisterInstallation();
 
 class CriticalSection {
  public:

@@ -1,5 +1,7 @@
-#include "host/utf8.h"
+#include "host/text.h"
 
+#include <stdio.h>
+#include <wchar.h>
 #include <windows.h>
 
 namespace velmora {
@@ -19,6 +21,12 @@ std::wstring FromUtf8(const std::string& text) {
                                          wide.data(), static_cast<int>(wide.size()));
   wide.resize(static_cast<size_t>(length));
   return wide;
+}
+
+MinutesSeconds::MinutesSeconds(int64_t milliseconds) {
+  const int64_t seconds = milliseconds / 1000;
+  _snwprintf(text, 24, L"%ld:%02d", static_cast<long>(seconds / 60),
+             static_cast<int>(seconds % 60));
 }
 
 }  // namespace velmora
