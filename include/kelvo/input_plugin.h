@@ -86,8 +86,8 @@ class InputPlugin {
   // Slot 11. Pauses when playing, resumes when paused. (Result: some plug-ins only.)
   virtual int32_t TogglePause() noexcept { return 0; }
 
-  // Slot 12. Starts playback, or resumes it when paused. Non-zero when the attempt was made; the
-  // state tells whether it plays.
+  // Slot 12. Starts playback, or resumes it when paused (feature 6: see wma_input.h). Non-zero when
+  // the attempt was made; the state tells whether it plays.
   virtual int32_t Play() noexcept { return 0; }
 
   // Slot 13. Closes the file; the words are passed on to MediaReader::Release.

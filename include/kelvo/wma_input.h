@@ -6,11 +6,12 @@
 // What differs from input_plugin.h:
 //   GetDisplayTitle, GetMediaInfo   read the file anew at each call
 //   GetPositionMs                   ignores its words
-//   SetState                        is stored but does not show in GetState; the plug-in's own
-//                                   changes do not pass through it
+//   SetState                        is stored but does not show in GetState
 //   Stop, Close                     both only stop; the control's own result (0 is success)
 //   SeekMs                          the control decides what it accepts; the position is also
 //                                   where a paused file will resume
+//   Play                            when paused it starts without a seek: only TogglePause resumes
+//                                   at the place
 //   TogglePause                     pausing stops the control and remembers the position; the
 //                                   control's own result (0 is success) when it paused, Play's when
 //                                   it resumed, the state when there was nothing to pause
@@ -19,7 +20,8 @@
 //                                   window
 // The state stays kPlaying when the file ends: the host calls Stop when it gets the message.
 //
-// Thread: all operations on the thread that loaded the library.
+// Thread: all operations on the thread that loaded the library. Unloading while a file plays, or on
+// another thread, is safe, but may take some seconds.
 #pragma once
 
 #include "kelvo/input_plugin.h"
