@@ -33,8 +33,10 @@ bool AreGainsNarrow(const EffectsState& state) noexcept {
 template <class Sum>
 void Finish(const EqualizerPass& pass, int16_t* samples) noexcept {
   const int32_t* input = pass.input + 2 * kChannels;
-  for (int i = 0; i < pass.frames * kChannels; ++i) {
-    samples[i] = ClampToSample(static_cast<Sum>(pass.sum[i] >> 12) + (input[i] >> 2) + 12500);
+  for (const BandsFrame* frame = pass.work; frame != pass.work + pass.frames; ++frame) {
+    for (const int64_t sum : frame->sum) {
+      *samples++ = ClampToSample(static_cast<Sum>(sum >> 12) + (*input++ >> 2) + 12500);
+    }
   }
 }
 
@@ -49,7 +51,7 @@ class Block {
     const int values = frames * kChannels;
     for (int i = 0; i < values; ++i) {
       const int32_t input = level * samples[i] >> 4;
-      pass_.difference[i] = input - pass_.input[i];
+      pass_.work[i / kChannels].difference[i % kChannels] = input - pass_.input[i];
       pass_.input[2 * kChannels + i] = input;
     }
     pass_.frames = frames;
@@ -101,12 +103,9 @@ void RunEqualizer(EffectsState& state, EqualizerPass& pass, BandsLoop loop, int1
 
   Block block(state, pass, loop);
   const uint32_t last = frames - 1;
-  for (uint32_t left = last; left > 0;) {
-    constexpr uint32_t kMost = kPassFrames;
-    const uint32_t count = left < kMost ? left : kMost;
-    block.RunPass(samples, static_cast<int>(count));
-    samples += count * kChannels;
-    left -= count;
+  for (uint32_t left = last; left > 0; left -= static_cast<uint32_t>(pass.frames)) {
+    block.RunPass(samples, NextPass(left));
+    samples += pass.frames * kChannels;
   }
   at.Advance(last);
   ForEachResonator(state, [&](Resonator& resonator, int b, int c) {
