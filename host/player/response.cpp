@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "effects/stages.h"
-#include "host/player/fourier.h"
+#include "host/player/spectrum.h"
 
 namespace velmora {
 namespace {

@@ -65,7 +65,7 @@ bool FindM3uEntry(const TextLine& line, ListEntry* entry) noexcept {
 bool FindPlsEntry(const TextLine& line, PlsKey* key, ListEntry* entry) noexcept {
   const size_t length = key->length();
   if (length == 0 || line.length < length) return false;
-  if (CompareNoCase(line.text, key->text(), length) != 0) return false;
+  if (!EqualAsciiNoCase(line.text, key->text(), length)) return false;
   *entry = {line.text + length, line.length - length, false};
   key->Advance();
   return true;
@@ -81,7 +81,7 @@ bool FindAsxEntry(const TextLine& line, ListEntry* entry) noexcept {
   };
   while ((at = find(at, '<')) != nullptr) {
     if (static_cast<size_t>(end - at) < kTagLength) return false;
-    if (CompareNoCase(at, kTag, kTagLength) == 0) break;
+    if (EqualAsciiNoCase(at, kTag, kTagLength)) break;
     ++at;
   }
   const char* quote = at ? find(at, '"') : nullptr;

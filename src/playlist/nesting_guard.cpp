@@ -6,7 +6,7 @@ namespace kelvo {
 
 bool ChainGuard::IsOpen(const wchar_t* path) const noexcept {
   for (const HeapText& open : chain_) {
-    if (CompareNoCase(open.c_str(), path) == 0) return true;
+    if (EqualNoCase(open.c_str(), path)) return true;
   }
   return false;
 }

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "effects/effects_processor.h"
-#include "input/wma/wma_plugin.h"
+#include "input/wma/wma_input_plugin.h"
 #include "tests/effects/reference_effects.h"
 #include "tests/pocketpc/wav_bytes.h"
 #include "tests/support/end_messages.h"
@@ -44,7 +44,7 @@ class WmaPlaybackTest : public ::testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(plugin.Start(GetModuleHandleW(nullptr), effects));
-    ASSERT_TRUE(plugin.available()) << "is the control registered? regsvr32 WMPCmn.dll";
+    ASSERT_TRUE(plugin.available());
     plugin.SetOwnerWindow(messages.window());
   }
   void TearDown() override {
@@ -69,7 +69,7 @@ class WmaPlaybackTest : public ::testing::Test {
 
   test::EndMessages messages;
   CopyingEffects effects;
-  WmaPlugin plugin;
+  WmaInputPlugin plugin{SystemFiles()};
 
  private:
   std::vector<std::wstring> recordings_;

@@ -30,7 +30,7 @@ bool HasParentFolder(const wchar_t* path) noexcept {
 
 // "File" with a number and an equals sign, in any case.
 bool IsNumberedFile(const TextLine& line) noexcept {
-  if (line.length < 6 || CompareNoCase(line.text, "File", 4) != 0) return false;
+  if (line.length < 6 || !EqualAsciiNoCase(line.text, "File", 4)) return false;
   size_t i = 4;
   while (i < line.length && line.text[i] >= '0' && line.text[i] <= '9') ++i;
   return i > 4 && i < line.length && line.text[i] == '=';
@@ -38,7 +38,7 @@ bool IsNumberedFile(const TextLine& line) noexcept {
 
 bool HasReference(const TextLine& line) noexcept {
   for (size_t i = 0; i + 4 <= line.length; ++i) {
-    if (CompareNoCase(line.text + i, "<ref", 4) == 0) return true;
+    if (EqualAsciiNoCase(line.text + i, "<ref", 4)) return true;
   }
   return false;
 }
@@ -136,7 +136,7 @@ void Lint::CheckEntry(Place* place, const TextLine& line, const wchar_t* path) n
     Report(*place, line, "nested too deeply to be checked");
   } else {
     for (const HeapText& seen : seen_) {
-      if (CompareNoCase(seen.c_str(), path) == 0) return;
+      if (EqualNoCase(seen.c_str(), path)) return;
     }
     CheckList(path, place->depth + 1);
   }

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host/equalizer_state.h"
+#include "host/sound_state.h"
 #include "tests/effects/reference_effects.h"
 
 namespace velmora::test {
