@@ -29,9 +29,9 @@ Lanes Scaled(Lanes lanes) noexcept {
 // Replaces the outputs two frames back by the new ones; the sums over the bands are
 //   y * gain = (y + 2^31) * (gain + 2^31) - 2^31 * y - 2^31 * gain - 2^62.
 inline void Step(const Bank& bank, Lanes (&older)[kBands], const Lanes (&newer)[kBands],
-                 const int32_t* difference, int64_t* sum) noexcept {
+                 BandsFrame& frame) noexcept {
   const Lanes sign = _mm_set1_epi32(INT32_MIN);
-  const Lanes in = Pair(difference[0], difference[1]);
+  const Lanes in = Pair(frame.difference[0], frame.difference[1]);
   Lanes products = bank.start, outputs = _mm_setzero_si128();
   for (int b = 0; b < kBands; ++b) {
     const Lanes past = _mm_add_epi32(_mm_mul_epu32(bank.c2[b], newer[b]),
@@ -41,7 +41,7 @@ inline void Step(const Bank& bank, Lanes (&older)[kBands], const Lanes (&newer)[
     products =
         _mm_add_epi64(products, _mm_mul_epu32(_mm_xor_si128(older[b], sign), bank.gain[b]));
   }
-  _mm_storeu_si128(reinterpret_cast<Lanes*>(sum), _mm_sub_epi64(products, Scaled(outputs)));
+  _mm_storeu_si128(reinterpret_cast<Lanes*>(frame.sum), _mm_sub_epi64(products, Scaled(outputs)));
 }
 
 }  // namespace
@@ -63,17 +63,15 @@ void RunBands(const EffectsState& state, EqualizerPass& pass) noexcept {
   }
   bank.start = _mm_set1_epi64x(static_cast<int64_t>(start));
 
-  const int32_t* difference = pass.difference;
-  int64_t* sum = pass.sum;
-  int frame = 0;
-  for (; frame + 1 < pass.frames; frame += 2) {
-    Step(bank, older, newer, difference, sum);
-    Step(bank, newer, older, difference + kChannels, sum + kChannels);
-    difference += 2 * kChannels;
-    sum += 2 * kChannels;
+  if (pass.frames == 1) {
+    Step(bank, older, newer, pass.work[0]);
+  } else {
+    for (int f = 0; f < pass.frames; f += 2) {
+      Step(bank, older, newer, pass.work[f]);
+      Step(bank, newer, older, pass.work[f + 1]);
+    }
   }
-  const bool odd = frame < pass.frames;
-  if (odd) Step(bank, older, newer, difference, sum);
+  const bool odd = pass.frames == 1;
   for (int b = 0; b < kBands; ++b) {
     const Lanes newest = odd ? older[b] : newer[b], second = odd ? newer[b] : older[b];
     for (int c = 0; c < kChannels; ++c) {
@@ -81,6 +79,10 @@ void RunBands(const EffectsState& state, EqualizerPass& pass) noexcept {
       pass.older[b][c] = _mm_cvtsi128_si32(c == 0 ? second : _mm_srli_si128(second, 8));
     }
   }
+}
+
+void RunBassStages(BassPass& pass, int16_t* samples) noexcept {
+  RunBassByStage(pass, samples);
 }
 
 }  // namespace kelvo
