@@ -12,7 +12,10 @@ namespace kelvo::test {
 namespace {
 
 bool SameName(const std::string& a, const std::string& b) {
-  return a.size() == b.size() && EqualNoCase(Wide(a), Wide(b));
+  if (a.size() != b.size()) return false;
+  if (EqualAsciiNoCase(a.c_str(), b.c_str())) return true;
+  const auto beyond_ascii = [](char c) { return static_cast<uint8_t>(c) >= 0x80; };
+  return std::any_of(a.begin(), a.end(), beyond_ascii) && EqualNoCase(Wide(a), Wide(b));
 }
 
 // "*" and "?"; "*.*" is every name.
