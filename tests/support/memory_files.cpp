@@ -13,9 +13,12 @@ namespace {
 
 bool SameName(const std::string& a, const std::string& b) {
   if (a.size() != b.size()) return false;
-  if (EqualAsciiNoCase(a.c_str(), b.c_str())) return true;
-  const auto beyond_ascii = [](char c) { return static_cast<uint8_t>(c) >= 0x80; };
-  return std::any_of(a.begin(), a.end(), beyond_ascii) && EqualNoCase(Wide(a), Wide(b));
+  for (size_t i = 0; i < a.size(); ++i) {
+    if (FoldAscii(a[i]) == FoldAscii(b[i])) continue;
+    // Only now and then a name that takes the long way.
+    return (a[i] & b[i] & 0x80) != 0 && EqualNoCase(Wide(a), Wide(b));
+  }
+  return true;
 }
 
 // "*" and "?"; "*.*" is every name.
@@ -169,7 +172,8 @@ OpenFile<FileWriter> MemoryFiles::MakeWriter(const std::string& path) {
   return OpenFile<FileWriter>(writer);
 }
 
-OpenFile<FileWriter> MemoryFiles::OpenWrite(const wchar_t* path, Share) noexcept {
+OpenFile<FileWriter> MemoryFiles::OpenWrite(const wchar_t* path, Share share) noexcept {
+  last_share = share;
   if (!Begin("open-write " + Utf8(path))) return {};
   return MakeWriter(Utf8(path));
 }
