@@ -13,7 +13,7 @@
 namespace kelvo {
 
 // What other openers of the same file may do meanwhile.
-enum class Share { kNone, kRead, kWrite };
+enum class Share { kNone, kRead, kWrite, kReadWrite };
 
 // Attribute bits, with the platform's values.
 inline constexpr uint32_t kAttributeReadOnly = 0x01;

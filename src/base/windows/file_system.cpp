@@ -15,6 +15,8 @@ DWORD ShareMode(Share share) noexcept {
       return FILE_SHARE_READ;
     case Share::kWrite:
       return FILE_SHARE_WRITE;
+    case Share::kReadWrite:
+      return FILE_SHARE_READ | FILE_SHARE_WRITE;
     case Share::kNone:
       break;
   }
