@@ -13,8 +13,6 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 # shellcheck source=scripts/lib/device_drive.sh
 . "$kelvo_root/scripts/lib/device_drive.sh"
-# shellcheck source=scripts/lib/register_player.sh
-. "$kelvo_root/scripts/lib/register_player.sh"
 
 # The Windows program sees the machine's root folder as drive Z:.
 windows_path() {
@@ -58,8 +56,7 @@ on_console() {
   return "$result"
 }
 
-"$kelvo_root/scripts/build.sh" i686
-register_player i686
+"$kelvo_root/scripts/build.sh" --target player i686
 if [[ -n ${DISPLAY:-} && ${1:-} != --* ]]; then
   in_windows "$@"
 else

@@ -81,10 +81,13 @@ SinkDevice* FindSink(HWAVEOUT handle) noexcept {
 MMRESULT CloseSink(SinkDevice* device) noexcept {
   const MMRESULT result = device->Close();
   if (result != MMSYSERR_NOERROR) return result;
-  LockGuard guard(sinks_lock);
-  for (size_t i = 0; i < sinks.size(); ++i) {
-    if (sinks[i] == device) sinks.RemoveAt(i--);
+  {
+    LockGuard guard(sinks_lock);
+    for (size_t i = 0; i < sinks.size(); ++i) {
+      if (sinks[i] == device) sinks.RemoveAt(i--);
+    }
   }
+  HeapDelete(device);
   return result;
 }
 

@@ -47,7 +47,6 @@ MMRESULT SinkDevice::Close() noexcept {
   SetEvent(wake_.get());
   WaitForSingleObject(ended_.get(), INFINITE);
   Tell(WOM_CLOSE, nullptr);
-  HeapDelete(this);
   return MMSYSERR_NOERROR;
 }
 

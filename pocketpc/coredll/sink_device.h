@@ -32,7 +32,8 @@ class SinkDevice {
   // made. A null path is nowhere.
   static SinkDevice* Open(const wchar_t* path, const WAVEFORMATEX& format, Pace pace,
                           const WaveClient& client) noexcept;
-  // Destroys the device on success. Not to be called from the device's own callback.
+  // Once it has succeeded, the device is only to be destroyed. Not to be called from the device's
+  // own callback.
   MMRESULT Close() noexcept;
 
   MMRESULT Write(WAVEHDR* header) noexcept;

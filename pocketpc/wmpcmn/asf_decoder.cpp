@@ -4,9 +4,7 @@
 #include <nserror.h>
 #include <string.h>
 
-#include "base/files/file_system.h"
-#include "pocketpc/wmpcmn/asf_check.h"
-#include "pocketpc/wmpcmn/open_reader.h"
+#include "pocketpc/wmpcmn/asf_reader.h"
 
 namespace kelvo {
 namespace {
@@ -19,11 +17,7 @@ constexpr uint64_t kUnitsPerSecond = 10000000;
 
 HRESULT AsfDecoder::Open(const wchar_t* path) noexcept {
   Close();
-  OpenFile<FileReader> file = SystemFiles().OpenRead(path, Share::kRead);
-  if (!file) return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
-  if (!IsAsfFile(*file)) return NS_E_UNRECOGNIZED_STREAM_TYPE;
-  file.Close();
-  HRESULT result = OpenReader(path, &reader_);
+  HRESULT result = OpenAsfReader(path, &reader_);
   if (SUCCEEDED(result)) result = SelectAudio();
   if (SUCCEEDED(result)) result = ReadDuration();
   if (FAILED(result)) Close();

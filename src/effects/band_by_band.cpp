@@ -1,5 +1,5 @@
-#include "effects/equalizer_bands.h"
 #include "effects/fixed_point.h"
+#include "effects/stages.h"
 
 namespace kelvo {
 namespace {
@@ -26,12 +26,14 @@ inline void Step(const Band& band, int32_t (&older)[kChannels], const int32_t (&
   }
 }
 
+// The table is reached through its pointer, so that the compiler multiplies instead of taking the
+// first band's products apart into shifts.
 template <Sum kSum>
-void RunBand(EqualizerBands& bands, int b, EqualizerPass& pass) noexcept {
-  const ResonatorCoefficients& coefficients = bands.coefficients[b];
-  const Band band = {-coefficients.c0, coefficients.c1, coefficients.c2, bands.gains[b]};
-  int32_t newer[kChannels] = {bands.newer[b][0], bands.newer[b][1]};
-  int32_t older[kChannels] = {bands.older[b][0], bands.older[b][1]};
+void RunBand(const EffectsState& state, int b, EqualizerPass& pass) noexcept {
+  const ResonatorCoefficients& coefficients = state.equalizer_table[b];
+  const Band band = {-coefficients.c0, coefficients.c1, coefficients.c2, state.gains_q14[b]};
+  int32_t newer[kChannels] = {pass.newer[b][0], pass.newer[b][1]};
+  int32_t older[kChannels] = {pass.older[b][0], pass.older[b][1]};
   const int32_t* difference = pass.difference;
   int64_t* sum = pass.sum;
   // Two frames a round, so that old and new outputs change roles without being moved.
@@ -44,20 +46,16 @@ void RunBand(EqualizerBands& bands, int b, EqualizerPass& pass) noexcept {
   const bool odd = pass.frames % 2 != 0;
   if (odd) Step<kSum>(band, older, newer, difference, sum);
   for (int c = 0; c < kChannels; ++c) {
-    bands.newer[b][c] = odd ? older[c] : newer[c];
-    bands.older[b][c] = odd ? newer[c] : older[c];
+    pass.newer[b][c] = odd ? older[c] : newer[c];
+    pass.older[b][c] = odd ? newer[c] : older[c];
   }
 }
 
 }  // namespace
 
-void RunBandByBand(EqualizerBands& bands, EqualizerPass& pass, int16_t* samples) noexcept {
-  RunBand<Sum::kStart>(bands, 0, pass);
-  for (int b = 1; b < kBands; ++b) RunBand<Sum::kContinue>(bands, b, pass);
-  const int32_t* input = pass.input + 2 * kChannels;
-  for (int i = 0; i < pass.frames * kChannels; ++i) {
-    samples[i] = ClampToSample((pass.sum[i] >> 12) + DryLevel(input[i]));
-  }
+void RunBandByBand(const EffectsState& state, EqualizerPass& pass) noexcept {
+  RunBand<Sum::kStart>(state, 0, pass);
+  for (int b = 1; b < kBands; ++b) RunBand<Sum::kContinue>(state, b, pass);
 }
 
 }  // namespace kelvo

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "catalog/media/media_information.h"
-#include "input/wma/wma_plugin.h"
+#include "input/wma/wma_input_plugin.h"
 #include "kelvo/ogg_vorbis_input.h"
 
 namespace kelvo {
@@ -10,7 +10,7 @@ namespace kelvo {
 class FeatureInformation final : public MediaInformation {
  public:
   // Borrowed.
-  FeatureInformation(OggVorbisInput& ogg, WmaPlugin& wma) noexcept : ogg_(ogg), wma_(wma) {}
+  FeatureInformation(OggVorbisInput& ogg, WmaInputPlugin& wma) noexcept : ogg_(ogg), wma_(wma) {}
 
   bool OggInformation(const wchar_t* path, MediaTexts* texts) noexcept override {
     return Ask(ogg_, path, texts);
@@ -29,7 +29,7 @@ class FeatureInformation final : public MediaInformation {
   }
 
   OggVorbisInput& ogg_;
-  WmaPlugin& wma_;
+  WmaInputPlugin& wma_;
 };
 
 }  // namespace kelvo

@@ -14,9 +14,6 @@ struct PlaylistSources {
   NestingGuard* guard;  // null: no bound on nesting
 };
 
-// Item word of every entry added here: checked.
-inline constexpr uintptr_t kEntryFlag = 1;
-
 // A media file that exists, with its tag; or the entries of a playlist, in order, and those of the
 // playlists in it.
 void AddPath(const PlaylistSources& sources, const wchar_t* path, EntryList* list) noexcept;

@@ -33,7 +33,7 @@ TEST(SaveDialog, TakesNothingFromALanguageThatHasTheSameNumbers) {
   ASSERT_TRUE(host);
   ASSERT_TRUE(LoadLanguageLibrary(0x452, true));
   MemoryFiles files;
-  SaveTarget target;
+  SaveDialogState state;
   std::string asked;
   LRESULT buttons = 0;
   {
@@ -52,7 +52,7 @@ TEST(SaveDialog, TakesNothingFromALanguageThatHasTheSameNumbers) {
       SendMessageW(box, WM_COMMAND, IDOK, 0);
       PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     });
-    EXPECT_FALSE(AskWhereToSave(files, host, nullptr, &target));
+    EXPECT_FALSE(AskWhereToSave(files, host, nullptr, &state));
   }
   EXPECT_EQ(buttons, 1);
   EXPECT_EQ(asked, "Choose a folder or enter a name first.");

@@ -41,7 +41,7 @@ void HostedPlayer::SetUp() {
   ASSERT_TRUE(AtlAxWinInit());
   window_ = CreateWindowExW(0, L"AtlAxWin", kPlayerClassText, WS_POPUP, 0, 0, 1, 1, nullptr,
                             nullptr, GetModuleHandleW(nullptr), nullptr);
-  ASSERT_NE(window_, nullptr) << "is the control registered? regsvr32 WMPCmn.dll";
+  ASSERT_NE(window_, nullptr);
   ComPtr<IUnknown> hosted;
   ASSERT_EQ(AtlAxGetControl(window_, hosted.Receive()), S_OK);
   ASSERT_EQ(control_.Query(hosted.get(), kPlayerInterface), S_OK);

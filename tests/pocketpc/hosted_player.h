@@ -9,7 +9,7 @@
 #include <string>
 
 #include "base/windows/com_ptr.h"
-#include "input/wma/player_control.h"
+#include "base/windows/player_control.h"
 
 namespace kelvo {
 

@@ -4,6 +4,8 @@
 #include <stdint.h>
 #include <windows.h>
 
+#include "base/windows/unique_handle.h"
+
 namespace kelvo {
 
 // The library itself; set once when it is loaded.
@@ -17,5 +19,15 @@ HMODULE LanguageModule() noexcept;
 // the system's search: "kv_mui.XXXX.dll" (own) or "mui.XXXX.dll". 0 and 1033 mean the built-in
 // English. False when the wanted library was not found; the built-in resources are used then.
 bool LoadLanguageLibrary(uint32_t language_id, bool own) noexcept;
+
+// Keeps the present language library loaded. Every window whose template is looked up in it holds
+// one: the system goes on reading the template, and the host may switch the language meanwhile.
+class LanguageHold {
+ public:
+  LanguageHold() noexcept;
+
+ private:
+  UniqueModule module_;
+};
 
 }  // namespace kelvo
