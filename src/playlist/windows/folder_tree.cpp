@@ -1,6 +1,6 @@
 #include "playlist/windows/folder_tree.h"
 
-#include "playlist/extension_test.h"
+#include "playlist/list_entry.h"
 #include "playlist/windows/host_resources.h"
 
 namespace kelvo {
