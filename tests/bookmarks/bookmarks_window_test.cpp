@@ -4,17 +4,17 @@
 
 #include <commctrl.h>
 
+#include "base/windows/feature_dialog.h"
 #include "base/windows/pocketpc.h"
 #include "bookmarks/bookmarks_feature.h"
 #include "bookmarks/windows/bookmarks_shell.h"
-#include "entry/language/dialog_guard.h"
 #include "entry/language/modules.h"
 #include "kelvo/messages.h"
 #include "res/resource_ids.h"
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/support/dialog_driver.h"
-#include "tests/support/owned_objects.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/owned_objects.h"
 #include "tests/support/wide_text.h"
 
 extern "C" BOOL WINAPI KelvoInputPanelState();

@@ -1,6 +1,6 @@
 // The real windows, used by a second thread.
 #include "base/windows/registry.h"
-#include "base/windows/settings_keys.h"
+#include "kelvo/settings.h"
 #include "tests/catalog/catalog_window_fixture.h"
 
 namespace kelvo {

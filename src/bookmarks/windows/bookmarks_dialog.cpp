@@ -1,8 +1,8 @@
 #include "bookmarks/windows/bookmarks_dialog.h"
 
 #include "base/messages/post_message.h"
+#include "base/windows/feature_dialog.h"
 #include "bookmarks/windows/edit_bookmark_dialog.h"
-#include "entry/language/full_screen_dialog.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "kelvo/messages.h"

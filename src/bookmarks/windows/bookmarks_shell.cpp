@@ -1,7 +1,7 @@
 #include "bookmarks/windows/bookmarks_shell.h"
 
+#include "base/windows/feature_dialog.h"
 #include "bookmarks/windows/bookmarks_dialog.h"
-#include "entry/language/dialog_guard.h"
 #include "entry/language/localized.h"
 #include "res/resource_ids.h"
 

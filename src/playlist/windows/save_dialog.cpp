@@ -1,12 +1,11 @@
 #include "playlist/windows/save_dialog.h"
 
 #include "base/windows/dialog.h"
+#include "base/windows/feature_dialog.h"
 #include "base/windows/fonts.h"
 #include "base/windows/pocketpc.h"
-#include "entry/language/dialog_guard.h"
-#include "entry/language/full_screen_dialog.h"
+#include "kelvo/host_resources.h"
 #include "playlist/windows/folder_tree.h"
-#include "playlist/windows/host_resources.h"
 
 namespace kelvo {
 namespace {
@@ -28,11 +27,11 @@ class SaveDialog final : public ModalDialog {
     SHMENUBARINFO bar = {};
     bar.cbSize = sizeof(bar);
     bar.hwndParent = window();
-    bar.nToolBarId = kHostSaveMenuBar;
+    bar.nToolBarId = KELVO_HOST_SAVE_MENU_BAR;
     bar.hInstRes = host_module_;
     SHCreateMenuBar(&bar);
     font_ = MakeListFont();
-    for (const int id : {kHostSaveTree, kHostSavePath}) {
+    for (const int id : {KELVO_HOST_SAVE_TREE, KELVO_HOST_SAVE_PATH}) {
       SendMessageW(control(id), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
     }
     LayOut();
@@ -48,10 +47,10 @@ class SaveDialog final : public ModalDialog {
         succeeded_ = false;
         Close(IDCANCEL);
         return Handled::kYes;
-      case kHostSaveButton:
+      case KELVO_HOST_SAVE_BUTTON:
         Save();
         return Handled::kYes;
-      case kHostSaveName:
+      case KELVO_HOST_SAVE_NAME:
         if (notification != EN_CHANGE) return Handled::kNo;
         ReadName();
         return Handled::kYes;
@@ -63,7 +62,7 @@ class SaveDialog final : public ModalDialog {
   Handled OnMessage(UINT message, WPARAM wparam, LPARAM lparam, LRESULT*) noexcept override {
     switch (message) {
       case kFillMessage:
-        tree_.Attach(control(kHostSaveTree), host_module_);
+        tree_.Attach(control(KELVO_HOST_SAVE_TREE), host_module_);
         tree_.FillRoot();
         return Handled::kYes;
       case WM_SIZE:
@@ -82,7 +81,7 @@ class SaveDialog final : public ModalDialog {
   }
 
   void OnNotify(const NMHDR& header) noexcept {
-    if (header.idFrom != static_cast<UINT_PTR>(kHostSaveTree)) return;
+    if (header.idFrom != static_cast<UINT_PTR>(KELVO_HOST_SAVE_TREE)) return;
     if (header.code == static_cast<UINT>(TVN_ITEMEXPANDINGW)) {
       const NMTREEVIEWW& change = reinterpret_cast<const NMTREEVIEWW&>(header);
       tree_.Expanding(change.itemNew.hItem, (change.action & TVE_EXPAND) != 0);
@@ -101,7 +100,7 @@ class SaveDialog final : public ModalDialog {
     target_.SetFolder(text);
     if (!is_folder) {
       tree_.Text(item, text);
-      SetWindowTextW(control(kHostSaveName), text);
+      SetWindowTextW(control(KELVO_HOST_SAVE_NAME), text);
       target_.SetName(text);
     }
     ShowPath();
@@ -109,36 +108,37 @@ class SaveDialog final : public ModalDialog {
 
   void ReadName() noexcept {
     wchar_t name[kTextCapacity];
-    GetWindowTextW(control(kHostSaveName), name, kTextCapacity);
+    GetWindowTextW(control(KELVO_HOST_SAVE_NAME), name, kTextCapacity);
     target_.SetName(name);
     ShowPath();
   }
 
   void ShowPath() noexcept {
     target_.UpdatePath();
-    SetWindowTextW(control(kHostSavePath), target_.path());
+    SetWindowTextW(control(KELVO_HOST_SAVE_PATH), target_.path());
   }
 
   void Save() noexcept {
     wchar_t path[kTextCapacity];
-    GetWindowTextW(control(kHostSavePath), path, kTextCapacity);
+    GetWindowTextW(control(KELVO_HOST_SAVE_PATH), path, kTextCapacity);
     target_.SetPath(path);
     switch (target_.CheckPath(files_)) {
       case SaveTarget::Check::kEmpty:
-        Tell(kHostEmptyPathText, kHostEmptyPathCaption, MB_OK);
+        Tell(KELVO_HOST_TEXT_EMPTY_PATH, KELVO_HOST_CAPTION_EMPTY_PATH, MB_OK);
         return;
       case SaveTarget::Check::kExists:
-        if (Tell(kHostOverwriteText, kHostOverwriteCaption, MB_YESNO) != IDYES) return;
+        if (Tell(KELVO_HOST_TEXT_OVERWRITE, KELVO_HOST_CAPTION_OVERWRITE, MB_YESNO) != IDYES)
+          return;
         break;
       case SaveTarget::Check::kFree:
         break;
     }
     if (!target_.ProveWritable(files_)) {
-      Tell(kHostNotCreatedText, kNoText, MB_OK);
+      Tell(KELVO_HOST_TEXT_NOT_CREATED, kNoText, MB_OK);
       return;
     }
     succeeded_ = true;
-    Close(kHostSaveButton);
+    Close(KELVO_HOST_SAVE_BUTTON);
   }
 
   // Copied: a host need not end its strings with a NUL, as the library does with its own.
@@ -171,13 +171,13 @@ class SaveDialog final : public ModalDialog {
   void LayOut() noexcept {
     RECT client;
     GetClientRect(window(), &client);
-    const int row = SizeOf(kHostSaveName).cy;
-    const int line = SizeOf(kHostSavePath).cy;
+    const int row = SizeOf(KELVO_HOST_SAVE_NAME).cy;
+    const int line = SizeOf(KELVO_HOST_SAVE_PATH).cy;
     const int tree = client.bottom - line - row - 4;
-    MoveWindow(control(kHostSaveTree), 0, 0, client.right + 1, tree > 0 ? tree : 0, TRUE);
-    MoveWindow(control(kHostSavePath), 2, tree > 0 ? tree : 0, client.right - 2, line, TRUE);
-    PlaceInRow(kHostSaveName, client.bottom - 2, row);
-    PlaceInRow(kHostSaveButton, client.bottom - 2, row);
+    MoveWindow(control(KELVO_HOST_SAVE_TREE), 0, 0, client.right + 1, tree > 0 ? tree : 0, TRUE);
+    MoveWindow(control(KELVO_HOST_SAVE_PATH), 2, tree > 0 ? tree : 0, client.right - 2, line, TRUE);
+    PlaceInRow(KELVO_HOST_SAVE_NAME, client.bottom - 2, row);
+    PlaceInRow(KELVO_HOST_SAVE_BUTTON, client.bottom - 2, row);
   }
 
   void OnDestroy() noexcept override { tree_.Detach(); }
@@ -198,8 +198,8 @@ bool AskWhereToSave(FileSystem& files, HMODULE host_module, HWND parent,
   const DialogGuard guard;
   if (!guard.taken()) return false;
   SaveDialog dialog(files, host_module, target);
-  DialogBoxParamW(host_module, MAKEINTRESOURCEW(kHostSaveDialog), parent, ModalDialog::Procedure,
-                  dialog.parameter());
+  DialogBoxParamW(host_module, MAKEINTRESOURCEW(KELVO_HOST_SAVE_DIALOG), parent,
+                  ModalDialog::Procedure, dialog.parameter());
   return dialog.succeeded();
 }
 
