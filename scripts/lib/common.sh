@@ -6,6 +6,13 @@ kelvo_build="$kelvo_root/build"
 kelvo_cache="${KELVO_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/kelvo}"
 wine32_root="$kelvo_cache/wine32-root"
 
+# binaries_of i686|x86_64|device: where a build for Windows puts its programs.
+binaries_of() {
+  local folder="$1"
+  [[ $1 != device ]] || folder=ce-arm-bridge
+  printf '%s\n' "$kelvo_build/$folder/bin"
+}
+
 say() { printf '%s\n' "$*"; }
 
 die() {
