@@ -58,7 +58,7 @@ on_console() {
   return "$result"
 }
 
-"$kelvo_root/scripts/build.sh" i686
+"$kelvo_root/scripts/build.sh" --target player i686
 register_player i686
 if [[ -n ${DISPLAY:-} && ${1:-} != --* ]]; then
   in_windows "$@"

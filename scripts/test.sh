@@ -1,9 +1,19 @@
 #!/usr/bin/env bash
 # Builds every configuration and runs every test; the last lines count them.
 #   scripts/test.sh [--only PRESET] [-- CTEST-OPTIONS...]
+#   scripts/test.sh --fast FOLDER [-- CTEST-OPTIONS...]     the native tests in tests/FOLDER alone
 set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+
+if [[ ${1:-} == --fast ]]; then
+  folder="tests/${2:?--fast takes a folder of tests}"
+  [[ -d $kelvo_root/$folder ]] || die "there is no $folder"
+  shift 2
+  [[ ${1:-} != -- ]] || shift
+  "$kelvo_root/scripts/build.sh" --target "$folder/all" native
+  exec ctest --test-dir "$kelvo_build/native/$folder" -j "$(nproc)" --output-on-failure --no-tests=error "$@"
+fi
 
 presets=(native i686 x86_64 ce-arm)
 if [[ ${1:-} == --only ]]; then
