@@ -6,11 +6,9 @@ kelvo_build="$kelvo_root/build"
 kelvo_cache="${KELVO_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/kelvo}"
 wine32_root="$kelvo_cache/wine32-root"
 
-# binaries_of i686|x86_64|device: where a build for Windows puts its programs.
-binaries_of() {
-  local folder="$1"
-  [[ $1 != device ]] || folder=ce-arm-bridge
-  printf '%s\n' "$kelvo_build/$folder/bin"
+# build_folder PRESET: build/device is the folder that the demonstration shows as a handheld.
+build_folder() {
+  if [[ $1 == device ]]; then printf '%s\n' "$kelvo_build/ce-arm-bridge"; else printf '%s\n' "$kelvo_build/$1"; fi
 }
 
 say() { printf '%s\n' "$*"; }

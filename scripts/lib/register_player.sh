@@ -5,7 +5,7 @@
 # is entered already; a new Wine prefix or a moved checkout needs it again.
 register_player() {
   local arch="$1" dll note="$kelvo_build/wine-$1/kelvo-player"
-  dll="$(binaries_of "$arch")/WMPCmn.dll"
+  dll="$(build_folder "$arch")/bin/WMPCmn.dll"
   [[ -f $dll ]] || die "no $dll; run scripts/build.sh $arch"
   if [[ -f $note && $(<"$note") == "$dll" ]]; then return 0; fi
   (cd "${dll%/*}" && "$kelvo_root/scripts/wine.sh" "$arch" regsvr32 /s WMPCmn.dll) ||

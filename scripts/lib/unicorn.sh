@@ -15,8 +15,6 @@ unicorn_root() {
   printf '%s\n' "$kelvo_cache/unicorn-$unicorn_version-${inputs:0:12}"
 }
 
-unicorn_built() { [[ -e $(unicorn_root)/.complete ]]; }
-
 # unpack_tar FILE TAR: true when it is the wanted one.
 unpack_tar() {
   [[ -f $1 ]] || return 1
@@ -52,12 +50,22 @@ build_unicorn() {
     cp -r "$1/source/include" "$1"
 }
 
-# Does nothing twice. False when the source cannot be had: everything else goes on without it.
+# Leaves build/unicorn, a link to it. Does nothing twice. False when the source cannot be had: everything
+# else goes on without it.
 install_unicorn() {
-  local root tar
+  local root
   root="$(unicorn_root)"
-  tar="$root.new/unicorn.tar"
-  [[ ! -e $root/.complete ]] || return 0
+  mkdir -p "$kelvo_cache" "$kelvo_build"
+  # Several checkouts share the cache.
+  (
+    flock 9
+    [[ -e $root/.complete ]] || make_unicorn "$root"
+  ) 9>"$kelvo_cache/unicorn.lock" || return 1
+  ln -sfn "$root" "$kelvo_build/unicorn"
+}
+
+make_unicorn() {
+  local root="$1" tar="$1.new/unicorn.tar"
   rm -rf "$root.new"
   mkdir -p "$root.new/source"
   if ! find_unicorn "$tar"; then

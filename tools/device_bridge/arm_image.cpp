@@ -28,7 +28,7 @@ const IMAGE_NT_HEADERS32* Headers(const std::vector<uint8_t>& file) {
   const size_t at = file.size() >= sizeof(*dos) ? static_cast<size_t>(dos->e_lfanew) : file.size();
   if (at > file.size() || file.size() - at < sizeof(IMAGE_NT_HEADERS32)) return nullptr;
   const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS32*>(&file[at]);
-  const bool ours = headers->FileHeader.Machine == kMachineArm &&
+  const bool ours = headers->Signature == IMAGE_NT_SIGNATURE && headers->FileHeader.Machine == kMachineArm &&
                     headers->OptionalHeader.Subsystem == kSubsystemCe;
   return ours ? headers : nullptr;
 }

@@ -16,6 +16,7 @@ namespace {
 constexpr uint32_t kPage = 0x1000;
 constexpr uint32_t kFirstAddress = 0x10000, kLastAddress = 0x7FFF0000;
 constexpr uint32_t kReturn = 0xFFFF0000;  // where a call from outside returns to
+constexpr uint32_t kDataAbort = 4;  // the emulator's number of that trap
 constexpr size_t kTranslatedBytes = 8 << 20;
 
 int g_ids[] = {UC_ARM_REG_R0,  UC_ARM_REG_R1,  UC_ARM_REG_R2, UC_ARM_REG_R3, UC_ARM_REG_R4, UC_ARM_REG_R5,
@@ -23,6 +24,10 @@ int g_ids[] = {UC_ARM_REG_R0,  UC_ARM_REG_R1,  UC_ARM_REG_R2, UC_ARM_REG_R3, UC_
                UC_ARM_REG_R12, UC_ARM_REG_SP, UC_ARM_REG_LR, UC_ARM_REG_CPSR};
 constexpr int kIds = sizeof(g_ids) / sizeof(g_ids[0]);
 enum { kSp = 13, kLr = 14 };
+
+bool IsDeviceCode(uint32_t address) {
+  return g_library->image.IsCode(address) || g_library->stubs.Contains(address);
+}
 
 void Check(uc_err error, const char* what) {
   if (error != UC_ERR_OK) Fail("%s: %s", what, uc_strerror(error));
@@ -48,6 +53,7 @@ Engine::Engine() {
   uc_hook hook;
   Check(uc_hook_add(uc_, &hook, UC_HOOK_TLB_FILL, reinterpret_cast<void*>(&OnPage), this, 1, 0),
         "mapping pages");
+  Check(uc_hook_add(uc_, &hook, UC_HOOK_INTR, reinterpret_cast<void*>(&OnTrap), this, 1, 0), "watching traps");
   // Every address there can be; which of them are memory is asked page by page.
   Check(uc_mem_map_ptr(uc_, kFirstAddress, kLastAddress - kFirstAddress, UC_PROT_ALL,
                        reinterpret_cast<void*>(kFirstAddress)),
@@ -65,10 +71,9 @@ bool Engine::OnPage(uc_engine*, uint64_t address, uc_mem_type type, uc_tlb_entry
 bool Engine::MapPage(uint32_t page, uc_mem_type type, uc_tlb_entry* entry) {
   const bool stub = g_library->stubs.Contains(page);
   entry->paddr = stub ? g_library->stubs.EmulatedPage(page) : page;
-  if (stub || g_library->image.IsCode(page)) {
+  if (IsDeviceCode(page)) {
     entry->perms = static_cast<uc_prot>(UC_PROT_READ | UC_PROT_EXEC);
   } else if (type == UC_MEM_FETCH) {
-    refused_ = Refused::kFetch;
     return false;
   } else {
     const DWORD error = GetLastError();
@@ -82,8 +87,8 @@ bool Engine::MapPage(uint32_t page, uc_mem_type type, uc_tlb_entry* entry) {
     // may change while the entry is in use; a page that is then not to be written faults as it is.
     const bool fixed = g_library->image.Contains(page) && memory.Protect == PAGE_READONLY;
     entry->perms = static_cast<uc_prot>(fixed ? UC_PROT_READ : UC_PROT_READ | UC_PROT_WRITE);
-    if (!there) {
-      refused_ = Refused::kData;
+    if (!there || (fixed && type == UC_MEM_WRITE)) {
+      refusal_ = there ? "a write to constant data" : "no memory";
       refused_page_ = page;
       return false;
     }
@@ -99,31 +104,39 @@ void Engine::DescribePlace(char* text, uint32_t capacity) const {
   snprintf(text, capacity, "pc %#x (from %#x)", pc - base, lr - base);
 }
 
+void Engine::OnTrap(uc_engine*, uint32_t number, void* self) {
+  char place[64];
+  static_cast<const Engine*>(self)->DescribePlace(place, sizeof(place));
+  Fail("%s, %s", number == kDataAbort ? "an unaligned access" : "a trap", place);
+}
+
 void Engine::FailAt(uc_err error) const {
   char place[64];
   DescribePlace(place, sizeof(place));
-  if (refused_ == Refused::kData) Fail("no memory in page %#x, %s", refused_page_, place);
-  if (error == UC_ERR_INSN_INVALID) Fail("an instruction that the processor lacks, %s", place);
-  if (error == UC_ERR_EXCEPTION) Fail("an unaligned access or a trap, %s", place);
+  if (refusal_) Fail("%s in page %#x, %s", refusal_, refused_page_, place);
+  // A trap is reported before it gets here.
+  if (error == UC_ERR_EXCEPTION) Fail("an instruction that the processor lacks, %s", place);
   Fail("%s, %s", uc_strerror(error), place);
 }
 
 uint32_t Engine::Run(uint32_t pc) {
-  refused_ = Refused::kNothing;
+  refusal_ = nullptr;
   const uc_err error = uc_emu_start(uc_, pc, kReturn, 0, 0);
-  if (error == UC_ERR_OK) return kReturn;
-  if (refused_ != Refused::kFetch) FailAt(error);
   uint32_t target = 0;
   uc_reg_read(uc_, UC_ARM_REG_PC, &target);
+  if (error == UC_ERR_OK || target == kReturn) return kReturn;
+  if (IsDeviceCode(target)) FailAt(error);
   return target;
 }
 
 void Engine::CallOut(uint32_t target) {
   Registers now;
   now.Read(uc_);
+  const uint32_t sp = now.value[kSp];
+  stack_.Use((sp - 4) & ~(kPage - 1));  // as the function would
   uint32_t words[kHostWords];
   memcpy(words, now.value, 16);
-  memcpy(words + 4, reinterpret_cast<void*>(now.value[kSp]), sizeof(words) - 16);
+  memcpy(words + 4, reinterpret_cast<void*>(sp), sizeof(words) - 16);
   if (target < kFirstAddress || target >= kLastAddress) FailAt(UC_ERR_FETCH_UNMAPPED);
   CheckRecords(target, words);
   const bool method = g_library->IsHostMethod(target, words[0]);

@@ -29,6 +29,7 @@ class Engine {
  private:
   struct Registers;
   static bool OnPage(uc_engine*, uint64_t address, uc_mem_type type, uc_tlb_entry* entry, void* self);
+  static void OnTrap(uc_engine*, uint32_t number, void* self);
   bool MapPage(uint32_t page, uc_mem_type type, uc_tlb_entry* entry);
   // Runs to the next jump out of the device's code; its target.
   uint32_t Run(uint32_t pc);
@@ -39,7 +40,7 @@ class Engine {
   uc_engine* uc_ = nullptr;
   GuestStack stack_;
   int depth_ = 0;
-  enum class Refused { kNothing, kFetch, kData } refused_ = Refused::kNothing;
+  const char* refusal_ = nullptr;  // why the code was refused access to refused_page_
   uint32_t refused_page_ = 0;
   uint32_t last_error_ = 0;  // of the device's code, which the emulator's own calls must not change
 };
