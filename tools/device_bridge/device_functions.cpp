@@ -94,13 +94,11 @@ INT_PTR WINAPI ShowSheet(const PROPSHEETHEADERW* header) {
   return PropertySheetW(&copy);
 }
 
-// The comparison has the convention of C, which no other function that is handed out has.
+// The one function that is handed C's functions, which have no stubs, and calls them in C's way.
 void __cdecl Sort(void* items, size_t count, size_t bytes, uint32_t compare) {
-  if (g_library->stubs.Contains(compare)) {
-    Stubs::Target target = g_library->stubs.At(compare);
-    target.convention = Convention::kC;
-    compare = g_library->stubs.Add(target);
-  }
+  Stubs& stubs = g_library->stubs;
+  if (stubs.Contains(compare)) compare = stubs.At(compare).function;
+  if (g_library->image.Contains(compare)) compare = stubs.Add({compare, 2, Convention::kC});
   qsort(items, count, bytes, reinterpret_cast<int(__cdecl*)(const void*, const void*)>(compare));
 }
 

@@ -10,9 +10,9 @@
 namespace bridge {
 namespace {
 
-// The published fields of an input plug-in, in words, and the operations of the largest host's object.
+// The published fields of an input plug-in, in words, and the slots of an output, which has more than a reader.
 constexpr int kOutput = 2, kReader = 3;
-constexpr int kHostSlots = 13;
+constexpr int kHostSlots = 14;
 
 std::wstring FileBeside(HMODULE bridge) {
   wchar_t path[MAX_PATH];
@@ -56,7 +56,6 @@ bool Library::IsHostMethod(uint32_t target, uint32_t object) const {
     return false;
   }
   const uint32_t* const slots = *reinterpret_cast<const uint32_t* const*>(object);
-  // A table ends somewhere; the operation that is called lies before its end.
   for (int i = 0; i < kHostSlots; ++i) {
     if (slots[i] == target) return true;
   }
