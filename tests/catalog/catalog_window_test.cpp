@@ -22,9 +22,7 @@ TEST_F(CatalogSheetTest, OnlyTheFirstShowingScans) {
     if (call == "list \\*.*") scanned = GetTickCount();
   };
   const DWORD shown = GetTickCount();
-  driver_.Show([&] {
-    EXPECT_TRUE(test::WaitFor([&] { return driver_.Items() == kLists; }));
-  });
+  driver_.Show([&] { EXPECT_TRUE(test::WaitFor([&] { return driver_.Items() == kLists; })); });
   EXPECT_EQ(Scans(), 1);
   EXPECT_GE(scanned - shown, 480u) << "the sheet is to be seen before";
   driver_.Show([&] {

@@ -1,6 +1,6 @@
-// Uses the windows of another thread of this program as a user does: looks for them, reads lists and
-// trees, gives commands, taps. There is one screen for all programs: while a test taps, no other may
-// move the pointer.
+// Uses the windows of another thread of this program as a user does: looks for them, reads lists
+// and trees, gives commands, taps. There is one screen for all programs: while a test taps, no
+// other may move the pointer.
 #pragma once
 
 #include <windows.h>
@@ -29,8 +29,8 @@ class User {
 
   // All below is for the using thread.
 
-  // Runs `action` on the windows' thread, between two messages. Lists and trees are read this way: a
-  // switch of threads for each item takes longer.
+  // Runs `action` on the windows' thread, between two messages. Lists and trees are read this way:
+  // a switch of threads for each item takes longer.
   void Run(const std::function<void()>& action) const;
   // The same without waiting: for what opens a dialog.
   void Start(std::function<void()> action) const;
