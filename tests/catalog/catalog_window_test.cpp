@@ -2,7 +2,8 @@
 #include "base/windows/registry.h"
 #include "base/windows/settings_keys.h"
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_shell.h"
+#include "bookmarks/windows/bookmarks_window.h"
+#include "tests/bookmarks/bookmark_text.h"
 #include "tests/catalog/catalog_window_fixture.h"
 #include "tests/language/test_resources.h"
 #include "tests/support/heap_faults.h"
@@ -204,12 +205,7 @@ TEST_F(CatalogSheetTest, IsShownOnceAtATime) {
 
 // The bookmarks window and the dialog for saving a playlist exclude each other.
 TEST_F(CatalogSheetTest, OneFeatureDialogIsOpenAtATime) {
-  class Folder final : public InstallFolder {
-   public:
-    void Read(wchar_t (&folder)[kTextCapacity]) noexcept override {
-      CopyWide(folder, kTextCapacity, L"\\V");
-    }
-  } folder;
+  test::FixedFolder folder;
   BookmarksShell shell;
   BookmarksFeature bookmarks(driver_.files, folder, &shell);
   ShowAfterScan(2, [&] {

@@ -41,8 +41,8 @@ class User {
   // Windows. Of this kind and caption (null: any) the visible one; enabled, when that matters.
   HWND Find(const wchar_t* caption, const wchar_t* kind, bool enabled = false) const;
   HWND FindAny(const std::function<bool(HWND)>& fits) const;  // the one in front
-  // The dialog, sheet or box that takes input, of any caption or of this one.
-  HWND Dialog() const { return Window(nullptr); }
+  // What takes input: a dialog, sheet or box, of any caption or of this one, or the player.
+  HWND Dialog() const;
   HWND Window(const wchar_t* caption) const { return Find(caption, L"#32770", true); }
   HWND WaitForWindow(const wchar_t* caption) const;
   // The one that opens above `below`; null when `below` goes instead.
