@@ -91,15 +91,16 @@ TEST(HostileArchiveTest, AMemberThatHoldsMoreOrLessThanItClaimsGivesNothing) {
       const std::string part = content.substr(0, claimed);
       ZipMember member{"main.bmp", content, deflated};
       member.size = static_cast<int64_t>(claimed);
-      member.crc = crc32(0, reinterpret_cast<const Bytef*>(part.data()),
-                         static_cast<uInt>(part.size()));
+      member.crc =
+          crc32(0, reinterpret_cast<const Bytef*>(part.data()), static_cast<uInt>(part.size()));
       EXPECT_EQ(ReadMember(ZipBuilder().Add(member).Bytes()),
                 claimed == content.size() ? "<" + content + ">" : "none")
           << claimed;
     }
     ZipMember longer{"main.bmp", content, deflated};
     longer.packed_size = 100;
-    EXPECT_EQ(ReadMember(ZipBuilder().Add(longer).Add({"z", std::string(90, 'z')}).Bytes()), "none");
+    EXPECT_EQ(ReadMember(ZipBuilder().Add(longer).Add({"z", std::string(90, 'z')}).Bytes()),
+              "none");
   }
 }
 
