@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <string>
 
-#include "host/program_folder.h"
+#include "host/system.h"
 
 namespace velmora {
 namespace {
@@ -23,6 +23,10 @@ LANGID LanguageOf(const std::wstring& name) {
   return static_cast<LANGID>(wcstoul(digits.c_str(), nullptr, 16));
 }
 
+bool HasName(LANGID language) {
+  return GetLocaleInfoW(MAKELCID(language, SORT_DEFAULT), LOCALE_SNATIVELANGUAGENAME, nullptr, 0) > 0;
+}
+
 }  // namespace
 
 std::vector<LANGID> FindLanguages() {
@@ -33,7 +37,7 @@ std::vector<LANGID> FindLanguages() {
   if (search == INVALID_HANDLE_VALUE) return languages;
   do {
     const LANGID language = LanguageOf(found.cFileName);
-    if (language != 0 && language != kEnglish) languages.push_back(language);
+    if (language != 0 && language != kEnglish && HasName(language)) languages.push_back(language);
   } while (FindNextFileW(search, &found));
   FindClose(search);
   std::sort(languages.begin() + 1, languages.end());

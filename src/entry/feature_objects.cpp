@@ -1,15 +1,14 @@
 #include "entry/feature_objects.h"
 
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_shell.h"
-#include "bookmarks/windows/registered_install_folder.h"
+#include "bookmarks/windows/bookmarks_window.h"
 #include "catalog/media/media_information.h"
 #include "catalog/windows/catalog_feature.h"
 #include "effects/effects_processor.h"
 #include "eq/presets_feature.h"
 #include "eq/windows/preset_questions.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
-#include "input/wma/wma_plugin.h"
+#include "input/wma/wma_input_plugin.h"
 #include "kelvo/features.h"
 #include "skins/skin_feature.h"
 
@@ -34,10 +33,10 @@ FeatureInformation g_information;
 // object with a constructor that runs at load.
 SkinReaderFeature g_skins(SystemFiles());
 CatalogFeature g_catalog(SystemFiles(), g_information);
-PresetsFeature g_presets(SystemFiles(), &g_preset_questions);
-OggVorbisPlugin g_ogg_vorbis;
+PresetsFeature g_presets(SystemFiles(), g_preset_questions);
+OggVorbisPlugin g_ogg_vorbis(SystemFiles());
 BookmarksFeature g_bookmarks(SystemFiles(), g_install_folder, &g_bookmarks_shell);
-WmaPlugin g_wma;
+WmaInputPlugin g_wma(SystemFiles());
 FixedPointEffects g_effects(SystemEffectsPlatform());
 
 template <class Plugin>

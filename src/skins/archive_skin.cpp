@@ -31,10 +31,10 @@ enum class Rank { kExact, kNoCase, kInFolder, kNone };
 // `member` is a member's whole name, as the archive has it.
 Rank RankOf(const char* member, const char* name) noexcept {
   if (strcmp(member, name) == 0) return Rank::kExact;
-  if (CompareNoCase(member, name) == 0) return Rank::kNoCase;
+  if (EqualAsciiNoCase(member, name)) return Rank::kNoCase;
   const char* separator = member;
   while (*separator != 0 && *separator != '/' && *separator != '\\') ++separator;
-  if (*separator != 0 && CompareNoCase(separator + 1, name) == 0) return Rank::kInFolder;
+  if (*separator != 0 && EqualAsciiNoCase(separator + 1, name)) return Rank::kInFolder;
   return Rank::kNone;
 }
 

@@ -48,14 +48,14 @@ class TagEditorDialog final : public ModalDialog {
 
   void FillFields() noexcept {
     if (!edit_.present()) return;
-    TagEdit::Shown shown;
+    TagTexts shown;
     edit_.Show(&shown);
     SetWindowTextW(control(IDC_TAG_TITLE), shown.title);
     SetWindowTextW(control(IDC_TAG_ALBUM), shown.album);
     SetWindowTextW(control(IDC_TAG_ARTIST), shown.artist);
     SetWindowTextW(control(IDC_TAG_COMMENT), shown.comment);
     SetWindowTextW(control(IDC_TAG_YEAR), shown.year);
-    SetWindowTextW(control(IDC_TAG_TRACK), shown.track_number);
+    SetWindowTextW(control(IDC_TAG_TRACK), shown.track);
   }
 
   template <int kCapacity>

@@ -1,7 +1,7 @@
 #include "playlist/windows/folder_tree.h"
 
 #include "kelvo/host_resources.h"
-#include "playlist/extension_test.h"
+#include "playlist/list_entry.h"
 
 namespace kelvo {
 namespace {
@@ -76,12 +76,15 @@ void FolderTree::FillRoot() noexcept {
   if (!root) return;
   const int folders = Fill(L"", root);
   TVITEMW item = {};
-  item.mask = TVIF_HANDLE | TVIF_STATE | TVIF_CHILDREN;
+  item.mask = TVIF_HANDLE | TVIF_STATE;
   item.hItem = root;
   item.state = item.stateMask = TVIS_EXPANDEDONCE;
+  SendMessageW(tree_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  // Before the count: without folders the root would not expand, and hide its playlists.
+  TreeView_Expand(tree_, root, TVE_EXPAND);
+  item.mask = TVIF_HANDLE | TVIF_CHILDREN;
   item.cChildren = folders;
   SendMessageW(tree_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-  TreeView_Expand(tree_, root, TVE_EXPAND);
 }
 
 int FolderTree::Fill(const wchar_t* folder, HTREEITEM parent) noexcept {
