@@ -8,7 +8,7 @@ cd "$kelvo_root"
 commands="$kelvo_build/native/compile_commands.json"
 
 configure() {
-  [[ -e $commands ]] || cmake --preset native >/dev/null
+  cmake --preset native >/dev/null
 }
 
 # Every C++ file; the headers of the resource scripts are lists of texts.
