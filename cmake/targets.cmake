@@ -13,33 +13,28 @@ function(kelvo_library name)
   set_property(GLOBAL APPEND PROPERTY KELVO_LIBRARIES ${name})
 endfunction()
 
-# kelvo_test(NAME SOURCES... [LINK LIBS...] [TIMEOUT SECONDS] [REQUIRES FIXTURE] [SUMMARY_DECIDES]
-# [MOVES_POINTER]): a GoogleTest program, run by ctest (under Wine for Windows targets) in the folder
-# build/<preset>/bin, after the test that sets FIXTURE up. SUMMARY_DECIDES: see
-# tests/support/judge_by_summary.sh. MOVES_POINTER: the display's one pointer is moved; of these
-# programs only one runs at a time.
+# kelvo_test(NAME SOURCES... [LINK LIBS...] [TIMEOUT SECONDS] [USES_MEDIA_READER] [MOVES_POINTER]): a
+# GoogleTest program, run by ctest (under Wine for Windows targets) in the folder build/<preset>/bin.
+# USES_MEDIA_READER: in this process; see tests/support/media_reader_main.cpp. MOVES_POINTER: the
+# display's one pointer is moved; of these programs only one runs at a time.
 function(kelvo_test name)
-  cmake_parse_arguments(arg "SUMMARY_DECIDES;MOVES_POINTER" "TIMEOUT;REQUIRES" "LINK" ${ARGN})
+  cmake_parse_arguments(arg "USES_MEDIA_READER;MOVES_POINTER" "TIMEOUT" "LINK" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
   endif()
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
   target_compile_options(${name} PRIVATE ${KELVO_WARNINGS})
-  target_link_libraries(${name} PRIVATE ${arg_LINK} gtest gtest_main)
-  set(command ${name})
-  if(arg_SUMMARY_DECIDES)
-    set(command ${CMAKE_SOURCE_DIR}/tests/support/judge_by_summary.sh
-        ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
+  target_link_libraries(${name} PRIVATE ${arg_LINK} gtest)
+  if(arg_USES_MEDIA_READER)
+    target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/support/media_reader_main.cpp)
+  else()
+    target_link_libraries(${name} PRIVATE gtest_main)
   endif()
-  add_test(NAME ${KELVO_PRESET}.${name} COMMAND ${command}
+  add_test(NAME ${KELVO_PRESET}.${name} COMMAND ${name}
            WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
   set_tests_properties(${KELVO_PRESET}.${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
   if(arg_MOVES_POINTER)
     set_tests_properties(${KELVO_PRESET}.${name} PROPERTIES RESOURCE_LOCK ${KELVO_PRESET}.pointer)
-  endif()
-  if(arg_REQUIRES)
-    set_tests_properties(${KELVO_PRESET}.${name} PROPERTIES
-                         FIXTURES_REQUIRED ${KELVO_PRESET}.${arg_REQUIRES})
   endif()
 endfunction()
 

@@ -15,8 +15,6 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 # shellcheck source=scripts/lib/device_drive.sh
 . "$kelvo_root/scripts/lib/device_drive.sh"
-# shellcheck source=scripts/lib/register_player.sh
-. "$kelvo_root/scripts/lib/register_player.sh"
 
 # The Windows program sees the machine's root folder as drive Z:.
 windows_path() {
@@ -69,7 +67,6 @@ else
   "$kelvo_root/scripts/build.sh" --target player i686
 fi
 programs="$(build_folder "$build")/bin"
-register_player "$build"
 if [[ -n ${DISPLAY:-} && ${1:-} != --* ]]; then
   in_windows "$@"
 else

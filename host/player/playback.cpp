@@ -34,12 +34,11 @@ Playback::Start Playback::Play(std::wstring path, uint32_t start_ms) {
   }
   plugin().SetReader(&reader_);
   plugin().SetOutput(effects_ ? static_cast<kelvo::AudioOutput*>(&*effects_) : &tap_);
+  input_->SetWindow(window_);  // before a name can be refused, which is said in a message box
   if (!plugin().Open(path.c_str(), 0)) {
     Release();
     return Start::kNotPlayable;
   }
-  // Not before: with a window the Windows Media plug-in asks about a name that it refuses.
-  input_->SetWindow(window_);
   path_ = std::move(path);
   Describe();
   while (OwnSamples(nullptr)) {

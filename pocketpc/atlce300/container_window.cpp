@@ -1,4 +1,8 @@
-#include "pocketpc/atlce300/container_window.h"
+// The window class "AtlAxWin" for all modules of the process. A window of the class makes the
+// control that its text names while it is created, on the creating thread, which must be in an
+// apartment; creation fails when the control cannot be made. An empty text gives an empty
+// container. The control is closed with its window.
+#include <windows.h>
 
 #include "base/memory/heap.h"
 #include "pocketpc/atlce300/hosted_control.h"
@@ -54,26 +58,34 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lpar
 }
 
 }  // namespace
+}  // namespace kelvo
 
-bool RegisterContainerWindow() noexcept {
+extern "C" {
+
+// Also true when the class is there already.
+BOOL WINAPI AtlAxWinInit() {
   WNDCLASSW window_class = {};
   window_class.style = CS_GLOBALCLASS;
-  window_class.lpfnWndProc = &Procedure;
-  window_class.hInstance = ThisModule();
-  window_class.lpszClassName = kClassName;
+  window_class.lpfnWndProc = &kelvo::Procedure;
+  window_class.hInstance = kelvo::ThisModule();
+  window_class.lpszClassName = kelvo::kClassName;
   return RegisterClassW(&window_class) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }
 
-void UnregisterContainerWindow() noexcept {
-  UnregisterClassW(kClassName, ThisModule());
-}
-
-HRESULT ContainedControl(HWND window, IUnknown** control) noexcept {
+// The control of a container window, with a reference for the caller; E_FAIL for other windows and
+// for empty containers.
+HRESULT WINAPI AtlAxGetControl(HWND window, IUnknown** control) {
   if (!control) return E_POINTER;
-  *control = reinterpret_cast<IUnknown*>(SendMessageW(window, GetControlMessage(), 0, 0));
+  *control = reinterpret_cast<IUnknown*>(SendMessageW(window, kelvo::GetControlMessage(), 0, 0));
   if (!*control) return E_FAIL;
   (*control)->AddRef();
   return S_OK;
 }
 
-}  // namespace kelvo
+// A later module of the same name may lie elsewhere, so the class does not stay.
+BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID process_ends) {
+  if (reason == DLL_PROCESS_DETACH && !process_ends) UnregisterClassW(kelvo::kClassName, module);
+  return TRUE;
+}
+
+}  // extern "C"

@@ -16,9 +16,10 @@ class HostedControl {
   HostedControl(const HostedControl&) = delete;
   HostedControl& operator=(const HostedControl&) = delete;
 
-  // Makes the control that `name` says, a class id in braces or a program id, in the caller's
-  // apartment, and activates it in `window`. An object that is no OLE object is held all the same.
-  HRESULT Create(const wchar_t* name, HWND window) noexcept;
+  // Makes the control of a class id in braces, from the component beside this DLL (KELVO_PLAYER in
+  // the environment names another), and activates it in `window`. An object that is no OLE object
+  // is held all the same.
+  HRESULT Create(const wchar_t* class_id, HWND window) noexcept;
   void Close() noexcept;
 
   IUnknown* get() const noexcept { return control_.get(); }

@@ -20,7 +20,7 @@ bool NextPath(wchar_t (&path)[MAX_PATH]) noexcept {
   wchar_t wanted[MAX_PATH];
   const DWORD length = GetEnvironmentVariableW(kSinkVariable, wanted, MAX_PATH);
   if (length == 0 || length >= MAX_PATH) return false;
-  if (CompareNoCase(wanted, last_wanted) != 0) last_number = 0;
+  if (!EqualNoCase(wanted, last_wanted)) last_number = 0;
   CopyWide(last_wanted, MAX_PATH, wanted);
   const int32_t number = ++last_number;
   const wchar_t* dot = FindLastWide(FileNameOf(wanted), L'.');
@@ -38,7 +38,7 @@ bool NextPath(wchar_t (&path)[MAX_PATH]) noexcept {
 bool Says(const wchar_t* variable, const wchar_t* word) noexcept {
   wchar_t text[16];
   const DWORD length = GetEnvironmentVariableW(variable, text, 16);
-  return length > 0 && length < 16 && CompareNoCase(text, word) == 0;
+  return length > 0 && length < 16 && EqualAsciiNoCase(text, word);
 }
 
 }  // namespace
@@ -47,7 +47,7 @@ bool SinkWanted() noexcept {
   return GetEnvironmentVariableW(kSinkVariable, nullptr, 0) > 1;
 }
 
-MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient& client,
+MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, DWORD_PTR callback,
                   DWORD flags) noexcept {
   if (!format) return MMSYSERR_INVALPARAM;
   if (format->wFormatTag != WAVE_FORMAT_PCM || format->nAvgBytesPerSec == 0 ||
@@ -56,6 +56,9 @@ MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient
   }
   if (flags & WAVE_FORMAT_QUERY) return MMSYSERR_NOERROR;
   if (!device) return MMSYSERR_INVALPARAM;
+  const DWORD kind = flags & CALLBACK_TYPEMASK;
+  if (kind != CALLBACK_NULL && kind != CALLBACK_EVENT) return MMSYSERR_NOTSUPPORTED;
+  const HANDLE event = kind == CALLBACK_EVENT ? reinterpret_cast<HANDLE>(callback) : nullptr;
 
   LockGuard guard(sinks_lock);
   wchar_t path[MAX_PATH];
@@ -63,7 +66,7 @@ MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient
   if (!silence && !NextPath(path)) return MMSYSERR_ERROR;
   if (!sinks.Reserve(sinks.size() + 1)) return MMSYSERR_NOMEM;
   const Pace pace = Says(kPaceVariable, L"fast") ? Pace::kFast : Pace::kRealTime;
-  SinkDevice* const opened = SinkDevice::Open(silence ? nullptr : path, *format, pace, client);
+  SinkDevice* const opened = SinkDevice::Open(silence ? nullptr : path, *format, pace, event);
   if (!opened) return MMSYSERR_ERROR;
   static_cast<void>(sinks.Append(opened));  // room is reserved
   *device = reinterpret_cast<HWAVEOUT>(opened);
@@ -81,10 +84,13 @@ SinkDevice* FindSink(HWAVEOUT handle) noexcept {
 MMRESULT CloseSink(SinkDevice* device) noexcept {
   const MMRESULT result = device->Close();
   if (result != MMSYSERR_NOERROR) return result;
-  LockGuard guard(sinks_lock);
-  for (size_t i = 0; i < sinks.size(); ++i) {
-    if (sinks[i] == device) sinks.RemoveAt(i--);
+  {
+    LockGuard guard(sinks_lock);
+    for (size_t i = 0; i < sinks.size(); ++i) {
+      if (sinks[i] == device) sinks.RemoveAt(i--);
+    }
   }
+  HeapDelete(device);
   return result;
 }
 

@@ -2,7 +2,7 @@
 
 #include <olectl.h>
 
-#include "input/wma/player_control.h"
+#include "base/windows/player_control.h"
 
 namespace kelvo {
 

@@ -1,6 +1,6 @@
 #include "pocketpc/wmpcmn/player.h"
 
-#include "input/wma/player_control.h"
+#include "base/windows/player_control.h"
 #include "pocketpc/support/module_thread.h"
 
 namespace kelvo {
@@ -8,7 +8,7 @@ namespace {
 
 constexpr double kUnitsPerSecond = 10000000;
 constexpr double kMaxSeconds = 1e9;
-constexpr DWORD kMaxGoodbyeMs = 3000;
+constexpr DWORD kMaxGoodbyeMs = 2000;
 
 }  // namespace
 
@@ -25,11 +25,18 @@ Player* Player::Create(EventSource* events) noexcept {
 }
 
 void Player::Quit() noexcept {
-  if (started()) {
-    Run({Verb::kQuit, nullptr, 0});
-    // The process may end next, and the system's reader does not survive that half closed. But it
-    // waits for threads of its own, which cannot end while we are inside a detach handler.
-    if (GetCurrentThreadId() != thread_id_) WaitForSingleObject(gone_.get(), kMaxGoodbyeMs);
+  if (GetCurrentThreadId() == thread_id_) {
+    Execute({Verb::kQuit, nullptr, 0});
+  } else if (started()) {
+    {
+      LockGuard guard(callers_);
+      command_ = {Verb::kQuit, nullptr, 0};
+      SetEvent(asked_.get());
+    }
+    // The process may end next, and the system's reader does not survive that half closed. But
+    // inside a detach handler it never gets closed: it waits for threads of its own, which cannot
+    // end before the handler has.
+    WaitForSingleObject(gone_.get(), kMaxGoodbyeMs);
   }
   Drop();
 }
@@ -173,6 +180,7 @@ HRESULT Player::DoPlay() noexcept {
   input_ended_ = false;
   playing_ = true;
   tell_change_ = true;
+  SetEvent(audio_.changed());  // there is room for blocks
   return S_OK;
 }
 
@@ -209,6 +217,7 @@ bool Player::Pump(DISPID* event) noexcept {
   const HRESULT result = Refill();
   if (SUCCEEDED(result) && !(input_ended_ && audio_.empty())) return false;
   DoStop();
+  audio_.Close();  // the device is others' until the next Play
   *event = SUCCEEDED(result) ? kPlayerEndEvent : kPlayerErrorEvent;
   return true;
 }

@@ -22,6 +22,7 @@ class Player {
   // Null when memory or system objects are out.
   static Player* Create(EventSource* events) noexcept;
   // Ends playback without an event and gives the player up; nothing is played or fired afterwards.
+  // Returns within seconds, also inside a detach handler; the file may be closed later then.
   void Quit() noexcept;
 
   // Replaces the file, also when it fails: then there is none. Opening does not start playing. The

@@ -8,9 +8,19 @@
 #include "pocketpc/support/com_object.h"
 #include "pocketpc/wmpcmn/event_source.h"
 #include "pocketpc/wmpcmn/player.h"
-#include "pocketpc/wmpcmn/player_methods.h"
 
 namespace kelvo {
+
+class PlayerControl;
+
+// The control's own interface. It has far more methods than anybody here calls, so it is no C++
+// interface but a table, filled at the positions that base/windows/player_control.h names.
+struct PlayerMethods {
+  explicit PlayerMethods(PlayerControl* owner) noexcept;
+
+  void* const* table;  // first, as in every COM interface
+  PlayerControl* control;
+};
 
 // The player control: an OLE object without a window, with a connection point for its events and
 // the method table through which it plays. Made and called in the multithreaded apartment.

@@ -70,8 +70,7 @@ TEST(AsfHeaderTest, RefusesWhatIsNoAsfFileAndClearsTheOutputs) {
     memset(&info, 0xEE, sizeof(info));
     FailingSource source(bytes, -1);
     EXPECT_FALSE(ReadAsfInfo(source, L"a.wma", &info));
-    AsfInfo zero;
-    ClearAsfInfo(&zero);
+    const AsfInfo zero = {};
     EXPECT_EQ(memcmp(&info, &zero, sizeof(info)), 0) << bytes.size();
   }
 }
@@ -115,9 +114,24 @@ TEST(AsfHeaderTest, KeepsTheFirstValue) {
        B().Extended(2, Le(2, 2) + Utf16("X") + Le(3, 2) + Le(9, 2) + "1234" +
                            B::Number("WM/TrackNumber", 3)),
        "||||x", 3},
+      {"all five texts",
+       B().Object(B::kDescription, Le(2, 2) + Le(2, 2) + Le(4, 2) + Le(6, 2) + Le(8, 2) +
+                                       Utf16("TP"
+                                             "cc"
+                                             "ddd"
+                                             "rrrr"))
+           .Extended(1, B::Text("WM/Genre", "G")),
+       "T|P||G|P - T", kNoAsfTrack},
       {"text attribute as number", B().Extended(1, B::Number("WM/Genre", 65)), "||||x",
        kNoAsfTrack},
       {"longer name", B().Extended(1, B::Text("WM/GenreID", "G")), "||||x", kNoAsfTrack},
+      {"a name that is cut to a known one",
+       B().Extended(1, B::Text("WM/Genre" + std::string(24, '\0') + "x", "G")), "|||G|x",
+       kNoAsfTrack},
+      {"more than 255 bytes in the way",
+       B().Extended(
+           2, B::Attribute("WM/Picture", 1, std::string(300, 'p')) + B::Text("WM/Genre", "G")),
+       "|||G|x", kNoAsfTrack},
       {"name without terminator",
        B().Extended(1, Le(16, 2) + Utf16("WM/Genre") + Le(0, 2) + Le(2, 2) + Utf16("G")), "|||G|x",
        kNoAsfTrack},
@@ -181,6 +195,14 @@ TEST(AsfHeaderTest, CombinesCodecsAndBitRates) {
        "44 kHz 64 kbps stereo"},
       {"an empty entry changes nothing", B().Codecs(2, audio + B::CodecEntry(2, "")),
        "44 kHz 64 kbps stereo"},
+      {"more than 255 bytes of information",
+       B().Codecs(2, Le(2, 2) + Le(0, 2) + Le(0, 2) + Le(300, 2) + std::string(300, 'i') + audio),
+       "44 kHz 64 kbps stereo"},
+      {"a variable rate behind a constant one",
+       B().Codecs(2, audio + B::CodecEntry(2, "VBR 9, 22 kHz")), "22 kHz 0 kbps stereo"},
+      {"mono behind stereo", B().Codecs(2, audio + B::CodecEntry(2, "20 kbps, 8 kHz, mono")),
+       "8 kHz 20 kbps stereo"},
+      {"a second list", B().Codecs(1, audio).Codec("20 kbps, 8 kHz, mono"), "8 kHz 64 kbps mono"},
       {"list without end", B().Codecs(0xFFFFFFFF, audio), "44 kHz 64 kbps stereo"},
       {"average first", B().Bitrates(2, B::Bitrate(32000) + B::Bitrate(65999)).Codec("64 kbps, 8"),
        "8 kHz 48 kbps mono"},
@@ -213,6 +235,26 @@ TEST(AsfHeaderTest, ComputesTheLengthInUnsigned64Bits) {
   for (const auto& c : kCases) {
     EXPECT_EQ(Read(AsfBuilder().FileProperties(c.play, c.preroll).Build())->length_ms, c.want);
   }
+}
+
+TEST(AsfHeaderTest, TakesTheLastLengthAndVersion) {
+  using B = AsfBuilder;
+  const struct {
+    const char* name;
+    std::string attributes;
+    uint32_t sdk;
+  } kCases[] = {
+      {"number", B::Number("WMFSDKVersion", 9) + B::Number("x", 1), 0},
+      {"number behind text", B::Text("WMFSDKVersion", "8.1") + B::Number("WMFSDKVersion", 9), 8},
+      {"two texts", B::Text("WMFSDKVersion", "8.1") + B::Text("wmfsdkversion", "11"), 11},
+      {"no number", B::Text("WMFSDKVersion", "7") + B::Text("WMFSDKVersion", "x"), 0},
+  };
+  for (const auto& c : kCases) {
+    const auto info = Read(B().Extended(2, c.attributes).FileProperties(50000, 0).Build());
+    EXPECT_EQ(info->sdk_version, c.sdk) << c.name;
+    EXPECT_EQ(info->length_ms, 5u);
+  }
+  EXPECT_EQ(Read(B().FileProperties(50000, 1).FileProperties(70000, 0).Build())->length_ms, 7u);
 }
 
 TEST(AsfHeaderTest, EndsTheWalkAtImpossibleSizesAndCounts) {
@@ -255,6 +297,8 @@ TEST(AsfHeaderTest, FallsBackToTheFileName) {
       {L"\\d.x\\Song.wma", "Song"},
       {L"\\d.x\\Song", "Song"},
       {L"\\d\\.wma", ".wma"},
+      {L"\\d\\Song.", "Song"},
+      {L"\\d\\..", "."},
       {L"", ""},
       {L"\\d\\", ""},
   };
@@ -315,8 +359,7 @@ TEST(AsfHeaderTest, GivesNothingWithoutMemory) {
   test::HeapFaults faults(0);
   EXPECT_FALSE(ReadAsfInfo(source, L"x.wma", &info));
   EXPECT_TRUE(faults.triggered());
-  AsfInfo empty;
-  ClearAsfInfo(&empty);
+  const AsfInfo empty = {};
   EXPECT_EQ(memcmp(&info, &empty, sizeof(info)), 0);
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "base/text/ansi.h"
@@ -10,6 +11,7 @@ namespace kelvo {
 namespace {
 
 using test::Utf8;
+using test::Wide;
 
 TEST(WideTest, ParsesLeadingDigitsOnly) {
   const struct {
@@ -41,21 +43,48 @@ TEST(WideTest, FormatsWhatItParses) {
   }
 }
 
-TEST(WideTest, ComparesWithoutCaseInAsciiOnly) {
+TEST(WideTest, TextsFoldAsTheSystemDoesAndKeysInAsciiOnly) {
   const struct {
-    const wchar_t* a;
-    const wchar_t* b;
+    const char *a, *b;
     int want;
+    bool same_key;
   } kCases[] = {
-      {L"Rock", L"rOCK", 0},  {L"a", L"b", -1},     {L"ab", L"a", 1}, {L"_", L"a", -1},
-      {L"\xC4", L"\xE4", -1}, {L"z", L"\x3B1", -1}, {L"", L"", 0},    {L"[", L"{", -1},
+      {"Rock", "rOCK", 0, true},
+      {"", "", 0, true},
+      {"a", "b", -1, false},
+      {"ab", "a", 1, false},
+      {"_", "a", -1, false},
+      {"_", "A", -1, false},
+      {"[", "{", -1, false},
+      {"Жук", "жУК", 0, false},
+      {"Été", "éTÉ", 0, false},
+      {"ÜBER", "über", 0, false},
+      {"Łódź", "łÓDŹ", 0, false},
+      {"Ωμ", "ωΜ", 0, false},
+      {"z", "é", -1, false},
+      {"Жук", "Жуки", -1, false},
+      {"表", "裏", -1, false},
+      {"\U0001F600", "\U0001F601", -1, false},
   };
   for (const auto& c : kCases) {
-    EXPECT_EQ(CompareNoCase(c.a, c.b), c.want) << Utf8(c.a);
-    EXPECT_EQ(CompareNoCase(c.b, c.a), -c.want) << Utf8(c.a);
+    SCOPED_TRACE(c.a);
+    const Wide a(c.a), b(c.b);
+    const size_t longer = std::max(WideLength(a), WideLength(b));
+    EXPECT_EQ(CompareNoCase(a, b), c.want);
+    EXPECT_EQ(CompareNoCase(b, a), -c.want);
+    EXPECT_EQ(EqualNoCase(a, b), c.want == 0);
+    EXPECT_EQ(EqualNoCase(a, b, longer), c.want == 0);
+    EXPECT_EQ(EqualAsciiNoCase(a, b), c.same_key);
+    EXPECT_EQ(EqualAsciiNoCase(c.a, c.b), c.same_key);
+    EXPECT_EQ(EqualAsciiNoCase(a, b, longer), c.same_key);
   }
-  EXPECT_EQ(CompareNoCase(L"TITLE=x", L"title=y", 6), 0);
-  EXPECT_EQ(CompareNoCase("\xE4", "a"), 1) << "bytes compare as unsigned";
+  EXPECT_TRUE(EqualNoCase(L"\\Été\\x", L"\\éTÉ\\y", 5));
+  EXPECT_FALSE(EqualNoCase(L"\\Été\\x", L"\\éTÉ\\y", 6));
+  EXPECT_TRUE(EqualAsciiNoCase("TITLE=x", "title=y", 6));
+  EXPECT_FALSE(EqualAsciiNoCase("TITLE=x", "title=y", 7));
+  EXPECT_LT(CompareWide(L"A", L"a"), 0);
+  EXPECT_EQ(CompareWide(L"a", L"a"), 0);
+  EXPECT_GT(CompareWide(L"aa", L"a"), 0);
 }
 
 TEST(WideTest, CutsWhatDoesNotFit) {

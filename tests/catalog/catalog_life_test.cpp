@@ -14,7 +14,7 @@
 #include "catalog/tree/device_scan.h"
 #include "playlist/add_path.h"
 #include "playlist/m3u_writer.h"
-#include "playlist/save/save_target.h"
+#include "playlist/save_dialog_state.h"
 #include "tests/catalog/text_tree.h"
 #include "tests/support/fake_information.h"
 #include "tests/support/heap_faults.h"
@@ -141,12 +141,12 @@ class CatalogLife {
     Reorder(current_, order);
   }
   void Save() {
-    SaveTarget target;
-    target.SetFolder(L"\\M");
-    target.SetName(L"saved");
-    target.UpdatePath();
-    if (target.CheckPath(files) == SaveTarget::Check::kEmpty) return;
-    if (target.ProveWritable(files)) WriteM3u(files, target.path(), current_);
+    SaveDialogState dialog;
+    CopyWide(dialog.folder, kTextCapacity, L"\\M");
+    CopyWide(dialog.name, kTextCapacity, L"saved");
+    dialog.UpdatePath();
+    if (dialog.CheckPath(files) == SaveDialogState::Check::kEmpty) return;
+    if (dialog.ProveWritable(files)) WriteM3u(files, dialog.path, current_);
   }
   std::string Tell() {
     std::string told;

@@ -12,6 +12,7 @@
 
 #include "tests/player/rig.h"
 #include "tests/pocketpc/wav_bytes.h"
+#include "tests/support/message_box.h"
 #include "tests/support/owned_objects.h"
 
 namespace velmora {
@@ -101,6 +102,18 @@ TEST(Player, PlaysAListOfBothKindsToItsEnd) {
   EXPECT_EQ(ReadWav(L"player_list-2.wav").rate, 44100u);
   EXPECT_GT(ReadWav(L"player_list-2.wav").samples.size(), 2u * 7 * 44100);
   EXPECT_EQ(ReadWav(L"player_list-3.wav").samples.size(), 2u * 8000);
+}
+
+TEST(Player, SaysWhyItSkipsAFileWhoseNameTheCodePageLacks) {
+  SendSoundTo(L"silence", true);
+  Rig rig;
+  const kelvo::test::MessageBoxAnswer box(L"Error");
+  rig.player.Add({L"Z:\\\x4E2D.wma", Media(L"tone_8000_mono.ogg")});
+  rig.player.Play();
+  EXPECT_EQ(box.text(),
+            "Please, change regional settings to correctly play file Z:\\\xE4\xB8\xAD.wma");
+  EXPECT_EQ(rig.player.status().current, 1u);
+  ASSERT_TRUE(rig.RunUntilStopped());
 }
 
 TEST(Player, AMessageOfTheLastTrackDoesNotEndTheNext) {

@@ -70,6 +70,8 @@ class CountingGuard final : public NestingGuard {
  public:
   bool Enter(const wchar_t*) noexcept override { return ++entered <= 500; }
   void Leave() noexcept override { ++left; }
+  bool CountLine() noexcept override { return true; }
+  bool CountMedia() noexcept override { return true; }
   int entered = 0;
   int left = 0;
 };

@@ -83,6 +83,26 @@ TEST(HostileArchiveTest, ABombThatClaimsLittleGivesNothing) {
   EXPECT_EQ(ReadMember(ZipBuilder().Add(bomb).Bytes()), "none");
 }
 
+// The checksum is that of the bytes that the size names, so only the rest gives the lie away.
+TEST(HostileArchiveTest, AMemberThatHoldsMoreOrLessThanItClaimsGivesNothing) {
+  const std::string content = "content of a skin";
+  for (bool deflated : {false, true}) {
+    for (size_t claimed = 0; claimed <= content.size() + 1; ++claimed) {
+      const std::string part = content.substr(0, claimed);
+      ZipMember member{"main.bmp", content, deflated};
+      member.size = static_cast<int64_t>(claimed);
+      member.crc = crc32(0, reinterpret_cast<const Bytef*>(part.data()),
+                         static_cast<uInt>(part.size()));
+      EXPECT_EQ(ReadMember(ZipBuilder().Add(member).Bytes()),
+                claimed == content.size() ? "<" + content + ">" : "none")
+          << claimed;
+    }
+    ZipMember longer{"main.bmp", content, deflated};
+    longer.packed_size = 100;
+    EXPECT_EQ(ReadMember(ZipBuilder().Add(longer).Add({"z", std::string(90, 'z')}).Bytes()), "none");
+  }
+}
+
 TEST(HostileArchiveTest, OverlappingMembersAreReadOneByOne) {
   const ZipMember first{"aaaa.bmp", "shared"};
   ZipBuilder two;

@@ -139,16 +139,22 @@ HRESULT STDMETHODCALLTYPE Query(void*, REFIID iid, void** out) {
 
 FakePlayer::FakePlayer() {
   g_player = this;
-  EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
-  EXPECT_EQ(CoRegisterClassObject(kPlayerClass, &g_factory, CLSCTX_INPROC_SERVER,
-                                  REGCLS_MULTIPLEUSE, &registration_),
-            S_OK);
+  wchar_t program[MAX_PATH];
+  GetModuleFileNameW(nullptr, program, MAX_PATH);
+  SetEnvironmentVariableW(L"KELVO_PLAYER", program);
 }
 
 FakePlayer::~FakePlayer() {
-  CoRevokeClassObject(registration_);
-  CoUninitialize();
+  SetEnvironmentVariableW(L"KELVO_PLAYER", nullptr);
   g_player = nullptr;
+}
+
+void* FakePlayer::control() {
+  return &g_control;
+}
+
+void* FakePlayer::connection_point() {
+  return &g_point;
 }
 
 void FakePlayer::Fire(DISPID event) {
@@ -159,3 +165,9 @@ void FakePlayer::Fire(DISPID event) {
 }
 
 }  // namespace kelvo
+
+extern "C" __declspec(dllexport) HRESULT STDAPICALLTYPE
+    DllGetClassObject(REFCLSID id, REFIID, void** out) {
+  *out = id == kelvo::kPlayerClass ? &kelvo::g_factory : nullptr;
+  return *out ? S_OK : CLASS_E_CLASSNOTAVAILABLE;
+}

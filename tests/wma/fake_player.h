@@ -1,4 +1,5 @@
-// A player control of the test's own, made in place of the registered one while it lives.
+// A player control of the test's own, made in place of the component's while it lives: the
+// container takes it from this program.
 #pragma once
 
 #include <windows.h>
@@ -8,7 +9,7 @@
 #include <string>
 
 #include "base/windows/com_ptr.h"
-#include "input/wma/player_control.h"
+#include "base/windows/player_control.h"
 
 namespace kelvo {
 
@@ -29,11 +30,12 @@ class FakePlayer {
   std::string log;     // "30=0 ", "open song.wma ", "seek 1.500 ", "play ", ...
   ComPtr<IUnknown> sink;
 
+  // What the plug-in gets to see.
+  static void* control();
+  static void* connection_point();
+
   std::string TakeLog() { return std::exchange(log, {}); }
   void Fire(DISPID event);
-
- private:
-  DWORD registration_ = 0;
 };
 
 }  // namespace kelvo

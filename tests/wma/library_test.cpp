@@ -3,6 +3,8 @@
 #include <windows.h>
 
 #include <numeric>
+#include <optional>
+#include <random>
 #include <string>
 
 #include "kelvo/features.h"
@@ -19,10 +21,12 @@ namespace {
 
 using test::CallSlot;
 using test::LoadedLibrary;
+using test::MediaPath;
+using test::Wide;
 
 bool OpenSample(void* plugin) {
   wchar_t path[MAX_PATH];
-  GetFullPathNameW(test::Wide(test::MediaPath("sample.wma")), MAX_PATH, path, nullptr);
+  GetFullPathNameW(Wide(MediaPath("sample.wma")), MAX_PATH, path, nullptr);
   return CallSlot<int32_t>(plugin, 14, static_cast<const wchar_t*>(path), 0u) != 0;
 }
 
@@ -72,40 +76,182 @@ TEST(WmaLibraryTest, PlaysThroughFeature9LoadAfterLoad) {
   EXPECT_EQ(messages.count(), 0);
 }
 
-constexpr wchar_t kChild[] = L"KELVO_TEST_CHILD";
-
-// The process ends under the library while it plays.
-[[noreturn]] void EndWhilePlaying() {
-  UseSink(L"wma_child.wav", false);
+// Every operation of the base and what the plug-in adds, with a file that is open but stopped.
+TEST(WmaLibraryTest, AnswersEverySlot) {
+  UseSink(L"silence", true);
   const LoadedLibrary library;
   void* const plugin = library.Get(kFeatureWma);
-  if (!plugin || !OpenSample(plugin) || !CallSlot<int32_t>(plugin, 12)) ExitProcess(1);
-  while (CallSlot<int32_t>(plugin, 4, HostWord{0}, HostWord{0}) == 0) Sleep(10);
-  ExitProcess(42);
+  ASSERT_TRUE(plugin);
+  const HostWord zero = 0;
+  wchar_t title[kMaxText], display[kMaxText], album[kMaxText], artist[kMaxText];
+  MediaInfo info = {}, again = {};
+  uint32_t length_ms = 0, sdk = 7;
+  CallSlot<void>(plugin, 0);
+  EXPECT_EQ(CallSlot<int32_t>(plugin, 1, static_cast<wchar_t*>(display)), 0) << "no file yet";
+  ASSERT_TRUE(OpenSample(plugin));
+  EXPECT_EQ(CallSlot<int32_t>(plugin, 1, static_cast<wchar_t*>(display)), 1);
+  EXPECT_EQ(test::Utf8(display), "The Ring Buffers - Sixteen Strings");
+  CallSlot<void>(plugin, 2, &info);
+  EXPECT_EQ(test::Utf8(info.genre), "Folk");
+  EXPECT_NEAR(CallSlot<int32_t>(plugin, 3), 8000, 400);
+  EXPECT_EQ(CallSlot<int32_t>(plugin, 9, 2500), 1);
+  EXPECT_NEAR(CallSlot<int32_t>(plugin, 4, zero, zero), 2500, 1);
+  CallSlot<void>(plugin, 5, 3u);
+  EXPECT_EQ(CallSlot<uint32_t>(plugin, 6), 1u) << "what the host sets stays apart";
+  EXPECT_EQ(CallSlot<int32_t>(plugin, 11), 1) << "nothing to pause";
+  EXPECT_EQ(CallSlot<int32_t>(plugin, 13, zero, zero), 0);
+  EXPECT_NEAR(CallSlot<int32_t>(plugin, 3), 8000, 400) << "closing only stops";
+  EXPECT_EQ(CallSlot<int32_t>(
+                plugin, 17, static_cast<const wchar_t*>(Wide(MediaPath("sample.wma"))),
+                static_cast<wchar_t*>(display), static_cast<wchar_t*>(album), &again, &length_ms,
+                &sdk, static_cast<wchar_t*>(artist), static_cast<wchar_t*>(title)),
+            1);
+  EXPECT_EQ(test::Utf8(artist) + "|" + test::Utf8(title) + "|" + test::Utf8(album),
+            "The Ring Buffers|Sixteen Strings|Fixed Point");
+  EXPECT_EQ(memcmp(&info, &again, sizeof(info)), 0);
+  EXPECT_NEAR(length_ms, 8000, 400);
+  EXPECT_EQ(sdk, 0u);
 }
 
-TEST(WmaLibraryTest, LetsTheProcessEndWhilePlaying) {
-  if (GetEnvironmentVariableW(kChild, nullptr, 0) != 0) EndWhilePlaying();
-  SetEnvironmentVariableW(kChild, L"1");
+// A model of the states, and whatever order a host calls in: no call fails that should not, and the
+// library goes with music playing.
+TEST(WmaLibraryTest, SurvivesAStormOfCalls) {
+  UseSink(L"silence", false);
+  const LoadedLibrary library;
+  void* const plugin = library.Get(kFeatureWma);
+  ASSERT_TRUE(plugin && OpenSample(plugin));
+  std::minstd_rand random(2026);
+  uint32_t state = kStopped;
+  for (int i = 0; i < 200; ++i) {
+    SCOPED_TRACE(i);
+    const uint32_t before = state;
+    switch (random() % 8) {
+      case 0:
+        state = kStopped;
+        ASSERT_TRUE(OpenSample(plugin));
+        break;
+      case 1:
+        state = kPlaying;
+        ASSERT_EQ(CallSlot<int32_t>(plugin, 12), 1);
+        break;
+      case 2:
+        state = kStopped;
+        ASSERT_EQ(CallSlot<int32_t>(plugin, 10), S_OK);
+        break;
+      case 3:
+      case 4:
+        state = before == kStopped ? kStopped : kPlaying + kPaused - before;
+        ASSERT_EQ(CallSlot<int32_t>(plugin, 11), before == kPlaying ? S_OK : 1);
+        break;
+      case 5:
+        ASSERT_EQ(CallSlot<int32_t>(plugin, 9, static_cast<int32_t>(random() % 7000)), 1);
+        break;
+      default:
+        ASSERT_LE(CallSlot<int32_t>(plugin, 4, HostWord{0}, HostWord{0}), 8400);
+        int16_t samples[kVisualisationSamples];
+        CallSlot<int32_t>(plugin, 16, static_cast<int16_t*>(samples));
+    }
+    ASSERT_EQ(CallSlot<uint32_t>(plugin, 6), state);
+  }
+}
+
+// What happens in a process of its own, which ends with kDone.
+constexpr wchar_t kScenario[] = L"KELVO_TEST_SCENARIO";
+constexpr UINT kDone = 42;
+
+void Require(bool holds, UINT code) {
+  if (!holds) TerminateProcess(GetCurrentProcess(), code);
+}
+
+// Loads the library and plays in it.
+void PlayIn(std::optional<LoadedLibrary>& library) {
+  library.emplace();
+  void* const plugin = library->Get(kFeatureWma);
+  Require(plugin && OpenSample(plugin) && CallSlot<int32_t>(plugin, 12) == 1, 1);
+  while (CallSlot<int32_t>(plugin, 4, HostWord{0}, HostWord{0}) == 0) Sleep(10);
+}
+
+DWORD RecordedBytes() {
+  WIN32_FILE_ATTRIBUTE_DATA data = {};
+  GetFileAttributesExW(L"wma_child.wav", GetFileExInfoStandard, &data);
+  return data.nFileSizeLow;
+}
+
+DWORD WINAPI Unload(void* library) {
+  static_cast<std::optional<LoadedLibrary>*>(library)->reset();
+  return 0;
+}
+
+BOOL CALLBACK SendOne(HWND window, LPARAM) {
+  SendMessageW(window, WM_USER, 0, 0);
+  return TRUE;
+}
+
+void EndTheProcess() {
+  std::optional<LoadedLibrary> library;
+  PlayIn(library);
+  ExitProcess(kDone);
+}
+
+void UnloadHere() {
+  std::optional<LoadedLibrary> library;
+  for (int round = 0; round < 2; ++round) {
+    PlayIn(library);
+    library.reset();
+    Require(!GetModuleHandleW(L"Kelvo.dll"), 2);
+  }
+}
+
+void UnloadOnAnotherThread() {
+  std::optional<LoadedLibrary> library;
+  for (int round = 0; round < 2; ++round) {
+    PlayIn(library);
+    const HANDLE thread = CreateThread(nullptr, 0, &Unload, &library, 0, nullptr);
+    Require(WaitForSingleObject(thread, 60000) == WAIT_OBJECT_0, 2);
+    CloseHandle(thread);
+    Require(!GetModuleHandleW(L"Kelvo.dll"), 3);
+    EnumThreadWindows(GetCurrentThreadId(), &SendOne, 0);
+    const DWORD bytes = RecordedBytes();
+    Sleep(500);
+    Require(bytes > 0 && RecordedBytes() == bytes, 4);  // nothing plays on
+  }
+}
+
+TEST(WmaLibraryTest, MayGoWhilePlaying) {
+  const struct {
+    const char* name;
+    void (*run)();
+  } kScenarios[] = {{"the process ends", &EndTheProcess},
+                    {"unloaded", &UnloadHere},
+                    {"unloaded on another thread", &UnloadOnAnotherThread}};
+  wchar_t number[8];
+  if (GetEnvironmentVariableW(kScenario, number, 8) != 0) {
+    UseSink(L"wma_child.wav", false);
+    kScenarios[number[0] - L'0'].run();
+    TerminateProcess(GetCurrentProcess(), kDone);
+  }
   wchar_t program[MAX_PATH];
   GetModuleFileNameW(nullptr, program, MAX_PATH);
-  wchar_t command[2 * MAX_PATH];
-  swprintf(command, 2 * MAX_PATH, L"\"%ls\" --gtest_filter=*LetsTheProcessEndWhilePlaying",
-           program);
-  STARTUPINFOW start = {};
-  start.cb = sizeof(start);
-  PROCESS_INFORMATION child = {};
-  ASSERT_TRUE(CreateProcessW(program, command, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                             &child));
-  DWORD code = 0;
-  EXPECT_EQ(WaitForSingleObject(child.hProcess, 120000), WAIT_OBJECT_0) << "it hangs";
-  GetExitCodeProcess(child.hProcess, &code);
-  EXPECT_EQ(code, 42u);
-  TerminateProcess(child.hProcess, 0);
-  SetEnvironmentVariableW(kChild, nullptr);
-  CloseHandle(child.hThread);
-  CloseHandle(child.hProcess);
+  for (const auto& scenario : kScenarios) {
+    SCOPED_TRACE(scenario.name);
+    SetEnvironmentVariableW(kScenario, std::to_wstring(&scenario - kScenarios).c_str());
+    std::wstring command = L"wma_tests --gtest_filter=*MayGoWhilePlaying";
+    STARTUPINFOW start = {};
+    start.cb = sizeof(start);
+    PROCESS_INFORMATION child = {};
+    ASSERT_TRUE(CreateProcessW(program, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                               nullptr, &start, &child));
+    DWORD code = 0;
+    EXPECT_EQ(WaitForSingleObject(child.hProcess, 120000), WAIT_OBJECT_0) << "it hangs";
+    GetExitCodeProcess(child.hProcess, &code);
+    EXPECT_EQ(code, kDone);
+    TerminateProcess(child.hProcess, 0);
+    CloseHandle(child.hThread);
+    CloseHandle(child.hProcess);
+  }
+  SetEnvironmentVariableW(kScenario, nullptr);
   DeleteFileW(L"wma_child.wav");
+  DeleteFileW(L"wma_child-2.wav");
 }
 
 }  // namespace

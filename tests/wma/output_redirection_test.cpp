@@ -82,6 +82,14 @@ TEST(ReplaceWordsTest, StopsAtTheFirstUnreadableWord) {
   EXPECT_EQ(replaced, nullptr);
 }
 
+// The library may lie behind the component, with what it remembers.
+TEST(ReplaceWordsTest, LeavesTheRememberedWordAlone) {
+  void* words[3] = {kFrom, nullptr, kFrom};
+  const Pages unreadable(1);
+  EXPECT_EQ(ReplaceWords(words, kFrom, kTo, &words[1]), 2);
+  EXPECT_EQ(words[1], kFrom);
+}
+
 // Writes its name into the log and over the first sample.
 class LoggingEffects final : public EffectsProcessor {
  public:

@@ -20,6 +20,8 @@ void CauseFault(const std::string& dll, uint32_t kind);
 void CheckFeatures(Report& report, const std::string& dll);
 // Opening, titles, playing and seeking through the decoding thread; memory that runs out.
 void CheckVorbis(Report& report, const std::string& dll, const std::string& media);
+// A file that is made to do harm: opened, sought in, played to its end, closed.
+void CheckHostileVorbis(Report& report, const std::string& dll, const std::string& path);
 // Equalizer and bass, against the same sources on this machine; instructions per stereo frame.
 void CheckEffects(Report& report, const std::string& dll);
 // Presets, skins and bookmarks on files of this machine.

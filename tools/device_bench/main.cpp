@@ -6,6 +6,7 @@
 //   device_bench effects Kelvo.dll BUDGETS
 //   device_bench stores Kelvo.dll
 //   device_bench vorbis Kelvo.dll MEDIA.ogg...
+//   device_bench hostile Kelvo.dll FILE.ogg...
 //   device_bench measure Kelvo.dll raw_decoder.dll BUDGETS MEDIA.ogg...
 #include <stdio.h>
 
@@ -30,6 +31,10 @@ int main(int argc, char** argv) {
   } else if (arguments.size() >= 3 && arguments[0] == "vorbis") {
     for (size_t i = 2; i < arguments.size(); ++i) {
       bench::CheckVorbis(report, arguments[1], arguments[i]);
+    }
+  } else if (arguments.size() >= 3 && arguments[0] == "hostile") {
+    for (size_t i = 2; i < arguments.size(); ++i) {
+      bench::CheckHostileVorbis(report, arguments[1], arguments[i]);
     }
   } else if (arguments.size() >= 5 && arguments[0] == "measure") {
     report.ReadBudgets(arguments[3]);

@@ -16,6 +16,9 @@ struct MediaEntry {
   uintptr_t item = 0;
 };
 
+// The check flag: the item word of an entry when it is added to a playlist.
+inline constexpr uintptr_t kEntryFlag = 1;
+
 // Grows by 100 entries at a time; an entry for which there is no memory is not added.
 class EntryList {
  public:

@@ -1,5 +1,7 @@
 #include "catalog/pages/playlist_edit.h"
 
+#include <string.h>
+
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
 #include "catalog/media/display_text.h"
@@ -9,28 +11,36 @@ namespace {
 
 void AnsiColumn(const MediaEntry& entry, PlaylistColumn column,
                 char (&text)[kTextCapacity]) noexcept {
-  TagField& field = reinterpret_cast<TagField&>(text);
+  TagField field = {};
   switch (column) {
     case PlaylistColumn::kTitle:
       return TitleText(entry, text);
     case PlaylistColumn::kArtist:
-      return ArtistText(entry, field);
+      ArtistText(entry, field);
+      break;
     case PlaylistColumn::kAlbum:
-      return AlbumText(entry, field);
+      AlbumText(entry, field);
+      break;
     case PlaylistColumn::kGenre:
-      return GenreText(entry, field);
+      GenreText(entry, field);
+      break;
   }
-  text[0] = 0;
+  memcpy(text, field, sizeof(field));
 }
 
 }  // namespace
 
 void RemoveSelected(EntryList& entries, SelectableItems& items) noexcept {
-  for (size_t at = entries.size(); at-- > 0;) {
-    if (!items.IsSelected(at)) continue;
-    entries.RemoveAt(at);
-    items.Remove(at);
+  size_t kept = 0;
+  for (size_t at = 0; at < entries.size(); ++at) {
+    if (items.IsSelected(at)) continue;
+    if (kept != at) entries[kept] = std::move(entries[at]);
+    ++kept;
   }
+  for (size_t at = entries.size(); at-- > 0;) {
+    if (items.IsSelected(at)) items.Remove(at);
+  }
+  while (entries.size() > kept) entries.RemoveAt(entries.size() - 1);
 }
 
 void MoveSelected(EntryList& entries, SelectableItems& items, Direction direction) noexcept {
@@ -60,10 +70,10 @@ void ColumnText(const MediaEntry& entry, PlaylistColumn column,
 }
 
 int CompareEntries(const MediaEntry& a, const MediaEntry& b, const SortState& sort) noexcept {
-  char text_a[kTextCapacity];
-  char text_b[kTextCapacity];
-  AnsiColumn(a, static_cast<PlaylistColumn>(sort.column), text_a);
-  AnsiColumn(b, static_cast<PlaylistColumn>(sort.column), text_b);
+  wchar_t text_a[kColumnCapacity];
+  wchar_t text_b[kColumnCapacity];
+  ColumnText(a, static_cast<PlaylistColumn>(sort.column), text_a);
+  ColumnText(b, static_cast<PlaylistColumn>(sort.column), text_b);
   return CompareNoCase(text_a, text_b) * sort.direction;
 }
 
@@ -75,13 +85,6 @@ void Reorder(EntryList& entries, Array<size_t>& order) noexcept {
     if (from != i) std::swap(entries[i], entries[from]);
     order[i] = from;
   }
-}
-
-bool AnySelected(SelectableItems& items, size_t count) noexcept {
-  for (size_t i = 0; i < count; ++i) {
-    if (items.IsSelected(i)) return true;
-  }
-  return false;
 }
 
 bool AnyChecked(const EntryList& entries) noexcept {

@@ -55,8 +55,7 @@ int CompareEntries(const MediaEntry& a, const MediaEntry& b, const SortState& so
 // position occurs once in it; it is used up.
 void Reorder(EntryList& entries, Array<size_t>& order) noexcept;
 
-// Which buttons are enabled.
-bool AnySelected(SelectableItems& items, size_t count) noexcept;
+// Whether there is something to play, enqueue or save.
 bool AnyChecked(const EntryList& entries) noexcept;
 
 }  // namespace kelvo

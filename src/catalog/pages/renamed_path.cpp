@@ -1,7 +1,5 @@
 #include "catalog/pages/renamed_path.h"
 
-#include <string.h>
-
 #include "base/memory/array.h"
 #include "base/text/wide.h"
 

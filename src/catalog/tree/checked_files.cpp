@@ -1,11 +1,57 @@
 #include "catalog/tree/checked_files.h"
 
+#include "base/memory/array.h"
+
 namespace kelvo {
+namespace {
+
+bool AddCopy(const MediaEntry& entry, EntryList* list) noexcept {
+  MediaEntry* copy = list->Add(entry.path.c_str());
+  if (!copy) return false;
+  if (entry.tag) copy->tag.Reset(HeapNew<TagBlock>(*entry.tag));
+  copy->item = kEntryFlag;
+  return true;
+}
+
+// The entries by their nodes: a walk over all of them for each checked file would take seconds.
+class NodeTable {
+ public:
+  explicit NodeTable(const EntryList& entries) noexcept : entries_(entries) {
+    size_t slots = 2;
+    while (slots < 2 * entries.size()) slots *= 2;
+    if (!slots_.Resize(slots)) return;
+    for (size_t i = 0; i < entries.size(); ++i) {
+      uint32_t& slot = SlotOf(entries[i].item);
+      if (slot == 0) slot = static_cast<uint32_t>(i) + 1;  // of twins the first one
+    }
+  }
+
+  // size() of the list when there is none.
+  size_t Find(TreeNode node) noexcept {
+    if (slots_.empty()) return IndexOfNode(entries_, node);  // memory is out
+    const uint32_t slot = SlotOf(node);
+    return slot == 0 ? entries_.size() : slot - 1;
+  }
+
+ private:
+  // The node's slot, or the empty one where it belongs.
+  uint32_t& SlotOf(TreeNode node) noexcept {
+    const size_t mask = slots_.size() - 1;
+    size_t at = static_cast<uint32_t>(node >> 3) * 2654435769u >> 4 & mask;
+    while (slots_[at] != 0 && entries_[slots_[at] - 1].item != node) at = (at + 1) & mask;
+    return slots_[at];
+  }
+
+  const EntryList& entries_;
+  Array<uint32_t> slots_;  // positions counted from 1; half of them at least are empty
+};
+
+}  // namespace
 
 size_t IndexOfNode(const EntryList& entries, TreeNode node) noexcept {
   size_t i = 0;
   if (node == kNoNode) return entries.size();
-  while (i < entries.size() && (entries[i].item != node || !entries[i].path.has_value())) ++i;
+  while (i < entries.size() && entries[i].item != node) ++i;
   return i;
 }
 
@@ -14,19 +60,13 @@ MediaEntry* EntryOfNode(EntryList& entries, TreeNode node) noexcept {
   return i < entries.size() ? &entries[i] : nullptr;
 }
 
-bool AddCopy(const MediaEntry& entry, EntryList* list) noexcept {
-  MediaEntry* copy = list->Add(entry.path.c_str());
-  if (!copy) return false;
-  if (entry.tag) copy->tag.Reset(HeapNew<TagBlock>(*entry.tag));
-  copy->item = 1;
-  return true;
-}
-
-void AddCheckedFiles(CheckTree& tree, EntryList& media, EntryList* playlist) noexcept {
+void AddCheckedFiles(CheckTree& tree, const EntryList& media, EntryList* playlist) noexcept {
+  NodeTable table(media);
   for (TreeNode node = NextBelow(tree, kNoNode, kNoNode); node != kNoNode;
        node = NextBelow(tree, kNoNode, node)) {
     if (!tree.IsFile(node) || !tree.IsChecked(node)) continue;
-    if (const MediaEntry* entry = EntryOfNode(media, node)) AddCopy(*entry, playlist);
+    const size_t at = table.Find(node);
+    if (at < media.size()) AddCopy(media[at], playlist);
   }
 }
 

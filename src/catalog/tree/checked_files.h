@@ -9,11 +9,8 @@ namespace kelvo {
 MediaEntry* EntryOfNode(EntryList& entries, TreeNode node) noexcept;
 size_t IndexOfNode(const EntryList& entries, TreeNode node) noexcept;  // size() when none
 
-// Appends a copy of the entry with its tag, flagged as checked. False when memory is out for the
-// entry; without memory for the tag the copy has none.
-bool AddCopy(const MediaEntry& entry, EntryList* list) noexcept;
-
-// Appends the checked files of the tree in the tree's order, however often they are there already.
-void AddCheckedFiles(CheckTree& tree, EntryList& media, EntryList* playlist) noexcept;
+// Appends copies of the tree's checked files, flagged as checked, in the tree's order, however often
+// they are there already. A file without memory is left out; without memory for its tag it has none.
+void AddCheckedFiles(CheckTree& tree, const EntryList& media, EntryList* playlist) noexcept;
 
 }  // namespace kelvo

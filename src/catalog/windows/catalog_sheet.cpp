@@ -36,6 +36,7 @@ int CALLBACK SheetCallback(HWND sheet, UINT message, LPARAM) noexcept {
 }  // namespace
 
 bool CatalogSheet::Run() noexcept {
+  const LanguageHold hold;  // pages are made of their templates when they are first shown
   struct Page {
     UINT dialog;
     UINT title;

@@ -18,6 +18,7 @@ class CurrentPage final : public CatalogPage {
 
   void InsertColumns() noexcept;
   bool Select(int id) noexcept;  // the commands that change checks and selection
+  bool ChangeItems(int id) noexcept;
   void Play() noexcept;
   void Save() noexcept;
   void Edit(int id) noexcept;
@@ -26,6 +27,7 @@ class CurrentPage final : public CatalogPage {
   void UpdateButtons() noexcept;
 
   bool changing_ = false;  // items are behind their entries: their changes mean nothing
+  bool changing_all_ = false;
   wchar_t label_[kColumnCapacity] = {};
 };
 

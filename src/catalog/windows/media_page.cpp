@@ -41,6 +41,7 @@ void MediaPage::OnPageDestroy() noexcept {
 
 void MediaPage::RebuildTree() noexcept {
   if (!is_open() || state().scanning) return;
+  const WaitCursor wait;
   tree_.SetRedraw(false);
   tree_.Clear();
   BuildTree(state().media, state().order, tree_);
@@ -84,10 +85,17 @@ ModalDialog::Handled MediaPage::OnCommand(int id, int) noexcept {
   return Handled::kYes;
 }
 
-LRESULT MediaPage::OnNotify(const NMHDR& header, LPARAM) noexcept {
+LRESULT MediaPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
   if (header.hwndFrom != view()) return 0;
   if (header.code == static_cast<UINT>(TVN_SELCHANGEDW)) {
     PostMessageW(window(), kRefreshMessage, 0, 0);
+    return 0;
+  }
+  // The box that the space bar is about to toggle is tapped as well.
+  if (header.code == static_cast<UINT>(TVN_KEYDOWN) &&
+      reinterpret_cast<const NMTVKEYDOWN*>(lparam)->wVKey == VK_SPACE) {
+    const TreeNode selected = tree_.Selected();
+    if (selected != kNoNode) CheckBoxTapped(tree_, selected);
     return 0;
   }
   if (header.code != static_cast<UINT>(NM_CLICK)) return 0;
@@ -158,6 +166,7 @@ void MediaPage::EditSelectedTag() noexcept {
   ReadId3v1(state().files, entry);
   RebuildTree();
   CopyTagToPlaylist(*entry, state().current);
+  tree_.Select(entry->item);  // the user goes on where it was
 }
 
 }  // namespace kelvo

@@ -64,6 +64,10 @@ TreeNode MediaTree::Selected() noexcept {
   return Next(kNoNode, TVGN_CARET);
 }
 
+void MediaTree::Select(TreeNode node) noexcept {
+  TreeView_SelectItem(tree_, Item(node));
+}
+
 TreeNode MediaTree::HitTest(POINT at, bool* on_box, bool* on_item) noexcept {
   TVHITTESTINFO hit = {};
   hit.pt = at;

@@ -21,6 +21,7 @@ class MediaTree final : public TreeSink, public CheckTree {
   void SetRedraw(bool redraw) noexcept;
   void Remove(TreeNode node) noexcept;
   TreeNode Selected() noexcept;
+  void Select(TreeNode node) noexcept;  // shows it as well
   // The node at a point of the screen, and on which part of it.
   TreeNode HitTest(POINT at, bool* on_box, bool* on_item) noexcept;
 

@@ -17,6 +17,7 @@ class PlaylistsPage final : public CatalogPage {
   LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept override;
   bool OnPageMessage(UINT message, WPARAM wparam) noexcept override;
 
+  void FitColumn() noexcept;
   int SelectedItem() noexcept;
   void Rename() noexcept;
   void Delete() noexcept;

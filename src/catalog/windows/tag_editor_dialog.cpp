@@ -2,9 +2,9 @@
 
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
+#include "base/windows/feature_dialog.h"
 #include "catalog/media/genre_list.h"
 #include "catalog/tag_editor/tag_edit.h"
-#include "entry/language/full_screen_dialog.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"
@@ -48,14 +48,14 @@ class TagEditorDialog final : public ModalDialog {
 
   void FillFields() noexcept {
     if (!edit_.present()) return;
-    TagEdit::Shown shown;
+    TagTexts shown;
     edit_.Show(&shown);
     SetWindowTextW(control(IDC_TAG_TITLE), shown.title);
     SetWindowTextW(control(IDC_TAG_ALBUM), shown.album);
     SetWindowTextW(control(IDC_TAG_ARTIST), shown.artist);
     SetWindowTextW(control(IDC_TAG_COMMENT), shown.comment);
     SetWindowTextW(control(IDC_TAG_YEAR), shown.year);
-    SetWindowTextW(control(IDC_TAG_TRACK), shown.track_number);
+    SetWindowTextW(control(IDC_TAG_TRACK), shown.track);
   }
 
   template <int kCapacity>

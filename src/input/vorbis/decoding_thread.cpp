@@ -20,7 +20,9 @@ uint32_t BufferBytesFor(uint32_t sample_rate) noexcept {
 }  // namespace
 
 void OggVorbisPlugin::ThreadBody(void* plugin) noexcept {
-  static_cast<OggVorbisPlugin*>(plugin)->RunDecoding();
+  OggVorbisPlugin* self = static_cast<OggVorbisPlugin*>(plugin);
+  self->RunDecoding();
+  self->thread_done_ = 1;
 }
 
 void OggVorbisPlugin::RunDecoding() noexcept {
@@ -67,8 +69,8 @@ OggVorbisPlugin::Step OggVorbisPlugin::DecodeStep() noexcept {
       return Step::kGoOn;
     }
     uint32_t count;
-    result =
-        ReadVorbis(stream_, current_->data + (buffer_bytes_ - free_bytes_), free_bytes_, &count);
+    result = ReadVorbis(stream_.get(), current_->data + (buffer_bytes_ - free_bytes_), free_bytes_,
+                        &count);
     free_bytes_ -= count;
   }
   if (result == kReadEnd) return Step::kEnd;
@@ -116,6 +118,8 @@ void OggVorbisPlugin::Finish(bool drain) noexcept {
   seek_base_ = 0;
   output_->Close();
   ready_.Set();
+  // A pause or resume that still sees the thread playing comes wholly before this.
+  LockGuard guard(lock_);
   SetState(kStopped);
 }
 

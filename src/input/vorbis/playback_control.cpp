@@ -4,31 +4,32 @@
 namespace kelvo {
 
 int32_t OggVorbisPlugin::Play() noexcept {
-  LockGuard guard(lock_);
-  if (!stream_ || !output_) return 0;
-  // Looked at once: the decoding thread may stop by itself at any moment.
-  switch (GetState()) {
-    case kPaused:
-      TogglePause();
-      return 1;
-    case kStopped:
-      return StartThread();
-    default:
-      return 0;
+  {
+    LockGuard guard(lock_);
+    if (!stream_ || !output_) return 0;
+    // Looked at once: the decoding thread may stop by itself at any moment.
+    switch (GetState()) {
+      case kPaused:
+        TogglePause();
+        return 1;
+      case kStopped:
+        break;
+      default:
+        return 0;
+    }
   }
+  // The last thread may be about to take the lock, so its end is awaited without it.
+  StopThread();
+  LockGuard guard(lock_);
+  return StartThread();
 }
 
 // The lock is held.
 bool OggVorbisPlugin::StartThread() noexcept {
-  if (thread_.held()) {
-    // The old thread may be about to take the lock, so its end is awaited without it.
-    lock_.Leave();
-    StopThread();
-    lock_.Enter();
-  }
   // Without the event nobody would tell that the thread has started.
   if (!ready_.valid()) return false;
   ready_.Reset();
+  thread_done_ = 0;
   return thread_.Start(ThreadBody, this, thread_priority_) && thread_.WaitForEventOrEnd(ready_);
 }
 
@@ -73,9 +74,9 @@ int32_t OggVorbisPlugin::SeekMs(int32_t milliseconds) noexcept {
   if (milliseconds < 0) milliseconds = 0;
   if (milliseconds >= GetLengthMs()) return 0;
   const int64_t frame = static_cast<int64_t>(sample_rate_) * milliseconds / 1000;
-  if (!SeekVorbis(stream_, frame)) return 0;
+  if (!SeekVorbis(stream_.get(), frame)) return 0;
   seek_pending_ = 1;
-  seek_base_ = static_cast<uint32_t>(VorbisPosition(stream_));
+  seek_base_ = static_cast<uint32_t>(VorbisPosition(stream_.get()));
   if (output_) output_->Reset();
   return 1;
 }
@@ -83,8 +84,7 @@ int32_t OggVorbisPlugin::SeekMs(int32_t milliseconds) noexcept {
 int32_t OggVorbisPlugin::GetPositionMs(HostWord a, HostWord b) noexcept {
   if (!stream_ || !output_ || sample_rate_ == 0) return 0;
   const double frames = static_cast<double>(seek_base_) + output_->PlayedSamples(a, b);
-  const double milliseconds = frames * 1000.0 / sample_rate_;
-  return milliseconds < 2147483647.0 ? static_cast<int32_t>(milliseconds) : INT32_MAX;
+  return SaturatedMs(frames * 1000.0 / sample_rate_);
 }
 
 }  // namespace kelvo

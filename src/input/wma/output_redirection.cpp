@@ -2,7 +2,8 @@
 
 #include <mmsystem.h>
 
-#include "input/wma/player_control.h"
+#include "base/sync/shared_word.h"
+#include "base/windows/player_control.h"
 
 namespace kelvo {
 namespace {
@@ -31,37 +32,30 @@ void* FindAnchor(HMODULE player) noexcept {
   return player ? Address(GetProcAddress(player, kPlayerAnchorExport)) : nullptr;
 }
 
-// Code may lie on the same page and be running, so the page stays executable.
-class WritableWord {
- public:
-  explicit WritableWord(void** word) noexcept : word_(word) {
-    ok_ = VirtualProtect(word, sizeof(*word), PAGE_EXECUTE_READWRITE, &protection_) != 0;
-  }
-  ~WritableWord() {
-    if (ok_) VirtualProtect(word_, sizeof(*word_), protection_, &protection_);
-  }
-  WritableWord(const WritableWord&) = delete;
-  WritableWord& operator=(const WritableWord&) = delete;
-  explicit operator bool() const noexcept { return ok_; }
+// A word of somebody else's memory that other threads may be reading.
+using Word = SharedPointer<void*>;
+static_assert(sizeof(Word) == sizeof(void*));
 
- private:
-  void** word_;
-  DWORD protection_ = 0;
-  bool ok_;
-};
+// False when the page stays read-only. Code may lie on it and be running, so it stays executable.
+bool Overwrite(Word* word, void* value) noexcept {
+  DWORD protection = 0;
+  const bool unprotected =
+      VirtualProtect(word, sizeof(*word), PAGE_EXECUTE_READWRITE, &protection) != 0;
+  if (!unprotected && IsBadWritePtr(word, sizeof(*word))) return false;
+  *word = value;
+  if (unprotected) VirtualProtect(word, sizeof(*word), protection, &protection);
+  return true;
+}
 
 }  // namespace
 
 int ReplaceWords(void* start, void* from, void* to, void** replaced) noexcept {
   int count = 0;
-  void** word = static_cast<void**>(start);
+  Word* word = static_cast<Word*>(start);
   for (int i = 0; i < kScanWords && !IsBadReadPtr(word, sizeof(*word)); ++i, ++word) {
-    if (__atomic_load_n(word, __ATOMIC_RELAXED) != from) continue;
+    if (*word != from || static_cast<void*>(word) == replaced) continue;
     if (replaced) *replaced = from;
-    const WritableWord writable(word);
-    if (!writable) continue;
-    __atomic_store_n(word, to, __ATOMIC_RELAXED);
-    ++count;
+    if (Overwrite(word, to)) ++count;
   }
   return count;
 }

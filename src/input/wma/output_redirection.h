@@ -10,9 +10,9 @@
 namespace kelvo {
 
 // Replaces each word equal to `from` by `to`, from the word at `start` on for at most kScanWords
-// words, and stops where memory cannot be read. *replaced (null is allowed) becomes `from` before
-// the first word changes: other threads may be calling through it. Returns how many words were
-// changed.
+// words, and stops where memory cannot be read; a word that cannot be written is left. *replaced
+// (null is allowed) becomes `from` before the first word changes, because other threads may be
+// calling through it, and is itself left alone. Returns how many words were changed.
 inline constexpr int kScanWords = 100000;
 int ReplaceWords(void* start, void* from, void* to, void** replaced) noexcept;
 

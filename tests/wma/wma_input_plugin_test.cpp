@@ -1,0 +1,413 @@
+// The plug-in on a player control of the test's own: what it asks of it, and what it makes of the
+// answers.
+#include "input/wma/wma_input_plugin.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <limits>
+#include <string>
+
+#include "effects/effects_processor.h"
+#include "tests/support/end_messages.h"
+#include "tests/support/media_files.h"
+#include "tests/support/message_box.h"
+#include "tests/support/raw_slot.h"
+#include "tests/support/wide_text.h"
+#include "tests/wma/fake_player.h"
+
+namespace kelvo {
+namespace {
+
+using test::MediaPath;
+using test::Utf8;
+using test::Wide;
+
+constexpr char kSettings[] = "30=0 36=0 26=0 38=0 96=1 28=0 32=0 34=0 24=0 34=0 ";
+
+BOOL CALLBACK TakePluginWindow(HWND window, LPARAM found) {
+  wchar_t name[16] = L"";
+  GetClassNameW(window, name, 16);
+  if (lstrcmpiW(name, L"VLWMAPlayer") != 0) return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+// Of this thread: other programs that use the library may be running.
+HWND FindPluginWindow() {
+  HWND found = nullptr;
+  EnumThreadWindows(GetCurrentThreadId(), &TakePluginWindow, reinterpret_cast<LPARAM>(&found));
+  return found;
+}
+
+bool WindowExists() {
+  return FindPluginWindow() != nullptr;
+}
+
+class WmaInputPluginTest : public ::testing::Test {
+ protected:
+  ~WmaInputPluginTest() override {
+    plugin.ShutDown(false);
+    EXPECT_FALSE(WindowExists());
+  }
+  bool Start() { return plugin.Start(GetModuleHandleW(nullptr), effects); }
+
+  FakePlayer player;
+  FixedPointEffects effects{SystemEffectsPlatform()};
+  WmaInputPlugin plugin{SystemFiles()};
+};
+
+TEST_F(WmaInputPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
+  const struct {
+    const char* name;
+    void (*arrange)(FakePlayer&);
+    bool available;
+    std::string log;
+  } kCases[] = {
+      {"whole", [](FakePlayer&) {}, true, kSettings},
+      {"not made", [](FakePlayer& p) { p.cannot_be_made = true; }, false, ""},
+      {"another interface", [](FakePlayer& p) { p.is_no_player = true; }, false, ""},
+      {"without events", [](FakePlayer& p) { p.has_no_events = true; }, true, kSettings},
+      {"refuses sinks", [](FakePlayer& p) { p.refuses_sinks = true; }, true, kSettings},
+      {"refuses 30", [](FakePlayer& p) { p.refused_setting = 30; }, false, "30=0 "},
+      {"refuses 36", [](FakePlayer& p) { p.refused_setting = 36; }, false, "30=0 36=0 "},
+      {"refuses 26", [](FakePlayer& p) { p.refused_setting = 26; }, false, "30=0 36=0 26=0 "},
+      {"refuses 38", [](FakePlayer& p) { p.refused_setting = 38; }, false, "30=0 36=0 26=0 38=0 "},
+      {"refuses 96", [](FakePlayer& p) { p.refused_setting = 96; }, true, kSettings},
+      {"refuses 34", [](FakePlayer& p) { p.refused_setting = 34; }, true, kSettings},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.name);
+    player.refused_setting = -1;
+    player.cannot_be_made = player.is_no_player = player.has_no_events = player.refuses_sinks =
+        false;
+    c.arrange(player);
+    EXPECT_TRUE(Start()) << "without a control there is still a window";
+    EXPECT_FALSE(Start()) << "only once";
+    EXPECT_TRUE(WindowExists());
+    EXPECT_EQ(plugin.available(), c.available);
+    EXPECT_EQ(player.TakeLog(), c.log);
+    plugin.ShutDown(false);
+    EXPECT_FALSE(plugin.available());
+    EXPECT_FALSE(player.sink);
+    player.TakeLog();
+  }
+}
+
+TEST_F(WmaInputPluginTest, MakesAnInvisibleWindowWithTheContainerInIt) {
+  ASSERT_TRUE(Start());
+  const HWND window = FindPluginWindow();
+  EXPECT_FALSE(GetParent(window));
+  EXPECT_FALSE(IsWindowVisible(window));
+  WNDCLASSW window_class = {};
+  ASSERT_TRUE(GetClassInfoW(GetModuleHandleW(nullptr), L"VLWMAPlayer", &window_class));
+  EXPECT_EQ(window_class.style, UINT{CS_HREDRAW | CS_VREDRAW});
+  EXPECT_EQ(window_class.hbrBackground, GetSysColorBrush(COLOR_WINDOW));
+  const HWND container = GetDlgItem(window, 1333);
+  ASSERT_TRUE(container);
+  wchar_t text[80] = L"";
+  GetClassNameW(container, text, 80);
+  EXPECT_EQ(Utf8(text), "AtlAxWin");
+  GetWindowTextW(container, text, 80);
+  EXPECT_EQ(Utf8(text), "{22D6F312-B0F6-11D0-94AB-0080C74C7E95}");
+  EXPECT_TRUE(GetWindowLongW(container, GWL_STYLE) & WS_CHILD);
+}
+
+template <class T>
+T At(void* object, size_t offset_32, size_t offset_64) {
+  T value;
+  memcpy(&value, static_cast<char*>(object) + (sizeof(void*) == 4 ? offset_32 : offset_64),
+         sizeof(value));
+  return value;
+}
+
+TEST_F(WmaInputPluginTest, KeepsItsStateWhereHostsReadIt) {
+  void* const object = static_cast<WmaInput*>(&plugin);
+  const auto state = [&] { return At<uint32_t>(object, 32, 64); };
+  const auto file = [&] {
+    const auto text = At<std::array<wchar_t, kMaxText>>(object, 36, 68);
+    return Utf8(text.data());
+  };
+  EXPECT_EQ(At<void*>(object, 20, 40), nullptr);
+  EXPECT_EQ(At<uint32_t>(object, 24, 48), 0u);
+  EXPECT_EQ(state(), kStopped);
+  EXPECT_EQ(file(), "");
+  ASSERT_TRUE(Start());
+  EXPECT_EQ(At<void*>(object, 20, 40), player.control());
+  EXPECT_EQ(At<uint32_t>(object, 24, 48), 1u);
+  EXPECT_EQ(At<uint32_t>(object, 560, 592), 77u) << "the sink's cookie";
+  EXPECT_EQ(At<void*>(object, 564, 600), player.connection_point());
+  plugin.SetOwnerWindow(object);
+  EXPECT_EQ(At<void*>(object, 28, 56), object);
+  plugin.SetOwnerWindow(nullptr);
+  const std::string path = MediaPath("sample.wma");
+  ASSERT_EQ(plugin.Open(Wide(path), 0), 1);
+  EXPECT_EQ(file(), path);
+  plugin.SetState(3);
+  EXPECT_EQ(At<uint32_t>(object, 16, 32), 3u) << "the base's";
+  EXPECT_EQ(state(), kStopped);
+  plugin.Play();
+  EXPECT_EQ(state(), kPlaying);
+  plugin.SeekMs(4711);
+  EXPECT_EQ(At<int32_t>(object, 556, 588), 4711);
+  player.seconds = 2.25;
+  plugin.TogglePause();
+  EXPECT_EQ(state(), kPaused);
+  EXPECT_EQ(At<int32_t>(object, 556, 588), 2250);
+  EXPECT_EQ(plugin.Open(Wide("no such file.wma"), 0), 0);
+  EXPECT_EQ(file(), path) << "still the one before";
+  plugin.ShutDown(false);
+  EXPECT_EQ(At<void*>(object, 20, 40), nullptr);
+  EXPECT_EQ(At<uint32_t>(object, 24, 48), 0u);
+  EXPECT_EQ(At<void*>(object, 564, 600), nullptr);
+}
+
+std::string g_states;
+
+void KELVO_SLOT_CALL RecordState(void*, uint32_t state) {
+  g_states += std::to_string(state) + " ";
+}
+
+// A host may have put its own table into the object.
+TEST_F(WmaInputPluginTest, ChangesItsStateThroughTheObjectsTable) {
+  ASSERT_TRUE(Start());
+  void** const object = reinterpret_cast<void**>(static_cast<WmaInput*>(&plugin));
+  void* const table = *object;
+  void* own[19];
+  memcpy(own, table, sizeof(own));
+  own[5] = reinterpret_cast<void*>(&RecordState);
+  *object = own;
+  g_states.clear();
+  const std::string path = MediaPath("sample.wma");
+  test::CallSlot<int32_t>(object, 14, static_cast<const wchar_t*>(Wide(path)), 0u);
+  for (const int slot : {12, 11, 11, 10, 12, 13}) test::CallSlot<int32_t>(object, slot);
+  player.result = E_FAIL;
+  test::CallSlot<int32_t>(object, 12);
+  *object = table;
+  EXPECT_EQ(g_states, "1 2 3 2 1 2 1 1 ");
+  EXPECT_EQ(plugin.GetState(), kStopped);
+}
+
+DWORD WINAPI StartSingleThreaded(void* started) {
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  FixedPointEffects effects{SystemEffectsPlatform()};
+  WmaInputPlugin plugin(SystemFiles());
+  *static_cast<bool*>(started) = plugin.Start(GetModuleHandleW(nullptr), effects);
+  CoUninitialize();
+  return 0;
+}
+
+TEST_F(WmaInputPluginTest, StartsNothingOnASingleThreadedHost) {
+  bool started = true;
+  const HANDLE thread = CreateThread(nullptr, 0, &StartSingleThreaded, &started, 0, nullptr);
+  WaitForSingleObject(thread, INFINITE);
+  CloseHandle(thread);
+  EXPECT_FALSE(started);
+  EXPECT_FALSE(WindowExists());
+  EXPECT_TRUE(Start()) << "nothing was left behind";
+}
+
+TEST_F(WmaInputPluginTest, LosesItsControlWithItsWindow) {
+  ASSERT_TRUE(Start());
+  player.TakeLog();
+  DestroyWindow(FindPluginWindow());
+  EXPECT_EQ(player.TakeLog(), "unadvise 77 ");
+  EXPECT_FALSE(plugin.available());
+  EXPECT_EQ(plugin.Play(), 0);
+  MSG message;
+  EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+}
+
+TEST_F(WmaInputPluginTest, ShuttingDownDoesNotEndTheHostsLoop) {
+  ASSERT_TRUE(Start());
+  plugin.ShutDown(false);
+  MSG message;
+  EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+}
+
+TEST_F(WmaInputPluginTest, IsHarmlessWithoutAControl) {
+  EXPECT_EQ(plugin.Open(Wide(MediaPath("sample.wma")), 0), 0);
+  EXPECT_EQ(plugin.Play(), 0);
+  EXPECT_EQ(plugin.SeekMs(5), 0);
+  EXPECT_EQ(plugin.Stop(), 0);
+  EXPECT_EQ(plugin.Close(1, 2), 0);
+  EXPECT_EQ(plugin.TogglePause(), 1);
+  EXPECT_EQ(plugin.GetLengthMs(), 0);
+  EXPECT_EQ(plugin.GetPositionMs(0, 0), 0);
+  EXPECT_EQ(plugin.GetState(), kStopped);
+}
+
+TEST_F(WmaInputPluginTest, DrivesTheControlFromStateToState) {
+  ASSERT_TRUE(Start());
+  player.TakeLog();
+  const std::string path = MediaPath("sample.wma");
+  enum Step { kOpen, kPlay, kToggle, kStop, kClose, kSeek, kForceState };
+  const struct {
+    const char* name;
+    Step step;
+    HRESULT control;
+    int32_t result;
+    uint32_t state;
+    std::string log;
+  } kSteps[] = {
+      {"open", kOpen, S_OK, 1, 1, "open " + path + " "},
+      {"pause while stopped", kToggle, S_OK, 1, 1, ""},
+      {"play", kPlay, S_OK, 1, 2, "play "},
+      {"the host's own state stays apart", kForceState, S_OK, 0, 2, ""},
+      {"pause", kToggle, S_OK, 0, 3, "stop "},
+      {"resume", kToggle, S_OK, 1, 2, "seek 2.250 play "},
+      {"pause that the control refuses", kToggle, E_FAIL, E_FAIL, 3, "stop "},
+      {"seek while paused", kSeek, S_OK, 1, 3, "seek 1.500 "},
+      {"resume there", kToggle, S_OK, 1, 2, "seek 1.500 play "},
+      {"pause again", kToggle, S_OK, 0, 3, "stop "},
+      {"resume that fails", kToggle, E_FAIL, 0, 1, "seek 2.250 play "},
+      {"seek that fails", kSeek, E_FAIL, 0, 1, "seek 1.500 "},
+      {"play with another success", kPlay, S_FALSE, 1, 2, "play "},
+      {"stop", kStop, S_FALSE, S_FALSE, 1, "stop "},
+      {"play that fails", kPlay, E_FAIL, 0, 1, "play "},
+      {"play once more", kPlay, S_OK, 1, 2, "play "},
+      {"close stops", kClose, S_OK, 0, 1, "stop "},
+      {"and again from playing", kPlay, S_OK, 1, 2, "play "},
+      {"open that the control refuses", kOpen, E_FAIL, 0, 1, "open " + path + " "},
+  };
+  player.seconds = 2.25;
+  for (const auto& s : kSteps) {
+    SCOPED_TRACE(s.name);
+    player.result = s.control;
+    int32_t result = 0;
+    switch (s.step) {
+      case kOpen:
+        result = plugin.Open(Wide(path), 0);
+        break;
+      case kPlay:
+        result = plugin.Play();
+        break;
+      case kToggle:
+        result = plugin.TogglePause();
+        break;
+      case kStop:
+        result = plugin.Stop();
+        break;
+      case kClose:
+        result = plugin.Close(1, 2);
+        break;
+      case kSeek:
+        result = plugin.SeekMs(1500);
+        break;
+      case kForceState:
+        plugin.SetState(3);
+        break;
+    }
+    EXPECT_EQ(result, s.result);
+    EXPECT_EQ(plugin.GetState(), s.state);
+    EXPECT_EQ(player.TakeLog(), s.log);
+  }
+}
+
+TEST_F(WmaInputPluginTest, ConvertsSeconds) {
+  ASSERT_TRUE(Start());
+  const struct {
+    double seconds;
+    int32_t ms;
+  } kCases[] = {
+      {0, 0},
+      {1.9996, 1999},
+      {-1.5, -1500},
+      {1e12, INT32_MAX},
+      {-1e12, INT32_MIN},
+      {std::numeric_limits<double>::quiet_NaN(), 0},
+  };
+  for (const auto& c : kCases) {
+    player.seconds = c.seconds;
+    EXPECT_EQ(plugin.GetLengthMs(), c.ms) << c.seconds;
+    EXPECT_EQ(plugin.GetPositionMs(0, 0), c.ms) << c.seconds;
+  }
+  player.seconds = 4;
+  player.result = E_FAIL;
+  EXPECT_EQ(plugin.GetLengthMs(), 0);
+  EXPECT_EQ(plugin.GetPositionMs(0, 0), 0);
+}
+
+TEST_F(WmaInputPluginTest, RefusesFilesThatItCannotPlay) {
+  ASSERT_TRUE(Start());
+  player.TakeLog();
+  ASSERT_EQ(plugin.Open(Wide(MediaPath("sample.wma")), 0), 1);
+  player.TakeLog();
+  const struct {
+    const char* name;
+    std::string path;
+  } kCases[] = {
+      {"missing", "no such file.wma"},
+      {"no Windows Media", MediaPath("sample.ogg")},
+      {"empty name", ""},
+      {"name too long", std::string(260, 'a')},
+      {"name outside the code page", "\xE4\xB8\xAD.wma"},
+  };
+  for (const auto& c : kCases) {
+    plugin.Play();
+    player.TakeLog();
+    EXPECT_EQ(plugin.Open(Wide(c.path), 0), 0) << c.name;
+    EXPECT_EQ(plugin.GetState(), kStopped) << c.name;
+    EXPECT_EQ(player.TakeLog(), "") << c.name;
+  }
+  EXPECT_EQ(plugin.Open(nullptr, 0), 0);
+  wchar_t title[kMaxText];
+  EXPECT_EQ(plugin.GetDisplayTitle(title), 1);
+  EXPECT_EQ(Utf8(title), "The Ring Buffers - Sixteen Strings") << "still the one before";
+
+  const test::EndMessages owner;
+  plugin.SetOwnerWindow(owner.window());
+  const test::MessageBoxAnswer box(L"Error");
+  EXPECT_EQ(plugin.Open(Wide("\xE4\xB8\xAD.wma"), 0), 0);
+  EXPECT_EQ(box.text(), "Please, change regional settings to correctly play file \xE4\xB8\xAD.wma");
+}
+
+TEST_F(WmaInputPluginTest, TellsItsOwnerThatPlaybackIsOver) {
+  ASSERT_TRUE(Start());
+  test::EndMessages messages;
+  player.Fire(4);
+  EXPECT_EQ(messages.count(), 0) << "nobody is set";
+  plugin.SetOwnerWindow(messages.window());
+  player.Fire(4);
+  player.Fire(17);
+  EXPECT_EQ(messages.count(), 1);
+  plugin.SetOwnerWindow(nullptr);
+  player.Fire(6);
+  EXPECT_EQ(messages.count(), 1);
+}
+
+TEST_F(WmaInputPluginTest, TellsAboutFilesWithoutAControl) {
+  wchar_t display[kMaxText], album[kMaxText], artist[kMaxText], title[kMaxText];
+  MediaInfo info;
+  uint32_t length_ms = 1, sdk = 1;
+  const auto ask = [&](const std::string& name) {
+    memset(&info, 0xAA, sizeof(info));
+    return plugin.GetFileInfo(Wide(MediaPath(name)), display, album, &info, &length_ms, &sdk,
+                              artist, title);
+  };
+  EXPECT_EQ(ask("sample.wma"), 1);
+  EXPECT_EQ(Utf8(display), "The Ring Buffers - Sixteen Strings");
+  EXPECT_EQ(Utf8(album), "Fixed Point");
+  EXPECT_EQ(Utf8(artist), "The Ring Buffers");
+  EXPECT_EQ(Utf8(title), "Sixteen Strings");
+  EXPECT_EQ(Utf8(info.genre), "Folk");
+  EXPECT_EQ(info.track, 0) << "a number that was written as text";
+  EXPECT_NEAR(length_ms, 8000, 400);
+
+  const MediaInfo zero = {};
+  for (const char* name : {"sample.ogg", "no such file.wma"}) {
+    EXPECT_EQ(ask(name), 0) << name;
+    EXPECT_EQ(Utf8(display) + Utf8(album) + Utf8(artist) + Utf8(title), "") << name;
+    EXPECT_EQ(memcmp(&info, &zero, sizeof(info)), 0) << name;
+    EXPECT_EQ(length_ms + sdk, 0u) << name;
+  }
+  EXPECT_EQ(
+      plugin.GetFileInfo(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
+      0);
+  EXPECT_EQ(plugin.GetFileInfo(Wide(MediaPath("sample.wma")), nullptr, nullptr, nullptr, nullptr,
+                               nullptr, nullptr, nullptr),
+            1);
+}
+
+}  // namespace
+}  // namespace kelvo
