@@ -10,7 +10,7 @@
 #include "catalog/pages/hand_over.h"
 #include "catalog/pages/renamed_path.h"
 #include "catalog/tree/checked_files.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {

@@ -1,7 +1,7 @@
 #include <sstream>
 
 #include "tests/playlist/playlist_fixture.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 
 namespace kelvo {

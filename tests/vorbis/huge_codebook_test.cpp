@@ -9,7 +9,7 @@
 
 #include "input/vorbis/decoder_heap.h"
 #include "input/vorbis/vorbis_stream.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/memory_reader.h"
 
 namespace kelvo {
