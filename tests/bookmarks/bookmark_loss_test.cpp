@@ -99,7 +99,7 @@ TEST_F(BookmarkFileLossTest, KillingTheWriterLosesNothing) {
   for (int round = 0; round < test::kKilledWriters; ++round) {
     {
       test::WriterProcess writer([] { PlayForEver("."); });
-      writer.KillAfter(round * 7919 % 7993);
+      writer.KillAfter(1000 + round * 7919 % 14983);
     }
     unfinished += SystemFiles().Exists(L".\\bookmarks.da~");
     finished += SystemFiles().Exists(L".\\bookmarks.da$");
