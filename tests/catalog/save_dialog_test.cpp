@@ -1,5 +1,5 @@
 // The dialog for saving the current playlist.
-#include "entry/language/dialog_guard.h"
+#include "base/windows/feature_dialog.h"
 #include "tests/catalog/catalog_window_fixture.h"
 
 namespace kelvo {

@@ -5,7 +5,7 @@
 #include <commctrl.h>
 
 #include "entry/language/modules.h"
-#include "playlist/windows/host_resources.h"
+#include "kelvo/host_resources.h"
 #include "playlist/windows/save_dialog.h"
 #include "tests/support/dialog_driver.h"
 #include "tests/support/memory_files.h"
@@ -90,7 +90,7 @@ TEST(SaveDialog, TakesNothingFromALanguageThatHasTheSameNumbers) {
     // The caption is the host's.
     DialogDriver user(L"Save Playlist", [&](HWND dialog) {
       buttons = SendMessageW(WaitForMenuBar(dialog), TB_BUTTONCOUNT, 0, 0);
-      PostMessageW(dialog, WM_COMMAND, kHostSaveButton, 0);
+      PostMessageW(dialog, WM_COMMAND, KELVO_HOST_SAVE_BUTTON, 0);
       HWND box = dialog;
       while (box == dialog || !IsWindowVisible(box)) {
         Sleep(10);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <string.h>
 
 #include <string>
 
@@ -20,6 +21,7 @@ class Countdown {
 
   // To be asked once a call.
   bool Fails() {
+    ++made_;
     const bool fails = left_ == 0 || (triggered_ && mode_ == Mode::kFromThenOn);
     if (left_ >= 0) --left_;
     triggered_ |= fails;
@@ -27,11 +29,13 @@ class Countdown {
   }
   // False once a sweep has come past the last call: nothing failed any more.
   bool triggered() const { return triggered_; }
+  long made() const { return made_; }  // calls
 
  private:
   long left_;
   Mode mode_;
   bool triggered_ = false;
+  long made_ = 0;
 };
 
 // Requests for memory fail while it lives.
@@ -46,6 +50,7 @@ class HeapFaults {
   HeapFaults(const HeapFaults&) = delete;
   HeapFaults& operator=(const HeapFaults&) = delete;
   bool triggered() const { return countdown_.triggered(); }
+  long made() const { return countdown_.made(); }
 
  private:
   Countdown countdown_;
@@ -59,22 +64,21 @@ class FailingSource final : public ByteSource {
 
   uint64_t SizeBytes() noexcept override { return source_.SizeBytes(); }
   ReadResult ReadAt(uint64_t offset, void* dst, size_t bytes) noexcept override {
-    ++reads_;
-    return countdown_.Fails() ? ReadResult::kFailed : source_.ReadAt(offset, dst, bytes);
+    if (!countdown_.Fails()) return source_.ReadAt(offset, dst, bytes);
+    memset(dst, 'x', bytes);  // unspecified
+    return ReadResult::kFailed;
   }
   ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
-    ++reads_;
     *got = 0;
     return countdown_.Fails() ? ReadResult::kFailed : source_.ReadSome(offset, dst, bytes, got);
   }
 
   bool triggered() const { return countdown_.triggered(); }
-  long reads() const { return reads_; }
+  long reads() const { return countdown_.made(); }
 
  private:
   MemorySource source_;
   Countdown countdown_;
-  long reads_ = 0;
 };
 
 // Runs attempt(n), whose n-th call fails, for every n, until it returns false because nothing
