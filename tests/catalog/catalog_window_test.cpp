@@ -6,7 +6,7 @@
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/catalog/catalog_window_fixture.h"
 #include "tests/language/test_resources.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/owned_objects.h"
 
 namespace kelvo {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "input/vorbis/vorbis_stream.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/media_files.h"
 #include "tests/support/memory_reader.h"
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "input/vorbis/decoder_heap.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/media_files.h"
 #include "tests/support/memory_reader.h"
 #include "tests/support/ogg_files.h"
