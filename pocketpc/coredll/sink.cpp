@@ -47,7 +47,7 @@ bool SinkWanted() noexcept {
   return GetEnvironmentVariableW(kSinkVariable, nullptr, 0) > 1;
 }
 
-MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient& client,
+MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, DWORD_PTR callback,
                   DWORD flags) noexcept {
   if (!format) return MMSYSERR_INVALPARAM;
   if (format->wFormatTag != WAVE_FORMAT_PCM || format->nAvgBytesPerSec == 0 ||
@@ -56,6 +56,9 @@ MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient
   }
   if (flags & WAVE_FORMAT_QUERY) return MMSYSERR_NOERROR;
   if (!device) return MMSYSERR_INVALPARAM;
+  const DWORD kind = flags & CALLBACK_TYPEMASK;
+  if (kind != CALLBACK_NULL && kind != CALLBACK_EVENT) return MMSYSERR_NOTSUPPORTED;
+  const HANDLE event = kind == CALLBACK_EVENT ? reinterpret_cast<HANDLE>(callback) : nullptr;
 
   LockGuard guard(sinks_lock);
   wchar_t path[MAX_PATH];
@@ -63,7 +66,7 @@ MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient
   if (!silence && !NextPath(path)) return MMSYSERR_ERROR;
   if (!sinks.Reserve(sinks.size() + 1)) return MMSYSERR_NOMEM;
   const Pace pace = Says(kPaceVariable, L"fast") ? Pace::kFast : Pace::kRealTime;
-  SinkDevice* const opened = SinkDevice::Open(silence ? nullptr : path, *format, pace, client);
+  SinkDevice* const opened = SinkDevice::Open(silence ? nullptr : path, *format, pace, event);
   if (!opened) return MMSYSERR_ERROR;
   static_cast<void>(sinks.Append(opened));  // room is reserved
   *device = reinterpret_cast<HWAVEOUT>(opened);

@@ -180,6 +180,7 @@ HRESULT Player::DoPlay() noexcept {
   input_ended_ = false;
   playing_ = true;
   tell_change_ = true;
+  SetEvent(audio_.changed());  // there is room for blocks
   return S_OK;
 }
 

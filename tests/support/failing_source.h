@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string.h>
+
 #include <string>
 
 #include "base/bytes/memory_source.h"
@@ -14,7 +16,9 @@ class FailingSource final : public ByteSource {
 
   uint64_t SizeBytes() noexcept override { return source_.SizeBytes(); }
   ReadResult ReadAt(uint64_t offset, void* dst, size_t bytes) noexcept override {
-    return Fails() ? ReadResult::kFailed : source_.ReadAt(offset, dst, bytes);
+    if (!Fails()) return source_.ReadAt(offset, dst, bytes);
+    memset(dst, 'x', bytes);  // unspecified
+    return ReadResult::kFailed;
   }
   ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
     *got = 0;
