@@ -9,13 +9,17 @@ foreach(file IN ITEMS block codebook floor0 floor1 info mapping0 mdct registry r
         synthesis vorbisfile window)
   list(APPEND decoder_sources ${tremor}/${file}.c)
 endforeach()
-add_library(kelvo_decoder STATIC ${decoder_sources} ${ogg}/src/framing.c ${ogg}/src/bitwise.c)
+set(decoder_config ${CMAKE_CURRENT_LIST_DIR}/../src/input/vorbis/decoder_config)
+add_library(kelvo_decoder STATIC ${decoder_sources} ${ogg}/src/framing.c ${ogg}/src/bitwise.c
+  ${decoder_config}/decoder_guard.c)
+set_source_files_properties(${tremor}/vorbisfile.c PROPERTIES COMPILE_DEFINITIONS
+  "ogg_sync_pageseek=KelvoSyncPageSeek;vorbis_synthesis_init=KelvoSynthesisInit")
 # Our os_types.h comes before theirs.
 target_include_directories(kelvo_decoder SYSTEM BEFORE PUBLIC
-  ${CMAKE_CURRENT_LIST_DIR}/../src/input/vorbis/decoder_config ${tremor} ${ogg}/include)
+  ${decoder_config} ${tremor} ${ogg}/include)
 target_compile_options(kelvo_decoder PRIVATE -w -std=gnu11 -fno-strict-aliasing)
 target_compile_options(kelvo_decoder PRIVATE
-  -include ${CMAKE_CURRENT_LIST_DIR}/../src/input/vorbis/decoder_config/decoder_stack.h)
+  -include ${decoder_config}/decoder_stack.h)
 target_compile_definitions(kelvo_decoder PRIVATE
   $<$<NOT:$<BOOL:${WIN32}>>:LITTLE_ENDIAN=1234 BIG_ENDIAN=4321 BYTE_ORDER=1234>)
 # Foreign arithmetic relies on wrap-around.

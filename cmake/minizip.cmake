@@ -19,7 +19,7 @@ else()
   find_path(KELVO_ZLIB_INCLUDE zlib.h REQUIRED)
 endif()
 
-# The reader's memory, and zlib's below it, comes through our heap: zip_heap.cpp.
+# The reader's memory comes through our heap: zip_heap.cpp.
 set(zip_heap ${CMAKE_SOURCE_DIR}/src/skins/zip/zip_heap)
 add_library(kelvo_minizip STATIC ${minizip}/unzip.c ${minizip}/ioapi.c ${zip_heap}.cpp)
 target_include_directories(kelvo_minizip SYSTEM PUBLIC ${minizip} ${KELVO_ZLIB_INCLUDE})
@@ -27,6 +27,6 @@ set(foreign $<COMPILE_LANGUAGE:C>)
 target_compile_options(kelvo_minizip PRIVATE
   "$<${foreign}:-w;-include;${zip_heap}.h>" "$<$<NOT:${foreign}>:${KELVO_WARNINGS}>")
 target_compile_definitions(kelvo_minizip PRIVATE
-  "$<${foreign}:ALLOC=KelvoZipTake;TRYFREE=KelvoZipGive;inflateInit2_=KelvoZipInflateInit>"
+  "$<${foreign}:ALLOC=KelvoZipAllocate;TRYFREE=KelvoZipFree>"
   $<$<BOOL:${KELVO_CE_ARM}>:USE_FILE32API>)
 target_link_libraries(kelvo_minizip PUBLIC ${KELVO_ZLIB} kelvo_base)

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "host/utf8.h"
+#include "host/text.h"
 
 namespace velmora {
 namespace {

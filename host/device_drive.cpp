@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "host/full_path.h"
+#include "host/system.h"
 
 namespace velmora {
 

@@ -1,7 +1,7 @@
 #include "host/command.h"
 #include "host/console.h"
 #include "host/input.h"
-#include "host/minutes_seconds.h"
+#include "host/text.h"
 
 namespace velmora {
 namespace {
@@ -23,7 +23,7 @@ bool ShowFile(const Library& library, const std::wstring& path) {
     return false;
   }
   FileInfo info;
-  if (!input.Ask(path, &info)) {
+  if (!input.GetInfo(path, &info)) {
     PrintError(L"%ls: cannot be read\n", path.c_str());
     return false;
   }

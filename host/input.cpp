@@ -42,12 +42,12 @@ void Input::SetWindow(HWND window) const {
   is_wma_ ? wma_->SetOwnerWindow(window) : ogg_->SetNotifyWindow(window);
 }
 
-bool Input::Ask(const std::wstring& path, FileInfo* info) const {
-  const auto ask = [&](auto* plugin) {
+bool Input::GetInfo(const std::wstring& path, FileInfo* info) const {
+  const auto query = [&](auto* plugin) {
     return plugin->GetFileInfo(path.c_str(), info->display_title, info->album, &info->format,
                                &info->length_ms, nullptr, info->artist, info->title) != 0;
   };
-  return is_wma_ ? ask(wma_) : ask(ogg_);
+  return is_wma_ ? query(wma_) : query(ogg_);
 }
 
 std::wstring Input::SampleRate(const kelvo::MediaInfo& info) const {

@@ -41,7 +41,7 @@ class Input {
   kelvo::WmaInput* wma() const { return wma_; }
   // Who is told of the end of playback; null for nobody.
   void SetWindow(HWND window) const;
-  bool Ask(const std::wstring& path, FileInfo* info) const;
+  bool GetInfo(const std::wstring& path, FileInfo* info) const;
   uint32_t SampleRateHz(const kelvo::MediaInfo& info) const {
     return info.sample_rate * (is_wma_ ? 1000 : 1);
   }

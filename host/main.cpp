@@ -6,7 +6,7 @@
 
 #include "host/command.h"
 #include "host/console.h"
-#include "host/installation.h"
+#include "host/system.h"
 #include "host/library.h"
 
 namespace {
@@ -17,19 +17,13 @@ constexpr wchar_t kUsage[] =
     L"                                          the same, with the catalog's folder\n"
     L"       velmora play [OPTIONS] FILE...     play files (.ogg, .wma)\n"
     L"         --wav OUT          to a WAV file\n"
-    L"         --eq NAME.eqf      a preset, by its path or from the folder presets\n"
+    L"         --eq NAME          a preset of the folder presets\n"
     L"         --eq V,V,V,V,V,V,V,V,V,V\n"
     L"                            ten bands, low to high: 0 boosts, 14 is the middle, 27 cuts\n"
     L"         --preamp V         before the bands: 0 boosts, 13 leaves the level, 27 cuts\n"
     L"         --bass 0..4        strength of the bass\n"
-    L"       velmora resume [OPTIONS]           go on where Ctrl-C ended `play`\n"
-    L"       velmora info FILE...               tell what files say about themselves\n"
-    L"       velmora bookmarks                  show the bookmarks in their window\n"
-    L"       velmora bookmarks --list | --add PATH SECONDS TEXT\n"
-    L"       velmora catalog [--device DIR]     show the catalog of a folder (default: device)\n"
-    L"       velmora presets [DIR]              list the equalizer presets below DIR\n"
-    L"       velmora skin PATH [N [OUT]]        list a skin's files, or write number N to a file\n"
-    L"       velmora version                    tell the library's version\n";
+    L"       velmora info FILE...               what files say about themselves\n"
+    L"       velmora version                    the library's version\n";
 
 int VersionCommand(const velmora::Library& library, const velmora::Words&) {
   const auto* version = library.Get<const wchar_t>(kelvo::kFeatureVersionText);
@@ -50,11 +44,10 @@ constexpr struct {
   const wchar_t* name;
   velmora::Command run;
 } kCommands[] = {
-    {L"play", velmora::PlayCommand},       {L"resume", velmora::ResumeCommand},
-    {L"info", velmora::InfoCommand},       {L"bookmarks", velmora::BookmarksCommand},
-    {L"catalog", velmora::CatalogCommand}, {L"presets", velmora::PresetsCommand},
-    {L"skin", velmora::SkinCommand},       {L"version", VersionCommand},
     {L"player", velmora::PlayerCommand},
+    {L"play", velmora::PlayCommand},
+    {L"info", velmora::InfoCommand},
+    {L"version", VersionCommand},
 };
 
 }  // namespace

@@ -1,22 +1,60 @@
-#include "host/play_command.h"
+// velmora play: files on the console, one after the other.
+#include <kelvo/messages.h>
 
+#include <optional>
+
+#include "host/command.h"
 #include "host/console.h"
-#include "host/last_played.h"
-#include "host/milliseconds.h"
-#include "host/minutes_seconds.h"
-#include "host/notify_window.h"
+#include "host/play_options.h"
 #include "host/player/playback.h"
-#include "host/sound_sink.h"
+#include "host/text.h"
 
 namespace velmora {
 namespace {
 
 enum class Outcome { kPlayed, kFailed, kInterrupted };
 
+// An invisible window that receives the plug-ins' end-of-playback message.
+class NotifyWindow {
+ public:
+  NotifyWindow()
+      : window_(CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                GetModuleHandleW(nullptr), nullptr)) {}
+  ~NotifyWindow() { DestroyWindow(window_); }
+  NotifyWindow(const NotifyWindow&) = delete;
+  NotifyWindow& operator=(const NotifyWindow&) = delete;
+
+  HWND handle() const { return window_; }
+
+  // Handles messages until playback ends or Ctrl-C; nothing when the time is over first.
+  std::optional<Outcome> Wait(DWORD milliseconds) const {
+    const DWORD start = GetTickCount();
+    for (;;) {
+      MSG message;
+      while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.hwnd == window_ && message.message == kelvo::kMessageEndOfPlayback) {
+          return Outcome::kPlayed;
+        }
+        DispatchMessageW(&message);
+      }
+      const DWORD passed = GetTickCount() - start;
+      if (passed >= milliseconds) return std::nullopt;
+      const HANDLE interrupt = InterruptEvent();
+      if (MsgWaitForMultipleObjects(1, &interrupt, FALSE, milliseconds - passed, QS_ALLINPUT) ==
+          WAIT_OBJECT_0) {
+        return Outcome::kInterrupted;
+      }
+    }
+  }
+
+ private:
+  HWND window_;
+};
+
 void Describe(const Playback& playback) {
   const kelvo::MediaInfo& info = playback.format();
   FileInfo file;
-  playback.input().Ask(playback.path(), &file);
+  playback.input().GetInfo(playback.path(), &file);
   Print(L"%ls\n", playback.title().c_str());
   if (file.album[0] != 0) Print(L"  album     %ls\n", file.album);
   if (info.genre[0] != 0) Print(L"  genre     %ls\n", info.genre);
@@ -29,54 +67,42 @@ void Describe(const Playback& playback) {
 
 // Waits for the end message, showing the position.
 Outcome WaitForEnd(const Playback& playback, const NotifyWindow& window) {
-  const MinutesSeconds length(static_cast<long>(playback.length_ms()));
+  const MinutesSeconds length(playback.length_ms());
   for (;;) {
-    const Wait wait = window.Wait(200);
-    if (wait == Wait::kEndOfPlayback) {
-      Print(L"\r  %ls / %ls\n", length.text, length.text);
-      return Outcome::kPlayed;
-    }
-    if (wait == Wait::kInterrupted) {
-      Print(L"\n");
-      return Outcome::kInterrupted;
-    }
-    const MinutesSeconds position(static_cast<long>(playback.position_ms()));
-    Print(L"\r  %ls / %ls ", position.text, length.text);
+    const std::optional<Outcome> outcome = window.Wait(200);
+    if (outcome == Outcome::kPlayed) Print(L"\r  %ls / %ls\n", length.text, length.text);
+    if (outcome == Outcome::kInterrupted) Print(L"\n");
+    if (outcome) return *outcome;
+    Print(L"\r  %ls / %ls ", MinutesSeconds(playback.position_ms()).text, length.text);
   }
 }
 
-// What to play, and from where.
-struct TrackStart {
-  std::wstring path;
-  int start_s;
-};
-
-const wchar_t* Complaint(Playback::Start start) {
-  return start == Playback::Start::kNoOutput ? L"the audio output cannot be opened"
-                                             : L"cannot be played";
+const wchar_t* Reason(const std::wstring& path, Playback::Start start) {
+  if (start == Playback::Start::kNoOutput) return L"the audio output cannot be opened";
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return L"no such file";
+  if (attributes & FILE_ATTRIBUTE_DIRECTORY) return L"is a folder";
+  return Input::IsMedia(path) ? L"cannot be played: damaged, or not what its name says"
+                              : L"cannot be played: neither .ogg nor .wma";
 }
 
-Outcome PlayFile(const Library& library, const TrackStart& track) {
-  const wchar_t* const path = track.path.c_str();
-  if (const wchar_t* missing = Input(library, track.path).Missing()) {
-    PrintError(L"%ls: Kelvo.dll does not offer %ls\n", path, missing);
+Outcome PlayFile(const Library& library, const std::wstring& path) {
+  const wchar_t* const name = path.c_str();
+  if (const wchar_t* missing = Input(library, path).Missing()) {
+    PrintError(L"%ls: Kelvo.dll does not offer %ls\n", name, missing);
     return Outcome::kFailed;
   }
   const NotifyWindow window;
   Playback playback(library, window.handle());
-  const Playback::Start start = playback.Play(track.path, ToMilliseconds(track.start_s));
+  const Playback::Start start = playback.Play(path, 0);
   if (start != Playback::Start::kPlaying) {
-    PrintError(L"%ls: %ls\n", path, Complaint(start));
+    PrintError(L"%ls: %ls\n", name, Reason(path, start));
     return Outcome::kFailed;
   }
   Describe(playback);
   const Outcome outcome = WaitForEnd(playback, window);
-  if (outcome == Outcome::kInterrupted) {
-    StoreLastPlayed(library, track.path, static_cast<int>(playback.position_ms()),
-                    playback.title().c_str());
-  }
   if (playback.output_failed()) {
-    PrintError(L"%ls: the audio output failed\n", path);
+    PrintError(L"%ls: the audio output failed\n", name);
     return Outcome::kFailed;
   }
   return outcome;
@@ -95,9 +121,11 @@ std::wstring Numbered(const std::wstring& path, size_t index) {
 
 }  // namespace
 
-int Play(const Library& library, const PlayOptions& options) {
+int PlayCommand(const Library& library, const Words& words) {
+  PlayOptions options;
+  if (!ParsePlayOptions(library, words, &options)) return 1;
   if (auto* effects = library.Get<kelvo::EffectsProcessor>(kelvo::kFeatureEffects)) {
-    Apply(options.sound.state(), *effects);
+    Apply(options.sound, *effects);
   }
   const bool to_file = !options.wav_path.empty() || !WaveOutput::HasDevice();
   const std::wstring wav_path = options.wav_path.empty() ? L"played.wav" : options.wav_path;
@@ -105,7 +133,7 @@ int Play(const Library& library, const PlayOptions& options) {
   for (size_t i = 0; i < options.files.size(); ++i) {
     const std::wstring wav = to_file ? Numbered(wav_path, i) : L"";
     if (to_file) SendSoundToFile(wav);
-    const Outcome outcome = PlayFile(library, {options.files[i], i == 0 ? options.start_s : 0});
+    const Outcome outcome = PlayFile(library, options.files[i]);
     if (outcome == Outcome::kFailed) {
       result = 1;
       continue;

@@ -8,6 +8,15 @@ namespace velmora {
 static_assert(sizeof(WAVEHDR) == sizeof(kelvo::OutputBuffer));
 static_assert(offsetof(WAVEHDR, dwBytesRecorded) == offsetof(kelvo::OutputBuffer, valid_bytes));
 
+void SendSoundToFile(const std::wstring& wav_path) {
+  SetEnvironmentVariableW(L"KELVO_AUDIO_SINK", wav_path.c_str());
+  SetEnvironmentVariableW(L"KELVO_AUDIO_PACE", L"fast");
+}
+
+void SendSoundNowhere() {
+  SetEnvironmentVariableW(L"KELVO_AUDIO_SINK", L"silence");
+}
+
 WaveOutput::WaveOutput() : buffer_done_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
 
 WaveOutput::~WaveOutput() {

@@ -5,11 +5,17 @@
 
 #include <mmsystem.h>
 
+#include <string>
 #include <vector>
 
-#include "host/critical_section.h"
+#include "host/system.h"
 
 namespace velmora {
+
+// Where sound goes instead of the sound device: read by the desktop's stand-in for the device's
+// sound functions at each opening, so it holds for plug-ins with an output of their own too.
+void SendSoundToFile(const std::wstring& wav_path);  // as fast as it comes
+void SendSoundNowhere();                             // not heard, but it takes its time
 
 // Plays on the system's sound device. The decoding thread asks for buffers, fills and queues them;
 // the host's thread pauses and resets meanwhile.

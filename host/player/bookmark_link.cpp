@@ -3,14 +3,13 @@
 #include <kelvo/bookmarks.h>
 #include <kelvo/messages.h>
 
-#include "host/last_played.h"
-#include "host/milliseconds.h"
+#include "host/system.h"
+#include "host/text.h"
 
 namespace velmora {
 
 BookmarkLink::BookmarkLink(const Library& library, Player& player)
-    : library_(library),
-      player_(player),
+    : player_(player),
       bookmarks_(library.Get<kelvo::Bookmarks>(kelvo::kFeatureBookmarks)) {
   if (bookmarks_) bookmarks_->LoadBookmarks();
 }
@@ -41,22 +40,33 @@ void BookmarkLink::OnPlayBookmark(WPARAM command, LPARAM index) {
   }
 }
 
-void BookmarkLink::KeepPlace() {
+bool BookmarkLink::TakeLastPlayed(std::wstring* path, uint32_t* position_ms) {
+  wchar_t text[kelvo::kMaxText] = L"";
+  int32_t seconds = 0;
+  if (!bookmarks_ || !bookmarks_->TakeLastPlayed(text, &seconds)) return false;
+  *path = text;
+  *position_ms = ToMilliseconds(seconds);
+  return true;
+}
+
+void BookmarkLink::SavePlace() {
   const PlayerStatus status = player_.status();
   if (status.state == PlayState::kStopped) {
     std::wstring path;
-    int position_s;
-    TakeLastPlayed(library_, &path, &position_s);  // of an earlier run: nobody wants it any more
+    uint32_t position_ms;
+    TakeLastPlayed(&path, &position_ms);  // of an earlier run: nobody wants it any more
     return;
   }
-  StoreLastPlayed(library_, player_.open_path(), static_cast<int>(status.position_ms),
-                  status.title.c_str());
+  const std::wstring path = FullPath(player_.open_path());  // the next run may start elsewhere
+  if (!bookmarks_ || path.empty()) return;
+  bookmarks_->SetLastPlayed(path.c_str(), static_cast<int32_t>(status.position_ms / 1000),
+                            status.title.c_str());
 }
 
 bool BookmarkLink::ResumePlace() {
   std::wstring path;
-  int position_s;
-  if (!TakeLastPlayed(library_, &path, &position_s)) return false;
+  uint32_t position_ms;
+  if (!TakeLastPlayed(&path, &position_ms)) return false;
   const auto find = [&] {
     size_t i = 0;
     while (i < player_.tracks().size() &&
@@ -71,7 +81,7 @@ bool BookmarkLink::ResumePlace() {
     index = find();
   }
   if (index == player_.tracks().size()) player_.Add({path});
-  return player_.PlayTrack(index, ToMilliseconds(position_s));
+  return player_.PlayTrack(index, position_ms);
 }
 
 }  // namespace velmora

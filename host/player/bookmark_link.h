@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 #include "host/library.h"
 #include "host/player/player.h"
 
@@ -25,12 +27,15 @@ class BookmarkLink {
   void OnPlayBookmark(WPARAM command, LPARAM index);
 
   // At the end of the program: where a track plays or rests; what was kept before is forgotten.
-  void KeepPlace();
+  void SavePlace();
   // At its start: plays on there; false when nothing was kept.
   bool ResumePlace();
 
  private:
-  const Library& library_;
+  // The place of an earlier run, which is then forgotten; false when there is none or its file is
+  // gone.
+  bool TakeLastPlayed(std::wstring* path, uint32_t* position_ms);
+
   Player& player_;
   kelvo::Bookmarks* const bookmarks_;
 };

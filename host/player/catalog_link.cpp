@@ -1,5 +1,9 @@
 #include "host/player/catalog_link.h"
 
+#include <algorithm>
+
+#include "host/input.h"
+
 namespace velmora {
 
 CatalogLink::CatalogLink(kelvo::Catalog* catalog, Player& player, const std::wstring& device)
@@ -25,6 +29,8 @@ void CatalogLink::TakePath(const wchar_t* path) {
   } else if (path != kelvo::CatalogEndOfList()) {
     paths_.push_back(path);
   } else {
+    left_out_ = static_cast<size_t>(std::count_if(
+        paths_.begin(), paths_.end(), [](const auto& chosen) { return !Input::IsMedia(chosen); }));
     if (replace_) player_.Clear();
     player_.Add(paths_);
     replace_ = false;

@@ -26,8 +26,11 @@ class CatalogLink {
   bool available() const { return catalog_ && drive_.ready(); }
   // Shows the sheet until the user closes it; `parent` receives the messages meanwhile.
   void Show(HMODULE module, HWND parent);
-  // kMessageCatalogPlay; the kMessageCatalogPlayed that follows asks for nothing more.
-  void OnPlay() { player_.PlayTrack(0); }
+  // kMessageCatalogPlay; the kMessageCatalogPlayed that follows asks for nothing more. False when
+  // nothing of what was chosen can be played.
+  bool OnPlay() { return player_.PlayTrack(0); }
+  // How many files of the last choice are of no kind that the library plays.
+  size_t left_out() const { return left_out_; }
 
  private:
   // The catalog's choice comes in single calls; the player's list changes at the end.
@@ -39,6 +42,7 @@ class CatalogLink {
   const DeviceDrive drive_;
   bool replace_ = false;
   std::vector<std::wstring> paths_;
+  size_t left_out_ = 0;
 };
 
 }  // namespace velmora

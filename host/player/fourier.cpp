@@ -1,4 +1,4 @@
-#include "host/player/fourier.h"
+#include "host/player/spectrum.h"
 
 #include <math.h>
 

@@ -10,7 +10,8 @@ namespace velmora {
 
 constexpr LANGID kEnglish = 1033;  // built into the library
 
-// English, and the languages whose libraries lie beside the program, by their numbers.
+// English, and the languages whose libraries lie beside the program and which the system can name,
+// by their numbers.
 std::vector<LANGID> FindLanguages();
 
 // The user's choice; English when there is none.

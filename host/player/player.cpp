@@ -4,8 +4,7 @@
 #include <functional>
 #include <utility>
 
-#include "host/player/volume_law.h"
-#include "host/sound_sink.h"
+#include "host/sound_state.h"
 
 namespace velmora {
 namespace {

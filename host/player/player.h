@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host/equalizer_state.h"
+#include "host/sound_state.h"
 #include "host/library.h"
 #include "host/player/play_order.h"
 #include "host/player/playback.h"

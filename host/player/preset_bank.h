@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/equalizer_state.h"
+#include "host/sound_state.h"
 #include "host/library.h"
 
 namespace kelvo {

@@ -4,9 +4,8 @@
 
 #include <algorithm>
 
-#include "effects/bass.h"
-#include "effects/equalizer.h"
-#include "host/player/fourier.h"
+#include "effects/stages.h"
+#include "host/player/spectrum.h"
 
 namespace velmora {
 namespace {
@@ -66,11 +65,12 @@ std::vector<Sound> MakeSounds(const std::vector<size_t>& bins) {
 }
 
 void RunEqualizer(const uint8_t (&sliders)[kEqualizerBands], Samples* samples) {
-  kelvo::Equalizer equalizer;
+  kelvo::EffectsState state;
+  kelvo::EqualizerPass pass;
   int32_t bands[kEqualizerBands];
   std::copy_n(sliders, kEqualizerBands, bands);
-  equalizer.Set(EqualizerState().preamp, bands);
-  equalizer.Process(samples->data(), kFrames);
+  kelvo::SetEqualizer(state, EqualizerState().preamp, bands);
+  kelvo::RunEqualizer(state, pass, kelvo::RunBands, samples->data(), kFrames);
 }
 
 // What has a maximum was, or may have been, cut off.
@@ -120,11 +120,11 @@ Curve MeasureEffect(const std::vector<Sound>& sounds, const std::vector<size_t>&
 }
 
 float GainOf(uint8_t slider) {
-  kelvo::Equalizer equalizer;
+  kelvo::EffectsState state;
   int32_t bands[kEqualizerBands];
   std::fill_n(bands, kEqualizerBands, slider);
-  equalizer.Set(EqualizerState().preamp, bands);
-  return static_cast<float>(equalizer.gain_q14(0)) / 16384;
+  kelvo::SetEqualizer(state, EqualizerState().preamp, bands);
+  return static_cast<float>(state.gains_q14[0]) / 16384;
 }
 
 float LevelOf(uint8_t preamp) {
@@ -153,8 +153,8 @@ ResponseMeter::ResponseMeter() : bins_(ToneBins()) {
   }
   for (uint8_t mode = 1; mode <= kMaxBass; ++mode) {
     bass_[mode] = MeasureEffect(sounds, bins_, [&](Samples* samples) {
-      kelvo::Bass bass;
-      bass.Process(samples->data(), kFrames, kelvo::kBassGains[mode].a);
+      kelvo::EffectsState state;
+      kelvo::RunBass(state, kelvo::kBassGains[mode].a, samples->data(), kFrames);
     });
   }
   middle_ = Combine(EqualizerState());

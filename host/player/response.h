@@ -6,7 +6,7 @@
 #include <complex>
 #include <vector>
 
-#include "host/equalizer_state.h"
+#include "host/sound_state.h"
 
 namespace velmora {
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "host/critical_section.h"
+#include "host/system.h"
 #include "host/player/spectrum.h"
 
 namespace velmora {

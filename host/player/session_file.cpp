@@ -3,8 +3,8 @@
 #include <stdio.h>
 
 #include "host/input.h"
-#include "host/program_folder.h"
-#include "host/utf8.h"
+#include "host/system.h"
+#include "host/text.h"
 
 namespace velmora {
 namespace {

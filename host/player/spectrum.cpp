@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "host/player/fourier.h"
 
 namespace velmora {
 namespace {

@@ -1,10 +1,17 @@
 // The moving picture of the sound: bars with peaks, or a line. Portable.
 #pragma once
 
+#include <complex>
+
 #include <stddef.h>
 #include <stdint.h>
 
 namespace velmora {
+
+constexpr double kPi = 3.14159265358979323846;
+
+// The discrete Fourier transform, in place; `count` is a power of two. Portable.
+void Transform(std::complex<float>* values, size_t count);
 
 constexpr size_t kPictureSamples = 512;  // of one channel
 constexpr size_t kSpectrumBars = 19;

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "host/full_path.h"
+#include "host/system.h"
 #include "host/input.h"
 
 namespace velmora {
@@ -100,7 +100,7 @@ void TrackList::Learn(const Library& library, size_t index) {
   track.known = true;
   const Input input(library, track.path);
   FileInfo info;
-  if (input.Missing() || !input.Ask(track.path, &info)) return;
+  if (input.Missing() || !input.GetInfo(track.path, &info)) return;
   if (info.display_title[0] != 0) track.title = info.display_title;
   track.length_ms = info.length_ms;
 }

@@ -15,11 +15,7 @@ namespace kelvo {
 
 // Receives the user's choice, one call each: the path of a file (valid during the call), or one of
 // the two marks below. The cookie is the one given to SetHostCallback.
-#if defined(_WIN32) && defined(__i386__)
-using CatalogCallback = void(__cdecl*)(const wchar_t* path, HostWord cookie);
-#else
-using CatalogCallback = void (*)(const wchar_t* path, HostWord cookie);
-#endif
+using CatalogCallback = void(KELVO_CDECL*)(const wchar_t* path, HostWord cookie);
 
 // Play: clear the list, the files, the end; then kMessageCatalogPlay and kMessageCatalogPlayed are
 // posted (messages.h). Enqueue: the files and the end; nothing is posted.

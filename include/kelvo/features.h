@@ -1,7 +1,7 @@
 // The library's one exported function and the features it hands out.
 #pragma once
 
-#include <stdint.h>
+#include "kelvo/types.h"
 
 namespace kelvo {
 
@@ -11,7 +11,8 @@ enum FeatureId : int32_t {
   kFeatureEqualizerPresets = 4,  // EqualizerPresets* (equalizer_presets.h)
   kFeatureSkinReader = 5,        // SkinReader* (skin_reader.h)
   kFeatureWma = 6,               // WmaInput* (wma_input.h); null without the player control
-  kFeatureSwitchLanguage = 7,    // always null: re-reads the setting "Language" and switches to it
+  kFeatureSwitchLanguage = 7,    // always null: re-reads the setting "Language" and switches to it;
+                                 // windows that are open keep the language they were opened in
   kFeatureBookmarks = 8,         // Bookmarks* (bookmarks.h)
   kFeatureEffects = 9,           // EffectsProcessor* (effects_processor.h)
   kFeatureVersionText = 21,      // const wchar_t*, rewritten by the next call with this id
@@ -24,10 +25,6 @@ enum FeatureId : int32_t {
 //   auto get_feature = reinterpret_cast<kelvo::GetFeatureFunction>(
 //       GetProcAddress(library, "GetFeature"));
 //   auto* ogg = static_cast<kelvo::OggVorbisInput*>(get_feature(kelvo::kFeatureOggVorbis));
-#if defined(_WIN32) && defined(__i386__)
-using GetFeatureFunction = void*(__cdecl*)(int32_t id);
-#else
-using GetFeatureFunction = void* (*)(int32_t id);
-#endif
+using GetFeatureFunction = void*(KELVO_CDECL*)(int32_t id);
 
 }  // namespace kelvo

@@ -7,7 +7,12 @@
 //
 // Thread: the host calls all operations from one thread, its own. A plug-in may have a decoding
 // thread; that one calls AudioOutput, MediaReader, SetState and GetState.
+//
+// The plug-in calls its own SetState, GetState and TogglePause through the object's table: a host
+// that puts a table of its own there sees every change of the state.
 #pragma once
+
+#include <atomic>
 
 #include "kelvo/audio_output.h"
 #include "kelvo/media_info.h"
@@ -53,7 +58,9 @@ class InputPlugin {
     return 0;
   }
 
-  // Slot 5. Stores a PlaybackState. The plug-in makes every change of its own through this slot.
+  // Slot 5. Stores a PlaybackState. The plug-in makes every change of its own through this slot,
+  // on its decoding thread too, and with a lock of its own held: no operation but GetState may be
+  // awaited from within.
   virtual void SetState(uint32_t state) noexcept { StoreState(state); }
 
   // Slot 6. The PlaybackState.
@@ -64,13 +71,16 @@ class InputPlugin {
   virtual uint32_t Reserved8() noexcept { return 0; }
 
   // Slot 9. Goes to a position in milliseconds. Non-zero on success; a position at or behind the
-  // end is refused, a negative one is the start.
+  // end is refused, a negative one is the start. (Ogg Vorbis: a seek while the last buffers drain
+  // ends the thread with its message; the state stays kPlaying and the output open until the host
+  // sets the state.)
   virtual int32_t SeekMs(int32_t milliseconds) noexcept {
     static_cast<void>(milliseconds);
     return 0;
   }
 
-  // Slot 10. Ends playback.
+  // Slot 10. Ends playback. The file stays where it was: a plain Play goes on there (Ogg Vorbis:
+  // counting the position from 0), a new Open starts at the beginning.
   virtual int32_t Stop() noexcept { return 0; }
 
   // Slot 11. Pauses when playing, resumes when paused. (Result: some plug-ins only.)
@@ -95,23 +105,33 @@ class InputPlugin {
     return 0;
   }
 
-  // Slot 15. Destroys the object, and gives its memory back when bit 0 of `flags` is set. For
-  // objects that the host made itself; never for those of GetFeature.
+  // Slot 15. Ends playback, releases the file and the reader, and gives the object's memory back
+  // when bit 0 of `flags` is set. Otherwise the object stays with the table of the base class, in
+  // which every slot does what is written here, and with the host's context, output and reader.
+  // For a host that wants a feature's object gone before the library is unloaded; bit 0 is never
+  // for the objects of GetFeature.
   virtual void Destroy(uint32_t flags) noexcept { static_cast<void>(flags); }
 
  protected:
   InputPlugin() noexcept = default;
+  InputPlugin(const InputPlugin& other) noexcept
+      : host_context_(other.host_context_),
+        output_(other.output_),
+        reader_(other.reader_),
+        state_(other.LoadState()) {}
+  InputPlugin& operator=(const InputPlugin&) = delete;
   ~InputPlugin() = default;
 
-  // Two threads read and write the state; a word is never torn.
-  uint32_t LoadState() const noexcept { return __atomic_load_n(&state_, __ATOMIC_RELAXED); }
-  void StoreState(uint32_t state) noexcept { __atomic_store_n(&state_, state, __ATOMIC_RELAXED); }
+  // Two threads read and write the state.
+  uint32_t LoadState() const noexcept { return state_.load(std::memory_order_relaxed); }
+  void StoreState(uint32_t state) noexcept { state_.store(state, std::memory_order_relaxed); }
 
   HostWord host_context_ = 0;
   AudioOutput* output_ = nullptr;
   MediaReader* reader_ = nullptr;
-  uint32_t state_ = kStopped;
+  std::atomic<uint32_t> state_{kStopped};  // a plain word of 32 bits
 };
+static_assert(sizeof(std::atomic<uint32_t>) == 4);
 static_assert(sizeof(void*) != 4 || sizeof(InputPlugin) == 20);
 
 }  // namespace kelvo

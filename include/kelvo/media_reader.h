@@ -10,9 +10,9 @@ enum SeekOrigin : uint32_t { kSeekStart = 0, kSeekCurrent = 1, kSeekEnd = 2 };
 // What Seek answers when it fails. Any other answer, -1 included, counts as a success.
 constexpr int64_t kSeekFailed = 0x7FFFFFFFFFFFFFFF;
 
-// Implemented by the host. Read and Seek are called from the decoding thread while a file plays,
-// otherwise from the thread that called the plug-in; never from two at once. Slot 0 is not called;
-// the library never deletes the object.
+// Implemented by the host. While a file plays the decoding thread reads, and so does the plug-in's
+// SeekMs, on the thread that called it; never both at once. All other calls are made on the thread
+// that called the plug-in. Slot 0 is not called; the library never deletes the object.
 class MediaReader {
  public:
   virtual void Reserved0() noexcept {}

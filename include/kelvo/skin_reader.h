@@ -13,24 +13,35 @@
 namespace kelvo {
 
 enum SkinFile : int32_t {
-  kSkinBalance = 1,         // balance.bmp
-  kSkinButtons = 2,         // cbuttons.bmp
-  kSkinEqualizerEx = 3,     // eq_ex.bmp
-  kSkinEqualizer = 4,       // eqmain.bmp
-  kSkinMain = 5,            // main.bmp
-  kSkinMonoStereo = 6,      // monoster.bmp
-  kSkinNumbers = 7,         // numbers.bmp
-  kSkinNumbersEx = 8,       // nums_ex.bmp
-  kSkinPlayPause = 9,       // playpaus.bmp
-  kSkinPlaylist = 10,       // pledit.bmp
-  kSkinPlaylistText = 11,   // pledit.txt
-  kSkinPositionBar = 12,    // posbar.bmp
-  kSkinShuffleRepeat = 13,  // shufrep.bmp
-  kSkinText = 14,           // text.bmp
-  kSkinTitleBar = 15,       // titlebar.bmp
-  kSkinColours = 16,        // viscolor.txt
-  kSkinVolume = 17,         // volume.bmp
+  kSkinBalance = 1,
+  kSkinButtons = 2,
+  kSkinEqualizerEx = 3,
+  kSkinEqualizer = 4,
+  kSkinMain = 5,
+  kSkinMonoStereo = 6,
+  kSkinNumbers = 7,
+  kSkinNumbersEx = 8,
+  kSkinPlayPause = 9,
+  kSkinPlaylist = 10,
+  kSkinPlaylistText = 11,
+  kSkinPositionBar = 12,
+  kSkinShuffleRepeat = 13,
+  kSkinText = 14,
+  kSkinTitleBar = 15,
+  kSkinColours = 16,
+  kSkinVolume = 17,
 };
+
+constexpr int32_t kSkinFileCount = 17;
+
+// The file's name in the folder or archive; null for numbers outside the enumeration.
+inline const char* SkinFileName(int32_t number) noexcept {
+  static constexpr const char* kNames[kSkinFileCount] = {
+      "balance.bmp", "cbuttons.bmp", "eq_ex.bmp",    "eqmain.bmp",   "main.bmp",   "monoster.bmp",
+      "numbers.bmp", "nums_ex.bmp",  "playpaus.bmp", "pledit.bmp",   "pledit.txt", "posbar.bmp",
+      "shufrep.bmp", "text.bmp",     "titlebar.bmp", "viscolor.txt", "volume.bmp"};
+  return number >= 1 && number <= kSkinFileCount ? kNames[number - 1] : nullptr;
+}
 
 class SkinReader {
  public:

@@ -8,7 +8,13 @@
 
 #include <stddef.h>
 #include <stdint.h>
-#include <wchar.h>
+
+// Plain functions use this convention whatever a compiler's default is.
+#if defined(_WIN32) && (defined(__i386__) || defined(_M_IX86))
+#define KELVO_CDECL __cdecl
+#else
+#define KELVO_CDECL
+#endif
 
 static_assert(sizeof(wchar_t) == 2, "texts are UTF-16");
 

@@ -35,7 +35,10 @@ class WmaInput : public InputPlugin {
   // Slot 16. The next kVisualisationSamples samples (16 bits, first channel, after the effects) of
   // the block that was handed to the sound device last, padded with zeros. 1 when they were
   // written; 0, and nothing is written, when the block is used up or `samples` is null.
-  virtual int32_t GetVisualisation(int16_t* samples) noexcept = 0;
+  virtual int32_t GetVisualisation(int16_t* samples) noexcept {
+    static_cast<void>(samples);
+    return 0;
+  }
 
   // Slot 17. Asks about any file by its path, independent of the open one; the library opens and
   // closes the file itself. 1 when it is a Windows Media file, else 0. Every output may be null,
@@ -43,13 +46,20 @@ class WmaInput : public InputPlugin {
   // sample rate in kHz. `sdk_version`: of the software that wrote the file.
   virtual int32_t GetFileInfo(const wchar_t* path, wchar_t* display_title, wchar_t* album,
                               MediaInfo* info, uint32_t* length_ms, uint32_t* sdk_version,
-                              wchar_t* artist, wchar_t* title) noexcept = 0;
+                              wchar_t* artist, wchar_t* title) noexcept {
+    static_cast<void>(path), static_cast<void>(display_title), static_cast<void>(album);
+    static_cast<void>(info), static_cast<void>(length_ms), static_cast<void>(sdk_version);
+    static_cast<void>(artist), static_cast<void>(title);
+    return 0;
+  }
 
   // Slot 18. The parent of the message box, and the window that receives kMessageEndOfPlayback
   // (messages.h); null for none.
-  virtual void SetOwnerWindow(WindowHandle window) noexcept = 0;
+  virtual void SetOwnerWindow(WindowHandle window) noexcept { static_cast<void>(window); }
 
  protected:
+  WmaInput() noexcept = default;
+  WmaInput(const WmaInput&) noexcept = default;
   ~WmaInput() = default;
 };
 

@@ -65,6 +65,8 @@ bool MakeFrame(HWND root) noexcept {
 }
 
 void FillScreen(HWND root) noexcept {
+  // Each page of a sheet asks when it is first shown: the user may have moved the sheet since.
+  if (GetPropW(root, kFillsScreen)) return;
   constexpr DWORD kResizable = WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
   DWORD style = static_cast<DWORD>(GetWindowLongPtrW(root, GWL_STYLE));
   style = (style & ~kResizable) | WS_CAPTION;

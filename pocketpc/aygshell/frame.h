@@ -12,7 +12,7 @@ namespace kelvo {
 [[nodiscard]] bool MakeFrame(HWND root) noexcept;
 
 // Lets the frame and its menu bar cover the screen: over its owner, client area as WorkAreaSize()
-// says, caption with the title.
+// says, caption with the title. Nothing when that was done before.
 void FillScreen(HWND root) noexcept;
 
 // With Done the caption has a close button that acts as Done, without it there is none.

@@ -61,6 +61,41 @@ LRESULT CALLBACK PageProc(HWND page, UINT message, WPARAM wparam, LPARAM lparam,
   return DefSubclassProc(page, message, wparam, lparam);
 }
 
+bool IsPageKey(WPARAM key) noexcept {
+  return key == VK_TAB && GetKeyState(VK_CONTROL) < 0;
+}
+
+// Shows the page that comes after the current one, or before it, round the sheet's end.
+void TurnPage(HWND sheet, bool forward) noexcept {
+  const HWND tabs = TabsOf(sheet);
+  const LRESULT count = SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0);
+  const LRESULT page = SendMessageW(tabs, TCM_GETCURSEL, 0, 0);
+  const LRESULT next = (page + (forward ? 1 : count - 1)) % count;
+  SendMessageW(sheet, PSM_SETCURSEL, static_cast<WPARAM>(next), 0);
+  const HWND shown = reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETCURRENTPAGEHWND, 0, 0));
+  SetFocus(GetNextDlgTabItem(shown, nullptr, FALSE));
+}
+
+// A control of a page: Ctrl+Tab is the sheet's.
+LRESULT CALLBACK PageKeyProc(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
+                             DWORD_PTR) noexcept {
+  switch (message) {
+    case WM_GETDLGCODE:
+      if (!IsPageKey(wparam)) break;
+      return DefSubclassProc(control, message, wparam, lparam) | DLGC_WANTMESSAGE;
+    case WM_KEYDOWN:
+      if (!IsPageKey(wparam)) break;
+      TurnPage(GetAncestor(control, GA_ROOT), GetKeyState(VK_SHIFT) >= 0);
+      return 0;
+    case WM_NCDESTROY:
+      RemoveWindowSubclass(control, &PageKeyProc, id);
+      break;
+    default:
+      break;
+  }
+  return DefSubclassProc(control, message, wparam, lparam);
+}
+
 bool FillsSheet(HWND window) noexcept {
   return GetPropW(window, kFills) != nullptr;
 }
@@ -126,6 +161,9 @@ bool FillSheet(HWND page) noexcept {
   const LONG_PTR style = GetWindowLongPtrW(page, GWL_STYLE);
   SetWindowLongPtrW(page, GWL_STYLE, style | WS_CLIPSIBLINGS);
   if (!SetWindowSubclass(page, &PageProc, 0, 0) || !SetPropW(page, kFills, page)) return false;
+  for (HWND child = GetWindow(page, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (!SetWindowSubclass(child, &PageKeyProc, 0, 0)) return false;
+  }
   LayOutSheet(sheet);
   return true;
 }

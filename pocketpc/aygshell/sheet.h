@@ -13,7 +13,7 @@ constexpr int kTabRowHeight = 21;
 // The property sheet that `page` is a page of, or null.
 HWND SheetOfPage(HWND page) noexcept;
 
-// Makes the page fill its sheet from now on, whatever the sheet wants.
+// Makes the page fill its sheet from now on, whatever the sheet wants. Ctrl+Tab turns pages.
 [[nodiscard]] bool FillSheet(HWND page) noexcept;
 
 // Brings tabs and pages to the sheet's size. Nothing for other windows.

@@ -20,7 +20,7 @@ bool NextPath(wchar_t (&path)[MAX_PATH]) noexcept {
   wchar_t wanted[MAX_PATH];
   const DWORD length = GetEnvironmentVariableW(kSinkVariable, wanted, MAX_PATH);
   if (length == 0 || length >= MAX_PATH) return false;
-  if (CompareNoCase(wanted, last_wanted) != 0) last_number = 0;
+  if (!EqualNoCase(wanted, last_wanted)) last_number = 0;
   CopyWide(last_wanted, MAX_PATH, wanted);
   const int32_t number = ++last_number;
   const wchar_t* dot = FindLastWide(FileNameOf(wanted), L'.');
@@ -38,7 +38,7 @@ bool NextPath(wchar_t (&path)[MAX_PATH]) noexcept {
 bool IsSetTo(const wchar_t* variable, const wchar_t* word) noexcept {
   wchar_t text[16];
   const DWORD length = GetEnvironmentVariableW(variable, text, 16);
-  return length > 0 && length < 16 && CompareNoCase(text, word) == 0;
+  return length > 0 && length < 16 && EqualAsciiNoCase(text, word);
 }
 
 }  // namespace

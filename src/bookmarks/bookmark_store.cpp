@@ -1,10 +1,18 @@
 #include "bookmarks/bookmark_store.h"
 
-#include "base/text/wide.h"
-#include "bookmarks/bookmark_file.h"
+#include <stddef.h>
+
+#include "base/files/file_replacement.h"
 
 namespace kelvo {
 namespace {
+
+static_assert(sizeof(void*) != 4 || offsetof(BookmarksState, list_view) == 4);
+static_assert(sizeof(void*) != 4 || offsetof(BookmarksState, menu_bar) == 8);
+static_assert(sizeof(void*) != 4 || offsetof(BookmarksState, list) == 12);
+static_assert(sizeof(void*) != 4 || offsetof(BookmarksState, position_text) == 24);
+static_assert(sizeof(void*) != 4 || offsetof(BookmarksState, sort_column) == 72);
+static_assert(sizeof(void*) != 4 || offsetof(BookmarksState, sort_direction) == 76);
 
 constexpr wchar_t kLastPlayed[] = L"(Last Played) ";
 constexpr size_t kLastPlayedLength = sizeof(kLastPlayed) / sizeof(wchar_t) - 1;
@@ -25,39 +33,62 @@ class FilePath {
   wchar_t path_[kTextCapacity + sizeof(kName) / sizeof(wchar_t)];
 };
 
-[[nodiscard]] bool Store(HeapText* text, const wchar_t* value) noexcept {
-  wchar_t cut[kTextCapacity];
-  return text->Assign(cut, CopyWide(cut, kTextCapacity, value ? value : L""));
-}
+// A text as a bookmark keeps it.
+struct CutText {
+  explicit CutText(const wchar_t* value) noexcept
+      : length(CopyWide(text, kTextCapacity, value ? value : L"")) {}
+  wchar_t text[kTextCapacity];
+  size_t length;
+};
 
 [[nodiscard]] bool Make(Bookmark* bookmark, const wchar_t* path, int32_t position_s,
                         const wchar_t* description) noexcept {
+  const CutText cut_path(path);
+  const CutText cut_description(description);
   bookmark->position_s = position_s;
-  return Store(&bookmark->path, path) && Store(&bookmark->description, description);
+  return bookmark->path.Assign(cut_path.text, cut_path.length) &&
+         bookmark->description.Assign(cut_description.text, cut_description.length);
 }
 
 }  // namespace
 
+int32_t BookmarkStore::Find(int32_t index, const wchar_t* path, int32_t position_s,
+                            const wchar_t* description) const noexcept {
+  const auto is_it = [&](int32_t i) {
+    return At(i).position_s == position_s && CompareWide(At(i).path.c_str(), path) == 0 &&
+           CompareWide(At(i).description.c_str(), description) == 0;
+  };
+  if (Contains(index) && is_it(index)) return index;
+  for (int32_t i = 0; i < size(); ++i) {
+    if (is_it(i)) return i;
+  }
+  return -1;
+}
+
 void BookmarkStore::Load() noexcept {
-  list_.Clear();
+  state_.list.Clear();
   const FilePath path(folder_);
-  OpenFile<FileReader> file = files_.OpenRead(path.c_str(), Share::kNone);
-  if (file) ReadBookmarks(*file, &list_);
+  wchar_t newest[kTextCapacity];
+  FileReplacement::FindNewest(files_, path.c_str(), newest);
+  OpenFile<FileReader> file = files_.OpenRead(newest, Share::kNone);
+  if (file) ReadBookmarks(*file, &state_.list);
 }
 
 void BookmarkStore::Save() noexcept {
   const FilePath path(folder_);
-  OpenFile<FileWriter> file = files_.Create(path.c_str(), Share::kNone);
+  FileReplacement replacement(files_, path.c_str());
   // Nobody is told when this fails: the list in memory is still right and the next change tries
   // again.
-  if (file) static_cast<void>(WriteBookmarks(*file, list_));
+  if (replacement && WriteBookmarks(replacement.file(), state_.list)) {
+    static_cast<void>(replacement.Commit());
+  }
 }
 
 bool BookmarkStore::Add(const wchar_t* path, int32_t position_s,
                         const wchar_t* description) noexcept {
   Bookmark added;
-  if (!GrowBookmarks(&list_) || !Make(&added, path, position_s, description) ||
-      !list_.Append(std::move(added))) {
+  if (!state_.list.Grow() || !Make(&added, path, position_s, description) ||
+      !state_.list.Insert(size(), std::move(added))) {
     return false;
   }
   Save();
@@ -66,28 +97,36 @@ bool BookmarkStore::Add(const wchar_t* path, int32_t position_s,
 
 void BookmarkStore::Update(int32_t index, const wchar_t* path, int32_t position_s,
                            const wchar_t* description) noexcept {
-  Bookmark changed;
-  if (!Contains(index) || !Make(&changed, path, position_s, description)) return;
-  list_[static_cast<size_t>(index)] = std::move(changed);
+  if (!Contains(index)) return;
+  Bookmark& bookmark = state_.list[index];
+  const CutText new_path(path);
+  const CutText new_description(description);
+  // Memory for both first: a bookmark is not half changed.
+  if (!bookmark.path.Reserve(new_path.length) ||
+      !bookmark.description.Reserve(new_description.length)) {
+    return;
+  }
+  bookmark.path.Overwrite(new_path.text, new_path.length);
+  bookmark.description.Overwrite(new_description.text, new_description.length);
+  bookmark.position_s = position_s;
   Save();
 }
 
 void BookmarkStore::Remove(int32_t index) noexcept {
   if (!Contains(index)) return;
-  list_.RemoveAt(static_cast<size_t>(index));
+  state_.list.RemoveAt(index);
   Save();
 }
 
 void BookmarkStore::RemoveDead() noexcept {
-  for (size_t i = list_.size(); i-- > 0;) {
-    if (!files_.Exists(list_[i].path.c_str())) list_.RemoveAt(i);
+  for (int32_t i = size(); i-- > 0;) {
+    if (!IsAlive(i)) state_.list.RemoveAt(i);
   }
   Save();
 }
 
 bool BookmarkStore::HasLastPlayed() const noexcept {
-  return !list_.empty() &&
-         CompareNoCase(list_[0].description.c_str(), kLastPlayed, kLastPlayedLength) == 0;
+  return size() > 0 && EqualAsciiNoCase(At(0).description.c_str(), kLastPlayed, kLastPlayedLength);
 }
 
 void BookmarkStore::SetLastPlayed(const wchar_t* path, int32_t position_s,
@@ -97,13 +136,34 @@ void BookmarkStore::SetLastPlayed(const wchar_t* path, int32_t position_s,
   CopyWide(description + length, kTextCapacity - length, title ? title : L"");
 
   Bookmark last;
-  if (!GrowBookmarks(&list_) || !Make(&last, path, position_s, description)) return;
+  if (!state_.list.Grow() || !Make(&last, path, position_s, description)) return;
   if (HasLastPlayed()) {
-    list_[0] = std::move(last);
-  } else if (!list_.Insert(0, std::move(last))) {
+    state_.list[0] = std::move(last);
+  } else if (!state_.list.Insert(0, std::move(last))) {
     return;
   }
   Save();
+}
+
+void BookmarkStore::SortBy(BookmarkColumn column) noexcept {
+  state_.sort_direction = column == state_.sort_column ? -state_.sort_direction : 1;
+  state_.sort_column = column;
+}
+
+int BookmarkStore::Compare(int32_t a, int32_t b) const noexcept {
+  int order = 0;
+  switch (state_.sort_column) {
+    case BookmarkColumn::kState:
+      order = IsAlive(b) - IsAlive(a);
+      break;
+    case BookmarkColumn::kTime:  // the difference may not fit
+      order = (At(a).position_s > At(b).position_s) - (At(a).position_s < At(b).position_s);
+      break;
+    case BookmarkColumn::kTitle:
+      order = CompareNoCase(At(a).description.c_str(), At(b).description.c_str());
+      break;
+  }
+  return state_.sort_direction * order;
 }
 
 }  // namespace kelvo

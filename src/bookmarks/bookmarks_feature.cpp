@@ -1,11 +1,11 @@
 #include "bookmarks/bookmarks_feature.h"
 
 #include "base/memory/heap.h"
-#include "base/text/wide.h"
 
 namespace kelvo {
 
 static_assert(kMaxText == kTextCapacity, "stored texts fit the host's buffers");
+static_assert(sizeof(Bookmarks) == sizeof(void*), "the store follows the table of operations");
 
 int32_t BookmarksFeature::AddBookmark(const wchar_t* path, int32_t position_s,
                                       const wchar_t* description) noexcept {
@@ -29,11 +29,11 @@ int32_t BookmarksFeature::GetBookmark(int32_t index, wchar_t* path, wchar_t* des
 
 int32_t BookmarksFeature::LoadBookmarks() noexcept {
   store_.Load();
-  return static_cast<int32_t>(store_.size());
+  return store_.size();
 }
 
 int32_t BookmarksFeature::ShowBookmarks(WindowHandle parent) noexcept {
-  return window_ && window_->Run(parent, store_, order_) ? 0 : 1;
+  return window_ && window_->Run(parent, store_) ? 0 : 1;
 }
 
 void BookmarksFeature::Destroy(uint32_t flags) noexcept {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "bookmarks/bookmark_store.h"
-#include "bookmarks/bookmark_view.h"
 #include "kelvo/bookmarks.h"
 
 namespace kelvo {
@@ -9,9 +8,9 @@ namespace kelvo {
 // The window that shows the list; the shell has the real one.
 class BookmarksWindow {
  public:
-  // Runs modally above `parent`: loads the store, shows and edits it, sorted by `order`. False, at
-  // once, when a dialog of the library is open already.
-  virtual bool Run(WindowHandle parent, BookmarkStore& store, BookmarkOrder& order) noexcept = 0;
+  // Runs modally above `parent`: loads the store, shows and edits it. False, at once, when a dialog
+  // of the library is open already.
+  virtual bool Run(WindowHandle parent, BookmarkStore& store) noexcept = 0;
 
  protected:
   ~BookmarksWindow() = default;
@@ -38,8 +37,7 @@ class BookmarksFeature final : public Bookmarks {
   int32_t TakeLastPlayed(wchar_t* path, int32_t* position_s) noexcept override;
 
  private:
-  BookmarkStore store_;
-  BookmarkOrder order_;
+  BookmarkStore store_;  // first: begins with what hosts find behind the table of operations
   BookmarksWindow* window_;
 };
 

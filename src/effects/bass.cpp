@@ -1,68 +1,51 @@
-#include "effects/bass.h"
-
-#include "effects/fixed_point.h"
+#include "effects/stages.h"
 
 namespace kelvo {
 namespace {
 
-// Widens what a multiplication of two Q28 numbers makes; one instruction on the device.
-constexpr int64_t Product(int32_t a, int32_t b) noexcept {
-  return static_cast<int64_t>(a) * b;
+// Calls `action(resonator, memory)` for each.
+template <class Action>
+void ForEach(EffectsState& state, BassPass& pass, Action action) noexcept {
+  for (int c = 0; c < kChannels; ++c) {
+    for (int stage = 0; stage < kBassStages; ++stage) {
+      action(state.bass[c][stage], pass.memory[c][stage]);
+    }
+  }
 }
-
-constexpr int32_t FromQ28(int64_t value) noexcept {
-  return static_cast<int32_t>(value >> 28);
-}
-
-constexpr ResonatorCoefficients kResonance = kBassCoefficients[0];
 
 }  // namespace
 
-template <class Source, class Sink>
-void Bass::Run(Resonator& resonator, int frames, int32_t gain, Source source, Sink sink) noexcept {
-  Resonator r = resonator;
-  // The new input and output replace the older ones.
-  const auto step = [&](int f, int32_t& older_in, int32_t& older_out, int32_t newer_out) {
-    const int32_t in = source(f);
-    const int32_t difference = WrapSubtract(in, older_in);
-    older_in = in;
-    older_out = FromQ28(Product(kResonance.c1, difference) + Product(-kResonance.c0, older_out) +
-                        Product(kResonance.c2, newer_out));
-    sink(f, in, FromQ28(Product(older_out, gain)));
-  };
-  // Two frames a round, so that old and new values change roles without being moved.
-  int f = 0;
-  for (; f + 1 < frames; f += 2) {
-    step(f, r.older_in, r.older_out, r.newer_out);
-    step(f + 1, r.newer_in, r.newer_out, r.older_out);
-  }
-  if (f < frames) {
-    step(f, r.older_in, r.older_out, r.newer_out);
-    r = {r.older_in, r.newer_in, r.older_out, r.newer_out};
-  }
-  resonator = r;
-}
+// The last frame is a pass of its own: rings hold three frames, a pass knows the two before it.
+void RunBass(EffectsState& state, int32_t gain, int16_t* samples, uint32_t frames) noexcept {
+  RingPositions& at = state.bass_positions;
+  BassPass pass;
+  pass.numbers = state.bass_table[0];
+  pass.gain = gain;
+  ForEach(state, pass, [&](Resonator& r, BassPass::Memory& m) {
+    m = {r.in[at.one_back], r.in[at.two_back], r.out[at.one_back], r.out[at.two_back]};
+  });
 
-void Bass::Process(int16_t* samples, uint32_t frames, int32_t gain) noexcept {
-  while (frames > 0) {
-    const int count = frames < kPassFrames ? static_cast<int>(frames) : kPassFrames;
-    for (int c = 0; c < kChannels; ++c) {
-      int16_t* channel = samples + c;
-      int32_t* wet = wet_;
-      Run(
-          first_[c], count, gain, [=](int f) { return channel[f * kChannels] * 2048; },
-          [=](int f, int32_t, int32_t out) { wet[f] = out; });
-      Run(
-          second_[c], count, gain, [=](int f) { return wet[f]; },
-          [=](int f, int32_t in, int32_t out) {
-            const int32_t dry = channel[f * kChannels] * 2048;
-            const int32_t mixed = WrapAdd(WrapAdd(out, in), dry);
-            channel[f * kChannels] = ClampToSample(mixed >> 12);
-          });
-    }
-    samples += count * kChannels;
-    frames -= static_cast<uint32_t>(count);
+  const uint32_t last = frames - 1;
+  for (uint32_t left = last; left > 0; left -= static_cast<uint32_t>(pass.frames)) {
+    pass.frames = NextPass(left);
+    RunBassStages(pass, samples);
+    samples += pass.frames * kChannels;
   }
+  at.Advance(last);
+  ForEach(state, pass, [&](Resonator& r, BassPass::Memory& m) {
+    r.in[at.one_back] = m.newer_in;
+    r.in[at.two_back] = m.older_in;
+    r.out[at.one_back] = m.newer_out;
+    r.out[at.two_back] = m.older_out;
+  });
+
+  pass.frames = 1;
+  RunBassStages(pass, samples);
+  ForEach(state, pass, [&](Resonator& r, BassPass::Memory& m) {
+    r.in[at.now] = m.newer_in;
+    r.out[at.now] = m.newer_out;
+  });
+  at.Advance(1);
 }
 
 }  // namespace kelvo

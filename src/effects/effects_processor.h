@@ -2,10 +2,8 @@
 #pragma once
 
 #include "base/sync/lock.h"
-#include "base/sync/shared_word.h"
-#include "effects/bass.h"
-#include "effects/equalizer.h"
-#include "effects/external_library.h"
+#include "effects/effects_state.h"
+#include "effects/stages.h"
 #include "kelvo/effects_processor.h"
 
 namespace kelvo {
@@ -13,7 +11,8 @@ namespace kelvo {
 class FixedPointEffects final : public EffectsProcessor {
  public:
   // `platform` is borrowed; it must outlive this.
-  explicit FixedPointEffects(EffectsPlatform& platform) noexcept : external_(platform) {}
+  explicit FixedPointEffects(EffectsPlatform& platform) noexcept;
+  ~FixedPointEffects();
 
   void Destroy(uint32_t flags) noexcept override;
   void SetBassMode(int32_t mode) noexcept override;
@@ -22,24 +21,14 @@ class FixedPointEffects final : public EffectsProcessor {
   void SetEqualizer(int32_t preamp, const int32_t* bands) noexcept override;
   int32_t ProcessEqualizer(int16_t** samples, int32_t bytes) noexcept override;
 
-  // For external processing. Neither takes the lock.
-  const Equalizer& equalizer() const noexcept { return equalizer_; }
-  BassGains bass_gains() const noexcept {
-    return {static_cast<int32_t>(gain_a_), static_cast<int32_t>(gain_b_)};
-  }
-
  private:
-  // Written by the host without waiting, read once a block.
-  SharedWord enabled_{1};
-  SharedWord mode_{0};
-  SharedWord gain_a_{0};
-  SharedWord gain_b_{0};
+  EffectsState state_;  // directly behind the table of operations
+  // Guards the state, but for the enabled flag and the bass mode with its gains: the host writes
+  // them without waiting.
+  Lock lock_;
 
-  Lock lock_;  // guards the two stages below
-  Equalizer equalizer_;
-  Bass bass_;
-
-  ExternalLibrary external_;
+  EffectsPlatform& platform_;
+  EqualizerPass pass_;
 };
 
 }  // namespace kelvo

@@ -1,6 +1,7 @@
-#include "effects/equalizer.h"
-
 #include <string.h>
+
+#include "effects/fixed_point.h"
+#include "effects/stages.h"
 
 namespace kelvo {
 namespace {
@@ -20,42 +21,116 @@ int32_t ToFixedPoint(float gain, float one) noexcept {
   return static_cast<int32_t>(static_cast<uint32_t>(static_cast<int64_t>(gain * one)));
 }
 
-}  // namespace
-
-void Equalizer::Set(int32_t preamp, const int32_t (&sliders)[kBands]) noexcept {
-  flat_ = true;
-  narrow_gains_ = true;
-  for (int b = 0; b < kBands; ++b) {
-    const float gain = GainOf(sliders[b]);
-    bands_.gains[b] = ToFixedPoint(gain, 16384.0f);
-    gains_q28_[b] = ToFixedPoint(gain, 268435456.0f);
-    flat_ &= sliders[b] == kMiddleSlider;
-    narrow_gains_ &= IsNarrowGain(bands_.gains[b]);
+// 64 bits hold the bands' sum for all gains, 32 bits for those of slider positions and far beyond.
+bool AreGainsNarrow(const EffectsState& state) noexcept {
+  for (const int32_t gain : state.gains_q14) {
+    if (gain < -0x100000 || gain > 0x100000) return false;
   }
-  preamp_index_ = preamp < 0 ? kLastSlider : preamp > kLastSlider ? 0 : kLastSlider - preamp;
+  return true;
 }
 
-void Equalizer::Process(int16_t* samples, uint32_t frames) noexcept {
-  const bool side_by_side = kVectorsPay && loop_ == Loop::kFastest && narrow_gains_;
-  const int32_t level = preamp_index_ + 2;  // Q4; 16 leaves a sample as it is
-  constexpr int kBefore = 2 * kChannels;
-  while (frames > 0) {
-    pass_.frames = frames < kPassFrames ? static_cast<int>(frames) : kPassFrames;
-    const int values = pass_.frames * kChannels;
-    for (int i = 0; i < values; ++i) {
-      const int32_t input = level * samples[i] >> 4;
-      pass_.difference[i] = input - pass_.input[i];
-      pass_.input[kBefore + i] = input;
-    }
-    if (side_by_side) {
-      RunBandsSideBySide(bands_, pass_, samples);
-    } else {
-      RunBandByBand(bands_, pass_, samples);
-    }
-    memmove(pass_.input, pass_.input + values, kBefore * sizeof(pass_.input[0]));
-    samples += values;
-    frames -= static_cast<uint32_t>(pass_.frames);
+// The input adds a quarter of itself, and there is a constant offset.
+template <class Sum>
+void Finish(const EqualizerPass& pass, int16_t* samples) noexcept {
+  const auto finish = [](int64_t sum, int32_t input) {
+    return ClampToSample(static_cast<Sum>(sum >> 12) + (input >> 2) + 12500);
+  };
+  const int32_t* input = pass.input + 2 * kChannels;
+  for (const BandsFrame* frame = pass.work; frame != pass.work + pass.frames; ++frame) {
+    samples[0] = finish(frame->sum[0], input[0]);
+    samples[1] = finish(frame->sum[1], input[1]);
+    samples += kChannels;
+    input += kChannels;
   }
+}
+
+class Block {
+ public:
+  Block(const EffectsState& state, EqualizerPass& pass, BandsLoop loop) noexcept
+      : state_(state), pass_(pass), loop_(loop),
+        finish_(AreGainsNarrow(state) ? Finish<int32_t> : Finish<int64_t>) {}
+
+  void RunPass(int16_t* samples, int frames) noexcept {
+    const int32_t level = state_.preamp_index + 2;  // Q4; 16 leaves a sample as it is
+    const auto start = [level](int16_t sample, int32_t* before, int32_t* difference) {
+      before[2 * kChannels] = level * sample >> 4;
+      *difference = before[2 * kChannels] - *before;
+    };
+    int32_t* before = pass_.input;
+    const int16_t* sample = samples;
+    for (BandsFrame* frame = pass_.work; frame != pass_.work + frames; ++frame) {
+      start(sample[0], before, &frame->difference[0]);
+      start(sample[1], before + 1, &frame->difference[1]);
+      sample += kChannels;
+      before += kChannels;
+    }
+    pass_.frames = frames;
+    loop_(state_, pass_);
+    finish_(pass_, samples);
+    memmove(pass_.input, before, 2 * kChannels * sizeof(pass_.input[0]));
+  }
+
+ private:
+  const EffectsState& state_;
+  EqualizerPass& pass_;
+  const BandsLoop loop_;
+  void (*const finish_)(const EqualizerPass&, int16_t*);
+};
+
+// Calls `action(resonator, band, channel)` for each.
+template <class State, class Action>
+void ForEachResonator(State& state, Action action) noexcept {
+  for (int b = 0; b < kBands; ++b) {
+    for (int c = 0; c < kChannels; ++c) action(state.equalizer[b][c], b, c);
+  }
+}
+
+}  // namespace
+
+void SetEqualizer(EffectsState& state, int32_t preamp, const int32_t (&sliders)[kBands]) noexcept {
+  state.flat = 1;
+  for (int b = 0; b < kBands; ++b) {
+    const float gain = GainOf(sliders[b]);
+    state.gains_q14[b] = ToFixedPoint(gain, 16384.0f);
+    state.gains_q28[b] = ToFixedPoint(gain, 268435456.0f);
+    if (sliders[b] != kMiddleSlider) state.flat = 0;
+  }
+  state.preamp_index = preamp < 0 ? kLastSlider : preamp > kLastSlider ? 0 : kLastSlider - preamp;
+}
+
+// The last frame is a pass of its own: rings hold three frames, a pass knows the two before it.
+void RunEqualizer(EffectsState& state, EqualizerPass& pass, BandsLoop loop, int16_t* samples,
+                  uint32_t frames) noexcept {
+  RingPositions& at = state.equalizer_positions;
+  int32_t* const older_input = pass.input;
+  int32_t* const newer_input = pass.input + kChannels;
+  ForEachResonator(state, [&](const Resonator& resonator, int b, int c) {
+    newer_input[c] = resonator.in[at.one_back];
+    older_input[c] = resonator.in[at.two_back];
+    pass.newer[b][c] = resonator.out[at.one_back];
+    pass.older[b][c] = resonator.out[at.two_back];
+  });
+
+  Block block(state, pass, loop);
+  const uint32_t last = frames - 1;
+  for (uint32_t left = last; left > 0; left -= static_cast<uint32_t>(pass.frames)) {
+    block.RunPass(samples, NextPass(left));
+    samples += pass.frames * kChannels;
+  }
+  at.Advance(last);
+  ForEachResonator(state, [&](Resonator& resonator, int b, int c) {
+    resonator.in[at.one_back] = newer_input[c];
+    resonator.in[at.two_back] = older_input[c];
+    resonator.out[at.one_back] = pass.newer[b][c];
+    resonator.out[at.two_back] = pass.older[b][c];
+  });
+
+  block.RunPass(samples, 1);
+  ForEachResonator(state, [&](Resonator& resonator, int b, int c) {
+    resonator.in[at.now] = newer_input[c];
+    resonator.out[at.now] = pass.newer[b][c];
+  });
+  at.Advance(1);
 }
 
 }  // namespace kelvo

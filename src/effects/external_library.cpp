@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "effects/effects_state.h"
+
 namespace kelvo {
 namespace {
 
@@ -9,26 +11,29 @@ constexpr uint32_t kStrongArm = 2577;
 constexpr uint32_t kEqualizerOrdinal = 1;
 constexpr uint32_t kBassOrdinal = 2;
 
-}  // namespace
-
-bool SupportsExternalLibrary(const ProcessorIdentity& identity) noexcept {
+// The StrongARM revisions that the library is built for.
+bool IsSupported(const ProcessorIdentity& identity) noexcept {
   return identity.type == kStrongArm && identity.level == 4 && identity.revision >= 3 &&
          identity.revision <= 6;
 }
 
-ExternalLibrary::ExternalLibrary(EffectsPlatform& platform) noexcept : platform_(platform) {
-  if (!SupportsExternalLibrary(platform_.Identify())) return;
-  library_ = platform_.OpenLibrary(L"Utility.dll");
-  if (!library_) return;
-  equalizer_ =
-      reinterpret_cast<ExternalEqualizer>(platform_.FindEntry(library_, kEqualizerOrdinal));
-  bass_ = reinterpret_cast<ExternalBass>(platform_.FindEntry(library_, kBassOrdinal));
+}  // namespace
+
+void LoadExternalLibrary(EffectsPlatform& platform, EffectsState& state) noexcept {
+  if (!IsSupported(platform.Identify())) return;
+  state.processor_matches = 1;
+  state.library = platform.OpenLibrary(L"Utility.dll");
+  if (!state.library) return;
+  state.external_equalizer =
+      reinterpret_cast<ExternalEqualizer>(platform.FindEntry(state.library, kEqualizerOrdinal));
+  state.external_bass =
+      reinterpret_cast<ExternalBass>(platform.FindEntry(state.library, kBassOrdinal));
 }
 
-void ExternalLibrary::Unload() noexcept {
-  equalizer_ = nullptr;
-  bass_ = nullptr;
-  if (void* library = std::exchange(library_, nullptr)) platform_.CloseLibrary(library);
+void UnloadExternalLibrary(EffectsPlatform& platform, EffectsState& state) noexcept {
+  state.external_equalizer = nullptr;
+  state.external_bass = nullptr;
+  if (void* library = std::exchange(state.library, nullptr)) platform.CloseLibrary(library);
 }
 
 }  // namespace kelvo

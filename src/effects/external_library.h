@@ -36,29 +36,11 @@ using ExternalEqualizer = int32_t (*)(EffectsProcessor* processor, int16_t** sam
                                       int32_t bytes);
 using ExternalBass = void (*)(EffectsProcessor* processor, int16_t** samples, int32_t bytes);
 
-// The StrongARM revisions that the library is built for.
-bool SupportsExternalLibrary(const ProcessorIdentity& identity) noexcept;
+struct EffectsState;
 
-// Owns the loaded library.
-class ExternalLibrary {
- public:
-  // Loads the library if the processor fits. `platform` is borrowed; it must outlive this.
-  explicit ExternalLibrary(EffectsPlatform& platform) noexcept;
-  ~ExternalLibrary() { Unload(); }
-  ExternalLibrary(const ExternalLibrary&) = delete;
-  ExternalLibrary& operator=(const ExternalLibrary&) = delete;
-
-  void Unload() noexcept;  // once or more often
-
-  // Null without the library or without that entry.
-  ExternalEqualizer equalizer() const noexcept { return equalizer_; }
-  ExternalBass bass() const noexcept { return bass_; }
-
- private:
-  EffectsPlatform& platform_;
-  void* library_ = nullptr;
-  ExternalEqualizer equalizer_ = nullptr;
-  ExternalBass bass_ = nullptr;
-};
+// Loads the library if the processor fits, and fills the state's last four fields. Entries are null
+// without the library or without that entry.
+void LoadExternalLibrary(EffectsPlatform& platform, EffectsState& state) noexcept;
+void UnloadExternalLibrary(EffectsPlatform& platform, EffectsState& state) noexcept;
 
 }  // namespace kelvo

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/files/file_system.h"
+#include "base/memory/heap_text.h"
 #include "base/text/wide.h"
-#include "eq/preset_list.h"
 #include "kelvo/equalizer_presets.h"
 
 namespace kelvo {
@@ -21,11 +21,18 @@ class PresetPrompts {
   ~PresetPrompts() = default;
 };
 
+// What hosts find in the feature's object, in this order, behind its table of operations: the names
+// of the files ("Rock.eqf") of one folder or several.
+struct PresetNames {
+  HeapText files[kMaxPresets];
+  int32_t count = 0;
+};
+
 // Feature 4. One object, static in the library; user-interface thread only.
 class PresetsFeature final : public EqualizerPresets {
  public:
-  // Both are borrowed and must outlive the object; without prompts nothing can be saved.
-  PresetsFeature(FileSystem& files, PresetPrompts* prompts) noexcept
+  // Both are borrowed and must outlive the object.
+  PresetsFeature(FileSystem& files, PresetPrompts& prompts) noexcept
       : files_(files), prompts_(prompts) {}
 
   int32_t FindPreset(const wchar_t* name) noexcept override;
@@ -38,9 +45,12 @@ class PresetsFeature final : public EqualizerPresets {
   void Destroy(uint32_t flags) noexcept override;
 
  private:
+  // Null for an empty slot; every index is allowed.
+  const wchar_t* FileAt(int32_t index) const noexcept;
+
+  PresetNames names_;
   FileSystem& files_;
-  PresetPrompts* prompts_;
-  PresetList list_;
+  PresetPrompts& prompts_;
 };
 
 }  // namespace kelvo

@@ -1,7 +1,6 @@
 #include "playlist/add_path.h"
 
 #include "catalog/media/add_entry.h"
-#include "playlist/expansion.h"
 
 namespace kelvo {
 namespace {
@@ -11,7 +10,7 @@ class EntryAdder final : public PathSink {
   EntryAdder(const PlaylistSources& sources, EntryList* list) noexcept
       : sources_(sources), list_(list) {}
 
-  void AddMedia(MediaKind kind, const wchar_t* path) noexcept override {
+  void AddMedia(MediaKind kind, const wchar_t* path, const ListPosition*) noexcept override {
     if (sources_.files.Exists(path) && Add(kind, path)) list_->back().item = kEntryFlag;
   }
 

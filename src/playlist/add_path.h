@@ -4,7 +4,7 @@
 #include "base/files/file_system.h"
 #include "catalog/media/entry_list.h"
 #include "catalog/media/media_information.h"
-#include "playlist/nesting_guard.h"
+#include "playlist/expansion.h"
 
 namespace kelvo {
 
@@ -13,9 +13,6 @@ struct PlaylistSources {
   MediaInformation& information;
   NestingGuard* guard;  // null: no bound on nesting
 };
-
-// Item word of every entry added here: checked.
-inline constexpr uintptr_t kEntryFlag = 1;
 
 // A media file that exists, with its tag; or the entries of a playlist, in order, and those of the
 // playlists in it.

@@ -1,5 +1,6 @@
 #include "playlist/m3u_writer.h"
 
+#include "base/files/file_replacement.h"
 #include "base/text/ansi.h"
 
 namespace kelvo {
@@ -18,40 +19,42 @@ class Line {
   void Path(const wchar_t* path) noexcept {
     used_ += WideToAnsi(path, kLongestPath, bytes_ + used_, kLongestPath, nullptr);
   }
-  void WriteTo(FileWriter& file) noexcept {
-    // The result is the creation's alone: a full disk leaves a short playlist.
-    static_cast<void>(file.Write(bytes_, used_));
-  }
+  [[nodiscard]] bool WriteTo(FileWriter& file) const noexcept { return file.Write(bytes_, used_); }
 
  private:
   size_t used_ = 0;
   char bytes_[kLongestPath + 3];
 };
 
-void WriteTag(const TagBlock& tag, FileWriter& file) noexcept {
+[[nodiscard]] bool WriteTag(const TagBlock& tag, FileWriter& file) noexcept {
   Line line;
   line.Text("#EXTINF:-1,");  // the length is never known here
   line.Text(tag.artist);
   line.Text(" - ");
   line.Text(tag.title);
   line.Text("\r\n");
-  line.WriteTo(file);
+  return line.WriteTo(file);
+}
+
+[[nodiscard]] bool WriteEntry(const MediaEntry& entry, FileWriter& file) noexcept {
+  if (entry.tag && !WriteTag(*entry.tag, file)) return false;
+  Line line;
+  line.Path(entry.path.c_str());
+  line.Text("\r\n");
+  return line.WriteTo(file);
 }
 
 }  // namespace
 
-bool WriteM3u(FileSystem& files, const wchar_t* path, const EntryList& list) noexcept {
-  OpenFile<FileWriter> file = files.Create(path, Share::kNone);
-  if (!file) return false;
-  static_cast<void>(file->Write(kHeader, sizeof(kHeader) - 1));
-  for (const MediaEntry& entry : list) {
-    if (entry.tag) WriteTag(*entry.tag, *file);
-    Line line;
-    line.Path(entry.path.c_str());
-    line.Text("\r\n");
-    line.WriteTo(*file);
-  }
-  return true;
+bool WriteM3u(FileSystem& files, const wchar_t* path, const EntryList& list,
+              bool* complete) noexcept {
+  FileReplacement replacement(files, path);
+  bool ok = replacement && replacement.file().Write(kHeader, sizeof(kHeader) - 1);
+  const bool created = static_cast<bool>(replacement);
+  for (const MediaEntry& entry : list) ok = ok && WriteEntry(entry, replacement.file());
+  ok = ok && replacement.Commit();
+  if (complete) *complete = ok;
+  return created;
 }
 
 }  // namespace kelvo

@@ -31,10 +31,10 @@ enum class Rank { kExact, kNoCase, kInFolder, kNone };
 // `member` is a member's whole name, as the archive has it.
 Rank RankOf(const char* member, const char* name) noexcept {
   if (strcmp(member, name) == 0) return Rank::kExact;
-  if (CompareNoCase(member, name) == 0) return Rank::kNoCase;
+  if (EqualAsciiNoCase(member, name)) return Rank::kNoCase;
   const char* separator = member;
   while (*separator != 0 && *separator != '/' && *separator != '\\') ++separator;
-  if (*separator != 0 && CompareNoCase(separator + 1, name) == 0) return Rank::kInFolder;
+  if (*separator != 0 && EqualAsciiNoCase(separator + 1, name)) return Rank::kInFolder;
   return Rank::kNone;
 }
 
@@ -60,17 +60,69 @@ Rank RankOf(const char* member, const char* name) noexcept {
   return best != Rank::kNone && unzGoToFilePos64(zip, &best_position) == UNZ_OK;
 }
 
-// The current member's size, when it is one that can be read.
-[[nodiscard]] bool GetReadableSize(unzFile zip, uint32_t* size) noexcept {
+// What the directory says of the current member, when that is something that can be read.
+[[nodiscard]] bool Describe(unzFile zip, unz_file_info64* info) noexcept {
   constexpr uLong kEncrypted = 1;
-  unz_file_info64 info;
-  if (unzGetCurrentFileInfo64(zip, &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK) {
+  if (unzGetCurrentFileInfo64(zip, info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK ||
+      (info->flag & kEncrypted) != 0 || info->uncompressed_size > kMostSkinBytes) {
     return false;
   }
-  if (info.compression_method != 0 && info.compression_method != Z_DEFLATED) return false;
-  if ((info.flag & kEncrypted) != 0 || info.uncompressed_size > kMostSkinBytes) return false;
-  *size = static_cast<uint32_t>(info.uncompressed_size);
-  return true;
+  return info->compression_method == Z_DEFLATED ||
+         (info->compression_method == 0 && info->compressed_size == info->uncompressed_size);
+}
+
+void* AllocateForInflate(void*, unsigned count, unsigned bytes_each) {
+  return HeapTakeZeroed(count, bytes_each);
+}
+
+void FreeForInflate(void*, void* block) {
+  HeapGive(block);
+}
+
+// Unpacks a member while it is read. Too large for the stack.
+class Inflater {
+ public:
+  Inflater() noexcept {
+    stream_.zalloc = AllocateForInflate;
+    stream_.zfree = FreeForInflate;
+  }
+  Inflater(const Inflater&) = delete;
+  Inflater& operator=(const Inflater&) = delete;
+  ~Inflater() { inflateEnd(&stream_); }
+
+  // True when all that is packed makes exactly these bytes: minizip itself would stop at the size
+  // that the directory claims and never see what lies behind.
+  [[nodiscard]] bool Fill(unzFile zip, void* dst, uint32_t bytes) noexcept {
+    if (inflateInit2(&stream_, -MAX_WBITS) != Z_OK) return false;
+    stream_.next_out = static_cast<Bytef*>(dst);
+    stream_.avail_out = bytes;
+    int result = Z_OK;
+    while (result == Z_OK && (stream_.avail_in > 0 || ReadPacked(zip))) {
+      result = inflate(&stream_, Z_NO_FLUSH);
+    }
+    return result == Z_STREAM_END && stream_.avail_out == 0 && stream_.avail_in == 0 &&
+           !ReadPacked(zip);
+  }
+
+ private:
+  [[nodiscard]] bool ReadPacked(unzFile zip) noexcept {
+    const int got = unzReadCurrentFile(zip, packed_, sizeof(packed_));
+    stream_.next_in = packed_;
+    stream_.avail_in = got > 0 ? static_cast<uInt>(got) : 0;
+    return got > 0;
+  }
+
+  z_stream stream_ = {};
+  Bytef packed_[4096];
+};
+
+// Fills the block with the current member's bytes.
+[[nodiscard]] bool ReadMember(unzFile zip, bool deflated, SkinBlock* block) noexcept {
+  if (deflated) {
+    const HeapPtr<Inflater> inflater(HeapNew<Inflater>());
+    return inflater && inflater->Fill(zip, block->data(), block->size());
+  }
+  return unzReadCurrentFile(zip, block->data(), block->size()) == static_cast<int>(block->size());
 }
 
 }  // namespace
@@ -80,15 +132,17 @@ SkinBlock ReadFromSkinArchive(ByteSource& archive, const char* name) noexcept {
   const HeapPtr<ZipStream> stream(HeapNew<ZipStream>(archive));
   if (!stream) return {};
   const OpenArchive zip(stream->Open());
-  uint32_t size;
-  if (!zip.get() || !Locate(zip.get(), name) || !GetReadableSize(zip.get(), &size)) return {};
-  if (unzOpenCurrentFile(zip.get()) != UNZ_OK) return {};
+  unz_file_info64 info;
+  if (!zip.get() || !Locate(zip.get(), name) || !Describe(zip.get(), &info)) return {};
+  constexpr int kAsItIsPacked = 1;
+  if (unzOpenCurrentFile2(zip.get(), nullptr, nullptr, kAsItIsPacked) != UNZ_OK) return {};
 
   SkinBlock block;
-  const bool complete = block.Take(size) &&
-                        unzReadCurrentFile(zip.get(), block.data(), size) == static_cast<int>(size);
-  // Closing compares the checksum.
-  if (unzCloseCurrentFile(zip.get()) != UNZ_OK || !complete) return {};
+  if (!block.Allocate(static_cast<uint32_t>(info.uncompressed_size)) ||
+      !ReadMember(zip.get(), info.compression_method == Z_DEFLATED, &block) ||
+      crc32(0, static_cast<const Bytef*>(block.data()), block.size()) != info.crc) {
+    return {};
+  }
   return block;
 }
 

@@ -1,20 +1,39 @@
 #include "skins/skin_feature.h"
 
+#include <string.h>
+
 #include "base/memory/heap.h"
+#include "base/text/ansi.h"
+#include "base/text/wide.h"
 #include "skins/archive_skin.h"
-#include "skins/folder_skin.h"
-#include "skins/skin_files.h"
 
 namespace kelvo {
+namespace {
 
-static_assert(kSkinVolume == kSkinFileCount);
+SkinBlock ReadWhole(FileReader& file) noexcept {
+  const uint64_t size = file.SizeBytes();
+  SkinBlock block;
+  if (size > UINT32_MAX || !block.Allocate(static_cast<uint32_t>(size))) return {};
+  if (file.ReadAt(0, block.data(), block.size()) != ReadResult::kOk) return {};
+  return block;
+}
+
+}  // namespace
 
 void* SkinReaderFeature::ReadFromFolder(const wchar_t* folder, int32_t number,
                                         uint32_t* size_bytes) noexcept {
   *size_bytes = 0;
   const char* name = SkinFileName(number);
-  if (!folder || !name) return nullptr;
-  return ReadFromSkinFolder(files_, folder, name).Release(size_bytes);
+  if (!folder || !name || WideLength(folder) >= kTextCapacity) return nullptr;
+  wchar_t wide_name[kTextCapacity];
+  AnsiToWide(name, strlen(name), wide_name, kTextCapacity);
+  wchar_t path[kTextCapacity];
+  CopyWide(path, kTextCapacity, folder);
+  if (!AppendWide(path, kTextCapacity, L"\\") || !AppendWide(path, kTextCapacity, wide_name)) {
+    return nullptr;
+  }
+  OpenFile<FileReader> file = files_.OpenRead(path, Share::kRead);
+  return file ? ReadWhole(*file).Release(size_bytes) : nullptr;
 }
 
 void* SkinReaderFeature::ReadFromArchive(const wchar_t* archive, int32_t number,
@@ -23,8 +42,7 @@ void* SkinReaderFeature::ReadFromArchive(const wchar_t* archive, int32_t number,
   const char* name = SkinFileName(number);
   if (!archive || !name) return nullptr;
   OpenFile<FileReader> file = files_.OpenRead(archive, Share::kRead);
-  if (!file) return nullptr;
-  return ReadFromSkinArchive(*file, name).Release(size_bytes);
+  return file ? ReadFromSkinArchive(*file, name).Release(size_bytes) : nullptr;
 }
 
 void SkinReaderFeature::Destroy(uint32_t flags) noexcept {

@@ -7,9 +7,8 @@
 
 #include <vector>
 
+#include "effects/stages.h"
 #include "tests/bench/measure.h"
-#include "effects/bass.h"
-#include "effects/equalizer.h"
 
 namespace {
 
@@ -22,12 +21,16 @@ int RunFile(bool equalize, const char* in_path, const char* out_path) {
   FILE* out = fopen(out_path, "wb");
   static int16_t block[kBlockFrames * kelvo::kChannels];
   bool fine = in && out && fread(block, 1, kWavHeader, in) == kWavHeader;
-  kelvo::Equalizer equalizer;
-  equalizer.Set(13, kSliders);
+  kelvo::EffectsState state;
+  kelvo::EqualizerPass pass;
+  kelvo::SetEqualizer(state, 13, kSliders);
   while (fine) {
     const size_t frames = fread(block, sizeof(int16_t) * kelvo::kChannels, kBlockFrames, in);
     if (frames == 0) break;
-    if (equalize) equalizer.Process(block, static_cast<uint32_t>(frames));
+    if (equalize) {
+      kelvo::RunEqualizer(state, pass, kelvo::RunBands, block,
+                          static_cast<uint32_t>(frames));
+    }
     fine = fwrite(block, sizeof(int16_t) * kelvo::kChannels, frames, out) == frames;
   }
   if (!fine) fprintf(stderr, "cannot process %s\n", in_path);
@@ -38,37 +41,36 @@ int RunFile(bool equalize, const char* in_path, const char* out_path) {
 
 void Measure() {
   std::vector<int16_t> samples(44100 * 2);
-  uint32_t state = 1;
+  uint32_t noise = 1;
   for (int16_t& sample : samples) {
-    state = state * 1664525u + 1013904223u;
-    sample = static_cast<int16_t>(static_cast<int16_t>(state >> 16) / 3);
+    noise = noise * 1664525u + 1013904223u;
+    sample = static_cast<int16_t>(static_cast<int16_t>(noise >> 16) / 3);
   }
   const uint32_t frames = static_cast<uint32_t>(samples.size() / 2);
-  kelvo::Equalizer fast, plain(kelvo::Equalizer::Loop::kBandByBand);
-  fast.Set(13, kSliders);
-  plain.Set(13, kSliders);
-  kelvo::Bass bass;
+  kelvo::EffectsState state;
+  kelvo::EqualizerPass pass;
+  kelvo::SetEqualizer(state, 13, kSliders);
   // Each round works on the same input: what was processed once is at the rails.
   std::vector<int16_t> work;
   kelvo::bench::Compare(
       "side by side / band by band", 0.8,
       [&] {
         work = samples;
-        fast.Process(work.data(), frames);
+        kelvo::RunEqualizer(state, pass, kelvo::RunBands, work.data(), frames);
       },
       [&] {
         work = samples;
-        plain.Process(work.data(), frames);
+        kelvo::RunEqualizer(state, pass, kelvo::RunBandByBand, work.data(), frames);
       });
   kelvo::bench::Compare(
       "bass / equalizer", 1.0,
       [&] {
         work = samples;
-        bass.Process(work.data(), frames, kelvo::kBassGains[4].a);
+        kelvo::RunBass(state, kelvo::kBassGains[4].a, work.data(), frames);
       },
       [&] {
         work = samples;
-        fast.Process(work.data(), frames);
+        kelvo::RunEqualizer(state, pass, kelvo::RunBands, work.data(), frames);
       });
   printf("(each on one second of 44.1 kHz stereo)\n");
 }

@@ -161,7 +161,7 @@ int main() {
     return 1;
   }
   SetPostHook(OnPost);
-  OggVorbisPlugin plugin;
+  OggVorbisPlugin plugin(SystemFiles());
   test::MemoryReader reader(bytes);
   InstantOutput output;
   char window;

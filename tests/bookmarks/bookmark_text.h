@@ -1,14 +1,23 @@
-// The text of a bookmark file and of a list, readable.
+// The text of a bookmark file and of a list, readable; and where the file is.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "base/bytes/memory_source.h"
-#include "bookmarks/bookmark_file.h"
+#include "bookmarks/bookmark_store.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo::test {
+
+class FixedFolder final : public InstallFolder {
+ public:
+  explicit FixedFolder(const std::string& folder = "\\V") : path(folder) {}
+  void Read(wchar_t (&folder)[kTextCapacity]) noexcept override {
+    CopyWide(folder, kTextCapacity, Wide(path));
+  }
+  std::string path;
+};
 
 // "ab" -> "a\0b\0".
 inline std::string Utf16(const std::string& ascii) {

@@ -5,6 +5,7 @@
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/support/heap_faults.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {
@@ -15,31 +16,22 @@ using test::Utf8;
 using test::Wide;
 using Strings = std::vector<std::string>;
 
-class Folder final : public InstallFolder {
- public:
-  void Read(wchar_t (&folder)[kTextCapacity]) noexcept override {
-    CopyWide(folder, kTextCapacity, Wide(path));
-  }
-  std::string path = "\\Velmora";
-};
-
 class Window final : public BookmarksWindow {
  public:
-  bool Run(WindowHandle parent, BookmarkStore& store, BookmarkOrder& order) noexcept override {
+  bool Run(WindowHandle parent, BookmarkStore& store) noexcept override {
     last_parent = parent;
     store.Load();
-    order.Click(BookmarkColumn::kTime);
-    direction = order.direction();
+    store.SortBy(BookmarkColumn::kTime);
     return opens;
   }
   bool opens = true;
   WindowHandle last_parent = nullptr;
-  int direction = 0;
 };
 
 class BookmarksFeatureTest : public ::testing::Test {
  protected:
-  static constexpr char kFile[] = "\\Velmora\\bookmarks.dat";
+  BookmarksFeatureTest() { files_.PutFolder("\\V"); }
+  static constexpr char kFile[] = "\\V\\bookmarks.dat";
 
   void Load(const std::string& text) {
     files_[kFile] = Utf16(text);
@@ -65,7 +57,7 @@ class BookmarksFeatureTest : public ::testing::Test {
   }
 
   test::MemoryFiles files_;
-  Folder folder_;
+  test::FixedFolder folder_;
   Window window_;
   BookmarksFeature feature_{files_, folder_, &window_};
 };
@@ -187,26 +179,112 @@ TEST_F(BookmarksFeatureTest, RemovesOneOrAllDead) {
   EXPECT_EQ(Saved(), "") << "an empty list leaves an empty file";
 }
 
+TEST_F(BookmarksFeatureTest, IsLaidOutAsHostsReadIt) {
+  using test::RawField;
+  constexpr size_t kWord = sizeof(void*);
+  constexpr size_t kCount = 5 * kWord, kCapacity = kCount + 4, kColumn = kCount + 8 + 48;
+  const auto word = [&](size_t at) { return RawField<int32_t>(&feature_, at); };
+  const auto text = [&](int32_t index, size_t at) {
+    const char* items = RawField<const char*>(&feature_, 4 * kWord);
+    const wchar_t* value =
+        RawField<const wchar_t*>(items + static_cast<size_t>(index) * 3 * kWord, at);
+    return value ? Utf8(value) : "null";
+  };
+  for (size_t at : {kWord, 2 * kWord, 3 * kWord, 4 * kWord}) {
+    EXPECT_EQ(RawField<void*>(&feature_, at), nullptr) << at;
+  }
+  EXPECT_EQ(word(kCapacity), 0);
+  EXPECT_EQ(word(kColumn), 0);
+  EXPECT_EQ(word(kColumn + 4), 1);
+  for (int32_t i = 0; i < 51; ++i) {
+    EXPECT_NE(feature_.AddBookmark(L"p", i, L"d"), 0);
+    EXPECT_EQ(word(kCount), i + 1);
+    EXPECT_EQ(word(kCapacity), i < 50 ? 50 : 100);
+  }
+  feature_.SetLastPlayed(L"\\live", 9, L"T");
+  files_["\\live"];
+  EXPECT_EQ(text(0, 0) + text(0, kWord) + text(50, 0) + text(51, 0) + text(52, 0),
+            "\\live(Last Played) Tppnull");
+  const char* items = RawField<const char*>(&feature_, 4 * kWord);
+  EXPECT_EQ(RawField<int32_t>(items + 3 * kWord, 2 * kWord), 0);
+  EXPECT_EQ(RawField<int32_t>(items + 51 * 3 * kWord, 2 * kWord), 50);
+  EXPECT_EQ(feature_.TakeLastPlayed(nullptr, nullptr), 1);
+  EXPECT_EQ(word(kCount), 51);
+  EXPECT_EQ(text(51, 0) + text(51, kWord), "nullnull");
+  EXPECT_EQ(RawField<int32_t>(items + 51 * 3 * kWord, 2 * kWord), 0) << "the freed slot is zero";
+}
+
+TEST_F(BookmarksFeatureTest, SortsByTheClickedColumn) {
+  files_["\\alive"];
+  BookmarkStore store(files_, folder_);
+  ASSERT_TRUE(store.Add(L"\\dead", INT32_MIN, L"bétä"));
+  ASSERT_TRUE(store.Add(L"\\alive", INT32_MAX, L"Alpha"));
+  ASSERT_TRUE(store.Add(L"\\alive", 5, L"BÉTÄ"));
+  const auto orders = [&] {
+    std::string all;
+    for (const auto& pair : {std::pair(0, 1), std::pair(1, 2), std::pair(0, 2)}) {
+      const int result = store.Compare(pair.first, pair.second);
+      EXPECT_EQ(store.Compare(pair.second, pair.first), -result);
+      all += result < 0 ? '<' : result > 0 ? '>' : '=';
+    }
+    return all;
+  };
+  EXPECT_EQ(orders(), ">=>") << "at first, files that exist come first";
+  using Column = BookmarkColumn;
+  const struct {
+    Column click;
+    const char* orders;  // of bookmarks 0 and 1, 1 and 2, 0 and 2
+  } clicks[] = {
+      {Column::kState, "<=<"},  // the first click turns the initial order
+      {Column::kTime, "<><"},  {Column::kTime, "><>"},  {Column::kTitle, "><="},
+      {Column::kTitle, "<>="}, {Column::kTitle, "><="}, {Column::kState, ">=>"},
+  };
+  for (const auto& c : clicks) {
+    store.SortBy(c.click);
+    EXPECT_EQ(orders(), c.orders);
+  }
+}
+
+TEST_F(BookmarksFeatureTest, FindsABookmarkThatHasMoved) {
+  BookmarkStore store(files_, folder_);
+  for (const wchar_t* title : {L"x", L"y", L"x"}) ASSERT_TRUE(store.Add(L"p", 1, title));
+  const struct {
+    int32_t index;
+    const wchar_t* path;
+    int32_t position_s;
+    const wchar_t* description;
+    int32_t want;
+  } cases[] = {{2, L"p", 1, L"x", 2},  {1, L"p", 1, L"x", 0},  {-1, L"p", 1, L"y", 1},
+               {3, L"p", 1, L"y", 1},  {0, L"p", 2, L"x", -1}, {0, L"P", 1, L"x", -1},
+               {0, L"p", 1, L"X", -1}, {0, L"", 1, L"x", -1}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(store.Find(c.index, c.path, c.position_s, c.description), c.want);
+  }
+}
+
 TEST_F(BookmarksFeatureTest, AsksForTheFolderEachTime) {
   folder_.path = "";
   EXPECT_NE(feature_.AddBookmark(L"a", 1, L"x"), 0);
   EXPECT_TRUE(files_.Find("\\bookmarks.dat")) << "at the root without a folder";
   folder_.path = "\\SD Card";
+  files_.PutFolder("\\SD Card");
   EXPECT_NE(feature_.AddBookmark(L"b", 2, L"y"), 0);
   EXPECT_EQ(files_["\\SD Card\\bookmarks.dat"], Utf16("a\r\n1\r\nx\r\nb\r\n2\r\ny\r\n"));
-  folder_.path = std::string(259, 'f');
-  EXPECT_NE(feature_.AddBookmark(L"c", 3, L"z"), 0) << "too long a path cannot be saved";
-  EXPECT_EQ(files_.files().size(), 2u);
+  const size_t before = files_.files().size();
+  folder_.path = "\\" + std::string(246, 'f');  // with the name 260 characters
+  EXPECT_NE(feature_.AddBookmark(L"c", 3, L"z"), 0);
+  EXPECT_EQ(files_.files().size(), before) << "cannot be saved";
+  EXPECT_EQ(feature_.LoadBookmarks(), 0);
 }
 
-TEST_F(BookmarksFeatureTest, AFailedSaveKeepsTheListInMemory) {
+TEST_F(BookmarksFeatureTest, AFailedSaveKeepsListAndFile) {
   Load("a\r\n1\r\nx\r\n");
   files_.refuse_create = true;
   EXPECT_NE(feature_.AddBookmark(L"b", 2, L"y"), 0);
-  EXPECT_EQ(Saved(), Utf16("a\r\n1\r\nx\r\n"));
   files_.refuse_create = false;
   files_.failing_write = 0;
   EXPECT_NE(feature_.AddBookmark(L"c", 3, L"z"), 0);
+  EXPECT_EQ(Saved(), Utf16("a\r\n1\r\nx\r\n"));
   EXPECT_EQ(List(), (Strings{"a|1|x (dead)", "b|2|y (dead)", "c|3|z (dead)"}));
   EXPECT_EQ(files_.open_now, 0);
 }
@@ -215,20 +293,30 @@ TEST_F(BookmarksFeatureTest, WithoutMemoryNothingChanges) {
   const struct {
     const char* name;
     int32_t (*act)(BookmarksFeature&);
+    int requests;
   } cases[] = {
-      {"add", [](BookmarksFeature& f) { return f.AddBookmark(L"n", 9, L"d"); }},
-      {"update",
+      {"add", [](BookmarksFeature& f) { return f.AddBookmark(L"n", 9, L"d"); }, 3},
+      {"longer texts",
        [](BookmarksFeature& f) {
-         f.UpdateBookmark(0, L"n", 9, L"d");
+         f.UpdateBookmark(0, L"nn", 9, L"dd");
          return f.GetBookmark(0, nullptr, nullptr, nullptr);
-       }},
+       },
+       2},
+      {"texts that are not longer",
+       [](BookmarksFeature& f) {
+         f.UpdateBookmark(0, L"n", 9, L"");
+         return f.GetBookmark(0, nullptr, nullptr, nullptr);
+       },
+       0},
       {"set last played",
        [](BookmarksFeature& f) {
          f.SetLastPlayed(L"n", 9, L"d");
          return f.GetBookmark(0, nullptr, nullptr, nullptr);
-       }},
+       },
+       3},
   };
   files_["n"];
+  files_["nn"];
   files_.refuse_create = true;  // an opened file would take memory too
   std::string full;             // the next one needs a longer array
   for (int i = 0; i < 50; ++i) full += "a\r\n1\r\nx\r\n";
@@ -241,7 +329,8 @@ TEST_F(BookmarksFeatureTest, WithoutMemoryNothingChanges) {
       const int32_t result = c.act(feature_);
       if (!faults.triggered()) {
         EXPECT_NE(result, 0);
-        EXPECT_GE(successes, 2);
+        EXPECT_NE(List(), before);
+        EXPECT_EQ(successes, c.requests);
         break;
       }
       EXPECT_EQ(result, 0);
@@ -256,8 +345,6 @@ TEST_F(BookmarksFeatureTest, ShowsItsWindow) {
   EXPECT_EQ(feature_.ShowBookmarks(&host), 0);
   EXPECT_EQ(window_.last_parent, &host);
   EXPECT_EQ(List().size(), 1u);
-  EXPECT_EQ(feature_.ShowBookmarks(&host), 0);
-  EXPECT_EQ(window_.direction, -1) << "the order outlives the window";
   window_.opens = false;
   EXPECT_EQ(feature_.ShowBookmarks(&host), 1);
   EXPECT_EQ(BookmarksFeature(files_, folder_, nullptr).ShowBookmarks(&host), 1);

@@ -4,17 +4,21 @@
 
 #include <commctrl.h>
 
+#include <thread>
+
+#include "base/windows/feature_dialog.h"
 #include "base/windows/pocketpc.h"
+#include "base/windows/registry.h"
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_shell.h"
-#include "entry/language/dialog_guard.h"
+#include "bookmarks/windows/bookmarks_window.h"
 #include "entry/language/modules.h"
 #include "kelvo/messages.h"
 #include "res/resource_ids.h"
 #include "tests/bookmarks/bookmark_text.h"
-#include "tests/support/dialog_driver.h"
-#include "tests/support/owned_objects.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/owned_objects.h"
+#include "tests/support/raw_slot.h"
+#include "tests/support/user.h"
 #include "tests/support/wide_text.h"
 
 extern "C" BOOL WINAPI KelvoInputPanelState();
@@ -22,20 +26,12 @@ extern "C" BOOL WINAPI KelvoInputPanelState();
 namespace kelvo {
 namespace {
 
-using test::DialogDriver;
 using test::Utf16;
 using test::Utf8;
 using Strings = std::vector<std::string>;
 
 constexpr wchar_t kTitle[] = L"Velmora Bookmarks";
 constexpr wchar_t kEditTitle[] = L"Edit Bookmark";
-
-class Folder final : public InstallFolder {
- public:
-  void Read(wchar_t (&folder)[kTextCapacity]) noexcept override {
-    CopyWide(folder, kTextCapacity, L"\\V");
-  }
-};
 
 // The window that the messages are posted to.
 class Host {
@@ -66,17 +62,10 @@ Strings Host::messages;
 // The open window. Used from the driver's thread.
 class Shown {
  public:
-  explicit Shown(HWND window) : dialog(window), list(GetDlgItem(window, IDC_BOOKMARK_LIST)) {}
+  Shown(test::User& user, HWND window)
+      : dialog(window), list(GetDlgItem(window, IDC_BOOKMARK_LIST)), user_(user) {}
 
-  std::string Cell(int row, int column) const {
-    wchar_t text[kTextCapacity] = L"";
-    LVITEMW item = {};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = kTextCapacity;
-    SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
-    return Utf8(item.pszText);
-  }
+  std::string Cell(int row, int column) const { return user_.Cell(list, row, column); }
   int Image(int row) const {
     LVITEMW item = {};
     item.mask = LVIF_IMAGE;
@@ -98,17 +87,13 @@ class Shown {
     for (int i = 0; i < row; ++i) SendMessageW(list, WM_KEYDOWN, VK_DOWN, 0);
   }
   void Command(int id) const { SendMessageW(dialog, WM_COMMAND, id, 0); }
-  void ClickHeader(int column) const {
-    const HWND header = ListView_GetHeader(list);
-    RECT place = {};
-    SendMessageW(header, HDM_GETITEMRECT, column, reinterpret_cast<LPARAM>(&place));
-    const LPARAM at = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    SendMessageW(header, WM_LBUTTONDOWN, MK_LBUTTON, at);
-    SendMessageW(header, WM_LBUTTONUP, 0, at);
-  }
+  void ClickHeader(int column) const { user_.TapHeader(list, column); }
 
   HWND dialog;
   HWND list;
+
+ private:
+  test::User& user_;
 };
 
 class BookmarksWindowTest : public ::testing::Test {
@@ -125,46 +110,37 @@ class BookmarksWindowTest : public ::testing::Test {
   // Opens the window, acts, and closes it with Done.
   template <class Act>
   void Show(Act act) {
-    DialogDriver driver(kTitle, [&](HWND dialog) {
-      act(Shown(dialog));
+    std::thread hands([&] {
+      const HWND dialog = user_.WaitForWindow(kTitle);
+      act(Shown(user_, dialog));
       PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
     });
     EXPECT_EQ(feature_.ShowBookmarks(host_.window), 0);
+    hands.join();
   }
   // Runs the edit dialog of the current item.
   template <class Act>
   void Edit(const Shown& shown, Act act) {
-    DialogDriver driver(kEditTitle, act);
-    shown.Command(IDM_BOOKMARK_EDIT);
+    PostMessageW(shown.dialog, WM_COMMAND, IDM_BOOKMARK_EDIT, 0);
+    const HWND edit = user_.WaitForWindow(kEditTitle);
+    act(edit);
+    user_.Wait("the edit dialog's end", [&] { return !IsWindow(edit); });
+    user_.Settle();
   }
 
   static constexpr char kFile[] = "\\V\\bookmarks.dat";
   test::MemoryFiles files_;
-  Folder folder_;
+  test::FixedFolder folder_;
   BookmarksShell shell_;
   BookmarksFeature feature_{files_, folder_, &shell_};
   Host host_;
+  test::User user_{[](const std::string& what) { ADD_FAILURE() << what; }};
 };
 
 TEST_F(BookmarksWindowTest, ShowsThreeColumnsLiveOnesFirst) {
   Show([&](const Shown& shown) {
     EXPECT_EQ(shown.Lines(), (Strings{"0 62:05 Gamma", "0 0:05 alpha", "1 1:30 beta"}));
-    const HWND header = ListView_GetHeader(shown.list);
-    ASSERT_EQ(Header_GetItemCount(header), 3);
-    const struct {
-      const char* heading;
-      int width;
-    } columns[] = {{"", 18}, {"Time", 45}, {"Title", 175}};
-    for (int i = 0; i < 3; ++i) {
-      wchar_t text[32] = L"";
-      HDITEMW item = {};
-      item.mask = HDI_TEXT | HDI_WIDTH;
-      item.pszText = text;
-      item.cchTextMax = 32;
-      SendMessageW(header, HDM_GETITEMW, i, reinterpret_cast<LPARAM>(&item));
-      EXPECT_EQ(Utf8(text), columns[i].heading);
-      EXPECT_EQ(item.cxy, columns[i].width);
-    }
+    EXPECT_EQ(user_.Columns(shown.list), " 18|Time 45|Title 175");
     RECT client, covered;
     GetClientRect(shown.dialog, &client);
     GetWindowRect(shown.list, &covered);
@@ -175,6 +151,40 @@ TEST_F(BookmarksWindowTest, ShowsThreeColumnsLiveOnesFirst) {
     files_.Put("\\gone.ogg", "");
     EXPECT_EQ(shown.Image(2), 0) << "each drawing looks";
   });
+}
+
+TEST_F(BookmarksWindowTest, HasItsCommandsInAMenuBar) {
+  const auto field = [&](size_t word) {
+    return test::RawField<HWND>(&feature_, word * sizeof(void*));
+  };
+  Show([&](const Shown& shown) {
+    EXPECT_EQ(field(1), shown.dialog);
+    EXPECT_EQ(field(2), shown.list);
+    const HWND bar = field(3);
+    EXPECT_EQ(GetWindow(bar, GW_OWNER), shown.dialog);
+    EXPECT_EQ(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0), 1);
+    const HMENU menu =
+        reinterpret_cast<HMENU>(SendMessageW(bar, SHCMBM_GETSUBMENU, 0, IDM_BOOKMARK_POPUP));
+    const struct {
+      UINT command;
+      const char* text;
+    } items[] = {{IDM_BOOKMARK_EDIT, "Edit bookmark"},
+                 {IDM_BOOKMARK_PLAY, "Play"},
+                 {IDM_BOOKMARK_ENQUEUE, "Enqueue file"},
+                 {0, ""},
+                 {IDM_BOOKMARK_DELETE, "Delete"},
+                 {IDM_BOOKMARK_DELETE_DEAD, "Delete dead bookmarks"}};
+    EXPECT_EQ(GetMenuItemCount(menu), 6);
+    for (int i = 0; i < 6; ++i) {
+      wchar_t text[kTextCapacity] = L"";
+      GetMenuStringW(menu, static_cast<UINT>(i), text, kTextCapacity, MF_BYPOSITION);
+      EXPECT_EQ(Utf8(text), items[i].text);
+      EXPECT_EQ(GetMenuItemID(menu, i), items[i].command);
+    }
+    SendMessageW(bar, WM_COMMAND, IDM_BOOKMARK_DELETE_DEAD, 0);
+    EXPECT_EQ(shown.Lines().size(), 2u) << "the dialog gets the commands";
+  });
+  for (size_t word : {1, 2, 3}) EXPECT_EQ(field(word), nullptr);
 }
 
 TEST_F(BookmarksWindowTest, SortsByTheHeaderAndRemembers) {
@@ -299,6 +309,96 @@ TEST_F(BookmarksWindowTest, SurvivesAHostThatShortensTheList) {
     EXPECT_EQ(shown.Lines(), Strings{});
   });
   EXPECT_EQ(Host::messages, Strings{});
+}
+
+TEST_F(BookmarksWindowTest, StoresTheBookmarkThatWasShownWhereverItHasGone) {
+  const struct {
+    const char* what;
+    void (*meanwhile)(BookmarksFeature&);
+    const char* edited;  // the bookmark of that path
+  } cases[] = {
+      {"inserted before", [](BookmarksFeature& f) { f.SetLastPlayed(L"\\a", 1, L"T"); },
+       "\\gone.ogg"},
+      {"loaded again", [](BookmarksFeature& f) { f.LoadBookmarks(); }, "\\gone.ogg"},
+      {"is no more", [](BookmarksFeature& f) { f.UpdateBookmark(0, L"\\b", 2, L"U"); }, "none"},
+  };
+  Show([&](const Shown& shown) {
+    for (const auto& c : cases) {
+      SetUp();
+      feature_.LoadBookmarks();
+      shown.Choose(2);
+      Edit(shown, [&](HWND edit) {
+        c.meanwhile(feature_);
+        SetDlgItemTextW(edit, IDC_BOOKMARK_DESCRIPTION, L"edited");
+        SendMessageW(edit, WM_COMMAND, IDOK, 0);
+      });
+      const std::string saved = Saved();
+      const size_t at = saved.find(Utf16("\r\nedited\r\n"));
+      EXPECT_EQ(at != std::string::npos, std::string(c.edited) != "none") << c.what;
+      if (at != std::string::npos) {
+        EXPECT_NE(saved.find(Utf16(std::string(c.edited) + "\r\n90\r\nedited\r\n")),
+                  std::string::npos)
+            << c.what;
+      }
+    }
+  });
+}
+
+// A list of a translated dialog may lack the style.
+WNDPROC g_list_procedure;
+HIMAGELIST g_list_at_end;
+LRESULT CALLBACK WatchEnd(HWND list, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_DESTROY) g_list_at_end = ListView_GetImageList(list, LVSIL_SMALL);
+  return CallWindowProcW(g_list_procedure, list, message, wparam, lparam);
+}
+
+TEST_F(BookmarksWindowTest, TheListNeverDestroysTheImages) {
+  g_list_at_end = reinterpret_cast<HIMAGELIST>(1);
+  Show([](const Shown& shown) {
+    SetWindowLongW(shown.list, GWL_STYLE,
+                   GetWindowLongW(shown.list, GWL_STYLE) & ~LVS_SHAREIMAGELISTS);
+    EXPECT_TRUE(ListView_GetImageList(shown.list, LVSIL_SMALL));
+    g_list_procedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(shown.list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WatchEnd)));
+  });
+  EXPECT_EQ(g_list_at_end, nullptr);
+}
+
+TEST(RegistryKeyTest, ReadsTextsThatFit) {
+  constexpr wchar_t kKey[] = L"SOFTWARE\\KelvoTest";
+  const std::wstring longest(kTextCapacity - 1, L'f');
+  const struct {
+    const char* name;
+    std::wstring stored;  // as it is, so its terminator is the case's own
+    DWORD type;
+    std::string want;
+  } cases[] = {
+      {"terminated", std::wstring(L"\\V\0", 3), REG_SZ, "\\V"},
+      {"not terminated", L"\\V", REG_SZ, "\\V"},
+      {"empty", L"", REG_SZ, ""},
+      {"longest", longest + L'\0', REG_SZ, std::string(259, 'f')},
+      {"longest, not terminated", longest, REG_SZ, std::string(259, 'f')},
+      {"too long", longest + L"f\0", REG_SZ, ""},
+      {"too long, not terminated", longest + L"f", REG_SZ, ""},
+      {"no text", std::wstring(L"\\V\0", 3), REG_BINARY, ""},
+  };
+  HKEY key;
+  ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key,
+                            nullptr),
+            ERROR_SUCCESS);
+  const RegistryKey opened = RegistryKey::Open(L"\\SOFTWARE\\KelvoTest");
+  wchar_t text[kTextCapacity] = L"before";
+  EXPECT_FALSE(opened.ReadText(L"Missing", text, kTextCapacity));
+  EXPECT_EQ(Utf8(text), "");
+  for (const auto& c : cases) {
+    RegSetValueExW(key, L"Text", 0, c.type, reinterpret_cast<const BYTE*>(c.stored.data()),
+                   static_cast<DWORD>(c.stored.size() * sizeof(wchar_t)));
+    const bool read = opened.ReadText(L"Text", text, kTextCapacity);
+    EXPECT_EQ(Utf8(text), c.want) << c.name;
+    EXPECT_EQ(read, !c.want.empty() || c.stored.empty()) << c.name;
+  }
+  RegCloseKey(key);
+  RegDeleteKeyW(HKEY_LOCAL_MACHINE, kKey);
 }
 
 BOOL CALLBACK CountWindow(HWND, LPARAM count) {

@@ -4,17 +4,15 @@
 
 #include <optional>
 
-#include "catalog/pages/delete_entry.h"
-#include "catalog/pages/hand_over.h"
-#include "catalog/pages/playlist_edit.h"
-#include "catalog/pages/renamed_path.h"
+#include "catalog/lists/current_playlist.h"
+#include "catalog/lists/device_scan.h"
+#include "catalog/lists/file_changes.h"
 #include "catalog/tag_editor/tag_edit.h"
 #include "catalog/tree/build_tree.h"
-#include "catalog/tree/checked_files.h"
-#include "catalog/tree/device_scan.h"
+#include "catalog/tree/checks.h"
 #include "playlist/add_path.h"
 #include "playlist/m3u_writer.h"
-#include "playlist/save/save_target.h"
+#include "playlist/save_dialog_state.h"
 #include "tests/catalog/text_tree.h"
 #include "tests/support/fake_information.h"
 #include "tests/support/heap_faults.h"
@@ -141,12 +139,12 @@ class CatalogLife {
     Reorder(current_, order);
   }
   void Save() {
-    SaveTarget target;
-    target.SetFolder(L"\\M");
-    target.SetName(L"saved");
-    target.UpdatePath();
-    if (target.CheckPath(files) == SaveTarget::Check::kEmpty) return;
-    if (target.ProveWritable(files)) WriteM3u(files, target.path(), current_);
+    SaveDialogState dialog;
+    CopyWide(dialog.folder, kTextCapacity, L"\\M");
+    CopyWide(dialog.name, kTextCapacity, L"saved");
+    dialog.UpdatePath();
+    if (dialog.CheckPath(files) == SaveDialogState::Check::kEmpty) return;
+    if (dialog.ProveWritable(files)) WriteM3u(files, dialog.path, current_);
   }
   std::string Tell() {
     std::string told;

@@ -1,26 +1,17 @@
-#include "catalog/tree/check_rules.h"
+#include "catalog/tree/checks.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
 #include "tests/catalog/text_tree.h"
+#include "tests/support/heap_faults.h"
 
 namespace kelvo {
 namespace {
 
 using test::TextTree;
-
-// Artist (1) with two albums (2, 4) of a file each (3, 5), and an artist (6) with a file (7).
-TextTree Sample() {
-  TextTree tree;
-  const TreeNode artist = tree.Add(kNoNode, NodeKind::kArtist, L"A");
-  for (const wchar_t* album : {L"x", L"y"}) {
-    tree.Add(tree.Add(artist, NodeKind::kAlbum, album), NodeKind::kFile, L"f");
-  }
-  tree.Add(tree.Add(kNoNode, NodeKind::kArtist, L"B"), NodeKind::kFile, L"f");
-  return tree;
-}
+using test::Utf8;
 
 std::string Checks(TextTree& tree) {
   std::string text;
@@ -31,29 +22,6 @@ std::string Checks(TextTree& tree) {
 void Tap(TextTree& tree, TreeNode node) {
   CheckBoxTapped(tree, node);
   tree.SetChecked(node, !tree.IsChecked(node));  // the control's part
-}
-
-TEST(CheckRules, GroupsAndFilesHangTogether) {
-  TextTree tree = Sample();
-  Tap(tree, 1);
-  EXPECT_EQ(Checks(tree), "xxxxx..");
-  Tap(tree, 3);  // a file: its groups are no longer complete
-  EXPECT_EQ(Checks(tree), "...xx..");
-  Tap(tree, 3);
-  EXPECT_EQ(Checks(tree), "..xxx..") << "checking a file checks no group";
-  InvertChecksBelow(tree, kNoNode);
-  EXPECT_EQ(Checks(tree), ".....xx");
-  SetChecksBelow(tree, kNoNode, true);
-  EXPECT_EQ(Checks(tree), "xxxxxxx");
-  SetChecksBelow(tree, 1, false);
-  EXPECT_EQ(Checks(tree), "x....xx") << "not the node itself";
-}
-
-TEST(CheckRules, AnEmptyTreeHasNothingToCheck) {
-  TextTree tree;
-  SetChecksBelow(tree, kNoNode, true);
-  InvertChecksBelow(tree, kNoNode);
-  EXPECT_EQ(NextBelow(tree, kNoNode, kNoNode), kNoNode);
 }
 
 // The rules written as recursions.
@@ -77,6 +45,7 @@ TEST(CheckRules, RandomSequencesAgreeWithTheRecursion) {
     for (int i = 0; i < 25; ++i) {
       tree.Add(random() % tree.nodes.size(), NodeKind::kAlbum, L"n");
     }
+    if (round == 0) tree = TextTree();  // nothing in it: the root alone
     TextTree want = tree;
     for (int step = 0; step < 30; ++step) {
       const TreeNode node = random() % tree.nodes.size();
@@ -99,6 +68,64 @@ TEST(CheckRules, RandomSequencesAgreeWithTheRecursion) {
       ASSERT_EQ(Checks(tree), Checks(want)) << round << ", " << step;
     }
   }
+}
+
+// Files of a tree, in an order of their own in the list; one has no node, one stands there twice.
+class CheckedFilesTest : public testing::Test {
+ protected:
+  CheckedFilesTest() {
+    const TreeNode group = tree_.Add(kNoNode, NodeKind::kArtist, L"A");
+    for (const wchar_t* path : {L"\\none", L"\\c", L"\\b", L"\\a", L"\\a twin"}) {
+      EXPECT_TRUE(media_.Add(path));
+      media_.back().tag.Reset(HeapNew<TagBlock>());
+    }
+    for (size_t i = 3; i > 0; --i) media_[i].item = tree_.Add(group, NodeKind::kFile, L"f");
+    media_[4].item = media_[3].item;
+    media_[2].tag.Reset();
+    media_[3].tag->title[0] = 'T';
+    for (size_t i = 3; i > 1; --i) tree_.SetChecked(media_[i].item, true);
+    tree_.SetChecked(group, true);
+    // A file that the list does not know.
+    tree_.SetChecked(tree_.Add(kNoNode, NodeKind::kFile, L"f"), true);
+  }
+  TextTree tree_;
+  EntryList media_;
+};
+
+TEST_F(CheckedFilesTest, AreAddedInTheTreesOrderHoweverOften) {
+  EntryList playlist;
+  AddCheckedFiles(tree_, media_, &playlist);
+  AddCheckedFiles(tree_, media_, &playlist);
+  std::string added;
+  for (const MediaEntry& entry : playlist) {
+    added += Utf8(entry.path.c_str()) + (entry.tag ? entry.tag->title : "-");
+    EXPECT_EQ(entry.item, kEntryFlag);
+  }
+  EXPECT_EQ(added, "\\aT\\b-\\aT\\b-");
+  EXPECT_NE(playlist[0].tag.get(), media_[3].tag.get());
+}
+
+TEST_F(CheckedFilesTest, WithoutMemoryAFileOrItsTagIsMissing) {
+  const char* const want[] = {"\\aT\\b", "\\b", "\\a\\b", "\\aT"};
+  for (long n = 0;; ++n) {
+    EntryList playlist;
+    test::HeapFaults faults(n);
+    AddCheckedFiles(tree_, media_, &playlist);
+    std::string added;
+    for (const MediaEntry& entry : playlist) {
+      added += Utf8(entry.path.c_str()) + (entry.tag ? entry.tag->title : "");
+    }
+    if (!faults.triggered()) break;
+    ASSERT_LT(n, 10);
+    EXPECT_NE(std::count(std::begin(want), std::end(want), added), 0) << n << ": " << added;
+  }
+}
+
+TEST_F(CheckedFilesTest, AreFoundByTheirNodes) {
+  EXPECT_EQ(IndexOfNode(media_, media_[4].item), 3u) << "the first of twins";
+  EXPECT_EQ(EntryOfNode(media_, media_[1].item), &media_[1]);
+  EXPECT_EQ(EntryOfNode(media_, kNoNode), nullptr);
+  EXPECT_EQ(EntryOfNode(media_, 12345), nullptr);
 }
 
 }  // namespace

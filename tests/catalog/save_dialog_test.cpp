@@ -1,12 +1,10 @@
 // The dialog for saving the current playlist.
-#include "entry/language/dialog_guard.h"
+#include "base/windows/feature_dialog.h"
 #include "tests/catalog/catalog_window_fixture.h"
-#include "tests/catalog/stylus.h"
 
 namespace kelvo {
 namespace {
 
-using test::Stylus;
 using test::WaitFor;
 
 constexpr int kTree = 1000;
@@ -69,7 +67,7 @@ class SaveDialogTest : public test::CatalogWindowTest {
       SendMessageW(Tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&node));
       EXPECT_EQ(node.iImage, node.iSelectedImage);
       EXPECT_EQ(node.lParam, reinterpret_cast<LPARAM>(item));
-      all += std::string(static_cast<size_t>(depth), ' ') + driver_.NodeLabel(Tree(), item) + " " +
+      all += std::string(static_cast<size_t>(depth), ' ') + driver_.Label(Tree(), item) + " " +
              std::to_string(node.iImage) + (node.cChildren ? "+\n" : "\n");
       all += Items(TreeView_GetChild(Tree(), item), depth + 1);
     }
@@ -80,7 +78,7 @@ class SaveDialogTest : public test::CatalogWindowTest {
     driver_.Run([&] { all = Items(TreeView_GetRoot(Tree()), 0); });
     return all;
   }
-  HTREEITEM Node(const std::string& path) { return driver_.NodeIn(Tree(), path); }
+  HTREEITEM Node(const std::string& path) { return driver_.Node(Tree(), path); }
   long Lists(const std::string& folder) {
     long count = 0;
     driver_.Run([&] {
@@ -95,7 +93,6 @@ class SaveDialogTest : public test::CatalogWindowTest {
       "#EXTINF:-1,Sine - Two\r\n\\Music\\two.mp3\r\n";
 
   HWND dialog_ = nullptr;
-  Stylus stylus_{driver_};
 };
 
 TEST_F(SaveDialogTest, FillsAFolderWhenItIsFirstExpanded) {
@@ -103,7 +100,7 @@ TEST_F(SaveDialogTest, FillsAFolderWhenItIsFirstExpanded) {
     Open();
     EXPECT_EQ(Items(), "\\ 1+\n Lists 0+\n Music 0\n top.pls 3\n");
     const long before = Lists("\\Lists\\Deep");
-    const auto tap_button = [&] { stylus_.TapTree(Tree(), "\\\\Lists", TVHT_ONITEMBUTTON); };
+    const auto tap_button = [&] { driver_.TapTree(Tree(), "\\\\Lists", TVHT_ONITEMBUTTON); };
     tap_button();
     const std::string expanded =
         "\\ 1+\n Lists 1+\n  Deep 0+\n  a.m3u 3\n  b.pls 3\n Music 0\n top.pls 3\n";
@@ -148,13 +145,13 @@ TEST_F(SaveDialogTest, TapsAndTypingMakeThePath) {
     for (const auto& step : steps) {
       SCOPED_TRACE(step.line);
       if (step.tapped) {
-        stylus_.TapTree(Tree(), step.tapped, step.part);
+        driver_.TapTree(Tree(), step.tapped, step.part);
       } else {
         Type(step.typed);
       }
       EXPECT_EQ(Line(), step.line);
     }
-    stylus_.TapTree(Tree(), "\\\\top.pls", TVHT_ONITEMLABEL);
+    driver_.TapTree(Tree(), "\\\\top.pls", TVHT_ONITEMLABEL);
     EXPECT_EQ(driver_.Text(dialog_, kName), "top.pls");
     Leave(IDOK);
   });
@@ -166,28 +163,35 @@ TEST_F(SaveDialogTest, AsksAndTellsBeforeItSaves) {
     SaveAndAnswer(kEmptyText, IDOK);  // neither tapped nor typed
     EXPECT_TRUE(IsOpen());
     TreeView_Expand(Tree(), Node("\\\\Lists"), TVE_EXPAND);
-    stylus_.TapTree(Tree(), "\\\\Lists\\a.m3u", TVHT_ONITEMLABEL);
+    driver_.TapTree(Tree(), "\\\\Lists\\a.m3u", TVHT_ONITEMLABEL);
     SaveAndAnswer(kOverwriteText, IDNO);
     EXPECT_TRUE(IsOpen());
     EXPECT_EQ(driver_.BytesOf("\\Lists\\a.m3u"), "\\Music\\one.mp3\r\n\\Music\\three.mp3\r\n");
 
-    driver_.Run([&] { driver_.files.Find("\\Lists\\a.m3u")->attributes = kAttributeReadOnly; });
-    PostMessageW(dialog_, WM_COMMAND, kSave, 0);
-    HWND question = nullptr;
-    ASSERT_TRUE(WaitFor([&] {
-      question = driver_.Find(nullptr, L"#32770", true);
-      return question && question != dialog_;
-    }));
-    PostMessageW(question, WM_COMMAND, IDYES, 0);
-    HWND box = nullptr;
-    ASSERT_TRUE(WaitFor([&] {
-      box = driver_.Find(L"", L"#32770", true);  // no caption
-      return box != nullptr;
-    }));
-    EXPECT_EQ(driver_.BoxText(box), driver_.HostText(kNotCreatedText));
-    driver_.Answer(box, IDOK);
-    EXPECT_TRUE(IsOpen());
-    driver_.Run([&] { driver_.files.Find("\\Lists\\a.m3u")->attributes = kAttributeNormal; });
+    for (const bool no_name : {false, true}) {
+      driver_.Run([&] {
+        driver_.files.Find("\\Lists\\a.m3u")->attributes =
+            no_name ? kAttributeNormal : kAttributeReadOnly;
+      });
+      if (no_name) Type(L"");
+      EXPECT_EQ(Line(), no_name ? "\\Lists\\" : "\\Lists\\a.m3u");
+      PostMessageW(dialog_, WM_COMMAND, kSave, 0);
+      HWND question = nullptr;
+      ASSERT_TRUE(WaitFor([&] {
+        question = driver_.Find(nullptr, L"#32770", true);
+        return question && question != dialog_;
+      }));
+      EXPECT_EQ(driver_.BoxText(question), driver_.HostText(kOverwriteText));
+      PostMessageW(question, WM_COMMAND, IDYES, 0);
+      HWND box = nullptr;
+      ASSERT_TRUE(WaitFor([&] {
+        box = driver_.Find(L"", L"#32770", true);  // no caption
+        return box != nullptr;
+      }));
+      EXPECT_EQ(driver_.BoxText(box), driver_.HostText(kNotCreatedText));
+      driver_.Answer(box, IDOK);
+      EXPECT_TRUE(IsOpen());
+    }
 
     Type(L"no\\such\\folder");
     driver_.Run([&] { driver_.files.refuse_create = true; });

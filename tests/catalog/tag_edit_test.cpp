@@ -4,6 +4,7 @@
 #include <string.h>
 
 #include "base/text/wide.h"
+#include "catalog/lists/file_changes.h"
 #include "tests/support/heap_faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
@@ -24,7 +25,7 @@ TagTexts Texts(const std::string& title, const std::string& track, const std::st
   CopyWide(texts.artist, 31, L"Art");
   CopyWide(texts.album, 31, L"Alb");
   CopyWide(texts.year, 5, L"1999");
-  CopyWide(texts.track, 3, Wide(track));
+  CopyWide(texts.track, 12, Wide(track));
   CopyWide(texts.comment, 31, Wide(comment));
   return texts;
 }
@@ -78,47 +79,64 @@ class TagFileTest : public testing::Test {
   TagEdit edit_;
 };
 
+std::string Tag(const std::string& year, const std::string& comment, const std::string& end) {
+  std::string tag = Id3v1Tag("Title \xE9", "Art ", "Alb", 17, ' ').replace(93, 4, year);
+  return tag.replace(97, 30, (comment + std::string(30, ' ')).substr(0, 30 - end.size()) + end);
+}
+
 TEST_F(TagFileTest, ShowsWhatTheFileHolds) {
-  std::string tag = Id3v1Tag("Title \xE9", "Art ", "Alb", 17, ' ');
-  tag.replace(97, 30, "comment" + std::string(21, ' ') + std::string("\0\xC8", 2));
-  Put("audio" + tag);
-  TagEdit edit;
-  edit.Load(files_, list_[0]);
-  TagEdit::Shown shown;
-  edit.Show(&shown);
-  EXPECT_TRUE(edit.present());
-  EXPECT_EQ(edit.genre(), 17);
-  EXPECT_EQ(Utf8(shown.title), "Title \u00E9");
-  EXPECT_EQ(Utf8(shown.artist), "Art");
-  EXPECT_EQ(Utf8(shown.comment), "comment");
-  EXPECT_EQ(Utf8(shown.year), "1999");
-  EXPECT_EQ(Utf8(shown.track_number), "200");
+  const std::string c29(29, 'c');
+  const struct {
+    const char* name;
+    std::string tag, year, comment, track;
+    bool present;
+  } cases[] = {
+      {"with a track", Tag("1999", "comment", {"\0\xC8", 2}), "1999", "comment", "200", true},
+      {"blanks at the end", Tag("99  ", " c ", {"\0\1", 2}), "99", " c", "1", true},
+      {"track 0 is none", Tag("1999", "c", {"\0\0", 2}), "1999", "c", "", true},
+      {"the older form", Tag("1999", c29 + "\7", ""), "1999", c29, "", true},
+      {"no tag", "TAK" + Tag("1999", "c", "").substr(3), "", "", "", false},
+      {"too short", Tag("1999", "c", "").substr(1), "", "", "", false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    list_.Clear();
+    Put("audio");
+    list_[0].tag.Reset(HeapNew<TagBlock>());  // the catalog saw one
+    files_.Put("\\a.mp3", c.tag);
+    TagEdit edit;
+    edit.Load(files_, list_[0]);
+    EXPECT_EQ(files_.last_share, Share::kRead);
+    TagTexts shown;
+    edit.Show(&shown);
+    EXPECT_EQ(edit.present(), c.present);
+    EXPECT_EQ(edit.genre(), c.present ? 17 : 0);
+    EXPECT_EQ(Utf8(shown.title), c.present ? "Title \u00E9" : "");
+    EXPECT_EQ(Utf8(shown.artist), c.present ? "Art" : "");
+    EXPECT_EQ(Utf8(shown.album), c.present ? "Alb" : "");
+    EXPECT_EQ(Utf8(shown.year), c.year);
+    EXPECT_EQ(Utf8(shown.comment), c.comment);
+    EXPECT_EQ(Utf8(shown.track), c.track);
+    // An update replaces what was seen, and only that.
+    EXPECT_TRUE(edit.Write(files_, L"\\a.mp3"));
+    EXPECT_EQ(files_.Find("\\a.mp3")->bytes.size(), c.tag.size() + (c.present ? 0 : 128));
 
-  tag.replace(97, 30, std::string(30, 'c'));  // the older form: no track
-  files_.Put("\\a.mp3", tag);
-  edit.Load(files_, list_[0]);
-  edit.Show(&shown);
-  EXPECT_EQ(Utf8(shown.comment), std::string(29, 'c'));
-  EXPECT_EQ(Utf8(shown.track_number), "");
-
-  list_[0].tag.Reset();  // the catalog saw no tag
-  edit.Load(files_, list_[0]);
-  edit.Show(&shown);
-  EXPECT_FALSE(edit.present());
-  EXPECT_EQ(Utf8(shown.title), "");
+    list_[0].tag.Reset();  // the catalog saw none
+    edit.Load(files_, list_[0]);
+    edit.Show(&shown);
+    EXPECT_FALSE(edit.present());
+    EXPECT_EQ(Utf8(shown.title) + Utf8(shown.comment), "");
+  }
 }
 
 TEST_F(TagFileTest, ReplacesAnOldTagAndAppendsANewOne) {
-  Put("audio" + Id3v1Tag("Old", "", "", 1));
-  EXPECT_TRUE(Write());
-  const std::string& bytes = files_.Find("\\a.mp3")->bytes;
-  EXPECT_EQ(bytes.size(), 5u + 128);
-  EXPECT_EQ(bytes.substr(0, 11), "audioTAGNew");
-
-  Put("audio");
-  EXPECT_TRUE(Write());
-  EXPECT_EQ(files_.Find("\\a.mp3")->bytes.size(), 5u + 128);
-  list_.Clear();
+  for (const std::string& old : {Id3v1Tag("Old", "", "", 1), std::string()}) {
+    Put("audio" + old);
+    EXPECT_TRUE(Write());
+    EXPECT_EQ(files_.Find("\\a.mp3")->bytes.size(), 5u + 128);
+    EXPECT_EQ(files_.Find("\\a.mp3")->bytes.substr(0, 11), "audioTAGNew");
+    list_.Clear();
+  }
   Put(files_.Find("\\a.mp3")->bytes);
   EXPECT_TRUE(Write());
   EXPECT_EQ(files_.Find("\\a.mp3")->bytes.size(), 5u + 128);
@@ -126,22 +144,26 @@ TEST_F(TagFileTest, ReplacesAnOldTagAndAppendsANewOne) {
 
 TEST_F(TagFileTest, KeepsAttributesUnlessTheFileCannotBeOpened) {
   const uint32_t guarded = kAttributeReadOnly | kAttributeHidden;
-  Put("audio", guarded);
-  EXPECT_TRUE(Write());
-  EXPECT_EQ(files_.Find("\\a.mp3")->attributes, guarded);
+  files_.before = [](MemoryFiles& files, const std::string& call) {
+    if (call.find("attributes") != std::string::npos) {
+      EXPECT_EQ(files.open_now, 0) << call;
+    }
+  };
   // attributes, set to normal, open, seek, write, restore: what each fault leaves behind.
-  const uint32_t want[] = {guarded, guarded, kAttributeNormal, guarded, guarded, kAttributeNormal};
-  for (long n = 0; n < 6; ++n) {
+  const uint32_t want[] = {guarded, guarded,          kAttributeNormal, guarded,
+                           guarded, kAttributeNormal, guarded};
+  for (long n = 0; n < 7; ++n) {
     list_.Clear();
     Put("audio", guarded);
     files_.FailAfter(n);
-    EXPECT_EQ(Write(), n == 5) << n;
-    EXPECT_TRUE(files_.fault_triggered());
+    EXPECT_EQ(Write(), n >= 5) << n;
+    EXPECT_EQ(files_.fault_triggered(), n < 6);
     files_.FailAfter(-1);
     EXPECT_EQ(files_.Find("\\a.mp3")->attributes, want[n]) << n;
-    EXPECT_EQ(files_.Find("\\a.mp3")->bytes.size(), n == 5 ? 133u : 5u);
+    EXPECT_EQ(files_.Find("\\a.mp3")->bytes.size(), n >= 5 ? 133u : 5u);
     EXPECT_EQ(files_.open_now, 0);
   }
+  EXPECT_EQ(files_.last_share, Share::kWrite);
 }
 
 TEST_F(TagFileTest, FailsOnFilesThatVanishedOrShrank) {
@@ -155,8 +177,8 @@ TEST_F(TagFileTest, FailsOnFilesThatVanishedOrShrank) {
 
 TEST(CopyTag, ReachesEveryEntryOfTheFile) {
   EntryList media, playlist;
-  ASSERT_TRUE(media.Add(L"\\A.mp3"));
-  for (const wchar_t* path : {L"\\a.MP3", L"\\b.mp3", L"\\a.mp3"}) ASSERT_TRUE(playlist.Add(path));
+  ASSERT_TRUE(media.Add(L"\\É.mp3"));
+  for (const wchar_t* path : {L"\\é.MP3", L"\\b.mp3", L"\\é.mp3"}) ASSERT_TRUE(playlist.Add(path));
   CopyTagToPlaylist(media[0], playlist);
   EXPECT_FALSE(playlist[0].tag);
   media[0].tag.Reset(HeapNew<TagBlock>());

@@ -1,6 +1,7 @@
 """Checks the built Kelvo.dll and the objects it is made of: it exports GetFeature alone, needs only the
-system's DLLs and the platform's, and nothing but the list of feature objects runs code at load. The
-programs and DLLs around it need nothing of the compiler's either.
+system's DLLs and the platform's, and nothing but the list of feature objects runs code at load, which
+builds them in their order and registers each one's destruction right behind it. The programs and
+DLLs around it need nothing of the compiler's either.
 
 usage: check_library.py OBJDUMP NM KELVO_DLL BESIDE_IT OBJECT-OR-ARCHIVE...
 BESIDE_IT: the programs and DLLs around it, with commas between them
@@ -19,6 +20,9 @@ ALLOWED_IMPORTS = {
 ALLOWED_BESIDE_IT = ALLOWED_IMPORTS | {"comdlg32.dll", "shell32.dll", "winmm.dll"}
 # The file whose objects are constructed at load.
 FEATURE_OBJECTS = "feature_objects"
+# In the order in which hosts rely on them; the first one has nothing to destroy.
+FEATURES = ["SkinReaderFeature", "CatalogFeature", "PresetsFeature", "OggVorbisPlugin",
+            "BookmarksFeature", "WmaPlugin", "FixedPointEffects"]
 
 
 def output(*command):
@@ -64,9 +68,24 @@ def check_initialisers(nm, files):
     return errors
 
 
+def check_order(objdump, files):
+    """The initialiser names each class when it builds the object: its constructor, or its table."""
+    text = "".join(output(objdump, "-dr", file) for file in files if FEATURE_OBJECTS in file)
+    code = re.search(r"<_+GLOBAL__sub_I_\w+>:\n(.*?)(?:\n\n|\Z)", text, re.DOTALL)
+    steps = []
+    for symbol in re.findall(r"^\s+[0-9a-f]+: \S+\s+(\S+)", code.group(1) if code else "", re.MULTILINE):
+        name = re.search(r"_ZTVN5kelvo\d+(\w+)E|_ZN5kelvo\d+(\w+?)C[12]E", symbol)
+        step = "atexit" if symbol.endswith("atexit") else name and (name.group(1) or name.group(2))
+        if step == "atexit" or (step in FEATURES and step not in steps):
+            steps.append(step)
+    wanted = [step for name in FEATURES for step in (name, "atexit")]
+    wanted.remove("atexit")
+    return [] if steps == wanted else [f"built at load: {steps}, not {wanted}"]
+
+
 def main():
     objdump, nm, dll, beside_it, *files = sys.argv[1:]
-    errors = check_dll(objdump, dll) + check_initialisers(nm, files)
+    errors = check_dll(objdump, dll) + check_initialisers(nm, files) + check_order(objdump, files)
     for file in beside_it.split(","):
         errors += check_beside_it(objdump, file)
     for error in errors:

@@ -2,6 +2,11 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <atomic>
+#include <mutex>
+#include <string>
+
 #include "kelvo/features.h"
 #include "kelvo/input_plugin.h"
 #include "tests/support/end_messages.h"
@@ -26,7 +31,55 @@ struct RawPlugin {
   void* output;
   void* reader;
   uint32_t state;
+  void* notify_window;
+  void** stream;
+  uint32_t total_frames;
+  uint32_t reserved[2];
+  uint32_t channels, sample_rate, bit_rate;
+  uint32_t more_reserved[2];
+  HANDLE thread;
+  int32_t thread_priority;
+  HANDLE ready_event;
+  CRITICAL_SECTION section;
+  int32_t lock_depth;
+  wchar_t path[260];
+  OutputBuffer* current;
+  uint32_t buffer_bytes, free_bytes;
+  uint32_t seek_pending, run_output, stop_request, seek_base;
 };
+static_assert(sizeof(void*) != 4 || sizeof(RawPlugin) == 648);
+
+// A host's own table in place of the object's, with two operations of its own.
+struct HostTable {
+  static constexpr int kSlots = 18;
+  static void* slots[kSlots];
+  static void** own;
+  static std::atomic<int> queries;
+  static std::mutex mutex;
+  static std::string states;
+
+  static void KELVO_SLOT_CALL SetState(void* object, uint32_t state) {
+    const std::lock_guard<std::mutex> guard(mutex);
+    states += std::to_string(state);
+    reinterpret_cast<void(KELVO_SLOT_CALL*)(void*, uint32_t)>(own[5])(object, state);
+  }
+  static uint32_t KELVO_SLOT_CALL GetState(void* object) {
+    ++queries;
+    return reinterpret_cast<uint32_t(KELVO_SLOT_CALL*)(void*)>(own[6])(object);
+  }
+  static void Install(RawPlugin* plugin) {
+    own = plugin->table;
+    std::copy(own, own + kSlots, slots);
+    slots[5] = reinterpret_cast<void*>(&SetState);
+    slots[6] = reinterpret_cast<void*>(&GetState);
+    plugin->table = slots;
+  }
+};
+void* HostTable::slots[kSlots];
+void** HostTable::own;
+std::atomic<int> HostTable::queries;
+std::mutex HostTable::mutex;
+std::string HostTable::states;
 
 class SlotsTest : public ::testing::Test {
  protected:
@@ -90,6 +143,115 @@ TEST_F(SlotsTest, PlayAFileAsTheDecoderGivesIt) {
   EXPECT_TRUE(output.pcm() == test::DecodeDirectly(file, 44100 * 5));
   EXPECT_EQ(CallSlot<int32_t>(object_, 10), 0);
   EXPECT_EQ((CallSlot<int32_t, HostWord, HostWord>(object_, 13, 1, 2)), 1);
+  CallSlot<void, void*>(object_, 17, nullptr);
+  plugin_->output = nullptr;
+  plugin_->reader = nullptr;
+}
+
+TEST_F(SlotsTest, KeepTheFieldsInTheirPlaces) {
+  const std::vector<char> file = test::ReadMedia("tone_44100_6ch.ogg");
+  test::MemoryReader reader(file);
+  test::RecordingOutput output;
+  output.SetHold(true);
+  EXPECT_EQ(plugin_->thread, INVALID_HANDLE_VALUE);
+  EXPECT_EQ(plugin_->thread_priority, 3);
+  EXPECT_EQ(plugin_->stream, nullptr);
+  plugin_->reader = static_cast<MediaReader*>(&reader);
+  plugin_->output = static_cast<AudioOutput*>(&output);
+  for (uint32_t& word : plugin_->reserved) word = 9;
+  for (uint32_t& word : plugin_->more_reserved) word = 9;
+  ASSERT_EQ((CallSlot<int32_t, const wchar_t*, uint32_t>(object_, 14, L"\\six.ogg", 0)), 1);
+  EXPECT_EQ(plugin_->stream[0], static_cast<MediaReader*>(&reader));
+  EXPECT_EQ(*reinterpret_cast<uint32_t*>(&plugin_->stream[1]), 0u);
+  EXPECT_EQ(plugin_->stream[2], static_cast<MediaReader*>(&reader)) << "the decoder's source";
+  EXPECT_EQ(plugin_->total_frames, 88200u);
+  EXPECT_EQ(plugin_->channels, 6u);
+  EXPECT_EQ(plugin_->sample_rate, 44100u);
+  EXPECT_GT(plugin_->bit_rate, 100u);
+  EXPECT_EQ(plugin_->reserved[0] + plugin_->reserved[1], 0u);
+  EXPECT_EQ(plugin_->more_reserved[0] + plugin_->more_reserved[1], 0u);
+  EXPECT_STREQ(plugin_->path, L"\\six.ogg");
+  char window;
+  CallSlot<void, void*>(object_, 17, &window);
+  EXPECT_EQ(plugin_->notify_window, &window);
+  CallSlot<void, void*>(object_, 17, nullptr);
+
+  plugin_->thread_priority = 2;
+  ASSERT_EQ(CallSlot<int32_t>(object_, 12), 1);
+  output.WaitUntilFull();
+  EXPECT_EQ(GetThreadPriority(plugin_->thread), THREAD_PRIORITY_ABOVE_NORMAL);
+  EXPECT_EQ(WaitForSingleObject(plugin_->ready_event, 0), WAIT_OBJECT_0);
+  EXPECT_EQ(plugin_->current, nullptr) << "handed over, and it waits for the next";
+  EXPECT_EQ(plugin_->buffer_bytes, 16384u);
+  EXPECT_EQ(plugin_->run_output, 1u);
+  EXPECT_EQ(plugin_->lock_depth, 0);
+  EnterCriticalSection(&plugin_->section);
+  LeaveCriticalSection(&plugin_->section);
+  CallSlot<void>(object_, 11);
+  EXPECT_EQ(plugin_->run_output, 0u);
+  CallSlot<int32_t>(object_, 10);
+  EXPECT_EQ(plugin_->thread, nullptr);
+  EXPECT_EQ(plugin_->stop_request + plugin_->run_output + plugin_->free_bytes, 0u);
+  ASSERT_EQ((CallSlot<int32_t, int32_t>(object_, 9, 500)), 1);
+  EXPECT_EQ(plugin_->seek_pending, 1u);
+  EXPECT_EQ(plugin_->seek_base, 22050u);
+  EXPECT_EQ((CallSlot<int32_t, HostWord, HostWord>(object_, 13, 1, 2)), 1);
+  EXPECT_EQ(plugin_->stream, nullptr);
+  plugin_->thread_priority = 3;
+  plugin_->output = nullptr;
+  plugin_->reader = nullptr;
+}
+
+TEST_F(SlotsTest, ChangeTheStateThroughTheHostsOwnTable) {
+  test::MemoryReader reader(test::ReadMedia("tone_8000_mono.ogg"));
+  test::RecordingOutput output;
+  test::EndMessages ends;
+  plugin_->reader = static_cast<MediaReader*>(&reader);
+  plugin_->output = static_cast<AudioOutput*>(&output);
+  CallSlot<void, void*>(object_, 17, ends.window());
+  HostTable::Install(plugin_);
+  ASSERT_EQ((CallSlot<int32_t, const wchar_t*, uint32_t>(object_, 14, L"x", 0)), 1);
+  ASSERT_EQ((CallSlot<int32_t, int32_t>(object_, 9, 1950)), 1);
+  output.SetHold(true);
+  ASSERT_EQ(CallSlot<int32_t>(object_, 12), 1);
+  while (output.calls() != "reset open reset run run ") Sleep(1);  // it drains
+  const int queries = HostTable::queries;
+  CallSlot<void>(object_, 11);
+  CallSlot<int32_t>(object_, 12);
+  while (HostTable::queries < queries + 4) Sleep(1);  // the fourth is the draining thread's
+  output.SetHold(false);
+  ends.WaitForNext();
+  CallSlot<int32_t>(object_, 10);
+  EXPECT_EQ(HostTable::states, "2321");
+  plugin_->table = HostTable::own;
+  CallSlot<int32_t, HostWord, HostWord>(object_, 13, 1, 2);
+  CallSlot<void, void*>(object_, 17, nullptr);
+  plugin_->output = nullptr;
+  plugin_->reader = nullptr;
+}
+
+TEST_F(SlotsTest, EndWithHostileFilesWhereverTheyAreSoughtIn) {
+  for (const char* name : {"seek_to_overwritten_page", "link_without_codebooks"}) {
+    const std::vector<char> file =
+        test::ReadMedia("../../tests/fuzz/corpus/vorbis_open/" + std::string(name));
+    test::MemoryReader reader(file);
+    test::RecordingOutput output;
+    test::EndMessages ends;
+    plugin_->reader = static_cast<MediaReader*>(&reader);
+    plugin_->output = static_cast<AudioOutput*>(&output);
+    CallSlot<void, void*>(object_, 17, ends.window());
+    for (const int32_t ms : {100, 0, 1500, 700}) {
+      ASSERT_EQ((CallSlot<int32_t, const wchar_t*, uint32_t>(object_, 14, L"x", 0)), 1) << name;
+      for (int round = 0; round < 2; ++round) {
+        CallSlot<int32_t, int32_t>(object_, 9, ms);
+        EXPECT_EQ(CallSlot<int32_t>(object_, 12), 1) << name;
+        ends.WaitForNext();
+        CallSlot<int32_t>(object_, 10);
+        EXPECT_EQ(plugin_->state, 1u);
+      }
+      EXPECT_EQ((CallSlot<int32_t, HostWord, HostWord>(object_, 13, 1, 2)), 1);
+    }
+  }
   CallSlot<void, void*>(object_, 17, nullptr);
   plugin_->output = nullptr;
   plugin_->reader = nullptr;

@@ -109,6 +109,10 @@ TEST_F(StoresTest, EqualizerPresets) {
     if (step.answer) {
       DialogDriver question(L"File Exists", [&](HWND box) {
         EXPECT_EQ(GetParent(box), host);
+        wchar_t text[64] = L"";
+        GetDlgItemTextW(box, 0xFFFF, text, 64);
+        EXPECT_EQ(Utf8(text), "Specified preset already exists. Overwrite?");
+        EXPECT_TRUE(GetDlgItem(box, IDYES) && GetDlgItem(box, IDNO));
         PostMessageW(box, WM_COMMAND, step.answer, 0);
       });
       EXPECT_EQ(save(), step.result);

@@ -2,310 +2,233 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <string>
-#include <thread>
+#include <functional>
+#include <random>
 
 #include "base/memory/heap.h"
 #include "tests/effects/reference_effects.h"
 #include "tests/effects/signals.h"
 
-namespace kelvo::test {
+namespace kelvo {
 namespace {
 
-struct Call {
-  EffectsProcessor* processor = nullptr;
-  int16_t** samples = nullptr;
-  int32_t bytes = 0;
-  int count = 0;
-};
-Call g_equalizer_call, g_bass_call;
+// Called behind every Enter and before every Leave.
+std::function<void(bool entered)> g_on_lock;
+int g_entered;
 
-int32_t FakeEqualizer(EffectsProcessor* processor, int16_t** samples, int32_t bytes) {
-  g_equalizer_call = {processor, samples, bytes, g_equalizer_call.count + 1};
-  return 4711;
+}  // namespace
+
+// In place of the system's lock: one that reports.
+Lock::Lock() noexcept = default;
+Lock::~Lock() = default;
+void Lock::Enter() noexcept {
+  ++g_entered;
+  if (g_on_lock) g_on_lock(true);
+}
+void Lock::Leave() noexcept {
+  if (g_on_lock) g_on_lock(false);
+  --g_entered;
 }
 
-void FakeBass(EffectsProcessor* processor, int16_t** samples, int32_t bytes) {
-  g_bass_call = {processor, samples, bytes, g_bass_call.count + 1};
-}
+namespace test {
+namespace {
 
-// An empty identity is a desktop: nothing is ever loaded.
-class FakePlatform final : public EffectsPlatform {
- public:
-  ProcessorIdentity identity;
-  bool has_library = true;
-  void* entries[3] = {nullptr, reinterpret_cast<void*>(&FakeEqualizer),
-                      reinterpret_cast<void*>(&FakeBass)};
-  std::string log;
-
-  ProcessorIdentity Identify() noexcept override { return identity; }
-  void* OpenLibrary(const wchar_t* name) noexcept override {
-    log += "open ";
-    for (; *name; ++name) log += static_cast<char>(*name);
-    return has_library ? this : nullptr;
-  }
-  void* FindEntry(void* library, uint32_t ordinal) noexcept override {
-    EXPECT_EQ(library, this);
-    log += "; " + std::to_string(ordinal);
-    return ordinal < 3 ? entries[ordinal] : nullptr;
-  }
-  void CloseLibrary(void* library) noexcept override {
-    EXPECT_EQ(library, this);
-    log += "; close";
-  }
-};
-
-constexpr ProcessorIdentity kStrongArm = {2577, 4, 5};
-
-class Effects : public ::testing::Test {
- protected:
-  void SetUp() override { g_equalizer_call = g_bass_call = Call(); }
-
-  FakePlatform platform_;
-  int32_t bands_[kBands] = {10, 3, 14, 20, 5, 9, 14, 12, 7, 2};
-};
-
-TEST_F(Effects, SlotsAreInTheHostsOrder) {
 #if defined(__i386__)
 #define KELVO_SLOT_CALL __attribute__((thiscall))
 #else
 #define KELVO_SLOT_CALL
 #endif
-  using WordOperation = void(KELVO_SLOT_CALL*)(void*, int32_t);
-  using StageOperation = int32_t(KELVO_SLOT_CALL*)(void*, int16_t**, int32_t);
-  using SetOperation = void(KELVO_SLOT_CALL*)(void*, int32_t, const int32_t*);
 
-  auto* effects = HeapNew<FixedPointEffects>(platform_);
-  void* object = static_cast<EffectsProcessor*>(effects);
-  void** slots = *static_cast<void***>(object);
-  int16_t frame[2] = {1000, 1000};
-  int16_t* samples = frame;
+class OtherProcessor final : public EffectsPlatform {
+  ProcessorIdentity Identify() noexcept override { return {586, 6, 0}; }
+  void* OpenLibrary(const wchar_t*) noexcept override { return nullptr; }
+  void* FindEntry(void*, uint32_t) noexcept override { return nullptr; }
+  void CloseLibrary(void*) noexcept override {}
+} g_platform;
 
-  reinterpret_cast<SetOperation>(slots[4])(object, 20, bands_);
-  EXPECT_EQ(effects->equalizer().preamp_index(), 7);
-  EXPECT_EQ(reinterpret_cast<StageOperation>(slots[5])(object, &samples, 4), 4);
-  EXPECT_GT(frame[0], 12000);
-  reinterpret_cast<WordOperation>(slots[3])(object, 0);
-  EXPECT_EQ(reinterpret_cast<StageOperation>(slots[5])(object, &samples, 4), 0);
-  reinterpret_cast<WordOperation>(slots[1])(object, 2);
-  EXPECT_EQ(effects->bass_gains().a, 0x16666666);
-  const int16_t before = frame[0];
-  reinterpret_cast<StageOperation>(slots[2])(object, &samples, 4);
-  EXPECT_LT(frame[0], before);
-  EXPECT_EQ(samples, frame);
-  reinterpret_cast<WordOperation>(slots[0])(object, 1);  // the sanitizer knows whether it is freed
+// The object as a host calls it and an external library reads it, beside the reference.
+class Effects : public ::testing::Test {
+ protected:
+  ~Effects() override {
+    Slot<void(KELVO_SLOT_CALL*)(void*, uint32_t)>(0)(object_, 1);  // is it freed? leaks are found
+  }
+
+  void SetBassMode(int32_t mode) {
+    Slot<void(KELVO_SLOT_CALL*)(void*, int32_t)>(1)(object_, mode);
+    reference_.SetBassMode(mode);
+  }
+  void EnableEqualizer(int32_t enabled) {
+    Slot<void(KELVO_SLOT_CALL*)(void*, int32_t)>(3)(object_, enabled);
+    reference_.enabled = enabled;
+  }
+  void SetEqualizer(int32_t preamp, const int32_t* sliders) {
+    Slot<void(KELVO_SLOT_CALL*)(void*, int32_t, const int32_t*)>(4)(object_, preamp, sliders);
+    reference_.SetEqualizer(preamp, sliders);
+  }
+  void CallBass(int16_t** samples, int32_t bytes) {
+    Slot<void(KELVO_SLOT_CALL*)(void*, int16_t**, int32_t)>(2)(object_, samples, bytes);
+  }
+  int32_t CallEqualizer(int16_t** samples, int32_t bytes) {
+    return Slot<int32_t(KELVO_SLOT_CALL*)(void*, int16_t**, int32_t)>(5)(object_, samples, bytes);
+  }
+
+  // Runs a stage over both; `bytes` may be anything that `block` has room for.
+  void Process(bool bass, std::vector<int16_t> block, int32_t bytes) {
+    std::vector<int16_t> want = block;
+    int16_t* samples = block.data();
+    if (bass) {
+      CallBass(&samples, bytes);
+      reference_.ProcessBass(want.data(), bytes);
+    } else {
+      const int32_t result = CallEqualizer(&samples, bytes);
+      ASSERT_EQ(result, reference_.ProcessEqualizer(want.data(), bytes));
+    }
+    ASSERT_EQ(samples, block.data());
+    ASSERT_EQ(block, want);
+  }
+
+  void ExpectFields() {
+    ASSERT_EQ(DifferingOffset(Field(0), reference_), 0u);
+    ASSERT_EQ(g_entered, 0);
+  }
+
+  // Behind the table of operations.
+  const char* Field(size_t offset) const {
+    return static_cast<const char*>(object_) + sizeof(void*) + offset;
+  }
+
+  template <class Operation>
+  Operation Slot(int number) const {
+    return reinterpret_cast<Operation>((*static_cast<void***>(object_))[number]);
+  }
+
+  void* object_ = static_cast<EffectsProcessor*>(HeapNew<FixedPointEffects>(g_platform));
+  ReferenceEffects reference_;
+};
+
+template <class T, size_t kSize>
+const T& OneOf(const T (&choices)[kSize], std::mt19937& random) {
+  return choices[random() % kSize];
 }
 
-TEST_F(Effects, LengthsAndPointers) {
-  const struct {
-    const char* name;
-    int32_t bytes;
-    int changed;  // samples, of 8
-  } kCases[] = {
-      {"nothing", 0, 0},       {"half a sample", 1, 0},
-      {"negative", -4, 0},     {"most negative", INT32_MIN, 0},
-      {"one sample", 2, 2},    {"one and a half", 3, 2},
-      {"a frame", 4, 2},       {"a frame and a byte", 5, 2},
-      {"three samples", 6, 4}, {"three frames", 12, 6},
-  };
-  for (const auto& c : kCases) {
-    SCOPED_TRACE(c.name);
-    FixedPointEffects effects(platform_);
-    effects.SetBassMode(1);
-    int16_t equalized[8], boosted[8];
-    for (int i = 0; i < 8; ++i) equalized[i] = boosted[i] = 10000;
-    int16_t* samples = equalized;
-    EXPECT_EQ(effects.ProcessEqualizer(&samples, c.bytes), c.bytes);
-    samples = boosted;
-    effects.ProcessBass(&samples, c.bytes);
-    for (int i = 0; i < 8; ++i) {
-      EXPECT_EQ(equalized[i] != 10000, i < c.changed) << i;
-      EXPECT_EQ(boosted[i] != 10000, i < c.changed) << i;
+// Every field and every sample, whatever is called in whatever order.
+TEST_F(Effects, EqualTheReferenceBetweenAnyTwoCalls) {
+  static const int32_t kBytes[] = {0,   1,   2,   3,   4,   5,   6,   7,   8,        10,
+                                   12,  14,  252, 256, 258, 260, 262, 512, 1000,     1022,
+                                   -1,  -4,  764, 20,  24,  28,  32,  36,  INT32_MIN};
+  static const int32_t kModes[] = {0, 1, 2, 3, 4, 5, -1, 0, INT32_MIN, INT32_MAX};
+  static const int32_t kPreamps[] = {0, 3, 13, 13, 14, 27, 28, -1, INT32_MIN, INT32_MAX};
+  ExpectFields();
+  std::mt19937 random(5);
+  for (const Signal& signal : AllSignals(2000)) {
+    SCOPED_TRACE(signal.name);
+    for (int step = 0; step < 400; ++step) {
+      const uint32_t kind = random() % 8;
+      SCOPED_TRACE(step);
+      if (kind == 0) {
+        SetBassMode(OneOf(kModes, random));
+      } else if (kind == 1) {
+        EnableEqualizer(random() % 3 == 0 ? 0 : -8);
+      } else if (kind == 2) {
+        int32_t sliders[kBands];
+        const uint32_t choice = random() % 4;  // all in the middle, one apart, in range, any
+        for (int32_t& slider : sliders) {
+          slider = choice == 3 ? OneOf(kSliderGains, random).slider
+                               : choice == 2 ? static_cast<int32_t>(random() % 28) : 14;
+        }
+        if (choice == 1) sliders[random() % kBands] = 13;
+        SetEqualizer(OneOf(kPreamps, random), random() % 9 == 0 ? nullptr : sliders);
+      } else {
+        const auto from = signal.samples.begin() + random() % 1700 * 2;
+        Process(kind % 2 == 0, {from, from + 512}, OneOf(kBytes, random));
+      }
+      ExpectFields();
+      if (HasFailure()) return;
     }
   }
-  FixedPointEffects effects(platform_);
-  effects.SetBassMode(1);
+}
+
+TEST_F(Effects, EverySliderHasItsGain) {
+  for (const SliderGain& gain : kSliderGains) {
+    for (const int band : {0, 9}) {
+      int32_t sliders[kBands] = {14, 14, 14, 14, 14, 14, 14, 14, 14, 14};
+      sliders[band] = gain.slider;
+      SetEqualizer(13, sliders);
+      ExpectFields();
+    }
+  }
+}
+
+TEST_F(Effects, NoSamplesAreAnEmptyBlock) {
+  SetBassMode(1);
   int16_t* none = nullptr;
-  EXPECT_EQ(effects.ProcessEqualizer(&none, 8), 8);
-  EXPECT_EQ(effects.ProcessEqualizer(nullptr, 8), 8);
-  effects.ProcessBass(&none, 8);
-  effects.ProcessBass(nullptr, 8);
+  EXPECT_EQ(CallEqualizer(&none, 8), 8);
+  EXPECT_EQ(CallEqualizer(nullptr, 8), 8);
+  CallBass(&none, 8);
+  CallBass(nullptr, 8);
+  ExpectFields();
 }
 
-TEST_F(Effects, BassModes) {
-  const struct {
-    int32_t mode, a, b;
-  } kCases[] = {
-      {1, 0x0F333333, 0x0B333333},
-      {7, 0x0F333333, 0x0B333333},
-      {2, 0x16666666, 0x10000000},
-      {-1, 0x16666666, 0x10000000},
-      {3, 0x1B333333, 0x13333333},
-      {0, 0, 0},
-      {5, 0, 0},
-      {4, 0x23333333, 0x13333333},
-      {INT32_MIN, 0x23333333, 0x13333333},
+// Of a 32-bit object, through raw memory; the other fields are the reference's.
+TEST_F(Effects, WhereTheTablesAre) {
+  const size_t wider = sizeof(void*) == 4 ? 0 : 4;  // pointers begin at a multiple of their size
+  const int32_t* tables[2];
+  memcpy(tables, Field(708 + wider), sizeof(tables));
+  EXPECT_EQ(tables[0][0], 16289);
+  EXPECT_EQ(tables[0][29], -13245);
+  EXPECT_EQ(tables[1][0], 266882570);
+  EXPECT_EQ(tables[1][5], 532245407);  // the second filter's, which external libraries use
+  const char* flag = Field(708 + wider) + sizeof(tables);
+  EXPECT_EQ(*reinterpret_cast<const int32_t*>(flag), 0);
+  const void* rest[3];  // the library and its entries
+  memcpy(rest, flag + sizeof(void*), sizeof(rest));
+  for (const void* field : rest) EXPECT_EQ(field, nullptr);
+}
+
+TEST_F(Effects, AllWorkIsDoneUnderTheLock) {
+  const int32_t sliders[kBands] = {1, 2, 3};
+  std::vector<int16_t> block(AllSignals(100).back().samples), before;
+  std::vector<char> at_enter, at_leave;
+  int16_t* samples = block.data();
+  g_on_lock = [&](bool entered) {
+    (entered ? at_enter : at_leave).assign(Field(0), Field(sizeof(ReferenceEffects)));
+    if (entered) before = block;
   };
-  FixedPointEffects effects(platform_);
-  ReferenceBass reference;
-  std::vector<int16_t> got(2), want(2);
-  for (const auto& c : kCases) {
-    SCOPED_TRACE(c.mode);
-    effects.SetBassMode(c.mode);
-    EXPECT_EQ(effects.bass_gains().a, c.a);
-    EXPECT_EQ(effects.bass_gains().b, c.b);
-    got = want = {30000, -30000};
-    int16_t* samples = got.data();
-    effects.ProcessBass(&samples, 4);
-    reference.gain = c.a;
-    if (c.mode != 0) reference.Process(&want);
-    EXPECT_EQ(got, want);
+  SetBassMode(2);
+  EnableEqualizer(1);
+  EXPECT_TRUE(at_enter.empty()) << "neither of them waits";
+  const std::function<void()> kOperations[] = {[&] { SetEqualizer(3, sliders); },
+                                               [&] { CallEqualizer(&samples, 400); },
+                                               [&] { CallBass(&samples, 400); }};
+  for (const auto& operation : kOperations) {
+    const std::vector<char> fields(Field(0), Field(sizeof(ReferenceEffects)));
+    const std::vector<int16_t> old = block;
+    operation();
+    EXPECT_EQ(at_enter, fields);
+    EXPECT_EQ(before, old);
+    EXPECT_NE(at_leave, fields);
+    EXPECT_EQ(at_leave, std::vector<char>(Field(0), Field(sizeof(ReferenceEffects))));
+    EXPECT_EQ(g_entered, 0);
   }
+  g_on_lock = nullptr;
 }
 
-TEST_F(Effects, DisablingLeavesTheBlockAndTheHistories) {
-  FixedPointEffects effects(platform_), undisturbed(platform_);
-  effects.SetEqualizer(13, bands_);
-  effects.SetEqualizer(3, nullptr);  // changes nothing
-  undisturbed.SetEqualizer(13, bands_);
-  std::vector<int16_t> first = AllSignals(100).back().samples, same = first;
-  int16_t* a = first.data();
-  int16_t* b = same.data();
-  effects.ProcessEqualizer(&a, 400);
-  undisturbed.ProcessEqualizer(&b, 400);
-  effects.EnableEqualizer(0);
-  const std::vector<int16_t> before = first;
-  EXPECT_EQ(effects.ProcessEqualizer(&a, 400), 0);
-  EXPECT_EQ(first, before);
-  effects.EnableEqualizer(-8);
-  EXPECT_EQ(effects.ProcessEqualizer(&a, 400), 400);
-  undisturbed.ProcessEqualizer(&b, 400);
-  EXPECT_EQ(first, same);
-}
-
-TEST_F(Effects, ExternalLibraryOnItsProcessorsOnly) {
-  const char* const kAll = "open Utility.dll; 1; 2; close";
-  const struct {
-    ProcessorIdentity identity;
-    const char* log;
-  } kCases[] = {
-      {{2577, 4, 3}, kAll}, {{2577, 4, 4}, kAll}, {{2577, 4, 5}, kAll}, {{2577, 4, 6}, kAll},
-      {{2577, 4, 2}, ""},   {{2577, 4, 7}, ""},   {{2577, 4, 0}, ""},   {{2577, 4, 0x10003}, ""},
-      {{2577, 3, 5}, ""},   {{2577, 5, 5}, ""},   {{2576, 4, 5}, ""},   {{586, 4, 5}, ""},
-      {{0, 0, 0}, ""},
-  };
-  for (const auto& c : kCases) {
-    platform_.identity = c.identity;
-    platform_.log.clear();
-    { FixedPointEffects effects(platform_); }
-    EXPECT_EQ(platform_.log, c.log)
-        << c.identity.type << " " << c.identity.level << " " << c.identity.revision;
+// Whatever arrives between the look at the mode and the block: played at full strength, or not at all.
+TEST_F(Effects, ABlockIsNeverAtHalfLevel) {
+  for (const int32_t mode : {0, 1}) {
+    SetBassMode(4);
+    int16_t frame[2] = {30000, -30000};
+    int16_t* samples = frame;
+    g_on_lock = [&](bool entered) {
+      if (entered) SetBassMode(mode);
+    };
+    CallBass(&samples, 4);
+    g_on_lock = nullptr;
+    if (mode == 0) EXPECT_EQ(frame[0], 30000);
+    else EXPECT_GT(frame[0], 15000);
   }
-}
-
-TEST_F(Effects, ExternalEntriesGetTheSameArguments) {
-  platform_.identity = kStrongArm;
-  FixedPointEffects effects(platform_);
-  int16_t frame[2] = {5, 6};
-  int16_t* samples = frame;
-
-  // The equalizer's entry decides about the enabled flag and lengths itself; the mode 0 is decided
-  // before the bass entry.
-  effects.EnableEqualizer(0);
-  EXPECT_EQ(effects.ProcessEqualizer(&samples, -3), 4711);
-  EXPECT_EQ(g_equalizer_call.processor, &effects);
-  EXPECT_EQ(g_equalizer_call.samples, &samples);
-  EXPECT_EQ(g_equalizer_call.bytes, -3);
-  effects.ProcessBass(&samples, 4);
-  EXPECT_EQ(g_bass_call.count, 0);
-  effects.SetBassMode(9);
-  effects.ProcessBass(&samples, 1);
-  EXPECT_EQ(g_bass_call.count, 1);
-  EXPECT_EQ(g_bass_call.processor, &effects);
-  EXPECT_EQ(g_bass_call.samples, &samples);
-  EXPECT_EQ(g_bass_call.bytes, 1);
-  EXPECT_EQ(frame[0], 5);
-
-  // Destroyed in place, as a static object may be before its destructor runs.
-  effects.Destroy(2);
-  effects.Destroy(0);
-  EXPECT_EQ(platform_.log, "open Utility.dll; 1; 2; close");
-}
-
-TEST_F(Effects, MissingLibraryOrEntriesMeanTheBuiltInStages) {
-  const struct {
-    const char* name;
-    bool library;
-    bool equalizer, bass;
-    const char* log;
-  } kCases[] = {
-      {"no library", false, true, true, "open Utility.dll"},
-      {"no equalizer", true, false, true, "open Utility.dll; 1; 2; close"},
-      {"no bass", true, true, false, "open Utility.dll; 1; 2; close"},
-      {"neither", true, false, false, "open Utility.dll; 1; 2; close"},
-  };
-  for (const auto& c : kCases) {
-    SCOPED_TRACE(c.name);
-    SetUp();
-    FakePlatform platform;
-    platform.identity = kStrongArm;
-    platform.has_library = c.library;
-    if (!c.equalizer) platform.entries[1] = nullptr;
-    if (!c.bass) platform.entries[2] = nullptr;
-    {
-      FixedPointEffects effects(platform);
-      effects.SetBassMode(4);
-      int16_t frame[2] = {};
-      int16_t* samples = frame;
-      const bool external = c.library && c.equalizer;
-      EXPECT_EQ(effects.ProcessEqualizer(&samples, 4), external ? 4711 : 4);
-      EXPECT_EQ(frame[0], external ? 0 : 12500);
-      effects.ProcessBass(&samples, 4);
-      EXPECT_EQ(g_bass_call.count, c.library && c.bass ? 1 : 0);
-    }
-    EXPECT_EQ(platform.log, c.log);
-  }
-}
-
-// Gains do not enter the histories: whatever the setter does meanwhile, each block comes out as
-// with one of the two settings from its first sample to its last.
-TEST_F(Effects, AChangeFromAnotherThreadFallsBetweenBlocks) {
-  const int32_t up[kBands] = {}, down[kBands] = {27, 27, 27, 27, 27, 27, 27, 27, 27, 27};
-  FixedPointEffects effects(platform_), always_up(platform_), always_down(platform_);
-  effects.SetEqualizer(13, up);
-  always_up.SetEqualizer(13, up);
-  always_down.SetEqualizer(13, down);
-  std::atomic<bool> done{false};
-  std::thread setter([&] {
-    for (int i = 0; !done; ++i) {
-      effects.SetEqualizer(13, i % 2 ? up : down);
-      effects.SetBassMode(0);
-      effects.EnableEqualizer(1);
-      std::this_thread::yield();
-    }
-  });
-  int seen_up = 0, seen_down = 0;
-  for (int block = 0; block < 100000 && (block < 300 || !seen_up || !seen_down); ++block) {
-    std::vector<int16_t> got(512), want_up(512), want_down(512);
-    for (int i = 0; i < 512; ++i) got[i] = static_cast<int16_t>(NoiseAt(block * 512 + i) / 16);
-    want_up = want_down = got;
-    int16_t* samples[] = {got.data(), want_up.data(), want_down.data()};
-    effects.ProcessEqualizer(&samples[0], 1024);
-    always_up.ProcessEqualizer(&samples[1], 1024);
-    always_down.ProcessEqualizer(&samples[2], 1024);
-    seen_up += got == want_up;
-    seen_down += got == want_down;
-    if (seen_up + seen_down != block + 1) {
-      ADD_FAILURE() << "block " << block << " is a mixture";
-      break;
-    }
-  }
-  done = true;
-  setter.join();
-  EXPECT_GT(seen_up, 0);
-  EXPECT_GT(seen_down, 0);
 }
 
 }  // namespace
-}  // namespace kelvo::test
+}  // namespace test
+}  // namespace kelvo

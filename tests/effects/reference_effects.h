@@ -1,92 +1,161 @@
-// Both stages written down sample by sample, slow and obvious, with rings for the histories.
+// The processor written down literally, slow and obvious: every field in its place, every sample by
+// itself.
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <cstring>
+#include <iterator>
 
 namespace kelvo::test {
 
-inline int16_t Clamp(int64_t value) {
-  return static_cast<int16_t>(value < -32768 ? -32768 : value > 32767 ? 32767 : value);
-}
-
-struct RingPositions {
-  int now = 0, one_back = 2, two_back = 1;
-  void Advance() {
-    for (int* p : {&now, &one_back, &two_back}) *p = *p == 2 ? 0 : *p + 1;
-  }
+struct SliderGain {
+  int32_t slider, q14, q28;
 };
 
-class ReferenceEqualizer {
- public:
-  int64_t gains[10] = {};
-  int preamp_index = 14;
+// (27 - slider) * 0.0444... - 0.2, rounded to single precision, scaled, cut.
+constexpr SliderGain kSliderGains[] = {
+    {0, 16384, 268435456},
+    {1, 15655, 256504992},
+    {2, 14927, 244574528},
+    {3, 14199, 232644064},
+    {4, 13471, 220713600},
+    {5, 12743, 208783136},
+    {6, 12014, 196852672},
+    {7, 11286, 184922208},
+    {8, 10558, 172991744},
+    {9, 9830, 161061280},
+    {10, 9102, 149130816},
+    {11, 8374, 137200352},
+    {12, 7645, 125269880},
+    {13, 6917, 113339416},
+    {14, 6189, 101408952},
+    {15, 5461, 89478488},
+    {16, 4733, 77548024},
+    {17, 4004, 65617556},
+    {18, 3276, 53687092},
+    {19, 2548, 41756628},
+    {20, 1820, 29826162},
+    {21, 1092, 17895698},
+    {22, 364, 5965232},
+    {23, -364, -5965232},
+    {24, -1092, -17895698},
+    {25, -1820, -29826162},
+    {26, -2548, -41756628},
+    {27, -3276, -53687092},
+    // Beyond the ends, and where 32 bits do not hold them: the low bits remain.
+    {28, -4004, -65617556},
+    {-1, 17112, 280365920},
+    {-100, 89201, 1461481984},
+    {INT32_MIN, 381812736, INT32_MIN},
+    {INT32_MAX, -381812736, INT32_MIN},
+};
 
-  void Process(std::vector<int16_t>* samples) {
+struct ReferenceEffects {
+  struct Rings {
+    int32_t in[3], out[3];
+  };
+  Rings equalizer[10][2] = {};
+  Rings bass[2][2] = {};
+  int32_t equalizer_at[3] = {0, 2, 1};  // current, one back, two back
+  int32_t bass_at[3] = {0, 2, 1};
+  int32_t q14[10] = {}, q28[10] = {};
+  int32_t flat = 0, preamp_index = 14, enabled = 1, band_count = 10;
+  int32_t mode = 0, gain_a = 0, gain_b = 0;
+
+  void SetBassMode(int32_t to) {
+    static const int32_t kGains[5][2] = {{0, 0},
+                                         {0x0F333333, 0x0B333333},
+                                         {0x16666666, 0x10000000},
+                                         {0x1B333333, 0x13333333},
+                                         {0x23333333, 0x13333333}};
+    mode = to;
+    if (to < 0 || to > 4) return;
+    gain_a = kGains[to][0];
+    gain_b = kGains[to][1];
+  }
+
+  void SetEqualizer(int32_t preamp, const int32_t* sliders) {
+    if (!sliders) return;
+    flat = 1;
+    for (int k = 0; k < 10; ++k) {
+      for (const SliderGain& gain : kSliderGains) {
+        if (gain.slider != sliders[k]) continue;
+        q14[k] = gain.q14;
+        q28[k] = gain.q28;
+      }
+      if (sliders[k] != 14) flat = 0;
+    }
+    preamp_index = preamp < 0 ? 27 : preamp > 27 ? 0 : 27 - preamp;
+  }
+
+  int32_t ProcessEqualizer(int16_t* samples, int32_t bytes) {
     static const int32_t kTable[10][3] = {
         {16289, 47, 32672},  {16111, 136, 32485},  {15885, 249, 32238}, {15427, 478, 31695},
         {14819, 782, 30887}, {12114, 2134, 25934}, {8961, 3711, 16635}, {5082, 5650, -2972},
         {4377, 6003, -8538}, {3965, 6209, -13245},
     };
-    for (size_t i = 0; i < samples->size(); i += 2) {
-      for (int c = 0; c < 2; ++c) {
-        int32_t s = (*samples)[i + c];
+    if (enabled == 0) return 0;
+    for (int frame = 0; frame < Frames(bytes); ++frame, Advance(equalizer_at)) {
+      for (int c = 0; c < 2; ++c, ++samples) {
+        int32_t s = *samples;
         if (preamp_index != 14) s = ((preamp_index + 2) * s) >> 4;
         int64_t sum = 0;
         for (int k = 0; k < 10; ++k) {
-          Ring& x = in_[k][c];
-          Ring& y = out_[k][c];
-          const int64_t exact = int64_t{kTable[k][1]} * (s - x.v[at_.two_back]) -
-                                int64_t{kTable[k][0]} * y.v[at_.two_back] +
-                                int64_t{kTable[k][2]} * y.v[at_.one_back];
-          x.v[at_.now] = s;
-          y.v[at_.now] = static_cast<int32_t>(exact) >> 14;
-          sum += y.v[at_.now] * gains[k];
+          const int64_t y = Filter(equalizer[k][c], equalizer_at, kTable[k], s, 14);
+          sum += y * q14[k];
         }
-        (*samples)[i + c] = Clamp((sum >> 12) + (s >> 2) + 12500);
+        *samples = Clamp((sum >> 12) + (s >> 2) + 12500);
       }
-      at_.Advance();
+    }
+    return bytes;
+  }
+
+  void ProcessBass(int16_t* samples, int32_t bytes) {
+    static const int32_t kNumbers[3] = {266882570, 776442, 535298466};
+    if (mode == 0) return;
+    for (int frame = 0; frame < Frames(bytes); ++frame, Advance(bass_at)) {
+      for (int c = 0; c < 2; ++c, ++samples) {
+        const int32_t x = *samples * 2048;
+        const int64_t u = Filter(bass[c][0], bass_at, kNumbers, x, 28);
+        const int32_t v = static_cast<int32_t>(u * gain_a >> 28);
+        const int64_t w = Filter(bass[c][1], bass_at, kNumbers, v, 28);
+        *samples = Clamp(((w * gain_a >> 28) + v + x) >> 12);
+      }
     }
   }
 
  private:
-  struct Ring {
-    int32_t v[3] = {};
-  };
-  Ring in_[10][2], out_[10][2];
-  RingPositions at_;
-};
+  static int32_t Frames(int32_t bytes) { return bytes < 2 ? 0 : (bytes / 2 - 1) / 2 + 1; }
 
-class ReferenceBass {
- public:
-  int64_t gain = 0;
-
-  void Process(std::vector<int16_t>* samples) {
-    for (size_t i = 0; i < samples->size(); i += 2) {
-      for (int c = 0; c < 2; ++c) {
-        const int32_t x = (*samples)[i + c] * 2048;
-        const int32_t v = Stage(x, &rings_[c][0], &rings_[c][1]);
-        const int32_t w = Stage(v, &rings_[c][2], &rings_[c][3]);
-        (*samples)[i + c] = Clamp((int64_t{w} + v + x) >> 12);
-      }
-      at_.Advance();
-    }
+  static int16_t Clamp(int64_t value) {
+    return static_cast<int16_t>(value < -32768 ? -32768 : value > 32767 ? 32767 : value);
   }
 
- private:
-  struct Ring {
-    int64_t v[3] = {};
-  };
-  int32_t Stage(int32_t x, Ring* in, Ring* out) {
-    const int64_t u = (776442 * (x - in->v[at_.two_back]) - 266882570 * out->v[at_.two_back] +
-                       535298466 * out->v[at_.one_back]) >>
-                      28;
-    in->v[at_.now] = x;
-    out->v[at_.now] = static_cast<int32_t>(u);
-    return static_cast<int32_t>((out->v[at_.now] * gain) >> 28);
+  static void Advance(int32_t (&at)[3]) {
+    for (int32_t& position : at) position = position == 2 ? 0 : position + 1;
   }
-  Ring rings_[2][4];
-  RingPositions at_;
+
+  static int32_t Filter(Rings& rings, const int32_t (&at)[3], const int32_t (&c)[3], int32_t x,
+                        int shift) {
+    const int64_t sum = int64_t{c[1]} * (int64_t{x} - rings.in[at[2]]) -
+                        int64_t{c[0]} * rings.out[at[2]] + int64_t{c[2]} * rings.out[at[1]];
+    rings.in[at[0]] = x;
+    // The equalizer's sums are cut to 32 bits before the shift.
+    const int64_t cut = shift == 14 ? static_cast<int32_t>(sum) : sum;
+    return rings.out[at[0]] = static_cast<int32_t>(cut >> shift);
+  }
 };
+
+// The words behind an object's table of operations that differ from the reference's: their offset
+// on 32 bits (the first one's), or 0.
+inline size_t DifferingOffset(const void* fields, const ReferenceEffects& want) {
+  int32_t words[2][sizeof(want) / 4];
+  std::memcpy(words[0], fields, sizeof(want));
+  std::memcpy(words[1], &want, sizeof(want));
+  for (size_t i = 0; i < std::size(words[0]); ++i) {
+    if (words[0][i] != words[1][i]) return 4 + 4 * i;
+  }
+  return 0;
+}
 
 }  // namespace kelvo::test

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -47,20 +46,6 @@ inline std::vector<Signal> AllSignals(int frames) {
       MakeSignal("slow square and silence", frames, slow_square, silence),
       MakeSignal("noise", frames, NoiseAt, other_noise),
   };
-}
-
-// Runs `process(samples, frames)` over the whole in blocks of random sizes.
-template <class Process>
-std::vector<int16_t> RunInBlocks(std::vector<int16_t> samples, uint32_t seed, Process process) {
-  std::mt19937 random(seed);
-  for (size_t done = 0; done < samples.size();) {
-    const size_t left = (samples.size() - done) / 2;
-    const size_t wanted = seed == 0 ? left : 1 + random() % (random() % 4 == 0 ? 400 : 5);
-    const size_t frames = wanted < left ? wanted : left;
-    process(samples.data() + done, static_cast<uint32_t>(frames));
-    done += frames * 2;
-  }
-  return samples;
 }
 
 }  // namespace kelvo::test

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "tests/support/heap_faults.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {
@@ -35,6 +38,7 @@ class Prompts final : public PresetPrompts {
 
 class PresetsFeatureTest : public ::testing::Test {
  protected:
+  PresetsFeatureTest() { files_.PutFolder("\\V\\presets"); }
   std::string Name(int32_t index) {
     wchar_t name[kMaxText] = L"before";
     feature_.GetPresetName(index, name);
@@ -44,7 +48,7 @@ class PresetsFeatureTest : public ::testing::Test {
 
   test::MemoryFiles files_;
   Prompts prompts_;
-  PresetsFeature feature_{files_, &prompts_};
+  PresetsFeature feature_{files_, prompts_};
 };
 
 TEST_F(PresetsFeatureTest, SavesThirtyOneBytes) {
@@ -104,18 +108,30 @@ TEST_F(PresetsFeatureTest, SavesNothingWhenDeclinedOrImpossible) {
     prompts_.questions = 0;
     EXPECT_EQ(Save(), c.want);
     EXPECT_EQ(prompts_.questions, c.questions);
-    EXPECT_EQ(files_.files().size(), 1u);
+    EXPECT_EQ(files_.files().size(), 2u);
     EXPECT_EQ(files_["\\V\\presets\\Old.eqf"], "old");
   }
   prompts_ = Prompts();
   const std::string base = "\\" + std::string(242, 'b');  // 260 characters with the name
+  files_.PutFolder(base + "\\presets");
   EXPECT_EQ(feature_.SavePreset(kSetting, Wide(base), nullptr), 0);
-  files_.refuse_create = true;
-  EXPECT_EQ(Save(), 0);
-  files_.refuse_create = false;
-  files_.failing_write = files_.writes;
-  EXPECT_EQ(Save(), 0);
-  EXPECT_EQ(PresetsFeature(files_, nullptr).SavePreset(kSetting, L"\\V", nullptr), 0);
+  EXPECT_EQ(feature_.SavePreset(kSetting, L"\\none", nullptr), 0);
+  EXPECT_EQ(feature_.SavePreset(nullptr, L"\\V", nullptr), 0);
+  prompts_.name = L"Old";
+  for (long successes = 0;; ++successes) {
+    SCOPED_TRACE(successes);
+    files_.FailAfter(successes);
+    const int32_t saved = Save();
+    const bool failed = files_.fault_triggered();
+    files_.FailAfter(-1);
+    EXPECT_EQ(files_["\\V\\presets\\Old.eqf"].size(), saved ? 31u : 3u);
+    files_["\\V\\presets\\Old.eqf"] = "old";
+    if (!failed) {
+      EXPECT_EQ(saved, 1);
+      EXPECT_EQ(successes, 7);
+      break;
+    }
+  }
   EXPECT_EQ(files_.open_now, 0);
 }
 
@@ -129,36 +145,35 @@ TEST_F(PresetsFeatureTest, OverwritesAfterYes) {
 }
 
 TEST_F(PresetsFeatureTest, ListsFindsAndNames) {
-  files_.PutFolder("\\V\\presets");
-  for (const char* name : {"b.eqf", "ROCK.eqF", "x.eqfx", "eqf", ".eqf", "a.b.eqf", "notes.txt"}) {
+  for (const char* name : {"b.eqf", "RÖCK.eqF", "x.eqfx", "eqf", ".eqf", "a.b.eqf", "notes.txt"}) {
     files_["\\V\\presets\\" + std::string(name)];
   }
   files_.PutFolder("\\V\\presets\\sub.eqf");
   files_["\\V\\presets\\sub.eqf\\d.eqf"];
   files_["\\V\\presets2\\c.eqf"];
-  EXPECT_EQ(feature_.FindPreset(L"rock"), -1) << "nothing listed yet";
+  EXPECT_EQ(feature_.FindPreset(L"röck"), -1) << "nothing listed yet";
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 4);
-  const char* const names[] = {"b", "ROCK", "", "a"};
+  const char* const names[] = {"b", "RÖCK", "", "a"};
   for (int i = 0; i < 4; ++i) EXPECT_EQ(Name(i), names[i]);
   const struct {
     const wchar_t* name;
     int32_t want;
-  } finds[] = {{L"B", 0},         {L"rock", 1}, {L"", 2},       {L"a.b", 3}, {L"a", -1},
-               {L"rock.eqf", -1}, {L"roc", -1}, {L"rocks", -1}, {L"x", -1}};
+  } finds[] = {{L"B", 0},         {L"röck", 1}, {L"", 2},       {L"a.b", 3}, {L"a", -1},
+               {L"röck.eqf", -1}, {L"röc", -1}, {L"röcks", -1}, {L"x", -1}};
   for (const auto& find : finds) {
     EXPECT_EQ(feature_.FindPreset(find.name), find.want) << Utf8(find.name);
   }
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 8) << "appends";
+  EXPECT_EQ(feature_.FindPreset(L"röck"), 1) << "the first one";
   EXPECT_EQ(feature_.ListPresets(L"\\W"), 8) << "no such folder";
   EXPECT_EQ(feature_.ListPresets(Wide(std::string(300, 'b'))), 8);
   feature_.ClearPresets();
-  EXPECT_EQ(feature_.FindPreset(L"rock"), -1);
+  EXPECT_EQ(feature_.FindPreset(L"röck"), -1);
   EXPECT_EQ(Name(0), "");
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 4);
 }
 
 TEST_F(PresetsFeatureTest, ListsAtMostTwoHundred) {
-  files_.PutFolder("\\V\\presets");
   for (int i = 0; i < 201; ++i) files_["\\V\\presets\\" + std::to_string(i) + ".eqf"];
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 200);
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 200);
@@ -167,13 +182,29 @@ TEST_F(PresetsFeatureTest, ListsAtMostTwoHundred) {
   feature_.Destroy(0);
   feature_.Destroy(0);
   EXPECT_EQ(Name(0), "");
-  auto* made = HeapNew<PresetsFeature>(files_, &prompts_);
+  auto* made = HeapNew<PresetsFeature>(files_, prompts_);
   EXPECT_EQ(made->ListPresets(L"\\V"), 200);
   made->Destroy(1);  // the leak checker looks
 }
 
+TEST_F(PresetsFeatureTest, IsLaidOutAsHostsReadIt) {
+  using test::RawField;
+  constexpr size_t kWord = sizeof(void*), kCount = 201 * kWord;
+  for (const char* name : {"a", "b"}) files_["\\V\\presets\\" + std::string(name) + ".eqf"];
+  const auto file = [&](size_t slot) {
+    const wchar_t* text = RawField<const wchar_t*>(&feature_, (1 + slot) * kWord);
+    return text ? Utf8(text) : "null";
+  };
+  EXPECT_EQ(RawField<int32_t>(&feature_, kCount), 0);
+  feature_.ListPresets(L"\\V");
+  EXPECT_EQ(RawField<int32_t>(&feature_, kCount), 2);
+  EXPECT_EQ(file(0) + file(1) + file(2) + file(199), "a.eqfb.eqfnullnull");
+  feature_.ClearPresets();
+  EXPECT_EQ(RawField<int32_t>(&feature_, kCount), 0);
+  EXPECT_EQ(file(0) + file(1), "nullnull");
+}
+
 TEST_F(PresetsFeatureTest, WithoutMemoryTheRestIsLeftOut) {
-  files_.PutFolder("\\V\\presets");
   for (const char* name : {"a", "b", "c"}) files_["\\V\\presets\\" + std::string(name) + ".eqf"];
   for (int successes = 0; successes <= 3; ++successes) {
     feature_.ClearPresets();
@@ -184,7 +215,6 @@ TEST_F(PresetsFeatureTest, WithoutMemoryTheRestIsLeftOut) {
 }
 
 TEST_F(PresetsFeatureTest, ReadsElevenBytesOrNone) {
-  files_.PutFolder("\\V\\presets");
   std::string& file = files_["\\V\\presets\\Rock.eqf"];
   feature_.ListPresets(L"\\V");
   const std::string whole = std::string(20, '\xFF') + kSettingBytes + "and more";
@@ -207,6 +237,22 @@ TEST_F(PresetsFeatureTest, ReadsElevenBytesOrNone) {
   files_.failing_read = files_.reads;
   EXPECT_EQ(feature_.ReadPreset(0, setting, L"\\V"), 0);
   EXPECT_EQ(files_.open_now, 0);
+}
+
+// Those that the build makes for the host, from the real folder.
+TEST_F(PresetsFeatureTest, TheShippedPresetsAreReadableAndDifferent) {
+  PresetsFeature feature(SystemFiles(), prompts_);
+  ASSERT_GE(feature.ListPresets(L"."), 10);
+  std::set<std::string> settings;
+  for (const char* name : {"flat", "rock", "pop", "jazz", "classical", "dance", "vocal", "bass",
+                           "treble", "loudness"}) {
+    uint8_t setting[kEqualizerSettingBytes];
+    ASSERT_EQ(feature.ReadPreset(feature.FindPreset(Wide(name)), setting, L"."), 1) << name;
+    for (uint8_t value : setting) EXPECT_LE(value, 27) << name;
+    settings.insert(std::string(setting, setting + sizeof(setting)));
+  }
+  EXPECT_EQ(settings.size(), 10u);
+  EXPECT_EQ(settings.count('\x0D' + std::string(10, '\x0E')), 1u) << "flat leaves all as it is";
 }
 
 }  // namespace

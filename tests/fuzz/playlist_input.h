@@ -23,7 +23,7 @@ class OneFile final : public FileSystem {
   }
 
   OpenFile<FileReader> OpenRead(const wchar_t* path, Share) noexcept override {
-    if (CompareNoCase(path, path_) != 0) return {};
+    if (!EqualNoCase(path, path_)) return {};
     return OpenFile<FileReader>(HeapNew<Reader>(bytes_));
   }
   OpenFile<FileWriter> OpenWrite(const wchar_t*, Share) noexcept override { return {}; }
@@ -39,6 +39,7 @@ class OneFile final : public FileSystem {
   bool SetAttributes(const wchar_t*, uint32_t) noexcept override { return false; }
   bool Delete(const wchar_t*) noexcept override { return false; }
   bool Move(const wchar_t*, const wchar_t*) noexcept override { return false; }
+  bool Replace(const wchar_t*, const wchar_t*) noexcept override { return true; }
   bool List(const wchar_t*, FolderVisitor&) noexcept override { return false; }
 
  private:
@@ -60,6 +61,7 @@ class OneFile final : public FileSystem {
     bool Write(const void* data, size_t bytes) noexcept override {
       return bytes_->AppendRange(static_cast<const uint8_t*>(data), bytes);
     }
+    bool Flush() noexcept override { return true; }
     bool SeekFromEnd(uint32_t) noexcept override { return false; }
     void Close() noexcept override { HeapDelete(this); }
 

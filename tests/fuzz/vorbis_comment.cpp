@@ -7,8 +7,8 @@
 #include <string>
 
 #include "base/text/wide.h"
-#include "tests/fuzz/require.h"
 #include "input/vorbis/comments.h"
+#include "tests/fuzz/require.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using namespace kelvo;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "base/windows/resources.h"
 #include "entry/language/modules.h"
 #include "entry/language/text_entry_dialog.h"
@@ -20,12 +22,28 @@ using test::Utf8;
 
 constexpr uint32_t kPartial = 0x0452;
 
-// Ends at once, and stores its title in the text that the parameter points to.
-INT_PTR CALLBACK TellTitle(HWND window, UINT message, WPARAM, LPARAM lparam) {
+struct Seen {
+  std::string title;
+  HINSTANCE instance;
+};
+
+// Ends at once, and stores what it saw where the parameter points.
+INT_PTR CALLBACK Look(HWND window, UINT message, WPARAM, LPARAM lparam) {
   if (message != WM_INITDIALOG) return FALSE;
   wchar_t title[64];
   GetWindowTextW(window, title, 64);
-  if (lparam) *reinterpret_cast<std::string*>(lparam) = Utf8(title);
+  static Seen ignored;
+  Seen& seen = lparam ? *reinterpret_cast<Seen*>(lparam) : ignored;
+  seen = {Utf8(title), reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(window, GWLP_HINSTANCE))};
+  EndDialog(window, seen.title == "Ag enw" ? 8 : 7);
+  return FALSE;
+}
+
+INT_PTR CALLBACK SwitchToEnglish(HWND window, UINT message, WPARAM, LPARAM) {
+  if (message != WM_INITDIALOG) return FALSE;
+  LoadLanguageLibrary(0, true);
+  EXPECT_TRUE(GetModuleHandleW(L"kv_mui.0452.dll"));
+  EXPECT_FALSE(LanguageModule()) << "what opens now is English";
   EndDialog(window, 7);
   return FALSE;
 }
@@ -37,19 +55,36 @@ class LocalizedTest : public ::testing::Test {
 };
 
 TEST_F(LocalizedTest, FindsTheLibraryByItsName) {
+  // The general pattern, and letters among the digits: libraries that nobody else has.
+  for (const wchar_t* copy : {L"mui.0452.dll", L"kv_mui.0ABF.dll"}) {
+    ASSERT_TRUE(CopyFileW(L"kv_mui.0452.dll", copy, FALSE));
+  }
   const struct {
     uint32_t id;
     bool own;
     bool loads;
-    bool found;
+    const char* name;
   } kCases[] = {
-      {kPartial, true, true, true}, {kPartial, false, false, false},
-      {0, true, true, false},       {1033, true, true, false},
-      {0x0C0B, true, false, false}, {0xFFFFFFFF, true, false, false},
+      {kPartial, true, true, "kv_mui.0452.dll"},
+      {kPartial, false, true, "mui.0452.dll"},
+      {0x0ABF, true, true, "kv_mui.0ABF.dll"},
+      {0x0ABF, false, false, ""},
+      {kPartial, true, true, "kv_mui.0452.dll"},
+      {0, true, true, ""},
+      {1033, true, true, ""},
+      {0x0C0B, true, false, ""},
+      {0xFFFFFFFF, true, false, ""},
   };
   for (const auto& c : kCases) {
     EXPECT_EQ(LoadLanguageLibrary(c.id, c.own), c.loads) << c.id;
-    EXPECT_EQ(LanguageModule() != nullptr, c.found) << c.id;
+    wchar_t path[MAX_PATH] = L"";
+    if (LanguageModule()) GetModuleFileNameW(LanguageModule(), path, MAX_PATH);
+    const std::string name = Utf8(path);
+    EXPECT_EQ(name.substr(name.rfind('\\') + 1), c.name);
+  }
+  for (const wchar_t* copy : {L"mui.0452.dll", L"kv_mui.0ABF.dll"}) {
+    EXPECT_FALSE(GetModuleHandleW(copy));
+    EXPECT_TRUE(DeleteFileW(copy));
   }
 }
 
@@ -73,14 +108,19 @@ TEST_F(LocalizedTest, FallsBackStringByString) {
   }
 }
 
-TEST_F(LocalizedTest, TakesAMenuBarOnlyWithItsBitmap) {
+TEST_F(LocalizedTest, TakesAMenuBarOnlyAsAWhole) {
   LoadLanguageLibrary(kPartial, true);
   const struct {
     UINT menu;
     int bitmap;
     bool from_language;
-  } kCases[] = {
-      {IDM_TEST_BAR, 0, true}, {IDM_TEST_BAR, 114, false}, {0, 0, false}, {999, 0, false}};
+  } kCases[] = {{IDM_TEST_BAR, 0, true},
+                {IDM_TEST_BAR, 114, false},
+                {IDM_NO_TABLE, 0, false},
+                {IDM_SHORT_TABLE, 0, false},
+                {IDM_LACKS_COMMAND, 0, false},
+                {0, 0, false},
+                {999, 0, false}};
   for (const auto& c : kCases) {
     SHMENUBARINFO info = {};
     info.cbSize = sizeof(info);
@@ -92,46 +132,77 @@ TEST_F(LocalizedTest, TakesAMenuBarOnlyWithItsBitmap) {
   }
 }
 
-TEST_F(LocalizedTest, RunsEachDialogInTheLanguageThatHasIt) {
+TEST_F(LocalizedTest, RunsEachDialogInTheLanguageThatHasAllOfIt) {
   LoadLanguageLibrary(kPartial, true);
-  std::string title;
-  const LPARAM parameter = reinterpret_cast<LPARAM>(&title);
-  EXPECT_EQ(LocalizedDialogBox(OwnModule(), IDD_TEXT_ENTRY, nullptr, TellTitle, parameter), 7);
-  EXPECT_EQ(title, "Golygu Enw Ffeil");
-  EXPECT_EQ(LocalizedDialogBox(OwnModule(), IDD_BUILT_IN_ONLY, nullptr, TellTitle, parameter), 7);
-  EXPECT_EQ(title, "Only English");
-  EXPECT_EQ(
-      LocalizedDialogBox(OwnModule(), MAKEINTRESOURCEW(IDD_BUILT_IN_ONLY), nullptr, TellTitle), 7);
-  EXPECT_EQ(LocalizedDialogBox(OwnModule(), 998, nullptr, TellTitle, 0), -1);
+  const struct {
+    UINT id;
+    const char* title;
+    bool from_language;
+  } kCases[] = {{IDD_TEXT_ENTRY, "Golygu Enw Ffeil", true},
+                {IDD_EXTENDED, "Estynedig", true},
+                {IDD_BUILT_IN_ONLY, "Only English", false},
+                {IDD_LACKS_BUTTON, "With a button", false}};
+  for (const auto& c : kCases) {
+    Seen seen = {};
+    EXPECT_EQ(LocalizedDialogBox(OwnModule(), c.id, nullptr, Look, reinterpret_cast<LPARAM>(&seen)),
+              7);
+    EXPECT_EQ(seen.title, c.title);
+    EXPECT_EQ(seen.instance, c.from_language ? LanguageModule() : OwnModule()) << c.title;
+  }
+  EXPECT_EQ(LocalizedDialogBox(OwnModule(), L"NAMED_DIALOG", nullptr, Look), 8);
+  LoadLanguageLibrary(0, true);
+  EXPECT_EQ(LocalizedDialogBox(OwnModule(), L"NAMED_DIALOG", nullptr, Look), 7);
+  EXPECT_EQ(LocalizedDialogBox(OwnModule(), 998, nullptr, Look, 0), -1);
 }
 
-TEST_F(LocalizedTest, TheTextEntryDialogTakesNoEmptyText) {
-  TextEntryDialog entry;
-  entry.SetText(L"old name");
-  {
-    DialogDriver driver(L"Edit File Name", [](HWND dialog) {
-      wchar_t text[64];
-      GetDlgItemTextW(dialog, IDC_TEXT_ENTRY, text, 64);
-      EXPECT_EQ(Utf8(text), "old name");
-      EXPECT_TRUE(KelvoInputPanelState());
-      SetDlgItemTextW(dialog, IDC_TEXT_ENTRY, L"");
-      SendMessageW(dialog, WM_COMMAND, IDOK, 0);
-      EXPECT_TRUE(IsWindow(dialog)) << "stays open";
-      SetDlgItemTextW(dialog, IDC_TEXT_ENTRY, L"new name");
-      SendMessageW(dialog, WM_COMMAND, IDOK, 0);
-    });
-    EXPECT_TRUE(entry.Run(nullptr));
-  }
-  EXPECT_EQ(Utf8(entry.GetText()), "new name");
+TEST_F(LocalizedTest, ADialogKeepsItsLanguageWhileItIsOpen) {
+  LoadLanguageLibrary(kPartial, true);
+  EXPECT_EQ(LocalizedDialogBox(OwnModule(), IDD_TEXT_ENTRY, nullptr, SwitchToEnglish, 0), 7);
+  EXPECT_FALSE(GetModuleHandleW(L"kv_mui.0452.dll"));
+}
+
+// One run of the text entry dialog, as the user sees it when it opens; then `typed` goes letter by
+// letter to whatever has the focus, and the button is chosen.
+std::string Enter(TextEntryDialog& entry, const std::wstring& typed, int button) {
+  std::string offered;
+  DialogDriver driver(L"Edit File Name", [&](HWND dialog) {
+    const HWND edit = GetDlgItem(dialog, IDC_TEXT_ENTRY);
+    wchar_t text[kTextCapacity];
+    GetWindowTextW(edit, text, kTextCapacity);
+    offered = Utf8(text);
+    EXPECT_TRUE(KelvoInputPanelState());
+    GUITHREADINFO focus = {};
+    focus.cbSize = sizeof(focus);
+    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &focus);
+    EXPECT_EQ(focus.hwndFocus, edit);
+    for (const wchar_t letter : typed) SendMessageW(edit, WM_CHAR, letter, 0);
+    SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    if (!IsWindowVisible(dialog)) return;
+    offered += ", stays open";
+    SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+  });
+  offered += entry.Run(nullptr) ? ", confirmed" : ", cancelled";
   EXPECT_FALSE(KelvoInputPanelState());
-  {
-    DialogDriver driver(L"Edit File Name", [](HWND dialog) {
-      SetDlgItemTextW(dialog, IDC_TEXT_ENTRY, L"unwanted");
-      SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-    });
-    EXPECT_FALSE(entry.Run(nullptr));
-  }
-  EXPECT_EQ(Utf8(entry.GetText()), "new name");
+  return offered;
+}
+
+TEST_F(LocalizedTest, TheTextEntryDialogTakesOneLineThatIsNotEmpty) {
+  TextEntryDialog entry;
+  const auto* raw = reinterpret_cast<const unsigned char*>(&entry) + sizeof(void*);
+  uint32_t cancelled = 0;
+  std::memcpy(&cancelled, raw + kTextCapacity * sizeof(wchar_t), sizeof(cancelled));
+  EXPECT_EQ(cancelled, 1u);
+  entry.SetText(L"old name");
+  EXPECT_EQ(Utf8(reinterpret_cast<const wchar_t*>(raw)), "old name");
+
+  EXPECT_EQ(Enter(entry, L"\b", IDOK), "old name, stays open, cancelled");
+  EXPECT_EQ(Utf8(entry.GetText()), "");
+  entry.SetText(L"old name");
+  EXPECT_EQ(Enter(entry, L"new", IDOK), "old name, confirmed") << "typing replaces the text";
+  EXPECT_EQ(Enter(entry, L"unwanted", IDCANCEL), "new, cancelled");
+  EXPECT_EQ(Utf8(entry.GetText()), "new");
+  EXPECT_EQ(Enter(entry, std::wstring(400, L'x'), IDOK), "new, confirmed");
+  EXPECT_EQ(Utf8(entry.GetText()), std::string(259, 'x')) << "what does not fit cannot be typed";
 }
 
 }  // namespace

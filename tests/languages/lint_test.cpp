@@ -10,11 +10,11 @@ namespace {
 
 using test::LintLanguage;
 
-class DataFile {
+// Loaded rather than read as a file: the bridge shows the resources of another file than its own.
+class Resources {
  public:
-  explicit DataFile(const wchar_t* name)
-      : module_(LoadLibraryExW(name, nullptr, LOAD_LIBRARY_AS_DATAFILE)) {}
-  ~DataFile() { FreeLibrary(module_); }
+  explicit Resources(const wchar_t* name) : module_(LoadLibraryW(name)) {}
+  ~Resources() { FreeLibrary(module_); }
   HMODULE get() const { return module_; }
 
  private:
@@ -22,8 +22,8 @@ class DataFile {
 };
 
 std::vector<std::string> Lint(const std::string& id) {
-  const DataFile built_in(L"Kelvo.dll");
-  const DataFile language((L"kv_mui." + std::wstring(id.begin(), id.end()) + L".dll").c_str());
+  const Resources built_in(L"Kelvo.dll");
+  const Resources language((L"kv_mui." + std::wstring(id.begin(), id.end()) + L".dll").c_str());
   EXPECT_TRUE(built_in.get() && language.get()) << id;
   return LintLanguage(built_in.get(), language.get());
 }
@@ -44,7 +44,7 @@ TEST_P(EachLanguage, IsInStepAndFitsTheScreen) {
 }
 
 TEST(LintTest, TheBuiltInResourcesFitTheScreen) {
-  const DataFile built_in(L"Kelvo.dll");
+  const Resources built_in(L"Kelvo.dll");
   EXPECT_EQ(Lines(LintLanguage(built_in.get(), built_in.get())), "");
 }
 

@@ -58,12 +58,12 @@ TEST(PlayerLinks, ResumesWhereItWasLeft) {
     {
       Rig rig;
       BookmarkLink link(test::TheLibrary(), rig.player);
-      link.KeepPlace();
+      link.SavePlace();
       EXPECT_FALSE(link.ResumePlace()) << "nothing had been playing";
       rig.player.Add({Media(L"tone_8000_mono.ogg"), Media(L"sample.wma")});
       ASSERT_TRUE(rig.player.PlayTrack(1, 4500));
       rig.player.TogglePause();
-      link.KeepPlace();
+      link.SavePlace();
     }
     Rig rig;
     BookmarkLink link(test::TheLibrary(), rig.player);
@@ -73,9 +73,9 @@ TEST(PlayerLinks, ResumesWhereItWasLeft) {
     EXPECT_EQ(rig.player.tracks().size(), listed ? 2u : 1u);
     EXPECT_GE(rig.player.status().position_ms, 4000u);
     EXPECT_FALSE(link.ResumePlace()) << "taken";
-    link.KeepPlace();
+    link.SavePlace();
     rig.player.Stop();
-    link.KeepPlace();
+    link.SavePlace();
     EXPECT_FALSE(link.ResumePlace()) << "nothing plays any more";
   }
 }

@@ -4,8 +4,7 @@
 
 #include <vector>
 
-#include "effects/bass.h"
-#include "effects/equalizer.h"
+#include "effects/stages.h"
 #include "host/file_reader.h"
 #include "kelvo/ogg_vorbis_input.h"
 #include "tests/player/rig.h"
@@ -68,14 +67,14 @@ TEST(PlayerSound, RunsThroughTheEffects) {
   EXPECT_TRUE(PlayInto(L"sound_plain.wav", &rig) == want) << "at first they are off";
 
   const EqualizerState state = SomeEffects();
-  kelvo::Equalizer equalizer;
-  kelvo::Bass bass;
+  kelvo::EffectsState effects;
+  kelvo::EqualizerPass pass;
   int32_t bands[kEqualizerBands];
   std::copy_n(state.bands, kEqualizerBands, bands);
-  equalizer.Set(state.preamp, bands);
+  kelvo::SetEqualizer(effects, state.preamp, bands);
   const uint32_t frames = static_cast<uint32_t>(want.size() / 2);
-  equalizer.Process(want.data(), frames);
-  bass.Process(want.data(), frames, kelvo::kBassGains[state.bass].a);
+  kelvo::RunEqualizer(effects, pass, kelvo::RunBands, want.data(), frames);
+  kelvo::RunBass(effects, kelvo::kBassGains[state.bass].a, want.data(), frames);
   rig.player.SetEqualizer(state);
   EXPECT_TRUE(PlayInto(L"sound_effects.wav", &rig) == want);
 }

@@ -7,7 +7,7 @@
 
 #include "host/player/response.h"
 #include "host/player/spectrum.h"
-#include "host/player/volume_law.h"
+#include "host/sound_state.h"
 
 namespace velmora {
 namespace {

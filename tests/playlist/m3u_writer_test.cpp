@@ -49,23 +49,26 @@ TEST_F(M3uWriterTest, WritesGoldenBytes) {
                 std::string(254, 'p') + "\r\n");
 }
 
-TEST_F(M3uWriterTest, FailsOnlyWhenTheFileCannotBeCreated) {
+TEST_F(M3uWriterTest, FailsWhenNoFileCanBeCreatedAndNeverLosesTheOldOne) {
   Entry("\\a.mp3", "A", "T");
   Entry("\\b.mp3");
   files_.Put("\\out.m3u", "old", kAttributeReadOnly);
   EXPECT_FALSE(WriteM3u(files_, L"\\out.m3u", list_));
-  EXPECT_EQ(files_.Find("\\out.m3u")->bytes, "old");
+  EXPECT_FALSE(WriteM3u(files_, L"\\none\\out.m3u", list_));
   files_.Put("\\out.m3u", "old");
-  files_.FailAfter(0);
-  EXPECT_FALSE(WriteM3u(files_, L"\\out.m3u", list_));
-  const char* const kLost[] = {
-      "#EXTINF:-1,A - T\r\n\\a.mp3\r\n\\b.mp3\r\n", "#EXTM3U:\r\n\\a.mp3\r\n\\b.mp3\r\n",
-      "#EXTM3U:\r\n#EXTINF:-1,A - T\r\n\\b.mp3\r\n", "#EXTM3U:\r\n#EXTINF:-1,A - T\r\n\\a.mp3\r\n"};
-  for (long n = 0; n < 4; ++n) {
-    files_.FailAfter(1 + n);
-    EXPECT_EQ(Written(), kLost[n]) << "one line is lost";
-    EXPECT_TRUE(files_.fault_triggered());
+  int created = 0;
+  for (long n = 0;; ++n) {
+    bool complete = false;
+    files_.FailAfter(n, true);
+    created += WriteM3u(files_, L"\\out.m3u", list_, &complete);
+    EXPECT_EQ(complete, !files_.fault_triggered());
+    if (complete) break;
+    EXPECT_EQ(files_.Find("\\out.m3u")->bytes, "old") << n;
   }
+  EXPECT_EQ(created, 8) << "four lines, the end, two moves; and once all of them";
+  EXPECT_EQ(files_.Find("\\out.m3u")->bytes,
+            "#EXTM3U:\r\n#EXTINF:-1,A - T\r\n\\a.mp3\r\n\\b.mp3\r\n");
+  EXPECT_EQ(files_.open_now, 0);
 }
 
 TEST_F(M3uWriterTest, ReadsBackWhatItWrote) {

@@ -21,6 +21,12 @@ struct Recorder {
   std::vector<NMRGINFO> gestures;
   std::vector<WPARAM> menu_keys;  // pressed while a menu is open
   SHMENUBARINFO bar = {};
+  RECT bar_place = {};
+
+  const RECT& BarPlace() {
+    GetWindowRect(bar.hwndMB, &bar_place);
+    return bar_place;
+  }
 };
 
 inline SHMENUBARINFO BarOf(HWND parent, UINT id, int bitmap, DWORD flags = 0) {

@@ -60,11 +60,13 @@ TEST(ArchiveSkinTest, ReadsContentsOfAllKinds) {
       "",           "x",           std::string("\0\r\n\x1A", 4), std::string(100000, 'z'),
       Noise(16384), Noise(100001), "PK\x05\x06 PK\x06\x07"};
   for (const std::string& content : contents) {
-    for (bool deflated : {false, true}) {
+    for (int form = 0; form < 4; ++form) {
+      ZipMember member{"main.bmp", content, (form & 1) != 0};
+      member.streamed = (form & 2) != 0;
       ZipBuilder zip;
-      zip.Add({"a", Noise(3000)}).Add({"main.bmp", content, deflated}).Add({"z", "after"});
+      zip.Add({"a", Noise(3000)}).Add(member).Add({"z", "after"});
       const std::string want = "<" + content + ">";
-      EXPECT_TRUE(ReadMember(zip.Bytes()) == want) << content.size();
+      EXPECT_TRUE(ReadMember(zip.Bytes()) == want) << content.size() << ", form " << form;
       EXPECT_TRUE(ReadMember(zip.Bytes(std::string(65000, 'c'))) == want) << "with a comment";
       EXPECT_TRUE(ReadMember(Noise(5000) + zip.Bytes()) == want) << "behind other data";
       EXPECT_TRUE(ReadMember(zip.Bytes64()) == want) << "with a 64-bit directory";
@@ -72,7 +74,22 @@ TEST(ArchiveSkinTest, ReadsContentsOfAllKinds) {
   }
 }
 
-TEST(ArchiveSkinTest, ReadsMembersWithLaterSizesAndWideFields) {
+TEST(ArchiveSkinTest, FindsTheEndBehindWhatOnlyLooksLikeIt) {
+  ZipBuilder zip;
+  zip.Add({"main.bmp", "content"});
+  const std::string end = ZipBuilder().Bytes();
+  const std::string locator = "PK\x06\x07" + std::string(16, '\0');
+  const std::string longest(0xFFFF - 22, 'c');
+  for (const std::string& comment :
+       {std::string("PK\x05\x06"), end + " ", "x" + end + "PPPP", locator + end + "PK",
+        end + std::string(5000, 'P'), longest + end.substr(0, 20) + "xx", longest + "c"}) {
+    EXPECT_EQ(ReadMember(zip.Bytes(comment)), "<content>") << comment.size();
+  }
+  EXPECT_EQ(ReadMember(zip.Bytes() + "more"), "none") << "no end is at the end";
+  EXPECT_EQ(ReadMember(zip.Bytes("cut").substr(0, zip.Bytes().size() + 2)), "none");
+}
+
+TEST(ArchiveSkinTest, ReadsOtherExtraFieldsAndWideSizes) {
   ZipMember member{"main.bmp", "content"};
   member.extra = "\x55\x54" + ZipBuilder::Number(5, 2) + "\x01time";
   EXPECT_EQ(ReadMember(ZipBuilder().Add(member).Bytes()), "<content>") << "other extra fields";

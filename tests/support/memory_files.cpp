@@ -12,7 +12,13 @@ namespace kelvo::test {
 namespace {
 
 bool SameName(const std::string& a, const std::string& b) {
-  return a.size() == b.size() && CompareNoCase(a.c_str(), b.c_str()) == 0;
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i) {
+    if (FoldAscii(a[i]) == FoldAscii(b[i])) continue;
+    // Only now and then a name that takes the long way.
+    return (a[i] & b[i] & 0x80) != 0 && EqualNoCase(Wide(a), Wide(b));
+  }
+  return true;
 }
 
 // "*" and "?"; "*.*" is every name.
@@ -32,7 +38,8 @@ bool Matches(const char* pattern, const char* name) {
 // Keeps its own copy of the bytes: a file that is replaced meanwhile does not change under it.
 class MemoryFiles::Reader final : public FileReader {
  public:
-  Reader(MemoryFiles* owner, const std::string& bytes) : owner_(owner), bytes_(bytes) {}
+  Reader(MemoryFiles* owner, const File& file)
+      : owner_(owner), path_(file.path), bytes_(file.bytes) {}
   uint64_t SizeBytes() noexcept override { return bytes_.size(); }
   ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
     *got = 0;
@@ -44,12 +51,13 @@ class MemoryFiles::Reader final : public FileReader {
     return ReadResult::kOk;
   }
   void Close() noexcept override {
-    owner_->CountOpen(-1);
+    owner_->Closed(path_);
     HeapDelete(this);
   }
 
  private:
   MemoryFiles* owner_;
+  std::string path_;
   std::string bytes_;
 };
 
@@ -72,8 +80,9 @@ class MemoryFiles::Writer final : public FileWriter {
     at_ = file->bytes.size() - distance;
     return true;
   }
+  bool Flush() noexcept override { return owner_->Begin("flush"); }
   void Close() noexcept override {
-    owner_->CountOpen(-1);
+    owner_->Closed(path_);
     HeapDelete(this);
   }
 
@@ -120,9 +129,27 @@ bool MemoryFiles::Begin(const std::string& call) {
   return !fails;
 }
 
-void MemoryFiles::CountOpen(int change) {
-  open_now += change;
-  most_open = std::max(most_open, open_now);
+void MemoryFiles::Opened(const std::string& path) {
+  open_.push_back(path);
+  most_open = std::max(most_open, ++open_now);
+}
+
+void MemoryFiles::Closed(const std::string& path) {
+  open_.erase(std::find(open_.begin(), open_.end(), path));
+  --open_now;
+}
+
+bool MemoryFiles::IsOpen(const std::string& path) const {
+  return std::any_of(open_.begin(), open_.end(),
+                     [&](const std::string& open) { return SameName(open, path); });
+}
+
+bool MemoryFiles::HasFolder(const std::string& path) const {
+  if (path.empty() || path.back() == ':') return true;
+  return std::any_of(files_.begin(), files_.end(), [&](const File& file) {
+    if (SameName(file.path, path)) return (file.attributes & kAttributeFolder) != 0;
+    return SameName(file.path.substr(0, path.size() + 1), path + '\\');
+  });
 }
 
 OpenFile<FileReader> MemoryFiles::OpenRead(const wchar_t* path, Share share) noexcept {
@@ -130,8 +157,8 @@ OpenFile<FileReader> MemoryFiles::OpenRead(const wchar_t* path, Share share) noe
   const bool allowed = Begin("open " + Utf8(path));
   const File* file = Find(Utf8(path));
   if (!allowed || !file || file->unreadable || (file->attributes & kAttributeFolder)) return {};
-  Reader* reader = HeapNew<Reader>(this, file->bytes);
-  if (reader) CountOpen(1);
+  Reader* reader = HeapNew<Reader>(this, *file);
+  if (reader) Opened(file->path);
   return OpenFile<FileReader>(reader);
 }
 
@@ -141,11 +168,12 @@ OpenFile<FileWriter> MemoryFiles::MakeWriter(const std::string& path) {
     return {};
   }
   Writer* writer = HeapNew<Writer>(this, path);
-  if (writer) CountOpen(1);
+  if (writer) Opened(path);
   return OpenFile<FileWriter>(writer);
 }
 
-OpenFile<FileWriter> MemoryFiles::OpenWrite(const wchar_t* path, Share) noexcept {
+OpenFile<FileWriter> MemoryFiles::OpenWrite(const wchar_t* path, Share share) noexcept {
+  last_share = share;
   if (!Begin("open-write " + Utf8(path))) return {};
   return MakeWriter(Utf8(path));
 }
@@ -155,6 +183,9 @@ OpenFile<FileWriter> MemoryFiles::Create(const wchar_t* path, Share share) noexc
   const bool allowed = Begin("create " + Utf8(path));
   if (!allowed || refuse_create || WideLength(path) >= kTextCapacity) return {};
   const std::string name = Utf8(path);
+  const size_t slash = name.rfind('\\');
+  const bool in_folder = slash == std::string::npos || HasFolder(name.substr(0, slash));
+  if (!in_folder || slash + 1 == name.size()) return {};
   File* file = Find(name);
   if (!file) file = &Put(name, "");
   OpenFile<FileWriter> writer = MakeWriter(name);
@@ -163,10 +194,13 @@ OpenFile<FileWriter> MemoryFiles::Create(const wchar_t* path, Share share) noexc
 }
 
 bool MemoryFiles::GetAttributes(const wchar_t* path, uint32_t* attributes) noexcept {
-  const bool allowed = Begin("attributes " + Utf8(path));
-  const File* file = Find(Utf8(path));
-  if (!allowed || !file) return false;
-  *attributes = file->attributes;
+  std::string name = Utf8(path);
+  const bool allowed = Begin("attributes " + name);
+  const File* file = Find(name);
+  if (!name.empty() && name.back() == '\\') name.pop_back();
+  const bool is_folder = !file && HasFolder(name);
+  if (!allowed || (!file && !is_folder)) return false;
+  *attributes = file ? file->attributes : kAttributeFolder;
   return true;
 }
 
@@ -181,7 +215,9 @@ bool MemoryFiles::SetAttributes(const wchar_t* path, uint32_t attributes) noexce
 bool MemoryFiles::Delete(const wchar_t* path) noexcept {
   const bool allowed = Begin("delete " + Utf8(path));
   const File* file = Find(Utf8(path));
-  if (!allowed || !file || (file->attributes & kAttributeReadOnly)) return false;
+  if (!allowed || !file || (file->attributes & kAttributeReadOnly) || IsOpen(file->path)) {
+    return false;
+  }
   files_.erase(files_.begin() + (file - files_.data()));
   return true;
 }
@@ -189,8 +225,23 @@ bool MemoryFiles::Delete(const wchar_t* path) noexcept {
 bool MemoryFiles::Move(const wchar_t* from, const wchar_t* to) noexcept {
   const bool allowed = Begin("move " + Utf8(from) + " " + Utf8(to));
   File* file = Find(Utf8(from));
-  if (!allowed || !file || Find(Utf8(to))) return false;
+  if (!allowed || !file || Find(Utf8(to)) || IsOpen(file->path)) return false;
   file->path = Utf8(to);
+  return true;
+}
+
+bool MemoryFiles::Replace(const wchar_t* from, const wchar_t* to) noexcept {
+  const bool allowed = Begin("replace " + Utf8(from) + " " + Utf8(to));
+  const File* old = Find(Utf8(to));
+  if (!allowed || !Find(Utf8(from)) || IsOpen(Utf8(from)) || WideLength(to) >= kTextCapacity) {
+    return false;
+  }
+  if (old) {
+    constexpr uint32_t kKept = kAttributeFolder | kAttributeReadOnly;
+    if (old->locked || (old->attributes & kKept) || IsOpen(old->path)) return false;
+    files_.erase(files_.begin() + (old - files_.data()));
+  }
+  Find(Utf8(from))->path = Utf8(to);
   return true;
 }
 

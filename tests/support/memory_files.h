@@ -1,6 +1,7 @@
 // A file system in memory: logs every call, and fails the n-th one on demand. Names are UTF-8 and
 // compared without case (ASCII); listings are in the order in which the names were put. As on the
-// device, a path of 260 characters or more cannot be created or listed.
+// device, a path of 260 characters or more cannot be created or listed, a new file needs its folder
+// (which is there as soon as a file is in it), and what is open cannot be moved or deleted.
 #pragma once
 
 #include <string>
@@ -54,6 +55,7 @@ class MemoryFiles final : public FileSystem {
   bool SetAttributes(const wchar_t* path, uint32_t attributes) noexcept override;
   bool Delete(const wchar_t* path) noexcept override;
   bool Move(const wchar_t* from, const wchar_t* to) noexcept override;
+  bool Replace(const wchar_t* from, const wchar_t* to) noexcept override;
   bool List(const wchar_t* pattern, FolderVisitor& visitor) noexcept override;
 
  private:
@@ -62,9 +64,13 @@ class MemoryFiles final : public FileSystem {
   // Logs the call; false when it is the one that fails.
   bool Begin(const std::string& call);
   OpenFile<FileWriter> MakeWriter(const std::string& path);
-  void CountOpen(int change);
+  void Opened(const std::string& path);
+  void Closed(const std::string& path);
+  bool IsOpen(const std::string& path) const;
+  bool HasFolder(const std::string& path) const;
 
   std::vector<File> files_;
+  std::vector<std::string> open_;
   long left_ = -1;
   bool from_then_on_ = false;
   bool triggered_ = false;

@@ -15,42 +15,47 @@ class MemoryReader final : public MediaReader {
  public:
   explicit MemoryReader(std::vector<char> bytes) : bytes_(std::move(bytes)) {}
 
-  int fail_reads_from = -1;  // the n-th read and all later ones fail
+  int fail_reads_from = -1;  // the n-th read and all later ones fail, though with a count
   bool fail_seeks = false;
+  int64_t failed_seek = kSeekFailed;  // what such a seek answers
   bool fail_open = false;
   bool refuse_release = false;
   int32_t close_result = 1;
   int reads = 0;
-  std::string log;  // "open", "close", "release", each followed by a blank
+  uint64_t bytes_read = 0;  // by all of them
+  uint32_t mode = 0;        // of the last Open
+  std::string log;          // "open", "close", "release" with its words, each followed by a blank
 
   int64_t Seek(int64_t offset, uint32_t origin) noexcept override {
-    if (fail_seeks) return kSeekFailed;
+    if (fail_seeks) return failed_seek;
     const int64_t size = static_cast<int64_t>(bytes_.size());
     const int64_t base = origin == kSeekStart ? 0 : origin == kSeekCurrent ? position_ : size;
     if (base + offset < 0) return kSeekFailed;
     return position_ = base + offset;
   }
-  int32_t Read(void* destination, uint32_t bytes, uint32_t* bytes_read) noexcept override {
-    *bytes_read = 0;
-    if (fail_reads_from >= 0 && reads++ >= fail_reads_from) return 0;
+  int32_t Read(void* destination, uint32_t bytes, uint32_t* count) noexcept override {
+    *count = bytes;
+    if (reads++ >= fail_reads_from && fail_reads_from >= 0) return 0;
     const int64_t size = static_cast<int64_t>(bytes_.size());
     const int64_t left = position_ < size ? size - position_ : 0;
-    *bytes_read = left < bytes ? static_cast<uint32_t>(left) : bytes;
-    if (*bytes_read > 0) memcpy(destination, bytes_.data() + position_, *bytes_read);
-    position_ += *bytes_read;
+    *count = left < bytes ? static_cast<uint32_t>(left) : bytes;
+    if (*count > 0) memcpy(destination, bytes_.data() + position_, *count);
+    position_ += *count;
+    bytes_read += *count;
     return 1;
   }
   int32_t Close() noexcept override {
     log += "close ";
     return close_result;
   }
-  int32_t Open(const wchar_t*, uint32_t) noexcept override {
+  int32_t Open(const wchar_t*, uint32_t open_mode) noexcept override {
     log += "open ";
+    mode = open_mode;
     position_ = 0;
     return !fail_open;
   }
-  int32_t Release(HostWord, HostWord) noexcept override {
-    log += "release ";
+  int32_t Release(HostWord a, HostWord b) noexcept override {
+    log += "release" + std::to_string(a) + "," + std::to_string(b) + " ";
     return !refuse_release;
   }
 

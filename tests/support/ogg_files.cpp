@@ -78,11 +78,11 @@ std::vector<std::vector<char>> Packets(const std::vector<char>& file, std::vecto
 }
 
 std::vector<char> Joined(const std::vector<std::vector<char>>& packets,
-                         const std::vector<int64_t>& ends) {
+                         const std::vector<int64_t>& ends, int serial = 77) {
   std::vector<char> file;
   WithHeap([&] {
     ogg_stream_state stream;
-    ogg_stream_init(&stream, 77);
+    ogg_stream_init(&stream, serial);
     for (size_t i = 0; i < packets.size(); ++i) {
       ogg_packet packet = {};
       packet.packet = reinterpret_cast<unsigned char*>(const_cast<char*>(packets[i].data()));
@@ -148,7 +148,7 @@ std::vector<char> DecodeDirectly(const std::vector<char>& file, int64_t first_fr
 }
 
 std::vector<char> WithComments(const std::vector<char>& file,
-                               const std::vector<std::string>& comments) {
+                               const std::vector<std::string>& comments, int serial) {
   std::vector<int64_t> ends;
   std::vector<std::vector<char>> packets = Packets(file, &ends);
   std::vector<char> header = {3, 'v', 'o', 'r', 'b', 'i', 's'};
@@ -160,7 +160,7 @@ std::vector<char> WithComments(const std::vector<char>& file,
   }
   header.push_back(1);
   packets.at(1) = header;
-  return Joined(packets, ends);
+  return Joined(packets, ends, serial);
 }
 
 std::vector<char> WithoutLength(const std::vector<char>& file) {
@@ -168,6 +168,37 @@ std::vector<char> WithoutLength(const std::vector<char>& file) {
   const std::vector<std::vector<char>> packets = Packets(file, &ends);
   for (int64_t& end : ends) end = end > 0 ? 0 : end;
   return Joined(packets, ends);
+}
+
+std::vector<char> WithLength(const std::vector<char>& file, int64_t frames) {
+  std::vector<int64_t> ends;
+  const std::vector<std::vector<char>> packets = Packets(file, &ends);
+  ends.back() = frames;
+  return Joined(packets, ends);
+}
+
+std::vector<char> Repeated(const std::vector<char>& file, int times) {
+  std::vector<int64_t> ends;
+  std::vector<std::vector<char>> packets = Packets(file, &ends);
+  const size_t count = packets.size();
+  const int64_t frames = ends.back();
+  for (int i = 1; i < times; ++i) {
+    for (size_t p = 3; p < count; ++p) {
+      packets.push_back(packets[p]);
+      ends.push_back(ends[p] < 0 ? -1 : ends[p] + frames * i);
+    }
+  }
+  return Joined(packets, ends);
+}
+
+std::vector<char> WithoutPage(const std::vector<char>& file, int page) {
+  const std::string bytes(file.begin(), file.end());
+  size_t at = 0;
+  for (int i = 0; i < page; ++i) at = bytes.find("OggS", at + 4);
+  const std::string rest = bytes.substr(bytes.find("OggS", at + 4));
+  std::vector<char> result(file.begin(), file.begin() + static_cast<long>(at));
+  result.insert(result.end(), rest.begin(), rest.end());
+  return result;
 }
 
 }  // namespace kelvo::test

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 namespace kelvo::test {
@@ -62,6 +63,32 @@ inline size_t HeapBytes() {
     HeapUnlock(heaps[i]);
   }
   return bytes;
+}
+
+struct Owned {
+  DWORD gdi, user;
+  size_t heap;
+};
+inline Owned CountOwned() {
+  return {GdiObjects(), UserObjects(), HeapBytes()};
+}
+
+// What has grown by one with every second of `times` showings, or by 40 bytes with each, in words:
+// the system's own caches move. Looks first whether the counters see what they are to see.
+inline std::string Grown(const Owned& before, DWORD times) {
+  const Owned now = CountOwned();
+  const HMENU menu = CreateMenu();
+  const HICON icon = CopyIcon(LoadIconW(nullptr, IDI_APPLICATION));
+  std::string grown = UserObjects() == now.user + 2 ? "" : "user objects are not counted ";
+  DestroyMenu(menu);
+  DestroyIcon(icon);
+  if (now.gdi > before.gdi + times / 2)
+    grown += std::to_string(now.gdi - before.gdi) + " GDI objects ";
+  if (now.user > before.user + times / 2)
+    grown += std::to_string(now.user - before.user) + " user objects ";
+  if (now.heap > before.heap + 40 * times)
+    grown += std::to_string(now.heap - before.heap) + " bytes";
+  return grown;
 }
 
 }  // namespace kelvo::test

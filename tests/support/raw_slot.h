@@ -1,6 +1,9 @@
 // Calls an operation of an object as a host with its own declarations does: by its place in the
-// table that the object's first word points to.
+// table that the object's first word points to. And reads its fields by their offsets.
 #pragma once
+
+#include <stddef.h>
+#include <string.h>
 
 namespace kelvo::test {
 
@@ -15,6 +18,13 @@ Result CallSlot(void* object, int slot, Arguments... arguments) {
   using Function = Result(KELVO_SLOT_CALL*)(void*, Arguments...);
   void** table = *static_cast<void***>(object);
   return reinterpret_cast<Function>(table[slot])(object, arguments...);
+}
+
+template <class T>
+T RawField(const void* object, size_t offset) {
+  T value;
+  memcpy(&value, static_cast<const char*>(object) + offset, sizeof(value));
+  return value;
 }
 
 }  // namespace kelvo::test

@@ -2,6 +2,7 @@
 // to go on, so that a test decides where the decoding thread stands.
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <string>
@@ -14,6 +15,7 @@ namespace kelvo::test {
 class RecordingOutput final : public AudioOutput {
  public:
   bool fail_open = false;
+  std::atomic<bool> never_drained{false};
 
   // In hold mode written buffers stay queued.
   void SetHold(bool hold) {
@@ -36,6 +38,14 @@ class RecordingOutput final : public AudioOutput {
     std::lock_guard<std::mutex> guard(mutex_);
     return calls_;
   }
+  size_t writes() const {
+    std::lock_guard<std::mutex> guard(mutex_);
+    return writes_;
+  }
+  void ClearCalls() {
+    std::lock_guard<std::mutex> guard(mutex_);
+    calls_.clear();
+  }
   uint32_t buffer_bytes() const { return buffer_bytes_; }
   std::string format() const { return format_; }
 
@@ -56,6 +66,7 @@ class RecordingOutput final : public AudioOutput {
     }
     queue_.clear();
     pcm_.clear();
+    writes_ = 0;
     played_ = 0;
     paused_ = false;
     return 1;
@@ -85,6 +96,7 @@ class RecordingOutput final : public AudioOutput {
         buffer->valid_bytes != buffer->length_bytes) {
       calls_ += "BAD-WRITE ";
     }
+    ++writes_;
     SlotOf(buffer)->use = Use::kQueued;
     queue_.push_back(buffer);
     if (!hold_ && !paused_) ConsumeQueue();
@@ -117,7 +129,7 @@ class RecordingOutput final : public AudioOutput {
   }
   int32_t Drained() noexcept override {
     std::lock_guard<std::mutex> guard(mutex_);
-    return queue_.empty();
+    return queue_.empty() && !never_drained;
   }
   std::string last_words() const { return last_words_; }
 
@@ -149,6 +161,7 @@ class RecordingOutput final : public AudioOutput {
   std::vector<Slot> slots_;
   std::vector<OutputBuffer*> queue_;
   std::vector<char> pcm_;
+  size_t writes_ = 0;  // since Open
   std::string calls_;
   std::string format_;
   std::string last_words_;

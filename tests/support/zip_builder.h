@@ -20,6 +20,7 @@ struct ZipMember {
   int64_t packed_size = -1;     // in both headers
   std::string local_name = {};  // in front of the data
   std::string extra = {};       // in the directory only
+  bool streamed = false;        // sizes and checksum follow the data
 };
 
 class ZipBuilder {
@@ -48,22 +49,29 @@ class ZipBuilder {
     const std::string packed = m.deflated ? Deflate(m.content) : m.content;
     const uLong crc = crc32(0, reinterpret_cast<const Bytef*>(m.content.data()),
                             static_cast<uInt>(m.content.size()));
-    const std::string common =
-        Number(20, 2) + Number(m.flags, 2) +
-        Number(static_cast<uint64_t>(m.method >= 0 ? m.method
-                                     : m.deflated  ? 8
-                                                   : 0),
-               2) +
-        Number(0, 4) + Number(m.crc >= 0 ? static_cast<uint64_t>(m.crc) : crc, 4) +
+    const int method = m.method >= 0 ? m.method : m.deflated ? 8 : 0;
+    const std::string kind = Number(20, 2) + Number(m.flags | (m.streamed ? 8u : 0u), 2) +
+                             Number(static_cast<uint64_t>(method), 2) + Number(0, 4);
+    const std::string sizes =
+        Number(m.crc >= 0 ? static_cast<uint64_t>(m.crc) : crc, 4) +
         Number(m.packed_size >= 0 ? static_cast<uint64_t>(m.packed_size) : packed.size(), 4) +
         Number(m.size >= 0 ? static_cast<uint64_t>(m.size) : m.content.size(), 4);
     const std::string& local = m.local_name.empty() ? m.name : m.local_name;
-    directory_ += Number(0x02014B50, 4) + Number(20, 2) + common + Number(m.name.size(), 2) +
+    directory_ += Number(0x02014B50, 4) + Number(20, 2) + kind + sizes + Number(m.name.size(), 2) +
                   Number(m.extra.size(), 2) + Number(0, 2) + Number(0, 8) +
                   Number(data_.size(), 4) + m.name + m.extra;
-    data_ +=
-        Number(0x04034B50, 4) + common + Number(local.size(), 2) + Number(0, 2) + local + packed;
+    data_ += Number(0x04034B50, 4) + kind + (m.streamed ? std::string(12, '\0') : sizes) +
+             Number(local.size(), 2) + Number(0, 2) + local + packed;
+    if (m.streamed) data_ += Number(0x08074B50, 4) + sizes;
     ++members_;
+    return *this;
+  }
+  // Counts the last member so many times more.
+  ZipBuilder& Repeat(int times) {
+    const std::string entry = directory_.substr(directory_.rfind("PK\x01\x02"));
+    directory_.reserve(directory_.size() + entry.size() * static_cast<size_t>(times));
+    for (int i = 0; i < times; ++i) directory_ += entry;
+    members_ += static_cast<uint64_t>(times);
     return *this;
   }
   // A directory entry for the member before, under another name.

@@ -35,21 +35,21 @@ struct Played {
 // Opens, asks for everything, reads to the end, seeks to the middle, closes.
 Played PlayThrough(MemoryReader& reader) {
   Played played;
-  VorbisStream* stream = OpenVorbisReader(&reader);
+  OpenVorbis stream = OpenVorbisReader(&reader);
   if (!stream) return played;
   played.opened = true;
   CommentBlock comments;
   VorbisInfo info;
-  GetVorbisComments(stream, &comments);
-  GetVorbisInfo(stream, &info);
+  GetVorbisComments(stream.get(), &comments);
+  GetVorbisInfo(stream.get(), &info);
   char chunk[8192];
   uint32_t count;
-  while ((played.end = ReadVorbis(stream, chunk, sizeof(chunk), &count)) == kReadData) {
+  while ((played.end = ReadVorbis(stream.get(), chunk, sizeof(chunk), &count)) == kReadData) {
     played.pcm.insert(played.pcm.end(), chunk, chunk + count);
   }
-  SeekVorbis(stream, VorbisTotal(stream) / 2);
-  ReadVorbis(stream, chunk, sizeof(chunk), &count);
-  CloseVorbis(stream);
+  SeekVorbis(stream.get(), VorbisTotal(stream.get()) / 2);
+  ReadVorbis(stream.get(), chunk, sizeof(chunk), &count);
+  stream.Close();
   return played;
 }
 
@@ -76,22 +76,22 @@ TEST_F(VorbisStreamTest, AnswersForANullStream) {
   EXPECT_FALSE(GetVorbisInfo(nullptr, &info));
   EXPECT_FALSE(GetVorbisComments(nullptr, &comments));
   CloseVorbis(nullptr);
-  EXPECT_EQ(OpenVorbisReader(nullptr), nullptr);
-  EXPECT_EQ(OpenVorbisPath(L""), nullptr);
-  EXPECT_EQ(OpenVorbisPath(L"no such file.ogg"), nullptr);
+  EXPECT_FALSE(OpenVorbisReader(nullptr));
+  EXPECT_FALSE(OpenVorbisPath(SystemFiles(), L""));
+  EXPECT_FALSE(OpenVorbisPath(SystemFiles(), L"no such file.ogg"));
 }
 
 TEST_F(VorbisStreamTest, ReadsNothingIntoASmallBuffer) {
   MemoryReader reader(ReadMedia("tone_8000_mono.ogg"));
-  VorbisStream* stream = OpenVorbisReader(&reader);
+  OpenVorbis stream = OpenVorbisReader(&reader);
   ASSERT_TRUE(stream);
   std::vector<char> buffer(4096, 'x');
   uint32_t count = 5;
-  EXPECT_EQ(ReadVorbis(stream, buffer.data(), 4095, &count), kReadTooSmall);
+  EXPECT_EQ(ReadVorbis(stream.get(), buffer.data(), 4095, &count), kReadTooSmall);
   EXPECT_EQ(count, 0u);
   EXPECT_EQ(buffer, std::vector<char>(4096, 'x'));
-  EXPECT_EQ(ReadVorbis(stream, buffer.data(), 4096, &count), kReadData);
-  CloseVorbis(stream);
+  EXPECT_EQ(ReadVorbis(stream.get(), buffer.data(), 4096, &count), kReadData);
+  stream.Close();
 }
 
 TEST_F(VorbisStreamTest, RefusesWhatIsNoVorbis) {
@@ -141,18 +141,59 @@ TEST_F(VorbisStreamTest, MapsTheCommentsOfHugeHeaders) {
   } kCases[] = {
       {"none", {}, ""},
       {"64k comments", many, "Found"},
-      {"16 MB", {"COMMENT=" + std::string(16u << 20, 'c'), "TITLE=Behind"}, "Behind"},
+      {"a picture of 4 MB", {"COMMENT=" + std::string(4u << 20, 'c'), "TITLE=Behind"}, "Behind"},
       {"ends in a lead byte", {"TITLE=A\xE2"}, "A"},
       {"holds a zero byte", {std::string("TITLE=A\0B", 9)}, "A"},
   };
   for (const auto& c : kCases) {
     MemoryReader reader(test::WithComments(file, c.comments));
-    VorbisStream* stream = OpenVorbisReader(&reader);
+    OpenVorbis stream = OpenVorbisReader(&reader);
     ASSERT_TRUE(stream) << c.name;
     CommentBlock block;
-    EXPECT_TRUE(GetVorbisComments(stream, &block));
+    EXPECT_TRUE(GetVorbisComments(stream.get(), &block));
     EXPECT_EQ(Utf8(block.title), c.title) << c.name;
-    CloseVorbis(stream);
+    stream.Close();
+  }
+}
+
+TEST_F(VorbisStreamTest, RefusesCommentsThatNoDeviceCouldHoldBeforeTheirEnd) {
+  for (const char* comment : {"COMMENT=", "TITLE=T"}) {
+    std::vector<std::string> comments(comment[0] == 'C' ? 1 : 800000, comment);
+    if (comments.size() == 1) comments[0].resize(60u << 20, 'c');
+    MemoryReader reader(test::WithComments(ReadMedia("tone_8000_mono.ogg"), comments));
+    EXPECT_FALSE(OpenVorbisReader(&reader));
+    EXPECT_LT(reader.bytes_read, 17u << 20);
+  }
+}
+
+// The title stays when the decoder is lost, and belongs to the link that is played.
+TEST_F(VorbisStreamTest, TellsTheCommentsOfTheCurrentLink) {
+  std::vector<char> file = test::WithComments(ReadMedia("tone_8000_mono.ogg"), {"TITLE=one"});
+  const std::vector<char> second =
+      test::WithComments(ReadMedia("tone_44100_stereo.ogg"), {"TITLE=two"}, 78);
+  file.insert(file.end(), second.begin(), second.end());
+  MemoryReader reader(file);
+  OpenVorbis stream = OpenVorbisReader(&reader);
+  ASSERT_TRUE(stream);
+  EXPECT_EQ(VorbisTotal(stream.get()), 16000 + 88200);
+  char pcm[4096];
+  uint32_t count;
+  const struct {
+    int64_t place;
+    bool memory_fails;
+    const char* title;
+  } kSteps[] = {
+      {0, false, "one"}, {20000, false, "two"}, {100, false, "one"}, {30000, true, "one"}};
+  for (const auto& step : kSteps) {
+    {
+      HeapFaults faults(step.memory_fails ? 0 : 1000000, HeapFaults::Mode::kFromThenOn);
+      EXPECT_EQ(SeekVorbis(stream.get(), step.place), !step.memory_fails) << step.place;
+      EXPECT_EQ(ReadVorbis(stream.get(), pcm, sizeof(pcm), &count),
+                step.memory_fails ? kReadError : kReadData);
+    }
+    CommentBlock block;
+    EXPECT_TRUE(GetVorbisComments(stream.get(), &block));
+    EXPECT_EQ(Utf8(block.title), step.title);
   }
 }
 

@@ -84,12 +84,8 @@ TEST_F(WmaPlaybackTest, EveryBlockReachesTheDeviceThroughTheEffects) {
       {"bass, the equalizer's memory stays", "sample.wma", false, 2},
   };
   const int32_t kBands[10] = {0, 14, 27, 0, 14, 27, 0, 14, 27, 0};
-  const int64_t kGains[10] = {16384, 6189, -3276, 16384, 6189, -3276, 16384, 6189, -3276, 16384};
-  test::ReferenceEqualizer equalizer;
-  equalizer.preamp_index = 17;
-  for (int k = 0; k < 10; ++k) equalizer.gains[k] = kGains[k];
-  test::ReferenceBass bass;
-  bass.gain = 0x16666666;
+  test::ReferenceEffects reference;
+  reference.SetEqualizer(10, kBands);
   effects.SetEqualizer(10, kBands);
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.name);
@@ -110,8 +106,11 @@ TEST_F(WmaPlaybackTest, EveryBlockReachesTheDeviceThroughTheEffects) {
 
     std::vector<int16_t> want = effects.before;
     ASSERT_GT(want.size(), 600000u);
-    if (c.equalizer) equalizer.Process(&want);
-    if (c.bass) bass.Process(&want);
+    const auto bytes = static_cast<int32_t>(want.size() * sizeof(int16_t));
+    reference.enabled = c.equalizer;
+    reference.SetBassMode(c.bass);
+    reference.ProcessEqualizer(want.data(), bytes);
+    reference.ProcessBass(want.data(), bytes);
     const WavBytes heard = ReadWav(sink);
     EXPECT_TRUE(heard.ok);
     EXPECT_TRUE(heard.samples == want);

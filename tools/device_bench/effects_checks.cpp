@@ -61,7 +61,8 @@ class Pair {
     process_.CallSlot(object_, 1, {static_cast<uint32_t>(setting.bass)});
   }
 
-  // True when the same samples come out; `instructions` are those of the device.
+  // True when the same samples come out, and every word behind the table of operations is the same;
+  // `instructions` are those of the device.
   bool Run(bool bass, std::vector<int16_t> signal, uint32_t block_frames, uint64_t* instructions) {
     const uint32_t bytes = static_cast<uint32_t>(2 * signal.size());
     const uint32_t samples = process_.heap.Take(bytes);
@@ -83,18 +84,26 @@ class Pair {
       at += part;
     }
     *instructions = process_.machine.instructions() - before;
-    same = same && memcmp(process_.machine.At(samples, bytes), signal.data(), bytes) == 0;
+    same = same && memcmp(process_.machine.At(samples, bytes), signal.data(), bytes) == 0 &&
+           memcmp(process_.machine.At(object_ + 4, kWords), Fields(), kWords) == 0;
     process_.heap.Give(samples);
     return same;
   }
 
  private:
+  static constexpr uint32_t kWords = 708;  // up to the first pointer
+  const void* Fields() const { return reinterpret_cast<const void* const*>(&here_) + 1; }
+
   NoLibrary platform_;
   kelvo::FixedPointEffects here_;
   Process& process_;
   const uint32_t object_;
   const uint32_t block_;
 };
+
+uint32_t Pointed(Machine& machine, uint32_t pointer) {
+  return machine.Word(machine.Word(pointer));
+}
 
 }  // namespace
 
@@ -124,6 +133,10 @@ void CheckEffects(Report& report, const std::string& dll) {
       report.WithinBudget(name, frame, "instructions");
     }
   }
+  report.Equal("a ring position", process.machine.Word(object + 584), 2u);
+  report.Equal("the preamplifier", process.machine.Word(object + 688), 27u - 9u);
+  report.Equal("the equalizer's table", Pointed(process.machine, object + 712), 16289u);
+  report.Equal("the bass table", Pointed(process.machine, object + 716), 266882570u);
   process.CallSlot(object, 3, {0});
   const uint32_t block = process.heap.TakeZeroed(8);
   process.machine.SetWord(block, block + 4);

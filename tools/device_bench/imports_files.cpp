@@ -132,6 +132,9 @@ void ProvideSystemFiles(Process& process, std::shared_ptr<OpenFiles> open) {
     p.machine.SetWord(p.Argument(3), static_cast<uint32_t>(put));
     return put == bytes ? 1u : 0u;
   });
+  process.Provide("FlushFileBuffers", [open](Process& p) {
+    return fflush(open->Get(p.Argument(0))) == 0 ? 1u : 0u;
+  });
   process.Provide("GetFileSize", [open](Process& p) {
     FILE* file = open->Get(p.Argument(0));
     const long position = ftell(file);
@@ -174,6 +177,20 @@ void ProvideFolders(Process& process, std::shared_ptr<OpenFiles> open) {
     std::error_code error;
     const std::string path = HostPath(p, p.machine.Wide(p.Argument(0)));
     return fs::is_regular_file(path) && fs::remove(path, error) ? 1u : 0u;
+  });
+  process.Provide("MoveFileW", [](Process& p) {
+    std::error_code error;
+    const std::string to = HostPath(p, p.machine.Wide(p.Argument(1)));
+    if (fs::exists(to)) return 0u;
+    fs::rename(HostPath(p, p.machine.Wide(p.Argument(0))), to, error);
+    return error ? 0u : 1u;
+  });
+  process.Provide("DeleteAndRenameFile", [](Process& p) {
+    std::error_code error;
+    const std::string deleted = HostPath(p, p.machine.Wide(p.Argument(0)));
+    if (!fs::is_regular_file(deleted)) return 0u;
+    fs::rename(HostPath(p, p.machine.Wide(p.Argument(1))), deleted, error);
+    return error ? 0u : 1u;
   });
   process.Provide("FindFirstFileW", [open](Process& p) {
     const fs::path pattern = HostPath(p, p.machine.Wide(p.Argument(0)));

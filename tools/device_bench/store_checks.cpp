@@ -64,6 +64,9 @@ void CheckPresets(Report& report, Device& device) {
   const uint32_t presets = device.Feature(4), base = device.Text(u"\\Host");
   const uint32_t room = device.Text(u"untouched");
   report.Equal("presets listed", p.CallSlot(presets, 5, {base}), 2u);
+  report.Equal("count of names", p.machine.Word(presets + 804), 2u);
+  report.Equal("first name", p.machine.Wide(p.machine.Word(presets + 4)), u"Rock.eqf");
+  report.Equal("a free slot", p.machine.Word(presets + 12), 0u);
   report.Equal("found without case", p.CallSlot(presets, 0, {device.Text(u"rock")}), 0u);
   report.Equal("not found", p.CallSlot(presets, 0, {device.Text(u"Pop")}), 0xFFFFFFFFu);
   report.Equal("too short a preset", p.CallSlot(presets, 2, {1, room, base}), 0u);
@@ -73,6 +76,7 @@ void CheckPresets(Report& report, Device& device) {
   p.CallSlot(presets, 3, {0, room});
   report.Equal("its name", p.machine.Wide(room), u"Rock");
   p.CallSlot(presets, 4);
+  report.Equal("no names", p.machine.Word(presets + 804) | p.machine.Word(presets + 4), 0u);
   report.Equal("an emptied list", p.CallSlot(presets, 2, {0, room, base}), 0u);
 }
 
@@ -129,6 +133,19 @@ void CheckBookmarks(Report& report, Device& device) {
   report.Equal("its path", p.machine.Wide(path), u"\\Host\\main.bmp");
   report.Equal("its position", p.machine.Word(seconds), 65u);
   report.Equal("outside the list", p.CallSlot(bookmarks, 2, {2, path, 0, seconds}), 0u);
+  const uint32_t list = p.machine.Word(bookmarks + 16);
+  report.Equal("count", p.machine.Word(bookmarks + 20), 2u);
+  report.Equal("capacity", p.machine.Word(bookmarks + 24), 50u);
+  report.Equal("path", p.machine.Wide(p.machine.Word(list + 12)), u"\\Host\\main.bmp");
+  report.Equal("description", p.machine.Wide(p.machine.Word(list + 16)), u"Caf\u00e9");
+  report.Equal("position", p.machine.Word(list + 20), 65u);
+  report.Equal("a free slot", p.machine.Word(list + 24) | p.machine.Word(list + 28), 0u);
+  report.Equal("sort column", p.machine.Word(bookmarks + 76), 0u);
+  report.Equal("sort direction", p.machine.Word(bookmarks + 80), 1u);
+  std::filesystem::rename(p.folder + "/Host/bookmarks.dat", p.folder + "/Host/bookmarks.da$");
+  device.Write("Host/bookmarks.dat", {});
+  report.Equal("a finished file that was not put in place", p.CallSlot(bookmarks, 3), 2u);
+  report.Check("it is now", !std::filesystem::exists(p.folder + "/Host/bookmarks.da$"));
 }
 
 }  // namespace

@@ -17,8 +17,44 @@ uint32_t BufferBytes(uint32_t sample_rate) {
   return sample_rate > 22050 ? 16384 : sample_rate > 11025 ? 8192 : 4096;
 }
 
+// Where a host may look for the plug-in's fields.
+enum Field : uint32_t {
+  kStreamField = 24,
+  kTotalField = 28,
+  kReservedField = 32,
+  kChannelsField = 40,
+  kRateField = 44,
+  kMoreReservedField = 52,
+  kThreadField = 60,
+  kPriorityField = 64,
+  kDepthField = 96,
+  kPathField = 100,
+  kBufferBytesField = 624,
+  kRunOutputField = 636,
+  kSeekBaseField = 644,
+};
+
+uint32_t FieldOf(Player& player, uint32_t offset) {
+  return player.process.machine.Word(player.plugin + offset);
+}
+
 void CheckOpen(Report& report, Player& player, const Decoded& here, const std::string& media) {
+  report.Equal("no thread was started yet", FieldOf(player, kThreadField), 0xFFFFFFFFu);
+  report.Equal("priority of the thread", FieldOf(player, kPriorityField), 3u);
+  player.process.machine.SetWord(player.plugin + kReservedField, 9);
+  player.process.machine.SetWord(player.plugin + kMoreReservedField + 4, 9);
   report.Check("open", player.Open(u"\\Music\\Test.ogg"));
+  report.Equal("field: total frames", FieldOf(player, kTotalField),
+               static_cast<uint32_t>(here.pcm.size()) / (2 * here.channels));
+  report.Equal("field: channels", FieldOf(player, kChannelsField), here.channels);
+  report.Equal("field: rate", FieldOf(player, kRateField), here.sample_rate);
+  report.Equal("fields: reserved words",
+               FieldOf(player, kReservedField) | FieldOf(player, kMoreReservedField + 4), 0u);
+  report.Equal("field: path", player.process.machine.Wide(player.plugin + kPathField),
+               u"\\Music\\Test.ogg");
+  const uint32_t stream = FieldOf(player, kStreamField);
+  report.Equal("the stream's source", player.process.machine.Word(stream), player.reader.object());
+  report.Equal("and what follows it", player.process.machine.Word(stream + 4), 0u);
   report.Equal("the reader was handed the path", player.reader.opened_path(), u"\\Music\\Test.ogg");
   report.Check("title from the comments", player.Title() == kTitle);
   report.Equal("length in milliseconds", player.LengthMs(),
@@ -51,6 +87,12 @@ void CheckPlaying(Report& report, Player& player, const Decoded& here,
   report.Equal("state while playing", player.PlaybackState(), uint32_t{Player::kPlaying});
   report.Equal("play while playing", player.Play(), 0u);
   report.Equal("buffer size", player.output.buffer_bytes(), BufferBytes(here.sample_rate));
+  report.Equal("field: buffer size", FieldOf(player, kBufferBytesField),
+               BufferBytes(here.sample_rate));
+  report.Equal("field: the output runs", FieldOf(player, kRunOutputField), 1u);
+  report.Equal("field: depth of the lock", FieldOf(player, kDepthField), 0u);
+  report.Check("field: thread", player.process.thread_handles.count(FieldOf(player, kThreadField)));
+  report.Check("the thread got its priority", player.process.priorities.count(3) == 1);
   report.Check("plays to its end", player.PlayToEnd());
   report.Check("PCM is bit-identical to this machine's decoder", player.output.pcm() == here.pcm);
   report.Equal("messages at the end", player.TakeEndMessages(), size_t{1});
@@ -60,6 +102,8 @@ void CheckPlaying(Report& report, Player& player, const Decoded& here,
 
   const int32_t target = static_cast<int32_t>(player.LengthMs() / 2);
   report.Check("seek to the middle while stopped", player.SeekMs(target) != 0);
+  report.Equal("field: seek base", FieldOf(player, kSeekBaseField),
+               static_cast<uint32_t>(int64_t{here.sample_rate} * target / 1000));
   report.Equal("play after the seek", player.Play(), 1u);
   report.Check("half a second is played", player.RunUntilPlayed(here.sample_rate / 2));
   report.Check("seek to the start while playing", player.SeekMs(-5) != 0);
@@ -88,6 +132,7 @@ void CheckPauseAndStop(Report& report, Player& player, const Decoded& here) {
   report.Equal("play resumes", player.Play(), 1u);
   report.Check("it goes on", player.RunUntilPlayed(played + here.sample_rate / 4));
   report.Equal("stop", player.Stop(), 0u);
+  report.Equal("field: no thread any more", FieldOf(player, kThreadField), 0u);
   report.Equal("threads left", player.process.threads.running(), 0u);
   report.Equal("messages after a stop", player.TakeEndMessages(), size_t{0});
   report.Equal("state after a stop", player.PlaybackState(), uint32_t{Player::kStopped});
@@ -140,6 +185,21 @@ void CheckVorbis(Report& report, const std::string& dll, const std::string& medi
   report.Equal("events left", player.process.events.size(), size_t{0});
   report.Equal("blocks that the library leaves", player.process.heap.blocks(),
                player.blocks_before_load);
+}
+
+void CheckHostileVorbis(Report& report, const std::string& dll, const std::string& path) {
+  printf("%s\n", path.c_str());
+  Player player(dll, ReadFileHere(path), ".");
+  const uint32_t blocks_before = player.process.heap.blocks();
+  report.Check("open", player.Open(u"\\Test.ogg"));
+  for (const int32_t ms : {100, 0, 1500}) {
+    player.SeekMs(ms);
+    report.Equal("play", player.Play(), 1u);
+    report.Check("it comes to an end", player.PlayToEnd());
+    player.Stop();
+  }
+  player.Close();
+  report.Equal("blocks left after close", player.process.heap.blocks(), blocks_before);
 }
 
 void MeasureVorbis(Report& report, const std::string& dll, const std::string& raw_decoder,

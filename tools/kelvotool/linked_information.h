@@ -17,7 +17,7 @@ class LinkedInformation final : public MediaInformation {
 
  private:
   FileSystem& files_;
-  OggVorbisPlugin vorbis_;
+  OggVorbisPlugin vorbis_{files_};
 };
 
 }  // namespace kelvo::tool

@@ -1,8 +1,7 @@
-#include "host/player/skin/bmp_header.h"
+#include "host/player/skin/bmp.h"
 
 #include <algorithm>
 
-#include "host/player/skin/bmp_decoder.h"
 
 namespace velmora {
 namespace {

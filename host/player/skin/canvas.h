@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "host/player/skin/bitmap.h"
 
 namespace velmora {
@@ -28,5 +30,15 @@ class Canvas {
 
 // The smallest rectangle that holds all differences of two pictures of one size; empty for none.
 Rect Difference(const Bitmap& before, const Bitmap& after);
+
+// The letters of text.bmp: 5 by 6 pixels, capitals, digits and some signs (skin_font.cpp).
+constexpr int kLetterWidth = 5;
+constexpr int kLetterHeight = 6;
+
+// Whether every letter of the text has a picture, its own or that of its base letter.
+bool FontHas(std::u16string_view text);
+
+// Letters without a picture are left out as spaces.
+void DrawSkinText(Canvas* canvas, const Bitmap& font, std::u16string_view text, Point at);
 
 }  // namespace velmora

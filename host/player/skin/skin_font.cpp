@@ -1,4 +1,4 @@
-#include "host/player/skin/skin_font.h"
+#include "host/player/skin/canvas.h"
 
 namespace velmora {
 namespace {

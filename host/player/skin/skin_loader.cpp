@@ -1,7 +1,6 @@
 #include "host/player/skin/skin_loader.h"
 
-#include "host/player/skin/bmp_decoder.h"
-#include "host/player/skin/skin_texts.h"
+#include "host/player/skin/bmp.h"
 
 namespace velmora {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/player/skin/skin_texts.h"
+#include "host/player/skin/skin_loader.h"
 
 namespace velmora {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "host/player/views/button.h"
+#include "host/player/views/controls.h"
 
 namespace velmora {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "host/player/skin/canvas.h"
 #include "host/player/skin/skin.h"
-#include "host/player/views/slider.h"
+#include "host/player/views/controls.h"
 
 namespace velmora {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/player/views/button.h"
+#include "host/player/views/controls.h"
 #include "host/player/views/main_view.h"
 
 namespace velmora {

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "host/player/skin/skin_font.h"
+#include "host/player/skin/canvas.h"
 #include "host/player/views/main_controls.h"
 
 namespace velmora {

@@ -1,6 +1,6 @@
 #include "host/player/views/playlist_layout.h"
 
-#include "host/player/views/slider.h"
+#include "host/player/views/controls.h"
 
 namespace velmora {
 namespace {

@@ -1,6 +1,6 @@
 #include "host/player/views/playlist_view.h"
 
-#include "host/player/skin/skin_font.h"
+#include "host/player/skin/canvas.h"
 
 namespace velmora {
 namespace {

@@ -1,6 +1,8 @@
 // What the user can ask the player for; also the numbers of menu items and shortcuts.
 #pragma once
 
+#include <windows.h>
+
 namespace velmora {
 
 enum UserCommand : int {
@@ -65,5 +67,8 @@ constexpr bool InRange(int command, UserCommand first, UserCommand end, int* pla
   *place = command - first;
   return command >= first && command < end;
 }
+
+// The keys that work in all of the player's windows, as their commands; null without memory.
+HACCEL CreateShortcuts();
 
 }  // namespace velmora

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "host/player/skin/skin.h"
 #include "host/player/views/text_painter.h"
 
 namespace velmora {
@@ -34,5 +35,10 @@ class GdiText final : public TextPainter {
   Colour* pixels_ = nullptr;  // the bitmap's
   Size size_ = {0, 0};
 };
+
+// The song's text as a picture of one line for the main window: in the skin's letters, or in the
+// system's when the skin lacks some. Text that is too wide for its place gets a gap behind it, so
+// that it can scroll round.
+Bitmap SongTextPicture(const Skin& skin, const std::wstring& text);
 
 }  // namespace velmora

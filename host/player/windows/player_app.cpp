@@ -2,11 +2,11 @@
 
 #include <kelvo/messages.h>
 
-#include "host/minutes_seconds.h"
-#include "host/player/windows/file_dialogs.h"
-#include "host/player/windows/shortcuts.h"
+#include "host/text.h"
+#include "host/player/windows/choices.h"
+#include "host/player/windows/commands.h"
 #include "host/player/windows/skin_source.h"
-#include "host/program_folder.h"
+#include "host/system.h"
 
 namespace velmora {
 namespace {
@@ -123,7 +123,7 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       bookmarks_->OnPlayBookmark(wparam, lparam);
       break;
     case kelvo::kMessageCatalogPlay:
-      catalog_->OnPlay();
+      OnCatalogPlay();
       break;
     case kelvo::kMessageCatalogPlayed:
       break;  // nothing is left to do
@@ -138,6 +138,14 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   }
   Refresh();
   return true;
+}
+
+// The catalog lists kinds of files that only the device's player knows.
+void PlayerApp::OnCatalogPlay() {
+  const size_t left_out = catalog_->left_out();
+  if (catalog_->OnPlay() && left_out == 0) return;
+  ShowHint(left_out == 0 ? L"CANNOT BE PLAYED"
+                         : std::to_wstring(left_out) + L" LEFT OUT: NEITHER .OGG NOR .WMA");
 }
 
 void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {

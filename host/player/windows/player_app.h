@@ -88,6 +88,7 @@ class PlayerApp {
   void About();
   void UpdateTimer();
   bool OnTimer(UINT_PTR timer);
+  void OnCatalogPlay();
   void OnDialog(bool open);
   void DeletePreset(size_t index);
 

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "host/player/language_setting.h"
-#include "host/player/windows/file_dialogs.h"
+#include "host/player/windows/choices.h"
 #include "host/player/windows/player_app.h"
 #include "host/player/windows/skin_source.h"
 
@@ -118,7 +118,10 @@ bool PlayerApp::DoSound(int command) {
       Do(kCommandBass + (sound.bass + 1) % (kMaxBass + 1));
       return true;
     case kCommandPresetSave:
-      presets_.Save(sound, main_.handle());
+      // No is also the answer when the user declines: a hint either way, never silence.
+      ShowHint(presets_.Save(sound, main_.handle())
+                   ? L"PRESET SAVED"
+                   : L"NO PRESET SAVED; A NAME CANNOT HOLD \\ / : * ? < > |");
       return true;
     default:
       return false;

@@ -1,8 +1,6 @@
 // The player's menus.
-#include <stdio.h>
-
 #include "host/player/language_setting.h"
-#include "host/player/windows/menu.h"
+#include "host/player/windows/choices.h"
 #include "host/player/windows/player_app.h"
 #include "host/player/windows/skin_source.h"
 
@@ -39,11 +37,8 @@ Menu BassMenu(int strength) {
 }
 
 std::wstring LanguageName(LANGID language) {
-  wchar_t name[128];
-  if (GetLocaleInfoW(MAKELCID(language, SORT_DEFAULT), LOCALE_SLANGUAGE, name, 128) > 0) {
-    return name;
-  }
-  swprintf(name, 128, L"%04X", language);
+  wchar_t name[128] = L"";  // in that language
+  GetLocaleInfoW(MAKELCID(language, SORT_DEFAULT), LOCALE_SNATIVELANGUAGENAME, name, 128);
   return name;
 }
 

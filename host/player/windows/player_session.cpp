@@ -1,7 +1,7 @@
 // What the player keeps from one run to the next.
 #include "host/player/session_file.h"
 #include "host/player/windows/player_app.h"
-#include "host/utf8.h"
+#include "host/text.h"
 
 namespace velmora {
 namespace {
@@ -87,7 +87,7 @@ void PlayerApp::Keep() {
   KeepPlayer(*player_, &session);
   KeepWindows(&session);
   SaveSession(options_.session, session);
-  bookmarks_->KeepPlace();
+  bookmarks_->SavePlace();
 }
 
 }  // namespace velmora

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 
-#include "host/minutes_seconds.h"
+#include "host/text.h"
 #include "host/player/windows/player_app.h"
-#include "host/player/windows/wide_text.h"
 
 namespace velmora {
 namespace {

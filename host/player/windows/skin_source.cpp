@@ -3,7 +3,7 @@
 #include <stdlib.h>
 
 #include "host/player/skin/skin_loader.h"
-#include "host/program_folder.h"
+#include "host/system.h"
 
 namespace velmora {
 namespace {

@@ -38,7 +38,9 @@ std::vector<std::wstring> DroppedPaths(HDROP drop) {
 
 bool SkinWindow::Create(const wchar_t* class_name, const wchar_t* title, HWND owner) {
   RegisterOnce(class_name, Procedure);
-  const DWORD style = owner ? WS_POPUP : WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX;
+  // A bare popup is none of a window manager's business: it would stay above the program's dialogs
+  // and on the screen when the main window is minimised.
+  const DWORD style = WS_POPUP | WS_SYSMENU | (owner ? 0 : WS_MINIMIZEBOX);
   const DWORD extended = WS_EX_ACCEPTFILES | (owner ? 0 : WS_EX_APPWINDOW);
   CreateWindowExW(extended, class_name, title, style, 0, 0, 0, 0, owner, nullptr,
                   GetModuleHandleW(nullptr), this);

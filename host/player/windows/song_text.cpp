@@ -1,12 +1,11 @@
-#include "host/player/windows/song_text.h"
+#include "host/player/windows/gdi_text.h"
 
 #include <algorithm>
 #include <cstdlib>
 
-#include "host/player/skin/skin_font.h"
+#include "host/player/skin/canvas.h"
 #include "host/player/views/main_view.h"
-#include "host/player/windows/gdi_text.h"
-#include "host/player/windows/wide_text.h"
+#include "host/text.h"
 
 namespace velmora {
 namespace {

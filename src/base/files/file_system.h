@@ -13,7 +13,7 @@
 namespace kelvo {
 
 // What other openers of the same file may do meanwhile.
-enum class Share { kNone, kRead, kWrite };
+enum class Share { kNone, kRead, kWrite, kReadWrite };
 
 // Attribute bits, with the platform's values.
 inline constexpr uint32_t kAttributeReadOnly = 0x01;
@@ -40,6 +40,8 @@ class FileWriter {
  public:
   // True when all bytes were written.
   [[nodiscard]] virtual bool Write(const void* data, size_t bytes) noexcept = 0;
+  // True when all that was written has reached the medium.
+  [[nodiscard]] virtual bool Flush() noexcept = 0;
   // Moves the write position to `distance` bytes before the end; false when the file is shorter.
   [[nodiscard]] virtual bool SeekFromEnd(uint32_t distance) noexcept = 0;
   virtual void Close() noexcept = 0;
@@ -100,7 +102,11 @@ class FileSystem {
   virtual bool GetAttributes(const wchar_t* path, uint32_t* attributes) noexcept = 0;
   virtual bool SetAttributes(const wchar_t* path, uint32_t attributes) noexcept = 0;
   virtual bool Delete(const wchar_t* path) noexcept = 0;
+  // Nothing may be at `to`.
   virtual bool Move(const wchar_t* from, const wchar_t* to) noexcept = 0;
+  // Moves a file to where another may be, which it replaces; neither may be open. Both are as
+  // before when it fails; on a device that loses its power meanwhile only `from` may be left.
+  virtual bool Replace(const wchar_t* from, const wchar_t* to) noexcept = 0;
 
   // Visits the entries that match `pattern` (folder, backslash, name with wildcards), in the order
   // of the file system, without "." and "..". False when the folder could not be listed.

@@ -26,6 +26,11 @@ class HeapText {
   // Replace the text by a copy; false, with the old text kept, when memory is out.
   [[nodiscard]] bool Assign(const wchar_t* text) noexcept;
   [[nodiscard]] bool Assign(const wchar_t* text, size_t length) noexcept;
+  // The same in two steps, so that several texts change together or not at all: makes room for
+  // `length` characters, which takes no memory when the text is as long, and changes nothing yet.
+  [[nodiscard]] bool Reserve(size_t length) noexcept;
+  // After Reserve() for this length.
+  void Overwrite(const wchar_t* text, size_t length) noexcept;
   void Clear() noexcept { HeapGive(std::exchange(text_, nullptr)); }
 
   bool has_value() const noexcept { return text_ != nullptr; }

@@ -67,23 +67,30 @@ class NativeReader final : public FileReader {
 
 class NativeWriter final : public FileWriter {
  public:
-  bool Open(const char* path, const char* mode) noexcept {
-    file_ = fopen(path, mode);
-    return file_ != nullptr;
+  bool Open(const char* path, int flags) noexcept {
+    file_ = open(path, O_WRONLY | O_CLOEXEC | flags, 0666);
+    return file_ >= 0;
   }
   bool Write(const void* data, size_t bytes) noexcept override {
-    return fwrite(data, 1, bytes, file_) == bytes;
+    for (size_t done = 0; done < bytes;) {
+      const ssize_t count = write(file_, static_cast<const char*>(data) + done, bytes - done);
+      if (count < 0 && errno == EINTR) continue;
+      if (count <= 0) return false;
+      done += static_cast<size_t>(count);
+    }
+    return true;
   }
+  bool Flush() noexcept override { return fsync(file_) == 0; }
   bool SeekFromEnd(uint32_t distance) noexcept override {
-    return fseeko(file_, -static_cast<off_t>(distance), SEEK_END) == 0;
+    return lseek(file_, -static_cast<off_t>(distance), SEEK_END) >= 0;
   }
   void Close() noexcept override {
-    fclose(file_);
+    close(file_);
     HeapDelete(this);
   }
 
  private:
-  FILE* file_ = nullptr;
+  int file_ = -1;
 };
 
 class NativeFiles final : public FileSystem {
@@ -102,10 +109,10 @@ class NativeFiles final : public FileSystem {
     return OpenFile<FileReader>(reader);
   }
   OpenFile<FileWriter> OpenWrite(const wchar_t* path, Share) noexcept override {
-    return Writer(path, "r+b");
+    return Writer(path, 0);
   }
   OpenFile<FileWriter> Create(const wchar_t* path, Share) noexcept override {
-    return Writer(path, "wb");
+    return Writer(path, O_CREAT | O_TRUNC);
   }
   bool GetAttributes(const wchar_t* wide, uint32_t* attributes) noexcept override {
     const NativePath path(wide);
@@ -129,6 +136,11 @@ class NativeFiles final : public FileSystem {
     const NativePath to(to_wide);
     return from && to && !Exists(to_wide) && rename(from.c_str(), to.c_str()) == 0;
   }
+  bool Replace(const wchar_t* from_wide, const wchar_t* to_wide) noexcept override {
+    const NativePath from(from_wide);
+    const NativePath to(to_wide);
+    return from && to && rename(from.c_str(), to.c_str()) == 0;
+  }
   bool List(const wchar_t* pattern, FolderVisitor& visitor) noexcept override {
     NativePath folder(pattern);
     if (!folder) return false;
@@ -151,11 +163,11 @@ class NativeFiles final : public FileSystem {
   }
 
  private:
-  static OpenFile<FileWriter> Writer(const wchar_t* wide, const char* mode) noexcept {
+  static OpenFile<FileWriter> Writer(const wchar_t* wide, int flags) noexcept {
     const NativePath path(wide);
     // Memory first: a file is not replaced for nothing.
     HeapPtr<NativeWriter> writer(HeapNew<NativeWriter>());
-    if (!path || !writer || !writer->Open(path.c_str(), mode)) return {};
+    if (!path || !writer || !writer->Open(path.c_str(), flags)) return {};
     return OpenFile<FileWriter>(writer.Release());
   }
 

@@ -22,6 +22,12 @@ Lock::Lock() noexcept {
 }
 
 Lock::~Lock() {
+  Close();
+}
+
+void Lock::Close() noexcept {
+  if (depth_ == kClosed) return;
+  depth_ = kClosed;
   pthread_mutex_destroy(Mutex(section_));
 }
 

@@ -13,14 +13,20 @@ class Lock {
   Lock& operator=(const Lock&) = delete;
 
   void Enter() noexcept;
-  // Leaves only when somebody has entered; a stray call does nothing.
+  // Only by the thread that has entered. While nobody has, it does nothing.
   void Leave() noexcept;
+  // Gives the system's part back early; the lock is dead then.
+  void Close() noexcept;
 
  private:
+  static constexpr int32_t kClosed = -1;
+
   // Room for the platform's critical section, checked where it is built.
-  alignas(8) unsigned char section_[sizeof(void*) == 4 ? 24 : 40];
+  alignas(void*) unsigned char section_[sizeof(void*) == 4 ? 24 : 40];
   int32_t depth_ = 0;  // written by the holder only
 };
+
+static_assert(sizeof(void*) != 4 || sizeof(Lock) == 28);
 
 class LockGuard {
  public:

@@ -1,4 +1,4 @@
-// Threads, events and waiting. Two implementations: base/windows/thread.cpp,
+// Threads, events, waiting, and a pointer per thread. Two implementations: base/windows/thread.cpp,
 // base/native/thread.cpp.
 #pragma once
 
@@ -46,6 +46,8 @@ class Thread {
   [[nodiscard]] bool Start(Body body, void* context, int32_t priority) noexcept;
   // Whether a started thread has not been joined yet; it may have ended.
   bool held() const noexcept { return handle_ != Never() && handle_ != nullptr; }
+  // Whether the held thread has ended: joining it does not wait.
+  bool ended() const noexcept;
   // Waits for the thread's end and lets go of it.
   void Join() noexcept;
   // Waits for the event or the thread's end; true when the event came, also when both did.
@@ -55,6 +57,24 @@ class Thread {
   // Tells a thread that never ran (all bits set) from one that has been joined (null).
   static void* Never() noexcept { return reinterpret_cast<void*>(~uintptr_t{0}); }
   void* handle_ = Never();
+};
+
+// One pointer per thread, null at first. Attach before use and Detach as often: the slot is taken
+// with the first user and given back with the last. Attach and Detach are not thread-safe.
+class ThreadSlot {
+ public:
+  constexpr ThreadSlot() noexcept = default;
+  // False when the system has no slot left; Get is then null and Set is ignored.
+  bool Attach() noexcept;
+  void Detach() noexcept;
+  void* Get() const noexcept;
+  // False when the slot could not be written.
+  bool Set(void* value) noexcept;
+
+ private:
+  int users_ = 0;
+  unsigned long index_ = 0;
+  bool taken_ = false;
 };
 
 }  // namespace kelvo

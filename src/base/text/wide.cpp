@@ -6,19 +6,12 @@ namespace kelvo {
 namespace {
 
 template <class C>
-unsigned Unit(C c) noexcept {
-  return sizeof(C) == 1 ? static_cast<unsigned char>(c) : static_cast<uint16_t>(c);
-}
-
-template <class C>
-int Compare(const C* a, const C* b, size_t length, bool fold) noexcept {
+bool EqualAscii(const C* a, const C* b, size_t length) noexcept {
   for (size_t i = 0; i < length; ++i) {
-    const C ca = fold ? FoldAscii(a[i]) : a[i];
-    const C cb = fold ? FoldAscii(b[i]) : b[i];
-    if (ca != cb) return Unit(ca) < Unit(cb) ? -1 : 1;
-    if (ca == 0) return 0;
+    if (FoldAscii(a[i]) != FoldAscii(b[i])) return false;
+    if (a[i] == 0) return true;
   }
-  return 0;
+  return true;
 }
 
 template <class C>
@@ -101,20 +94,47 @@ const wchar_t* FileNameOf(const wchar_t* path) noexcept {
   return slash ? slash + 1 : path;
 }
 
+wchar_t FoldCase(wchar_t c) noexcept {
+  return FoldAscii(c < 0x80 ? c : SystemUpperCase(c));
+}
+
 int CompareNoCase(const wchar_t* a, const wchar_t* b) noexcept {
-  return Compare(a, b, kUnlimited, true);
+  for (;; ++a, ++b) {
+    const wchar_t folded_a = FoldCase(*a);
+    const wchar_t folded_b = FoldCase(*b);
+    if (folded_a != folded_b) return folded_a < folded_b ? -1 : 1;
+    if (folded_a == 0) return 0;
+  }
 }
-int CompareNoCase(const char* a, const char* b) noexcept {
-  return Compare(a, b, kUnlimited, true);
+
+bool EqualNoCase(const wchar_t* a, const wchar_t* b) noexcept {
+  return CompareNoCase(a, b) == 0;
 }
-int CompareNoCase(const wchar_t* a, const wchar_t* b, size_t length) noexcept {
-  return Compare(a, b, length, true);
+
+bool EqualNoCase(const wchar_t* a, const wchar_t* b, size_t length) noexcept {
+  for (size_t i = 0; i < length; ++i) {
+    if (FoldCase(a[i]) != FoldCase(b[i])) return false;
+    if (a[i] == 0) return true;
+  }
+  return true;
 }
-int CompareNoCase(const char* a, const char* b, size_t length) noexcept {
-  return Compare(a, b, length, true);
+
+bool EqualAsciiNoCase(const wchar_t* a, const wchar_t* b) noexcept {
+  return EqualAscii(a, b, kUnlimited);
 }
+bool EqualAsciiNoCase(const char* a, const char* b) noexcept {
+  return EqualAscii(a, b, kUnlimited);
+}
+bool EqualAsciiNoCase(const wchar_t* a, const wchar_t* b, size_t length) noexcept {
+  return EqualAscii(a, b, length);
+}
+bool EqualAsciiNoCase(const char* a, const char* b, size_t length) noexcept {
+  return EqualAscii(a, b, length);
+}
+
 int CompareWide(const wchar_t* a, const wchar_t* b) noexcept {
-  return Compare(a, b, kUnlimited, false);
+  while (*a != 0 && *a == *b) ++a, ++b;
+  return *a == *b ? 0 : *a < *b ? -1 : 1;
 }
 
 int32_t ParseDecimal(const wchar_t* text) noexcept {

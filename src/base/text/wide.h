@@ -30,7 +30,18 @@ const wchar_t* FindWide(const wchar_t* text, wchar_t c) noexcept;
 // The part of a path after its last backslash; the whole path when it has none.
 const wchar_t* FileNameOf(const wchar_t* path) noexcept;
 
-// Only A-Z and a-z are folded, like the C locale does.
+// User-visible text and paths: without regard to case as the system sees it, in every script.
+// Characters that count as the same have the same fold; A-Z become a-z, so "_" sorts before letters.
+wchar_t FoldCase(wchar_t c) noexcept;
+// What FoldCase() asks beyond ASCII; base/windows/upper_case.cpp, base/native/upper_case.cpp.
+wchar_t SystemUpperCase(wchar_t c) noexcept;
+// Negative, 0 or positive; characters compare as unsigned numbers after folding.
+int CompareNoCase(const wchar_t* a, const wchar_t* b) noexcept;
+bool EqualNoCase(const wchar_t* a, const wchar_t* b) noexcept;
+// At most `length` characters of both.
+bool EqualNoCase(const wchar_t* a, const wchar_t* b, size_t length) noexcept;
+
+// Keys of file formats, extensions, 8-bit text: only A-Z and a-z are the same.
 constexpr wchar_t FoldAscii(wchar_t c) noexcept {
   return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
 }
@@ -38,12 +49,12 @@ constexpr char FoldAscii(char c) noexcept {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
-// Negative, 0 or positive; characters compare as unsigned numbers after folding.
-int CompareNoCase(const wchar_t* a, const wchar_t* b) noexcept;
-int CompareNoCase(const char* a, const char* b) noexcept;
-// At most `length` characters of both.
-int CompareNoCase(const wchar_t* a, const wchar_t* b, size_t length) noexcept;
-int CompareNoCase(const char* a, const char* b, size_t length) noexcept;
+bool EqualAsciiNoCase(const wchar_t* a, const wchar_t* b) noexcept;
+bool EqualAsciiNoCase(const char* a, const char* b) noexcept;
+bool EqualAsciiNoCase(const wchar_t* a, const wchar_t* b, size_t length) noexcept;
+bool EqualAsciiNoCase(const char* a, const char* b, size_t length) noexcept;
+
+// With regard to case.
 int CompareWide(const wchar_t* a, const wchar_t* b) noexcept;
 
 // Blanks, an optional sign and leading digits, as the C library's conversion; 0 without digits.

@@ -4,6 +4,7 @@
 
 #include "base/memory/heap.h"
 #include "base/text/wide.h"
+#include "base/windows/platform.h"
 #include "base/windows/unique_handle.h"
 
 namespace kelvo {
@@ -15,6 +16,8 @@ DWORD ShareMode(Share share) noexcept {
       return FILE_SHARE_READ;
     case Share::kWrite:
       return FILE_SHARE_WRITE;
+    case Share::kReadWrite:
+      return FILE_SHARE_READ | FILE_SHARE_WRITE;
     case Share::kNone:
       break;
   }
@@ -90,6 +93,8 @@ class WindowsWriter final : public FileWriter {
            written == bytes;
   }
 
+  bool Flush() noexcept override { return FlushFileBuffers(file_.get()); }
+
   bool SeekFromEnd(uint32_t distance) noexcept override {
     if (distance > 0x7FFFFFFFu) return false;
     SetLastError(NO_ERROR);
@@ -140,6 +145,10 @@ class WindowsFiles final : public FileSystem {
 
   bool Move(const wchar_t* from, const wchar_t* to) noexcept override {
     return Fits(from) && Fits(to) && MoveFileW(from, to);
+  }
+
+  bool Replace(const wchar_t* from, const wchar_t* to) noexcept override {
+    return Fits(from) && Fits(to) && ReplaceByMoving(from, to);
   }
 
   bool List(const wchar_t* pattern, FolderVisitor& visitor) noexcept override {

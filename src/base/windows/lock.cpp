@@ -18,6 +18,12 @@ Lock::Lock() noexcept {
 }
 
 Lock::~Lock() {
+  Close();
+}
+
+void Lock::Close() noexcept {
+  if (depth_ == kClosed) return;
+  depth_ = kClosed;
   DeleteCriticalSection(Section(section_));
 }
 

@@ -12,4 +12,7 @@ int PlatformPriority(int32_t device_priority) noexcept;
 // The flag of a property sheet that fills the screen; 0 where the shell's dialogs see to that.
 uint32_t MaximizedSheetFlag() noexcept;
 
+// FileSystem::Replace.
+bool ReplaceByMoving(const wchar_t* from, const wchar_t* to) noexcept;
+
 }  // namespace kelvo

@@ -46,18 +46,18 @@ bool RegistryKey::WriteNumber(const wchar_t* name, uint32_t number) const noexce
 }
 
 bool RegistryKey::ReadText(const wchar_t* name, wchar_t* text, size_t capacity) const noexcept {
-  // One character is kept back: the stored text need not be terminated.
-  DWORD bytes = static_cast<DWORD>((capacity - 1) * sizeof(wchar_t));
+  DWORD bytes = static_cast<DWORD>(capacity * sizeof(wchar_t));
   DWORD type;
-  if (!key_ ||
-      RegQueryValueExW(key_.get(), name, nullptr, &type, reinterpret_cast<BYTE*>(text), &bytes) !=
-          ERROR_SUCCESS ||
-      type != REG_SZ) {
-    text[0] = 0;
-    return false;
-  }
-  text[bytes / sizeof(wchar_t)] = 0;
-  return true;
+  const bool found = key_ &&
+                     RegQueryValueExW(key_.get(), name, nullptr, &type,
+                                      reinterpret_cast<BYTE*>(text), &bytes) == ERROR_SUCCESS &&
+                     type == REG_SZ;
+  // The stored text need not be terminated.
+  size_t length = found ? bytes / sizeof(wchar_t) : 0;
+  if (length > 0 && text[length - 1] == 0) --length;
+  const bool fits = length < capacity;
+  text[fits ? length : 0] = 0;
+  return found && fits;
 }
 
 }  // namespace kelvo

@@ -3,19 +3,16 @@
 #include "base/text/wide.h"
 
 namespace kelvo {
-
 namespace {
 
 // A string as it is stored: `units` characters, perhaps the terminator among them. Null when the
 // module has none.
 const wchar_t* FindStored(HMODULE module, UINT id, size_t* units) noexcept {
   // Strings are stored in blocks of 16, each string a length and its characters.
-  HRSRC found = FindResourceW(module, MAKEINTRESOURCEW((id >> 4) + 1), RT_STRING);
-  if (!found) return nullptr;
-  HGLOBAL loaded = LoadResource(module, found);
-  const wchar_t* text = loaded ? static_cast<const wchar_t*>(LockResource(loaded)) : nullptr;
-  if (!text) return nullptr;
-  size_t left = SizeofResource(module, found) / sizeof(wchar_t);
+  size_t bytes = 0;
+  const wchar_t* text = static_cast<const wchar_t*>(
+      FindResourceBytes(module, MAKEINTRESOURCEW((id >> 4) + 1), RT_STRING, &bytes));
+  size_t left = bytes / sizeof(wchar_t);
   for (UINT skip = id & 15; skip > 0; --skip) {
     if (left == 0) return nullptr;
     const size_t stored = 1 + static_cast<size_t>(*text);
@@ -45,6 +42,16 @@ size_t CopyStringResource(HMODULE module, UINT id, wchar_t* buffer, size_t capac
   const wchar_t* text = FindStored(module, id, &units);
   buffer[0] = 0;
   return text ? CopyWide(buffer, capacity, text, units) : 0;
+}
+
+const void* FindResourceBytes(HMODULE module, const wchar_t* name, const wchar_t* type,
+                              size_t* bytes) noexcept {
+  *bytes = 0;
+  const HRSRC found = FindResourceW(module, name, type);
+  const HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
+  const void* data = loaded ? LockResource(loaded) : nullptr;
+  if (data) *bytes = SizeofResource(module, found);
+  return data;
 }
 
 bool HasResource(HMODULE module, const wchar_t* name, const wchar_t* type) noexcept {

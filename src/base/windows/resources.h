@@ -16,6 +16,10 @@ const wchar_t* FindStringResource(HMODULE module, UINT id, size_t* length) noexc
 // when the module has no such string.
 size_t CopyStringResource(HMODULE module, UINT id, wchar_t* buffer, size_t capacity) noexcept;
 
+// The bytes of any other resource, in place. Null and *bytes 0 when the module has none.
+const void* FindResourceBytes(HMODULE module, const wchar_t* name, const wchar_t* type,
+                              size_t* bytes) noexcept;
+
 bool HasResource(HMODULE module, const wchar_t* name, const wchar_t* type) noexcept;
 
 }  // namespace kelvo

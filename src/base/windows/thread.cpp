@@ -56,6 +56,10 @@ bool Thread::Start(Body body, void* context, int32_t priority) noexcept {
   return true;
 }
 
+bool Thread::ended() const noexcept {
+  return held() && WaitForSingleObject(handle_, 0) == WAIT_OBJECT_0;
+}
+
 void Thread::Join() noexcept {
   if (!held()) return;
   WaitForSingleObject(handle_, INFINITE);
@@ -69,6 +73,28 @@ bool Thread::WaitForEventOrEnd(Event& event) noexcept {
     return false;
   }
   return WaitForMultipleObjects(2, handles, FALSE, INFINITE) == WAIT_OBJECT_0;
+}
+
+bool ThreadSlot::Attach() noexcept {
+  if (users_++ == 0) {
+    index_ = TlsAlloc();
+    taken_ = index_ != 0xFFFFFFFFul;
+  }
+  return taken_;
+}
+
+void ThreadSlot::Detach() noexcept {
+  if (--users_ > 0 || !taken_) return;
+  TlsFree(index_);
+  taken_ = false;
+}
+
+void* ThreadSlot::Get() const noexcept {
+  return taken_ ? TlsGetValue(index_) : nullptr;
+}
+
+bool ThreadSlot::Set(void* value) noexcept {
+  return taken_ && TlsSetValue(index_, value);
 }
 
 }  // namespace kelvo

@@ -1,11 +1,18 @@
 #include "bookmarks/windows/edit_bookmark_dialog.h"
 
-#include "entry/language/full_screen_dialog.h"
+#include "base/windows/feature_dialog.h"
+#include "bookmarks/bookmark_position.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"
 
 namespace kelvo {
+
+EditBookmarkDialog::EditBookmarkDialog(BookmarkStore& store, int32_t index) noexcept
+    : store_(store), index_(index), shown_position_s_(store.At(index).position_s) {
+  CopyWide(shown_path_, kTextCapacity, store.At(index).path.c_str());
+  CopyWide(shown_description_, kTextCapacity, store.At(index).description.c_str());
+}
 
 bool EditBookmarkDialog::OnInit() noexcept {
   MakeFullScreen(window(), 0);
@@ -15,12 +22,11 @@ bool EditBookmarkDialog::OnInit() noexcept {
   bar.dwFlags = SHCMBF_EMPTYBAR;
   bar.hInstRes = OwnModule();
   CreateLocalizedMenuBar(&bar);
-  const Bookmark& bookmark = store_.At(index_);
   wchar_t minutes[kPositionTextCapacity];
   wchar_t seconds[kPositionTextCapacity];
-  FormatEditPosition(bookmark.position_s, minutes, seconds);
-  SetWindowTextW(control(IDC_BOOKMARK_PATH), bookmark.path.c_str());
-  SetWindowTextW(control(IDC_BOOKMARK_DESCRIPTION), bookmark.description.c_str());
+  FormatEditPosition(shown_position_s_, minutes, seconds);
+  SetWindowTextW(control(IDC_BOOKMARK_PATH), shown_path_);
+  SetWindowTextW(control(IDC_BOOKMARK_DESCRIPTION), shown_description_);
   SetWindowTextW(control(IDC_BOOKMARK_MINUTES), minutes);
   SetWindowTextW(control(IDC_BOOKMARK_SECONDS), seconds);
   SipShowIM(SIPF_ON);
@@ -36,7 +42,8 @@ void EditBookmarkDialog::StoreFields() noexcept {
   GetWindowTextW(control(IDC_BOOKMARK_DESCRIPTION), description, kTextCapacity);
   GetWindowTextW(control(IDC_BOOKMARK_MINUTES), minutes, kPositionTextCapacity);
   GetWindowTextW(control(IDC_BOOKMARK_SECONDS), seconds, kPositionTextCapacity);
-  store_.Update(index_, path, ParseEditPosition(minutes, seconds), description);
+  store_.Update(store_.Find(index_, shown_path_, shown_position_s_, shown_description_), path,
+                ParseEditPosition(minutes, seconds), description);
 }
 
 ModalDialog::Handled EditBookmarkDialog::OnCommand(int id, int) noexcept {

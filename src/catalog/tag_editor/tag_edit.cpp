@@ -19,6 +19,7 @@ constexpr size_t kCommentAt = 97;
 constexpr size_t kShortCommentBytes = 28;  // in front of a track
 constexpr size_t kTrackMarkAt = 125;       // zero: the next byte is a track
 constexpr size_t kTrackAt = 126;
+constexpr size_t kTrackCharacters = 2;
 constexpr size_t kGenreAt = 127;
 
 bool ReadTag(FileSystem& files, const wchar_t* path, uint8_t (&bytes)[kId3v1Bytes]) noexcept {
@@ -56,8 +57,8 @@ void TagEdit::Load(FileSystem& files, const MediaEntry& entry) noexcept {
   present_ = true;
 }
 
-void TagEdit::Show(Shown* shown) const noexcept {
-  *shown = Shown();
+void TagEdit::Show(TagTexts* shown) const noexcept {
+  *shown = TagTexts();
   if (!present_) return;
   ShowField(bytes_ + kTitleAt, kTextBytes, shown->title);
   ShowField(bytes_ + kAlbumAt, kTextBytes, shown->album);
@@ -65,7 +66,7 @@ void TagEdit::Show(Shown* shown) const noexcept {
   ShowField(bytes_ + kCommentAt, kShortCommentBytes + 1, shown->comment);
   ShowField(bytes_ + kYearAt, kYearBytes, shown->year);
   if (bytes_[kTrackAt] != 0 && bytes_[kTrackMarkAt] == 0) {
-    FormatDecimal(shown->track_number, bytes_[kTrackAt]);
+    FormatDecimal(shown->track, bytes_[kTrackAt]);
   }
 }
 
@@ -76,8 +77,9 @@ void TagEdit::Build(const TagTexts& texts, uint32_t genre) noexcept {
   PutField(texts.album, bytes_ + kAlbumAt, kTextBytes);
   PutField(texts.artist, bytes_ + kArtistAt, kTextBytes);
   PutField(texts.year, bytes_ + kYearAt, kYearBytes);
-  const bool has_track = texts.track[0] != 0;
-  if (has_track) bytes_[kTrackAt] = static_cast<uint8_t>(ParseDecimal(texts.track));
+  wchar_t track[kTrackCharacters + 1];
+  const bool has_track = CopyWide(track, kTrackCharacters + 1, texts.track) > 0;
+  if (has_track) bytes_[kTrackAt] = static_cast<uint8_t>(ParseDecimal(track));
   PutField(texts.comment, bytes_ + kCommentAt, has_track ? kShortCommentBytes : kTextBytes);
 }
 
@@ -93,17 +95,6 @@ bool TagEdit::Write(FileSystem& files, const wchar_t* path) noexcept {
   file.Close();
   files.SetAttributes(path, attributes);
   return written;
-}
-
-void CopyTagToPlaylist(const MediaEntry& edited, EntryList& playlist) noexcept {
-  if (!edited.tag) return;
-  for (MediaEntry& entry : playlist) {
-    if (!entry.path.has_value() || CompareNoCase(entry.path.get(), edited.path.c_str()) != 0) {
-      continue;
-    }
-    if (!entry.tag) entry.tag.Reset(HeapNew<TagBlock>());
-    if (entry.tag) *entry.tag = *edited.tag;
-  }
 }
 
 }  // namespace kelvo

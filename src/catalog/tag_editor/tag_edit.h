@@ -1,4 +1,4 @@
-// What the tag editor keeps and writes; docs/formats/id3v1.md.
+// What the tag editor shows of a file's tag and writes; the format: docs/formats/id3v1.md.
 #pragma once
 
 #include <stdint.h>
@@ -15,7 +15,7 @@ struct TagTexts {
   wchar_t artist[31] = {};
   wchar_t album[31] = {};
   wchar_t year[5] = {};
-  wchar_t track[3] = {};
+  wchar_t track[12] = {};  // shown whole; of what is typed two characters count
   wchar_t comment[31] = {};
 };
 
@@ -29,11 +29,8 @@ class TagEdit {
   uint8_t genre() const noexcept { return bytes_[kId3v1Bytes - 1]; }
   const uint8_t (&bytes() const noexcept)[kId3v1Bytes] { return bytes_; }
 
-  // All empty without a tag. A track of more than two digits is cut by the next Build(), not here.
-  struct Shown : TagTexts {
-    wchar_t track_number[12] = {};
-  };
-  void Show(Shown* shown) const noexcept;
+  // All empty without a tag.
+  void Show(TagTexts* shown) const noexcept;
 
   // The tag of these texts; `genre` is taken as its low byte.
   void Build(const TagTexts& texts, uint32_t genre) noexcept;
@@ -47,8 +44,5 @@ class TagEdit {
   uint8_t bytes_[kId3v1Bytes] = {};
   bool present_ = false;
 };
-
-// Gives the tag of an edited file to its other entries in a playlist.
-void CopyTagToPlaylist(const MediaEntry& edited, EntryList& playlist) noexcept;
 
 }  // namespace kelvo

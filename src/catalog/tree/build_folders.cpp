@@ -27,7 +27,7 @@ struct Folder {
 
 // Adds a character to the hash of a path.
 uint32_t Extended(uint32_t hash, wchar_t c) noexcept {
-  return (hash ^ FoldAscii(c)) * 16777619u;
+  return (hash ^ FoldCase(c)) * 16777619u;
 }
 
 class Folders {
@@ -101,7 +101,7 @@ class Folders {
     for (; at != kRoot; at = folders_[at].next) {
       const Folder& folder = folders_[at];
       if (folder.hash == hash && folder.parent == parent && folder.length == length &&
-          CompareNoCase(folder.path + known, path + known, length - known) == 0) {
+          EqualNoCase(folder.path + known, path + known, length - known)) {
         break;
       }
     }

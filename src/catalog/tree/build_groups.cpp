@@ -2,8 +2,6 @@
 // on that have the same text. The entries are in no order and are not sorted; so that a group does
 // not cost a walk over all that is left, each entry knows the next one whose text may be the same:
 // those of one hash of the folded texts are linked, and the texts compared along the links only.
-#include <string.h>
-
 #include "base/text/ansi.h"
 #include "catalog/media/display_text.h"
 #include "catalog/tree/build_tree.h"
@@ -108,9 +106,7 @@ class Grouping {
       if (!is_last) static_cast<void>(levels_[level + 1].Resize(0));
       for (uint32_t other = at; other != kNoMember; other = here[other].next) {
         const uint32_t index = here[other].entry;
-        if (here[other].hash != here[at].hash || done_[index] || !HasText(level, index, text)) {
-          continue;
-        }
+        if (here[other].hash != here[at].hash || !HasText(level, index, text)) continue;
         if (node == kNoNode) {
           done_[index] = 1;  // nowhere to go
         } else if (!is_last) {
@@ -127,7 +123,7 @@ class Grouping {
   bool HasText(size_t level, uint32_t index, const TagField& text) const noexcept {
     TagField other;
     GroupText(kinds_[level], entries_[index], other);
-    return CompareNoCase(text, other) == 0;
+    return EqualAsciiNoCase(text, other);
   }
 
   EntryList& entries_;
@@ -145,6 +141,27 @@ void BuildGroups(EntryList& entries, const NodeKind* levels, size_t level_count,
                  TreeSink& sink) noexcept {
   for (MediaEntry& entry : entries) entry.item = kNoNode;
   Grouping(entries, levels, level_count, sink).Run();
+}
+
+void BuildTree(EntryList& entries, GroupingOrder order, TreeSink& sink) noexcept {
+  constexpr NodeKind kGenre = NodeKind::kGenre;
+  constexpr NodeKind kArtist = NodeKind::kArtist;
+  constexpr NodeKind kAlbum = NodeKind::kAlbum;
+  struct Levels {
+    NodeKind kinds[3];
+    size_t count;
+  };
+  static constexpr Levels kLevels[] = {
+      {{kGenre, kArtist, kAlbum}, 3},
+      {{kGenre, kAlbum, kArtist}, 3},
+      {{kArtist, kAlbum}, 2},
+      {{kAlbum, kArtist}, 2},
+      {{kAlbum}, 1},
+      {{kArtist}, 1},
+  };
+  if (order == GroupingOrder::kFolders) return BuildFolders(entries, sink);
+  const Levels& levels = kLevels[static_cast<uint32_t>(order) - 1];
+  BuildGroups(entries, levels.kinds, levels.count, sink);
 }
 
 }  // namespace kelvo

@@ -3,7 +3,8 @@
 #include <stddef.h>
 
 #include "base/windows/platform.h"
-#include "catalog/tree/device_scan.h"
+#include "catalog/lists/device_scan.h"
+#include "catalog/windows/catalog_dialogs.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"
@@ -36,6 +37,7 @@ int CALLBACK SheetCallback(HWND sheet, UINT message, LPARAM) noexcept {
 }  // namespace
 
 bool CatalogSheet::Run() noexcept {
+  const LanguageHold hold;  // pages are made of their templates when they are first shown
   struct Page {
     UINT dialog;
     UINT title;

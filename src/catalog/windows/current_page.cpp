@@ -1,4 +1,4 @@
-#include "catalog/windows/current_page.h"
+#include "catalog/windows/catalog_sheet.h"
 
 #include "base/messages/post_message.h"
 #include "base/text/wide.h"
@@ -11,6 +11,15 @@
 #include "res/resource_ids.h"
 
 namespace kelvo {
+namespace {
+
+int CALLBACK CompareItems(LPARAM a, LPARAM b, LPARAM parameter) noexcept {
+  const CatalogState& state = *reinterpret_cast<const CatalogState*>(parameter);
+  return CompareEntries(state.current[static_cast<size_t>(a)],
+                        state.current[static_cast<size_t>(b)], state.sort);
+}
+
+}  // namespace
 
 CurrentPage::CurrentPage(CatalogState& state, CatalogSheetEvents& events) noexcept
     : CatalogPage(state, events, IDC_LIST, IDR_CURRENT_BAR) {}
@@ -40,8 +49,8 @@ void CurrentPage::InsertColumns() noexcept {
 
 void CurrentPage::Fill() noexcept {
   if (!is_open()) return;
+  const RedrawPause pause(view());
   changing_ = true;
-  SendMessageW(view(), WM_SETREDRAW, FALSE, 0);
   ListView_DeleteAllItems(view());
   for (size_t i = 0; i < state().current.size(); ++i) {
     LVITEMW item = {};
@@ -56,8 +65,6 @@ void CurrentPage::Fill() noexcept {
     }
     SetItemChecked(view(), static_cast<int>(at), state().current[i].item != 0);
   }
-  SendMessageW(view(), WM_SETREDRAW, TRUE, 0);
-  InvalidateRect(view(), nullptr, TRUE);
   changing_ = false;
   UpdateButtons();
 }
@@ -86,7 +93,17 @@ ModalDialog::Handled CurrentPage::OnCommand(int id, int) noexcept {
   }
 }
 
+// The buttons follow once all items have changed.
 bool CurrentPage::Select(int id) noexcept {
+  const RedrawPause pause(view());
+  changing_all_ = true;
+  const bool selected = ChangeItems(id);
+  changing_all_ = false;
+  if (selected) UpdateButtons();
+  return selected;
+}
+
+bool CurrentPage::ChangeItems(int id) noexcept {
   const int count = CountItems(view());
   ListItems items(view());
   switch (id) {
@@ -119,9 +136,9 @@ void CurrentPage::Play() noexcept {
 }
 
 void CurrentPage::Save() noexcept {
-  SaveTarget target;
-  if (!AskWhereToSave(state().files, state().host_module, window(), &target)) return;
-  WriteM3u(state().files, target.path(), state().current);
+  SaveDialogState dialog;
+  if (!AskWhereToSave(state().files, state().host_module, window(), &dialog)) return;
+  WriteM3u(state().files, dialog.path, state().current);
 }
 
 void CurrentPage::Edit(int id) noexcept {
@@ -144,16 +161,6 @@ void CurrentPage::Renumber() noexcept {
     SetItemData(view(), i, static_cast<size_t>(i));
   }
 }
-
-namespace {
-
-int CALLBACK CompareItems(LPARAM a, LPARAM b, LPARAM parameter) noexcept {
-  const CatalogState& state = *reinterpret_cast<const CatalogState*>(parameter);
-  return CompareEntries(state.current[static_cast<size_t>(a)],
-                        state.current[static_cast<size_t>(b)], state.sort);
-}
-
-}  // namespace
 
 void CurrentPage::Sort(int column) noexcept {
   const size_t count = state().current.size();
@@ -192,7 +199,7 @@ LRESULT CurrentPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
       if (CheckChanged(change)) {
         const size_t at = ItemData(view(), change.iItem);
         if (at < state().current.size()) {
-          state().current[at].item = IsItemChecked(view(), change.iItem) ? 1 : 0;
+          state().current[at].item = IsItemChecked(view(), change.iItem) ? kEntryFlag : 0;
         }
         UpdateButtons();
       } else if (SelectionChanged(change)) {
@@ -206,6 +213,7 @@ LRESULT CurrentPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
 }
 
 void CurrentPage::UpdateButtons() noexcept {
+  if (changing_all_) return;
   const bool selected = ListView_GetSelectedCount(view()) > 0;
   const bool checked = AnyChecked(state().current);
   EnableButton(ID_REMOVE_SELECTED, selected);

@@ -1,14 +1,12 @@
-#include "catalog/windows/media_page.h"
+#include "catalog/windows/catalog_sheet.h"
 
 #include "base/windows/pocketpc.h"
+#include "catalog/lists/file_changes.h"
 #include "catalog/media/id3v1.h"
 #include "catalog/media/media_kind.h"
-#include "catalog/pages/delete_entry.h"
-#include "catalog/tag_editor/tag_edit.h"
 #include "catalog/tree/build_tree.h"
-#include "catalog/tree/checked_files.h"
-#include "catalog/windows/ask_delete.h"
-#include "catalog/windows/tag_editor_dialog.h"
+#include "catalog/tree/checks.h"
+#include "catalog/windows/catalog_dialogs.h"
 #include "res/resource_ids.h"
 
 namespace kelvo {
@@ -41,10 +39,10 @@ void MediaPage::OnPageDestroy() noexcept {
 
 void MediaPage::RebuildTree() noexcept {
   if (!is_open() || state().scanning) return;
-  tree_.SetRedraw(false);
+  const WaitCursor wait;
+  const RedrawPause pause(view());
   tree_.Clear();
   BuildTree(state().media, state().order, tree_);
-  tree_.SetRedraw(true);
   UpdateFileCommands();
 }
 
@@ -61,13 +59,9 @@ ModalDialog::Handled MediaPage::OnCommand(int id, int) noexcept {
       events().Rescan();
       break;
     case ID_CHECK_ALL:
-      SetChecksBelow(tree_, kNoNode, true);
-      break;
     case ID_CHECK_NONE:
-      SetChecksBelow(tree_, kNoNode, false);
-      break;
     case ID_INVERT_CHECKS:
-      InvertChecksBelow(tree_, kNoNode);
+      ChangeChecks(id);
       break;
     case ID_ADD_CHECKED:
       AddCheckedFilesToPlaylist();
@@ -84,10 +78,17 @@ ModalDialog::Handled MediaPage::OnCommand(int id, int) noexcept {
   return Handled::kYes;
 }
 
-LRESULT MediaPage::OnNotify(const NMHDR& header, LPARAM) noexcept {
+LRESULT MediaPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
   if (header.hwndFrom != view()) return 0;
   if (header.code == static_cast<UINT>(TVN_SELCHANGEDW)) {
     PostMessageW(window(), kRefreshMessage, 0, 0);
+    return 0;
+  }
+  // The box that the space bar is about to toggle is tapped as well.
+  if (header.code == static_cast<UINT>(TVN_KEYDOWN) &&
+      reinterpret_cast<const NMTVKEYDOWN*>(lparam)->wVKey == VK_SPACE) {
+    const TreeNode selected = tree_.Selected();
+    if (selected != kNoNode) CheckBoxTapped(tree_, selected);
     return 0;
   }
   if (header.code != static_cast<UINT>(NM_CLICK)) return 0;
@@ -104,6 +105,15 @@ bool MediaPage::OnPageMessage(UINT message, WPARAM) noexcept {
   if (message != kRefreshMessage) return false;
   UpdateFileCommands();
   return true;
+}
+
+void MediaPage::ChangeChecks(int id) noexcept {
+  const RedrawPause pause(view());
+  if (id == ID_INVERT_CHECKS) {
+    InvertChecksBelow(tree_, kNoNode);
+  } else {
+    SetChecksBelow(tree_, kNoNode, id == ID_CHECK_ALL);
+  }
 }
 
 void MediaPage::SetOrder(GroupingOrder order) noexcept {
@@ -158,6 +168,7 @@ void MediaPage::EditSelectedTag() noexcept {
   ReadId3v1(state().files, entry);
   RebuildTree();
   CopyTagToPlaylist(*entry, state().current);
+  tree_.Select(entry->item);  // the user goes on where it was
 }
 
 }  // namespace kelvo

@@ -1,9 +1,10 @@
-#include "catalog/windows/playlists_page.h"
+#include "catalog/windows/catalog_sheet.h"
 
 #include "base/text/wide.h"
 #include "base/windows/pocketpc.h"
-#include "catalog/pages/renamed_path.h"
-#include "catalog/windows/ask_delete.h"
+#include "catalog/lists/file_changes.h"
+#include "catalog/media/media_kind.h"
+#include "catalog/windows/catalog_dialogs.h"
 #include "catalog/windows/list_view.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
@@ -16,6 +17,11 @@ namespace {
 
 constexpr UINT_PTR kFirstScanTimer = 1;
 constexpr UINT kFirstScanDelayMs = 500;  // the sheet is to be seen before
+
+bool IsPlaylist(const wchar_t* path) noexcept {
+  const MediaKind kind = MediaKindOf(path);
+  return kind == MediaKind::kM3u || kind == MediaKind::kPls || kind == MediaKind::kAsx;
+}
 
 // The control wants texts that are not const; it only reads them.
 wchar_t* Text(const wchar_t* text) noexcept {
@@ -30,14 +36,11 @@ PlaylistsPage::PlaylistsPage(CatalogState& state, CatalogSheetEvents& events) no
 void PlaylistsPage::OnPageInit() noexcept {
   StyleList(view());
   LVCOLUMNW column = {};
-  column.mask = LVCF_WIDTH;
-  RECT client;
-  GetClientRect(view(), &client);
-  column.cx = client.right;
   SendMessageW(view(), LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
   if (state().first_showing) {
     state().first_showing = false;
     SetTimer(window(), kFirstScanTimer, kFirstScanDelayMs, nullptr);
+    FitColumn();
   } else {
     Fill();
   }
@@ -52,7 +55,7 @@ bool PlaylistsPage::OnPageMessage(UINT message, WPARAM wparam) noexcept {
 
 void PlaylistsPage::Fill() noexcept {
   if (!is_open()) return;
-  SendMessageW(view(), WM_SETREDRAW, FALSE, 0);
+  const RedrawPause pause(view());
   ListView_DeleteAllItems(view());
   for (size_t i = 0; i < state().playlists.size(); ++i) {
     wchar_t text[kTextCapacity];
@@ -64,9 +67,16 @@ void PlaylistsPage::Fill() noexcept {
     item.lParam = static_cast<LPARAM>(i);
     if (SendMessageW(view(), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)) == -1) break;
   }
-  if (CountItems(view()) > 0) ListView_SetColumnWidth(view(), 0, LVSCW_AUTOSIZE_USEHEADER);
-  SendMessageW(view(), WM_SETREDRAW, TRUE, 0);
-  InvalidateRect(view(), nullptr, TRUE);
+  FitColumn();
+}
+
+// As wide as the longest path, whose end is the file's name, and at least as the list.
+void PlaylistsPage::FitColumn() noexcept {
+  RECT client = {};
+  GetClientRect(view(), &client);
+  ListView_SetColumnWidth(view(), 0, LVSCW_AUTOSIZE);
+  if (ListView_GetColumnWidth(view(), 0) >= client.right) return;
+  ListView_SetColumnWidth(view(), 0, client.right);
 }
 
 ModalDialog::Handled PlaylistsPage::OnCommand(int id, int) noexcept {
@@ -122,6 +132,7 @@ void PlaylistsPage::Rename() noexcept {
   CopyWide(text, kTextCapacity, renamed.get());
   state().playlists.Replace(index, std::move(renamed));
   ListView_SetItemText(view(), item, 0, Text(text));
+  FitColumn();
   ListView_RedrawItems(view(), item, item);
 }
 
@@ -140,14 +151,14 @@ void PlaylistsPage::Delete() noexcept {
 }
 
 void PlaylistsPage::AddCheckedLists() noexcept {
-  {
-    const WaitCursor wait;
-    ChainGuard guard;
-    const PlaylistSources sources = {state().files, state().information, &guard};
-    for (int i = 0, count = CountItems(view()); i < count; ++i) {
-      if (!IsItemChecked(view(), i)) continue;
-      AddPath(sources, state().playlists[ItemData(view(), i)], &state().current);
-    }
+  const WaitCursor wait;
+  ChainGuard guard;
+  const PlaylistSources sources = {state().files, state().information, &guard};
+  for (int i = 0, count = CountItems(view()); i < count; ++i) {
+    if (!IsItemChecked(view(), i)) continue;
+    // A renamed one may look like a song by now.
+    const wchar_t* path = state().playlists[ItemData(view(), i)];
+    if (IsPlaylist(path)) AddPath(sources, path, &state().current);
   }
   events().CurrentPlaylistChanged();
 }
@@ -164,8 +175,7 @@ void PlaylistsPage::ShowPopup(POINT at) noexcept {
   const HMENU menu = CreatePopupMenu();
   if (!menu) return;
   AppendMenuW(menu, MF_STRING, ID_RENAME, LoadLocalizedString(OwnModule(), IDS_RENAME_FILE));
-  AppendMenuW(menu, MF_STRING, ID_DELETE_FILE,
-              LoadLocalizedString(OwnModule(), IDS_DELETE_FILE_ITEM));
+  AppendMenuW(menu, MF_STRING, ID_DELETE_FILE, LoadLocalizedString(OwnModule(), IDS_DELETE_ITEM));
   TrackPopupMenuEx(menu, TPM_LEFTALIGN | TPM_TOPALIGN, at.x, at.y, window(), nullptr);
   DestroyMenu(menu);
 }

@@ -2,16 +2,21 @@
 
 #include "base/windows/resources.h"
 #include "entry/language/modules.h"
+#include "entry/language/whole_resources.h"
 
 namespace kelvo {
+
 HMODULE ModuleWithDialog(HMODULE module, const wchar_t* name) noexcept {
   const HMODULE language = LanguageModule();
-  return language && HasResource(language, name, RT_DIALOG) ? language : module;
+  return language && HasWholeDialog(language, module, name) ? language : module;
 }
 
 bool FormatLocalized(wchar_t* text, size_t capacity, UINT id,
                      std::initializer_list<FormatArgument> arguments) noexcept {
-  if (FormatWide(text, capacity, LoadLocalizedString(OwnModule(), id), arguments)) return true;
+  constexpr int kFormatCapacity = 256;
+  wchar_t format[kFormatCapacity];
+  LoadLocalizedString(OwnModule(), id, format, kFormatCapacity);
+  if (FormatWide(text, capacity, format, arguments)) return true;
   const wchar_t* built_in = FindStringResource(OwnModule(), id, nullptr);
   return built_in && FormatWide(text, capacity, built_in, arguments);
 }
@@ -33,12 +38,14 @@ const wchar_t* LoadLocalizedString(HMODULE module, UINT id) noexcept {
 
 INT_PTR LocalizedDialogBox(HMODULE module, UINT id, HWND parent, DLGPROC procedure,
                            LPARAM parameter) noexcept {
+  const LanguageHold hold;
   const wchar_t* name = MAKEINTRESOURCEW(id);
   return DialogBoxParamW(ModuleWithDialog(module, name), name, parent, procedure, parameter);
 }
 
 INT_PTR LocalizedDialogBox(HMODULE module, const wchar_t* name, HWND parent,
                            DLGPROC procedure) noexcept {
+  const LanguageHold hold;
   return DialogBoxParamW(ModuleWithDialog(module, name), name, parent, procedure, 0);
 }
 
@@ -49,7 +56,7 @@ INT_PTR RunDialog(ModalDialog& dialog, UINT id, HWND parent) noexcept {
 BOOL CreateLocalizedMenuBar(SHMENUBARINFO* info) noexcept {
   const HMODULE language = LanguageModule();
   if (language && info->nToolBarId != 0 &&
-      HasResource(language, MAKEINTRESOURCEW(info->nToolBarId), RT_MENU) &&
+      HasWholeMenuBar(language, info->hInstRes, MAKEINTRESOURCEW(info->nToolBarId)) &&
       (info->nBmpId == 0 || HasResource(language, MAKEINTRESOURCEW(info->nBmpId), RT_BITMAP))) {
     info->hInstRes = language;
   }

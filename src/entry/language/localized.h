@@ -19,7 +19,7 @@ const wchar_t* LoadLocalizedString(HMODULE module, UINT id) noexcept;
 bool FormatLocalized(wchar_t* text, size_t capacity, UINT id,
                      std::initializer_list<FormatArgument> arguments) noexcept;
 
-// Where a dialog's template is taken from.
+// Where a dialog's template is taken from. A window made of it needs a LanguageHold (modules.h).
 HMODULE ModuleWithDialog(HMODULE module, const wchar_t* name) noexcept;
 
 // Runs a modal dialog and returns its result, as the system's DialogBoxParam. The second form finds
@@ -31,8 +31,8 @@ INT_PTR LocalizedDialogBox(HMODULE module, const wchar_t* name, HWND parent,
 // The same for a dialog object, from the library's own module.
 INT_PTR RunDialog(ModalDialog& dialog, UINT id, HWND parent) noexcept;
 
-// Creates a menu bar. Menu and bitmap come from the language library when it has all that is asked
-// for, otherwise both from the record's own instance.
+// Creates a menu bar. Menu, table and bitmap come from the language library when it has all that is
+// asked for, otherwise all of them from the record's own instance.
 BOOL CreateLocalizedMenuBar(SHMENUBARINFO* info) noexcept;
 
 }  // namespace kelvo

@@ -1,15 +1,19 @@
 #include "entry/language/modules.h"
 
 #include "base/text/wide.h"
-#include "base/windows/unique_handle.h"
+#include "base/windows/registry.h"
+#include "kelvo/settings.h"
 
 namespace kelvo {
 namespace {
 
 constexpr uint32_t kUsEnglish = 1033;
+constexpr size_t kNameCapacity = 32;
 
+uint32_t g_language_id = 0;
 HMODULE g_own = nullptr;
 HMODULE g_language = nullptr;
+wchar_t g_language_name[kNameCapacity];
 
 void AppendHex4(wchar_t* text, size_t capacity, uint32_t number) noexcept {
   int digits = 4;
@@ -37,12 +41,21 @@ HMODULE LanguageModule() noexcept {
 bool LoadLanguageLibrary(uint32_t language_id, bool own) noexcept {
   UniqueModule(std::exchange(g_language, nullptr));
   if (language_id == 0 || language_id == kUsEnglish) return true;
-  wchar_t name[32];
-  CopyWide(name, 32, own ? L"kv_mui." : L"mui.");
-  AppendHex4(name, 32, language_id);
-  static_cast<void>(AppendWide(name, 32, L".dll"));
-  g_language = LoadLibraryW(name);
+  CopyWide(g_language_name, kNameCapacity, own ? L"kv_mui." : L"mui.");
+  AppendHex4(g_language_name, kNameCapacity, language_id);
+  static_cast<void>(AppendWide(g_language_name, kNameCapacity, L".dll"));
+  g_language = LoadLibraryW(g_language_name);
   return g_language != nullptr;
 }
+
+void SwitchToConfiguredLanguage() noexcept {
+  const RegistryKey settings = RegistryKey::OpenOrCreate(kSettingsKey);
+  static_cast<void>(settings.ReadNumber(kLanguageValue, &g_language_id));
+  LoadLanguageLibrary(g_language_id, true);
+}
+
+// The system counts how often a module has been loaded.
+LanguageHold::LanguageHold() noexcept
+    : module_(g_language ? LoadLibraryW(g_language_name) : nullptr) {}
 
 }  // namespace kelvo

@@ -13,9 +13,12 @@ class TextEntryDialog::Window final : public ModalDialog {
 
  private:
   bool OnInit() noexcept override {
-    SetWindowTextW(control(IDC_TEXT_ENTRY), entry_.text_);
+    const HWND edit = control(IDC_TEXT_ENTRY);
+    SendMessageW(edit, EM_LIMITTEXT, kTextCapacity - 1, 0);
+    SetWindowTextW(edit, entry_.text_);
     SipShowIM(SIPF_ON);
-    SetFocus(control(IDC_TEXT_ENTRY));
+    SetFocus(edit);
+    SendMessageW(edit, EM_SETSEL, 0, -1);  // typing replaces what is offered
     return false;
   }
 

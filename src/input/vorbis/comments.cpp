@@ -25,7 +25,7 @@ constexpr KeyField kKeys[] = {
 
 void MapComment(const char* comment, CommentBlock* block) noexcept {
   for (const KeyField& key : kKeys) {
-    if (CompareNoCase(comment, key.key, key.length) != 0) continue;
+    if (!EqualAsciiNoCase(comment, key.key, key.length)) continue;
     Utf8ToWide(comment + key.length, block->*key.field, kCommentCapacity);
     return;
   }

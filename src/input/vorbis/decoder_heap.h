@@ -1,10 +1,13 @@
 // Memory for the Vorbis decoder. The decoder takes for granted that it always gets memory; the
 // library must not. So each stream has a heap of its own, and the decoder is run so that a request
-// that fails abandons the whole call; what it held is then freed at once.
+// that fails abandons the whole call; what it held is then freed at once. What is known about the
+// blocks lies apart from them: a write past a block's end does not reach it.
 #pragma once
 
 #include <stddef.h>
 #include <stdint.h>
+
+#include "base/memory/array.h"
 
 namespace kelvo {
 
@@ -15,49 +18,58 @@ class DecoderHeap {
   static void AttachModule() noexcept;
   static void DetachModule() noexcept;
 
-  DecoderHeap() noexcept;
-  ~DecoderHeap() { FreeAll(); }
+  DecoderHeap() noexcept = default;
+  ~DecoderHeap();
   DecoderHeap(const DecoderHeap&) = delete;
   DecoderHeap& operator=(const DecoderHeap&) = delete;
 
-  // Runs `work` with this heap as the decoder's. False when memory ran out on the way (or this
-  // heap has been given up before): the decoder's state is lost, nothing may be called with it any
-  // more. Its memory stays until this heap goes, because others may still be reading what was
-  // complete before (comments). `work` must own nothing that needs a destructor.
+  // Runs `work` with this heap as the decoder's. False when the call was abandoned (or an earlier
+  // one): the decoder's state is lost, nothing may be called with it any more. Its memory stays
+  // until this heap goes, because others may still be reading what was complete before (comments).
+  // `work` must own nothing that needs a destructor.
   template <class Work>
   [[nodiscard]] bool Run(Work work) noexcept {
     return RunErased([](void* context) { (*static_cast<Work*>(context))(); }, &work);
   }
 
-  // For the decoder's calls alone.
-  void* Take(size_t bytes) noexcept;
-  void* Resize(void* block, size_t bytes) noexcept;
-  void Give(void* block) noexcept;
-  void* Scratch(size_t bytes) noexcept;  // until the innermost Run ends
+  // Within Run, the heap of the innermost one on this thread. The decoder's calls end up here.
   static DecoderHeap* Current() noexcept;
+  void* Allocate(size_t bytes) noexcept;
+  void* Resize(void* payload, size_t bytes) noexcept;
+  void Free(void* payload) noexcept;
+  void* AllocateScratch(size_t bytes) noexcept;  // until Run ends
+  [[noreturn]] void Abandon() noexcept;
+
+  // How many reads in a row have brought nothing since Run began, with this one.
+  uint32_t CountEmptyReads(bool empty) noexcept {
+    return empty_reads_ = empty ? empty_reads_ + 1 : 0;
+  }
 
  private:
   struct Block {
-    Block* previous;
-    Block* next;
-    size_t bytes;
+    void* payload;
+    size_t bytes;  // at least as many as were asked for
   };
-  static constexpr size_t kHeader = (sizeof(Block) + 15) & ~size_t{15};
 
   bool RunErased(void (*work)(void*), void* context) noexcept;
-  [[noreturn]] void Abandon() noexcept;
-  void FreeAll() noexcept;
-  void FreeRing(Block* ring) noexcept;
-  Block* NewBlock(size_t bytes) noexcept;
-  static void Link(Block* ring, Block* block) noexcept;
-  static void Unlink(Block* block) noexcept;
-  static Block* BlockOf(void* payload) noexcept;
-  bool Accept(size_t bytes) const noexcept;
+  bool Fits(size_t bytes) const noexcept;
+  void* Obtain(size_t bytes) noexcept;
+  size_t Home(const void* payload) const noexcept;
+  Block* Find(const void* payload) noexcept;
+  void Insert(Block block) noexcept;
+  void Remove(Block* block) noexcept;
+  void ReserveOne() noexcept;
+  void FreeScratch() noexcept;
 
-  Block blocks_;      // ring of the blocks that the decoder gives back
-  Block scratch_;     // ring of those that live as long as one Run
-  size_t bytes_ = 0;  // taken and not given back
-  bool given_up_ = false;
+  // Open addressing by the payload's address; a null payload is a free place. The number of places
+  // is a power of two, or none.
+  Block* blocks_ = nullptr;
+  size_t places_ = 0;
+  size_t used_ = 0;
+  Array<Block> scratch_;
+  size_t bytes_ = 0;  // of all blocks, with what they cost beside
+  uint32_t empty_reads_ = 0;
+  bool abandoned_ = false;
   void* jump_[5];
 };
 

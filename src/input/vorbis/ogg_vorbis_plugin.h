@@ -2,6 +2,7 @@
 // the output's buffers.
 #pragma once
 
+#include "base/files/file_system.h"
 #include "base/sync/lock.h"
 #include "base/sync/shared_word.h"
 #include "base/sync/thread.h"
@@ -11,9 +12,11 @@
 
 namespace kelvo {
 
-class OggVorbisPlugin final : public OggVorbisInput {
+// Not final: changes of the state go through the object's table, which may be a host's.
+class OggVorbisPlugin : public OggVorbisInput {
  public:
-  OggVorbisPlugin() noexcept;
+  // The files that GetFileInfo opens; must outlive this.
+  explicit OggVorbisPlugin(FileSystem& files) noexcept;
   // Playback has been stopped before: a thread's end cannot be awaited while a library unloads.
   ~OggVorbisPlugin();
 
@@ -29,7 +32,7 @@ class OggVorbisPlugin final : public OggVorbisInput {
                       wchar_t* title) noexcept override;
   void SetNotifyWindow(WindowHandle window) noexcept override { notify_window_ = window; }
 
-  // Playback, the host's side: playback_control.cpp.
+  // Playback: playback.cpp.
   int32_t GetPositionMs(HostWord a, HostWord b) noexcept override;
   int32_t SeekMs(int32_t milliseconds) noexcept override;
   int32_t Stop() noexcept override;
@@ -43,7 +46,7 @@ class OggVorbisPlugin final : public OggVorbisInput {
   bool StartThread() noexcept;
   void StopThread() noexcept;
 
-  // The decoding thread: decoding_thread.cpp.
+  // The decoding thread.
   static void ThreadBody(void* plugin) noexcept;
   void RunDecoding() noexcept;
   bool StartOutput() noexcept;
@@ -53,18 +56,21 @@ class OggVorbisPlugin final : public OggVorbisInput {
   bool DrainOutput() noexcept;
   void Finish(bool drain) noexcept;
 
+  // Up to seek_base_ the fields and their places are part of the contract, as a host reads them.
   SharedPointer<WindowHandle> notify_window_;  // the host sets it while a file may be ending
-  VorbisStream* stream_ = nullptr;
+  OpenVorbis stream_;
   uint32_t total_frames_ = 0;
+  uint32_t reserved_[2] = {};
   uint32_t channels_ = 0;
   uint32_t sample_rate_ = 0;  // Hz
   uint32_t bit_rate_ = 0;     // kbit/s
-  Thread thread_;
+  uint32_t more_reserved_[2] = {};
+  Thread thread_;  // a word: all bits set at first, null after a stop
   int32_t thread_priority_ = kPriorityNormal;
   Event ready_;  // the decoding thread has started the output, or has ended
 
-  // Guards the stream (while a thread runs) and the changes of the flags below that must happen
-  // together. The decoding thread never holds it while it waits for a buffer or sleeps.
+  // Guards the stream (while a thread runs) and the changes of the state and the flags below that
+  // must happen together. The decoding thread never holds it while it waits for a buffer or sleeps.
   Lock lock_;
   wchar_t path_[kTextCapacity] = {};
 
@@ -77,9 +83,15 @@ class OggVorbisPlugin final : public OggVorbisInput {
   SharedWord run_output_;  // the output is meant to run: the user has not paused it
   SharedWord stop_request_;
   SharedWord seek_base_;  // frame reached by the last seek
+
+  FileSystem& files_;
+  SharedWord thread_done_;  // the decoding thread has come to its end by itself
+  bool torn_down_ = false;
 };
 
-// frames / rate * 1000, truncated, saturating; 0 for a rate of 0.
-int32_t FramesToMs(double frames, uint32_t rate) noexcept;
+// frames / rate * 1000; 0 for a rate of 0.
+double FramesToMs(double frames, uint32_t rate) noexcept;
+// Truncates.
+int32_t SaturatedMs(double milliseconds) noexcept;
 
 }  // namespace kelvo

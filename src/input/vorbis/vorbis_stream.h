@@ -1,10 +1,14 @@
 // One Ogg Vorbis file, decoded by the integer decoder. Every function accepts a null stream and
-// then answers as if there were nothing. One thread at a time per stream.
+// then answers as if there were nothing. One thread at a time per stream, but for
+// GetVorbisComments.
 #pragma once
 
 #include <stddef.h>
 #include <stdint.h>
 
+#include <utility>
+
+#include "base/files/file_system.h"
 #include "input/vorbis/comments.h"
 #include "kelvo/media_reader.h"
 
@@ -31,12 +35,35 @@ enum VorbisRead : int32_t {
 };
 constexpr uint32_t kLeastReadBytes = 4096;
 
-// Null when the file cannot be opened or is no Ogg Vorbis file.
-[[nodiscard]] VorbisStream* OpenVorbisPath(const wchar_t* path) noexcept;
-// The reader is borrowed. When null comes back the reader has not been closed.
-[[nodiscard]] VorbisStream* OpenVorbisReader(MediaReader* reader) noexcept;
 // Also closes the file, or the reader.
 void CloseVorbis(VorbisStream* stream) noexcept;
+
+// Owns one stream.
+class OpenVorbis {
+ public:
+  OpenVorbis() noexcept = default;
+  explicit OpenVorbis(VorbisStream* stream) noexcept : stream_(stream) {}
+  OpenVorbis(OpenVorbis&& other) noexcept : stream_(std::exchange(other.stream_, nullptr)) {}
+  OpenVorbis& operator=(OpenVorbis&& other) noexcept {
+    if (this != &other) CloseVorbis(std::exchange(stream_, std::exchange(other.stream_, nullptr)));
+    return *this;
+  }
+  ~OpenVorbis() { CloseVorbis(stream_); }
+
+  explicit operator bool() const noexcept { return stream_ != nullptr; }
+  VorbisStream* get() const noexcept { return stream_; }
+  void Close() noexcept { CloseVorbis(std::exchange(stream_, nullptr)); }
+  // Leaves the stream as it is, for good.
+  void Forget() noexcept { stream_ = nullptr; }
+
+ private:
+  VorbisStream* stream_ = nullptr;
+};
+
+// Empty when the file cannot be opened or is no Ogg Vorbis file.
+[[nodiscard]] OpenVorbis OpenVorbisPath(FileSystem& files, const wchar_t* path) noexcept;
+// The reader is borrowed. When nothing comes back the reader has not been closed.
+[[nodiscard]] OpenVorbis OpenVorbisReader(MediaReader* reader) noexcept;
 
 // One decoder call: up to `bytes` bytes of interleaved 16-bit PCM. *count is 0 unless kReadData.
 VorbisRead ReadVorbis(VorbisStream* stream, void* destination, uint32_t bytes,
@@ -48,7 +75,9 @@ int64_t VorbisPosition(VorbisStream* stream) noexcept;
 int64_t VorbisTotal(VorbisStream* stream) noexcept;
 
 bool GetVorbisInfo(VorbisStream* stream, VorbisInfo* info) noexcept;
-// Zeroes the block, then fills it; false for a null stream.
+// Zeroes the block, then fills it; false for a null stream. May be called while another thread
+// reads or seeks: the comments stay as they were when the stream was opened, and which logical
+// stream is the current one is a word of its own. They outlive errors of the decoder.
 bool GetVorbisComments(VorbisStream* stream, CommentBlock* block) noexcept;
 
 }  // namespace kelvo

@@ -77,7 +77,7 @@ uint32_t FirstNumber(const wchar_t* text) noexcept {
 
 void Parse(const wchar_t* description, CodecWords* words) noexcept {
   if (description[0] == 0) return;
-  if (CompareNoCase(description, L"VBR", 3) == 0) {
+  if (EqualAsciiNoCase(description, L"VBR", 3)) {
     words->bit_rate = 0;
     words->sample_rate = FirstNumber(FindWide(description, L','));
   } else {
@@ -109,15 +109,15 @@ void ReadExtendedContent(AsfCursor& cursor, AsfScratch* scratch, AsfInfo* out) n
     const uint16_t bytes = cursor.U16();
     const uint32_t number = ReadValue(cursor, type, bytes, scratch);
     if (!cursor.ok()) return;
-    if (CompareNoCase(name, L"WM/Genre") == 0) {
+    if (EqualAsciiNoCase(name, L"WM/Genre")) {
       KeepFirst(out->format.genre, scratch->text);
-    } else if (CompareNoCase(name, L"WM/AlbumTitle") == 0) {
+    } else if (EqualAsciiNoCase(name, L"WM/AlbumTitle")) {
       KeepFirst(out->album, scratch->text);
-    } else if (CompareNoCase(name, L"WM/TrackNumber") == 0) {
+    } else if (EqualAsciiNoCase(name, L"WM/TrackNumber")) {
       KeepFirstTrack(&out->format, number);
-    } else if (CompareNoCase(name, L"WM/Track") == 0) {
+    } else if (EqualAsciiNoCase(name, L"WM/Track")) {
       KeepFirstTrack(&out->format, number + 1);  // counts from 0
-    } else if (type == kText && CompareNoCase(name, L"WMFSDKVersion") == 0) {
+    } else if (type == kText && EqualAsciiNoCase(name, L"WMFSDKVersion")) {
       out->sdk_version = static_cast<uint32_t>(ParseDecimal(scratch->text));
     }
   }

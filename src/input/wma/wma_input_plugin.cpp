@@ -67,7 +67,7 @@ void WmaInputPlugin::Destroy(uint32_t flags) noexcept {
     return;
   }
   TearDown();
-  RestoreBaseOperations(this);
+  RestoreBaseOperations<WmaInput>(this);
 }
 
 int32_t WmaInputPlugin::GetDisplayTitle(wchar_t* title) noexcept {

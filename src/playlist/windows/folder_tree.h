@@ -6,7 +6,7 @@
 
 #include "base/files/file_system.h"
 #include "base/windows/image_list.h"
-#include "playlist/save/save_target.h"
+#include "playlist/save_dialog_state.h"
 
 namespace kelvo {
 

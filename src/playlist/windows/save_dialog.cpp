@@ -1,12 +1,11 @@
 #include "playlist/windows/save_dialog.h"
 
 #include "base/windows/dialog.h"
+#include "base/windows/feature_dialog.h"
 #include "base/windows/fonts.h"
 #include "base/windows/pocketpc.h"
-#include "entry/language/dialog_guard.h"
-#include "entry/language/full_screen_dialog.h"
+#include "kelvo/host_resources.h"
 #include "playlist/windows/folder_tree.h"
-#include "playlist/windows/host_resources.h"
 
 namespace kelvo {
 namespace {
@@ -18,21 +17,23 @@ constexpr UINT kNoText = 0;  // among the string ids
 
 class SaveDialog final : public ModalDialog {
  public:
-  SaveDialog(FileSystem& files, HMODULE host_module, SaveTarget* target) noexcept
-      : files_(files), host_module_(host_module), target_(*target), tree_(files) {}
-  bool succeeded() const noexcept { return succeeded_; }
+  SaveDialog(FileSystem& files, SaveDialogState* state) noexcept
+      : files_(files), state_(*state), tree_(files) {}
 
  private:
   bool OnInit() noexcept override {
+    state_.tree = control(KELVO_HOST_SAVE_TREE);
+    state_.dialog = window();
     MakeFullScreen(window(), SHIDIF_SIPDOWN);
     SHMENUBARINFO bar = {};
     bar.cbSize = sizeof(bar);
     bar.hwndParent = window();
-    bar.nToolBarId = kHostSaveMenuBar;
-    bar.hInstRes = host_module_;
+    bar.nToolBarId = KELVO_HOST_SAVE_MENU_BAR;
+    bar.hInstRes = host_module();
     SHCreateMenuBar(&bar);
+    state_.menu_bar = bar.hwndMB;
     font_ = MakeListFont();
-    for (const int id : {kHostSaveTree, kHostSavePath}) {
+    for (const int id : {KELVO_HOST_SAVE_TREE, KELVO_HOST_SAVE_PATH}) {
       SendMessageW(control(id), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
     }
     LayOut();
@@ -44,14 +45,14 @@ class SaveDialog final : public ModalDialog {
     switch (id) {
       case IDOK:
       case IDCANCEL:
-        target_.SetPath(L"");
-        succeeded_ = false;
+        state_.path[0] = 0;
+        state_.succeeded = 0;
         Close(IDCANCEL);
         return Handled::kYes;
-      case kHostSaveButton:
+      case KELVO_HOST_SAVE_BUTTON:
         Save();
         return Handled::kYes;
-      case kHostSaveName:
+      case KELVO_HOST_SAVE_NAME:
         if (notification != EN_CHANGE) return Handled::kNo;
         ReadName();
         return Handled::kYes;
@@ -63,7 +64,7 @@ class SaveDialog final : public ModalDialog {
   Handled OnMessage(UINT message, WPARAM wparam, LPARAM lparam, LRESULT*) noexcept override {
     switch (message) {
       case kFillMessage:
-        tree_.Attach(control(kHostSaveTree), host_module_);
+        tree_.Attach(static_cast<HWND>(state_.tree), host_module());
         tree_.FillRoot();
         return Handled::kYes;
       case WM_SIZE:
@@ -82,7 +83,7 @@ class SaveDialog final : public ModalDialog {
   }
 
   void OnNotify(const NMHDR& header) noexcept {
-    if (header.idFrom != static_cast<UINT_PTR>(kHostSaveTree)) return;
+    if (header.idFrom != static_cast<UINT_PTR>(KELVO_HOST_SAVE_TREE)) return;
     if (header.code == static_cast<UINT>(TVN_ITEMEXPANDINGW)) {
       const NMTREEVIEWW& change = reinterpret_cast<const NMTREEVIEWW&>(header);
       tree_.Expanding(change.itemNew.hItem, (change.action & TVE_EXPAND) != 0);
@@ -98,54 +99,50 @@ class SaveDialog final : public ModalDialog {
     const bool is_folder = tree_.IsFolder(tapped);
     wchar_t text[kTextCapacity];
     if (!FolderPathOf(tree_, is_folder ? item : tree_.Parent(item), text)) return;
-    target_.SetFolder(text);
+    CopyWide(state_.folder, kTextCapacity, text);
     if (!is_folder) {
       tree_.Text(item, text);
-      SetWindowTextW(control(kHostSaveName), text);
-      target_.SetName(text);
+      SetWindowTextW(control(KELVO_HOST_SAVE_NAME), text);
+      CopyWide(state_.name, kTextCapacity, text);
     }
     ShowPath();
   }
 
   void ReadName() noexcept {
-    wchar_t name[kTextCapacity];
-    GetWindowTextW(control(kHostSaveName), name, kTextCapacity);
-    target_.SetName(name);
+    GetWindowTextW(control(KELVO_HOST_SAVE_NAME), state_.name, kTextCapacity);
     ShowPath();
   }
 
   void ShowPath() noexcept {
-    target_.UpdatePath();
-    SetWindowTextW(control(kHostSavePath), target_.path());
+    state_.UpdatePath();
+    SetWindowTextW(control(KELVO_HOST_SAVE_PATH), state_.path);
   }
 
   void Save() noexcept {
-    wchar_t path[kTextCapacity];
-    GetWindowTextW(control(kHostSavePath), path, kTextCapacity);
-    target_.SetPath(path);
-    switch (target_.CheckPath(files_)) {
-      case SaveTarget::Check::kEmpty:
-        Tell(kHostEmptyPathText, kHostEmptyPathCaption, MB_OK);
+    GetWindowTextW(control(KELVO_HOST_SAVE_PATH), state_.path, kTextCapacity);
+    switch (state_.CheckPath(files_)) {
+      case SaveDialogState::Check::kEmpty:
+        ShowMessage(KELVO_HOST_TEXT_EMPTY_PATH, KELVO_HOST_CAPTION_EMPTY_PATH, MB_OK);
         return;
-      case SaveTarget::Check::kExists:
-        if (Tell(kHostOverwriteText, kHostOverwriteCaption, MB_YESNO) != IDYES) return;
+      case SaveDialogState::Check::kExists:
+        if (ShowMessage(KELVO_HOST_TEXT_OVERWRITE, KELVO_HOST_CAPTION_OVERWRITE, MB_YESNO) != IDYES) return;
         break;
-      case SaveTarget::Check::kFree:
+      case SaveDialogState::Check::kFree:
         break;
     }
-    if (!target_.ProveWritable(files_)) {
-      Tell(kHostNotCreatedText, kNoText, MB_OK);
+    if (!state_.ProveWritable(files_)) {
+      ShowMessage(KELVO_HOST_TEXT_NOT_CREATED, kNoText, MB_OK);
       return;
     }
-    succeeded_ = true;
-    Close(kHostSaveButton);
+    state_.succeeded = 1;
+    Close(KELVO_HOST_SAVE_BUTTON);
   }
 
   // Copied: a host need not end its strings with a NUL, as the library does with its own.
   void LoadText(UINT id, wchar_t (&text)[kTextCapacity]) const noexcept {
-    if (id == kNoText || LoadStringW(host_module_, id, text, kTextCapacity) <= 0) text[0] = 0;
+    if (id == kNoText || LoadStringW(host_module(), id, text, kTextCapacity) <= 0) text[0] = 0;
   }
-  int Tell(UINT text_id, UINT caption_id, UINT buttons) noexcept {
+  int ShowMessage(UINT text_id, UINT caption_id, UINT buttons) noexcept {
     wchar_t text[kTextCapacity];
     wchar_t caption[kTextCapacity];
     LoadText(text_id, text);
@@ -171,36 +168,40 @@ class SaveDialog final : public ModalDialog {
   void LayOut() noexcept {
     RECT client;
     GetClientRect(window(), &client);
-    const int row = SizeOf(kHostSaveName).cy;
-    const int line = SizeOf(kHostSavePath).cy;
+    const int row = SizeOf(KELVO_HOST_SAVE_NAME).cy;
+    const int line = SizeOf(KELVO_HOST_SAVE_PATH).cy;
     const int tree = client.bottom - line - row - 4;
-    MoveWindow(control(kHostSaveTree), 0, 0, client.right + 1, tree > 0 ? tree : 0, TRUE);
-    MoveWindow(control(kHostSavePath), 2, tree > 0 ? tree : 0, client.right - 2, line, TRUE);
-    PlaceInRow(kHostSaveName, client.bottom - 2, row);
-    PlaceInRow(kHostSaveButton, client.bottom - 2, row);
+    MoveWindow(control(KELVO_HOST_SAVE_TREE), 0, 0, client.right + 1, tree > 0 ? tree : 0, TRUE);
+    MoveWindow(control(KELVO_HOST_SAVE_PATH), 2, tree > 0 ? tree : 0, client.right - 2, line, TRUE);
+    PlaceInRow(KELVO_HOST_SAVE_NAME, client.bottom - 2, row);
+    PlaceInRow(KELVO_HOST_SAVE_BUTTON, client.bottom - 2, row);
   }
 
-  void OnDestroy() noexcept override { tree_.Detach(); }
+  void OnDestroy() noexcept override {
+    tree_.Detach();
+    state_.tree = state_.dialog = state_.menu_bar = nullptr;
+  }
+
+  HMODULE host_module() const noexcept { return static_cast<HMODULE>(state_.host_module); }
 
   FileSystem& files_;
-  HMODULE host_module_;
-  SaveTarget& target_;
+  SaveDialogState& state_;
   FolderTree tree_;
   UniqueFont font_;
   SHACTIVATEINFO activation_ = {sizeof(SHACTIVATEINFO), nullptr, 0, 0, 0, 0};
-  bool succeeded_ = false;
 };
 
 }  // namespace
 
 bool AskWhereToSave(FileSystem& files, HMODULE host_module, HWND parent,
-                    SaveTarget* target) noexcept {
+                    SaveDialogState* state) noexcept {
   const DialogGuard guard;
   if (!guard.taken()) return false;
-  SaveDialog dialog(files, host_module, target);
-  DialogBoxParamW(host_module, MAKEINTRESOURCEW(kHostSaveDialog), parent, ModalDialog::Procedure,
+  state->host_module = host_module;
+  SaveDialog dialog(files, state);
+  DialogBoxParamW(host_module, MAKEINTRESOURCEW(KELVO_HOST_SAVE_DIALOG), parent, ModalDialog::Procedure,
                   dialog.parameter());
-  return dialog.succeeded();
+  return state->succeeded != 0;
 }
 
 }  // namespace kelvo

@@ -2,9 +2,12 @@
 
 #include <string.h>
 
+#include "base/bytes/little_endian.h"
+
 namespace kelvo {
 
 unzFile ZipStream::Open() noexcept {
+  if (!FindEnd()) return nullptr;
   zlib_filefunc64_def calls;
   calls.zopen64_file = OpenCall;
   calls.zread_file = ReadCall;
@@ -15,6 +18,26 @@ unzFile ZipStream::Open() noexcept {
   calls.zerror_file = ErrorCall;
   calls.opaque = this;
   return unzOpen2_64("", &calls);
+}
+
+bool ZipStream::FindEnd() noexcept {
+  constexpr uint32_t kSignature = 0x06054B50;
+  constexpr uint64_t kRecordBytes = 22;  // its last two are the length of the comment behind it
+  constexpr uint64_t kLongestComment = 0xFFFF;
+  const uint64_t size = end_;
+  for (uint64_t comment = 0; comment <= kLongestComment && kRecordBytes + comment <= size;
+       ++comment) {
+    uint8_t record[kRecordBytes];
+    position_ = size - comment - kRecordBytes;
+    if (Read(record, 1) != 1) return false;
+    if (record[0] != (kSignature & 0xFF)) continue;
+    if (Read(record + 1, kRecordBytes - 1) != kRecordBytes - 1) return false;
+    if (LoadU32(record) == kSignature && LoadU16(record + kRecordBytes - 2) == comment) {
+      end_ = size - comment;
+      return true;
+    }
+  }
+  return false;
 }
 
 uLong ZipStream::Read(void* dst, uLong bytes) noexcept {
@@ -42,6 +65,8 @@ uLong ZipStream::Read(void* dst, uLong bytes) noexcept {
 }
 
 size_t ZipStream::ReadSource(uint64_t offset, void* dst, size_t bytes) noexcept {
+  if (offset >= end_) return 0;
+  if (bytes > end_ - offset) bytes = static_cast<size_t>(end_ - offset);
   size_t got = 0;
   if (!failed_) failed_ = source_.ReadSome(offset, dst, bytes, &got) != ReadResult::kOk;
   return failed_ ? 0 : got;
@@ -58,7 +83,7 @@ long ZipStream::Seek(ZPOS64_T offset, int origin) noexcept {
       position_ += offset;
       return 0;
     case ZLIB_FILEFUNC_SEEK_END:
-      position_ = source_.SizeBytes() + offset;
+      position_ = end_ + offset;
       return 0;
     default:
       return -1;

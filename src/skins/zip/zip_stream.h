@@ -11,10 +11,14 @@ namespace kelvo {
 
 // Lets minizip read from a ByteSource. It reads directories a byte at a time and looks for their
 // end backwards, so short reads come out of an aligned window of the file.
+//
+// minizip takes the last bytes that look like the end of a directory for it, also when they stand
+// in the archive's comment. The stream therefore finds the end itself and shows the file without
+// its comment.
 class ZipStream {
  public:
   // The source is borrowed and must outlive the stream.
-  explicit ZipStream(ByteSource& source) noexcept : source_(source) {}
+  explicit ZipStream(ByteSource& source) noexcept : source_(source), end_(source.SizeBytes()) {}
   ZipStream(const ZipStream&) = delete;
   ZipStream& operator=(const ZipStream&) = delete;
 
@@ -24,8 +28,10 @@ class ZipStream {
  private:
   static constexpr size_t kWindowBytes = 4096;
 
+  // Cuts the comment off. False when there is no directory.
+  [[nodiscard]] bool FindEnd() noexcept;
   uLong Read(void* dst, uLong bytes) noexcept;
-  // Bytes read; 0 at the end of the file, and for ever after a failed read.
+  // Bytes read; 0 at the end, and for ever after a failed read.
   size_t ReadSource(uint64_t offset, void* dst, size_t bytes) noexcept;
   long Seek(ZPOS64_T offset, int origin) noexcept;
 
@@ -39,6 +45,7 @@ class ZipStream {
   static int ErrorCall(voidpf opaque, voidpf stream);
 
   ByteSource& source_;
+  uint64_t end_;
   bool failed_ = false;
   bool last_was_short_ = false;
   uint64_t position_ = 0;

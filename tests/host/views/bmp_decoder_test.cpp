@@ -1,4 +1,4 @@
-#include "host/player/skin/bmp_decoder.h"
+#include "host/player/skin/bmp.h"
 
 #include <gtest/gtest.h>
 

@@ -3,9 +3,7 @@
 #include <map>
 
 #include "host/player/skin/canvas.h"
-#include "host/player/skin/skin_font.h"
 #include "host/player/skin/skin_loader.h"
-#include "host/player/skin/skin_texts.h"
 #include "tests/host/views/bmp_builder.h"
 
 namespace velmora {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 
-#include "effects/coefficients.h"
 #include "tests/support/ogg_files.h"
 
 namespace velmora::test {
@@ -18,19 +17,17 @@ constexpr size_t kMostWaiting = 10;          // buffers on their way to the devi
 }  // namespace
 
 void ReferenceEffects::Set(const EqualizerState& state) {
-  on_ = state.on;
-  bass_on_ = state.bass > 0;
-  equalizer_.preamp_index = 27 - state.preamp;
-  for (size_t i = 0; i < kEqualizerBands; ++i) {
-    const auto gain = static_cast<float>((27.0 - state.bands[i]) * 0.044444444444444446 - 0.2);
-    equalizer_.gains[i] = static_cast<int64_t>(gain * 16384.0f);
-  }
-  if (bass_on_) bass_.gain = kelvo::kBassGains[state.bass].a;
+  int32_t bands[kEqualizerBands];
+  std::copy_n(state.bands, kEqualizerBands, bands);
+  effects_.SetEqualizer(state.preamp, bands);
+  effects_.SetBassMode(state.bass);
+  effects_.enabled = state.on;
 }
 
 void ReferenceEffects::Process(Samples* samples) {
-  if (on_) equalizer_.Process(samples);
-  if (bass_on_) bass_.Process(samples);
+  const auto bytes = static_cast<int32_t>(samples->size() * sizeof(int16_t));
+  effects_.ProcessEqualizer(samples->data(), bytes);
+  effects_.ProcessBass(samples->data(), bytes);
 }
 
 Blocks DecodeOgg(const std::vector<char>& file, uint32_t start_ms) {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host/equalizer_state.h"
+#include "host/sound_state.h"
 #include "tests/effects/reference_effects.h"
 
 namespace velmora::test {
@@ -23,10 +23,7 @@ class ReferenceEffects {
   void Process(Samples* samples);
 
  private:
-  bool on_ = false;
-  bool bass_on_ = false;
-  kelvo::test::ReferenceEqualizer equalizer_;
-  kelvo::test::ReferenceBass bass_;
+  kelvo::test::ReferenceEffects effects_;
 };
 
 // An Ogg Vorbis file in the blocks in which the player's decoding thread fills its buffers, from

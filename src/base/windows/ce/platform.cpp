@@ -1,5 +1,10 @@
 #include "base/windows/platform.h"
 
+#include <windows.h>
+
+// Not in the desktop's headers: deletes a file and gives its name to another.
+extern "C" BOOL WINAPI DeleteAndRenameFile(const wchar_t* deleted, const wchar_t* renamed);
+
 namespace kelvo {
 
 int PlatformPriority(int32_t device_priority) noexcept {
@@ -8,6 +13,11 @@ int PlatformPriority(int32_t device_priority) noexcept {
 
 uint32_t MaximizedSheetFlag() noexcept {
   return 0x00002000;
+}
+
+bool ReplaceByMoving(const wchar_t* from, const wchar_t* to) noexcept {
+  // Moving succeeds only where nothing is, the other only where something is.
+  return MoveFileW(from, to) || DeleteAndRenameFile(to, from);
 }
 
 }  // namespace kelvo

@@ -17,4 +17,8 @@ uint32_t MaximizedSheetFlag() noexcept {
   return 0;
 }
 
+bool ReplaceByMoving(const wchar_t* from, const wchar_t* to) noexcept {
+  return MoveFileExW(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+}
+
 }  // namespace kelvo

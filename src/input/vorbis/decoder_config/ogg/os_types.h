@@ -23,6 +23,8 @@ void* KelvoDecoderRealloc(void* block, size_t bytes);
 void KelvoDecoderFree(void* block);
 /* Lives until the call into the decoder ends. */
 void* KelvoDecoderScratch(size_t bytes);
+/* Ends the call into the decoder; nothing may be called with its state any more. */
+void KelvoDecoderAbandon(void) __attribute__((noreturn));
 
 #ifdef __cplusplus
 }

@@ -1,0 +1,98 @@
+#include "host/player/windows/choices.h"
+
+#include <commdlg.h>
+#include <objbase.h>
+#include <shlobj.h>
+
+namespace velmora {
+namespace {
+
+constexpr DWORD kManyPaths = 32768;
+
+// What the dialog returns for several files: their folder, then their names, each ended by NUL.
+std::vector<std::wstring> SplitPaths(const wchar_t* text) {
+  const std::wstring first = text;
+  std::vector<std::wstring> paths;
+  for (text += first.size() + 1; *text; text += wcslen(text) + 1) {
+    paths.push_back(first + (first.back() == L'\\' ? L"" : L"\\") + text);
+  }
+  if (paths.empty()) paths.push_back(first);
+  return paths;
+}
+
+}  // namespace
+
+std::vector<std::wstring> AskForMedia(HWND parent) {
+  std::vector<wchar_t> text(kManyPaths, 0);
+  OPENFILENAMEW ask = {};
+  ask.lStructSize = sizeof ask;
+  ask.hwndOwner = parent;
+  ask.lpstrFilter = L"Music (*.ogg, *.wma)\0*.ogg;*.wma\0All files\0*.*\0";
+  ask.lpstrFile = text.data();
+  ask.nMaxFile = kManyPaths;
+  ask.lpstrTitle = L"Open files";
+  ask.Flags =
+      OFN_ALLOWMULTISELECT | OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  if (!GetOpenFileNameW(&ask)) return {};
+  return SplitPaths(text.data());
+}
+
+std::wstring AskForSkin(HWND parent) {
+  wchar_t path[MAX_PATH] = L"";
+  OPENFILENAMEW ask = {};
+  ask.lStructSize = sizeof ask;
+  ask.hwndOwner = parent;
+  ask.lpstrFilter = L"Skins (*.zip)\0*.zip\0All files\0*.*\0";
+  ask.lpstrFile = path;
+  ask.nMaxFile = MAX_PATH;
+  ask.lpstrTitle = L"Choose a skin";
+  ask.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  return GetOpenFileNameW(&ask) ? path : L"";
+}
+
+std::wstring AskForFolder(HWND parent, const wchar_t* question) {
+  BROWSEINFOW ask = {};
+  ask.hwndOwner = parent;
+  ask.lpszTitle = question;
+  ask.ulFlags = BIF_RETURNONLYFSDIRS;
+  PIDLIST_ABSOLUTE chosen = SHBrowseForFolderW(&ask);
+  if (!chosen) return L"";
+  wchar_t path[MAX_PATH] = L"";
+  SHGetPathFromIDListW(chosen, path);
+  CoTaskMemFree(chosen);
+  return path;
+}
+
+Menu& Menu::Item(const std::wstring& text, int command, bool checked, bool enabled) {
+  const UINT flags = MF_STRING | (checked ? MF_CHECKED : 0) | (enabled ? 0 : MF_GRAYED);
+  AppendMenuW(menu_, flags, static_cast<UINT_PTR>(command), text.c_str());
+  return *this;
+}
+
+Menu& Menu::Submenu(const std::wstring& text, Menu sub) {
+  if (AppendMenuW(menu_, MF_POPUP, reinterpret_cast<UINT_PTR>(sub.menu_), text.c_str())) {
+    sub.menu_ = nullptr;  // its owner is this menu now
+  }
+  return *this;
+}
+
+Menu& Menu::Separator() {
+  AppendMenuW(menu_, MF_SEPARATOR, 0, nullptr);
+  return *this;
+}
+
+void Menu::Track(HWND window, Point at) const {
+  TrackPopupMenu(menu_, TPM_LEFTALIGN | TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
+}
+
+std::wstring AsMenuText(const std::wstring& name) {
+  std::wstring text;
+  for (wchar_t c : name) {
+    if (c == L'\t') c = L' ';
+    text += c;
+    if (c == L'&') text += c;
+  }
+  return text;
+}
+
+}  // namespace velmora

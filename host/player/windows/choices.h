@@ -1,0 +1,44 @@
+// Menus, and dialogs that let the user choose files.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "host/player/skin/geometry.h"
+
+namespace velmora {
+
+// A menu under construction.
+class Menu {
+ public:
+  Menu() : menu_(CreatePopupMenu()) {}
+  ~Menu() {
+    if (menu_) DestroyMenu(menu_);
+  }
+  Menu(Menu&& other) noexcept : menu_(other.menu_) { other.menu_ = nullptr; }
+  Menu(const Menu&) = delete;
+  Menu& operator=(const Menu&) = delete;
+
+  // An item's text may end in a tab and its shortcut.
+  Menu& Item(const std::wstring& text, int command, bool checked = false, bool enabled = true);
+  Menu& Submenu(const std::wstring& text, Menu sub);
+  Menu& Separator();
+
+  // Shows the menu at a point of the screen and sends the window what the user chose.
+  void Track(HWND window, Point at) const;
+
+ private:
+  HMENU menu_;
+};
+
+// A name as an item's text: what has a meaning in menus is shown as it is.
+std::wstring AsMenuText(const std::wstring& name);
+
+// Empty when the user declines.
+std::vector<std::wstring> AskForMedia(HWND parent);
+std::wstring AskForSkin(HWND parent);
+std::wstring AskForFolder(HWND parent, const wchar_t* question);
+
+}  // namespace velmora

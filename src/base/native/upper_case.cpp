@@ -1,0 +1,15 @@
+#include <locale.h>
+#include <wctype.h>
+
+#include "base/text/wide.h"
+
+namespace kelvo {
+
+// A locale of its own: the program's may be "C", which knows ASCII only.
+wchar_t SystemUpperCase(wchar_t c) noexcept {
+  static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  const wint_t upper = locale ? towupper_l(c, locale) : c;
+  return upper <= 0xFFFF ? static_cast<wchar_t>(upper) : c;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,176 @@
+#include "bookmarks/bookmark_list.h"
+
+#include <gtest/gtest.h>
+
+#include "base/text/wide.h"
+#include "tests/bookmarks/bookmark_text.h"
+#include "tests/support/heap_faults.h"
+#include "tests/support/memory_files.h"
+
+namespace kelvo {
+namespace {
+
+using test::ReadTexts;
+using test::Utf16;
+using Strings = std::vector<std::string>;
+
+std::string Repeat(size_t count, char c) {
+  return std::string(count, c);
+}
+
+TEST(BookmarkListTest, ReadsWhatItCanOfAnyFile) {
+  struct Case {
+    const char* name;
+    std::string file;
+    Strings want;
+  };
+  const Case cases[] = {
+      {"empty file", "", {}},
+      {"two records",
+       Utf16("\\a.mp3\r\n90\r\nfirst\r\n\\b.mp3\r\n0\r\nsecond\r\n"),
+       {"\\a.mp3|90|first", "\\b.mp3|0|second"}},
+      {"empty description", Utf16("p\r\n1\r\n\r\n"), {"p|1|"}},
+      {"empty path ends the list",
+       Utf16("p\r\n1\r\nd\r\n\r\n2\r\ne\r\nq\r\n3\r\nf\r\n"),
+       {"p|1|d"}},
+      {"position not a number", Utf16("p\r\nabc\r\nd\r\n"), {"p|0|d"}},
+      {"position empty", Utf16("p\r\n\r\nd\r\n"), {"p|0|d"}},
+      {"position with a tail", Utf16("p\r\n 12x\r\nd\r\n"), {"p|12|d"}},
+      {"negative position", Utf16("p\r\n-7\r\nd\r\n"), {"p|-7|d"}},
+      {"position beyond 32 bits", Utf16("p\r\n99999999999999999999\r\nd\r\n"), {"p|2147483647|d"}},
+      {"position far below", Utf16("p\r\n-99999999999\r\nd\r\n"), {"p|-2147483648|d"}},
+      {"only a path", Utf16("p\r\n"), {}},
+      {"path without end", Utf16("p"), {}},
+      {"path and half a line's end", Utf16("p\r"), {}},
+      {"position without end", Utf16("p\r\n5"), {"p|5|"}},
+      {"no description line", Utf16("p\r\n5\r\n"), {"p|5|"}},
+      {"description without end", Utf16("p\r\n5\r\nd"), {"p|5|d"}},
+      {"odd byte after a record", Utf16("p\r\n5\r\nd\r\n") + "q", {"p|5|d"}},
+      {"odd byte instead of a position", Utf16("p\r\n") + "5", {}},
+      {"odd byte within a description", Utf16("p\r\n5\r\nde") + "s", {"p|5|de"}},
+      {"one byte", "p", {}},
+      {"lone CR takes the next unit", Utf16("p\rX5\rXd\rX"), {"p|5|d"}},
+      {"lone LF is text", Utf16("p\nq\r\n5\r\nd\r\n"), {"p\nq|5|d"}},
+      {"CR before CR LF", Utf16("p\r\r\n5\r\nd\r\n"), {"p|5|d"}},
+      {"mark at the start is part of the path",
+       "\xFF\xFE" + Utf16("p\r\n5\r\nd\r\n"),
+       {"\xEF\xBB\xBFp|5|d"}},
+      {"NUL cuts a line", Utf16(std::string("p\0x\r\n5\r\nd\r\n", 11)), {"p|5|d"}},
+      {"NUL first makes the path empty", Utf16(std::string("\0x\r\n5\r\nd\r\n", 10)), {}},
+      {"lone surrogate", Utf16("p\r\n5\r\n") + std::string("\x00\xD8", 2), {"p|5|\xED\xA0\x80"}},
+      {"259 units", Utf16(Repeat(259, 'a') + "\r\n5\r\nd\r\n"), {Repeat(259, 'a') + "|5|d"}},
+      {"260 units", Utf16(Repeat(260, 'a') + "\r\n5\r\nd\r\n"), {Repeat(259, 'a') + "|5|d"}},
+      {"100,000 units",
+       Utf16("p\r\n5\r\n" + Repeat(100000, 'd') + "\r\nq\r\n6\r\ne\r\n"),
+       {"p|5|" + Repeat(259, 'd'), "q|6|e"}},
+      {"digits behind 259 blanks", Utf16("p\r\n" + Repeat(260, ' ') + "7\r\nd\r\n"), {"p|0|d"}},
+      {"8-bit text", "path\r\n90\r\ntext\r\n", {}},
+  };
+  for (const Case& c : cases) EXPECT_EQ(ReadTexts(c.file), c.want) << c.name;
+}
+
+// Three records, of which the second one's description is empty; across a block's border.
+std::string Sample() {
+  return "\\Music\\" + Repeat(240, 'x') + ".ogg\r\n3725\r\n" + Repeat(259, 'd') +
+         "\r\n\\b\r\n-1\r\n\r\n\\c\r\n0\r\nlast\r\n";
+}
+
+TEST(BookmarkListTest, EveryTruncationKeepsTheRecordsBefore) {
+  const std::string file = Utf16(Sample());
+  const Strings whole = ReadTexts(file);
+  ASSERT_EQ(whole.size(), 3u);
+  for (size_t bytes = 0; bytes < file.size(); ++bytes) {
+    const Strings got = ReadTexts(file.substr(0, bytes));
+    ASSERT_LE(got.size(), whole.size());
+    // The last one may be cut anywhere behind the start of its position.
+    for (size_t i = 0; i + 1 < got.size(); ++i) ASSERT_EQ(got[i], whole[i]) << bytes;
+    const size_t lines =
+        bytes / 2 == 0
+            ? 0
+            : static_cast<size_t>(std::count(file.begin(), file.begin() + long(bytes), '\r'));
+    // CR of a position read, or a unit of it: the record counts.
+    ASSERT_GE(got.size(), (lines + 1) / 3) << bytes;
+  }
+}
+
+TEST(BookmarkListTest, EveryFailingReadKeepsTheRecordsBefore) {
+  test::MemoryFiles files;
+  files["f"] = Utf16(Sample() + Sample() + Sample());
+  int sweeps = 0;
+  for (int32_t last = 0;; ++sweeps) {
+    files.reads = 0;
+    files.failing_read = sweeps;
+    BookmarkList list;
+    OpenFile<FileReader> file = files.OpenRead(L"f", Share::kNone);
+    ReadBookmarks(*file, &list);
+    ASSERT_GE(list.size(), last);
+    last = list.size();
+    const Strings whole = ReadTexts(files["f"]);
+    ASSERT_EQ(test::Texts(list), Strings(whole.begin(), whole.begin() + long(last)));
+    if (files.reads <= sweeps) {
+      EXPECT_EQ(last, 9);
+      break;
+    }
+    ASSERT_TRUE(sweeps != 1 || last < 9) << "a read that fails ends the list";
+  }
+  EXPECT_GT(sweeps, 3);
+}
+
+TEST(BookmarkListTest, EveryFailingAllocationKeepsTheRecordsBefore) {
+  const std::string bytes = Utf16(Sample());
+  const Strings whole = ReadTexts(bytes);
+  for (int successes = 0;; ++successes) {
+    MemorySource source(bytes.data(), bytes.size());
+    BookmarkList list;
+    bool triggered;
+    {
+      test::HeapFaults faults(successes);
+      ReadBookmarks(source, &list);
+      triggered = faults.triggered();
+    }
+    ASSERT_EQ(test::Texts(list), Strings(whole.begin(), whole.begin() + long(list.size())));
+    ASSERT_EQ(list.size() == 3, !triggered);
+    if (!triggered) {
+      EXPECT_EQ(successes, 7) << "one block of list and two texts a record";
+      break;
+    }
+  }
+}
+
+TEST(BookmarkListTest, WritesWhatReadsBackAsTheSameBookmarks) {
+  BookmarkList list;
+  const auto add = [&](const char* path, int32_t position_s, const char* description) {
+    Bookmark bookmark;
+    bookmark.position_s = position_s;
+    ASSERT_TRUE(bookmark.path.Assign(test::Wide(path)));
+    ASSERT_TRUE(bookmark.description.Assign(test::Wide(description)));
+    ASSERT_TRUE(list.Insert(list.size(), std::move(bookmark)));
+  };
+  const std::string long_path = "\\Music\\" + Repeat(240, 'x') + ".ogg";
+  add(long_path.c_str(), 3725, Repeat(259, 'd').c_str());
+  add("", 7, "would end the list");
+  ASSERT_TRUE(list.Insert(1, Bookmark())) << "without texts";
+  add("\\b\r\n", INT32_MIN, "Live\r\nin\rRome\n");
+  add("\\c", 0, "");
+  const std::string want = Utf16(long_path + "\r\n3725\r\n" + Repeat(259, 'd') +
+                                 "\r\n\\b  \r\n-2147483648\r\nLive  in Rome \r\n\\c\r\n0\r\n\r\n");
+  test::MemoryFiles files;
+  for (int failing = 0;; ++failing) {
+    files.writes = 0;
+    files.failing_write = failing;
+    OpenFile<FileWriter> out = files.Create(L"f", Share::kNone);
+    const bool ok = WriteBookmarks(*out, list);
+    out.Close();
+    ASSERT_EQ(want.substr(0, files["f"].size()), files["f"]);
+    if (ok) {
+      EXPECT_EQ(files["f"], want);
+      EXPECT_EQ(failing, files.writes) << "the sweep passed every write";
+      break;
+    }
+    ASSERT_EQ(files.writes, failing + 1) << "nothing follows a failed write";
+  }
+  EXPECT_EQ(ReadTexts(want).size(), 3u);
+}
+
+}  // namespace
+}  // namespace kelvo

@@ -1,0 +1,145 @@
+// Whatever happens to the writer, the file holds the list before or the list after a change.
+#include <gtest/gtest.h>
+
+#include "bookmarks/bookmarks_feature.h"
+#include "tests/bookmarks/bookmark_text.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/writer_process.h"
+
+namespace kelvo {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+// As the next start of the player finds it.
+Strings Loaded(FileSystem& files, InstallFolder& folder) {
+  BookmarkStore store(files, folder);
+  store.Load();
+  Strings texts;
+  for (int32_t i = 0; i < store.size(); ++i) texts.push_back(test::Text(store.At(i)));
+  return texts;
+}
+
+void AddMany(BookmarksFeature& feature) {
+  for (int32_t i = 0; i < 40; ++i) {
+    feature.AddBookmark(test::Wide("\\" + std::string(100, 'p')), i, L"d");
+  }
+}
+
+TEST(BookmarkLossTest, NoFailingCallLosesTheList) {
+  test::FixedFolder folder;
+  int failures = 0;
+  for (const bool from_then_on : {false, true}) {
+    for (long successes = 0;; ++successes) {
+      SCOPED_TRACE(testing::Message() << from_then_on << " " << successes);
+      test::MemoryFiles files;
+      files.PutFolder("\\V");
+      BookmarksFeature feature(files, folder, nullptr);
+      AddMany(feature);
+      const Strings before = Loaded(files, folder);
+      ASSERT_EQ(before.size(), 40u);
+      files.FailAfter(successes, from_then_on);
+      feature.SetLastPlayed(L"\\live", 1, L"new");
+      const bool failed = files.fault_triggered();
+      files.FailAfter(-1);
+      const Strings after = Loaded(files, folder);
+      if (after != before) {
+        ASSERT_EQ(after.size(), 41u);
+        EXPECT_EQ(after[0], "\\live|1|(Last Played) new");
+        EXPECT_EQ(Strings(after.begin() + 1, after.end()), before);
+      }
+      if (!failed) {
+        EXPECT_EQ(after.size(), 41u);
+        break;
+      }
+      ++failures;
+    }
+  }
+  EXPECT_EQ(failures, 2 * 14) << "attributes, create, nine blocks, flush, two moves";
+}
+
+// Saves the place that is played for ever, one second further each time.
+void PlayForEver(const std::string& folder_path) {
+  test::FixedFolder folder(folder_path);
+  BookmarksFeature feature(SystemFiles(), folder, nullptr);
+  feature.LoadBookmarks();
+  int32_t position_s = 0;
+  feature.GetBookmark(0, nullptr, nullptr, &position_s);
+  while (++position_s != 0) feature.SetLastPlayed(L"\\live", position_s, L"T");
+}
+
+class BookmarkFileLossTest : public ::testing::Test {
+ protected:
+  BookmarkFileLossTest() {
+    if (test::WriterProcess::IsThis()) return;
+    RemoveFiles();
+    BookmarksFeature feature(SystemFiles(), folder_, nullptr);
+    feature.SetLastPlayed(L"\\live", 1, L"T");
+    AddMany(feature);
+    whole_ = Loaded(SystemFiles(), folder_);
+  }
+  ~BookmarkFileLossTest() { RemoveFiles(); }
+  static bool Remove(const char* name) { return SystemFiles().Delete(test::Wide(name)); }
+  static void RemoveFiles() {
+    for (const char* name : {".\\bookmarks.dat", ".\\bookmarks.da~", ".\\bookmarks.da$"}) Remove(name);
+  }
+  // The position of the place that was played; all others must be there.
+  int32_t PlayedTo() {
+    Strings loaded = Loaded(SystemFiles(), folder_);
+    EXPECT_EQ(loaded.size(), 41u);
+    if (loaded.size() != 41) return -1;
+    const int32_t position_s = atoi(loaded[0].c_str() + strlen("\\live|"));
+    loaded[0] = whole_[0];
+    EXPECT_EQ(loaded, whole_);
+    return position_s;
+  }
+
+  test::FixedFolder folder_{"."};
+  Strings whole_;
+};
+
+TEST_F(BookmarkFileLossTest, KillingTheWriterLosesNothing) {
+  int32_t last = 1;
+  int unfinished = 0, finished = 0;
+  for (int round = 0; round < test::kKilledWriters; ++round) {
+    {
+      test::WriterProcess writer([] { PlayForEver("."); });
+      writer.KillAfter(3000 + round * 7919 % 9973);
+    }
+    unfinished += SystemFiles().Exists(L".\\bookmarks.da~");
+    finished += SystemFiles().Exists(L".\\bookmarks.da$");
+    const int32_t played_to = PlayedTo();
+    ASSERT_GE(played_to, last) << "in round " << round;
+    last = played_to;
+  }
+  EXPECT_GT(last, 1) << "nothing was saved";
+  printf("killed %d writers after %d saves; %d had an unfinished file, %d a finished one\n",
+         test::kKilledWriters, last, unfinished, finished);
+}
+
+#ifndef _WIN32
+TEST_F(BookmarkFileLossTest, AFullDiskLosesNothing) {
+  BookmarksFeature feature(SystemFiles(), folder_, nullptr);
+  feature.LoadBookmarks();
+  int fits = 0;
+  for (size_t bytes = 0; bytes < 12000; bytes += 500) {
+    {
+      const test::FileSizeLimit full(bytes);
+      feature.SetLastPlayed(L"\\live", 2 + fits, L"T");
+    }
+    const int32_t played_to = PlayedTo();
+    if (played_to == 2 + fits) {
+      ++fits;
+    } else {
+      EXPECT_EQ(played_to, 1);
+      EXPECT_EQ(fits, 0);
+      EXPECT_FALSE(Remove(".\\bookmarks.da~")) << "left behind at " << bytes;
+    }
+  }
+  EXPECT_GT(fits, 0);
+  EXPECT_LT(fits, 24);
+}
+#endif
+
+}  // namespace
+}  // namespace kelvo
