@@ -11,8 +11,6 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 # shellcheck source=scripts/lib/device_drive.sh
 . "$kelvo_root/scripts/lib/device_drive.sh"
-# shellcheck source=scripts/lib/register_player.sh
-. "$kelvo_root/scripts/lib/register_player.sh"
 
 # Of the player's pictures, what moves while it plays: the time and the spectrum, the title that scrolls,
 # the position bar. Rectangles "x,y x,y" of the main window at its usual size; nothing else may differ.
@@ -40,7 +38,6 @@ take() {
   mkdir -p "$3"
   rm -f "$3"/*.png
   set_device_drive "$1" "$device"
-  register_player "$1"
   (
     cd "$(build_folder "$1")/bin"
     KELVO_SCREEN="$2" "$kelvo_root/scripts/wine.sh" "$1" ./screenshots.exe \

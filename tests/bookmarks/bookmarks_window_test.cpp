@@ -4,6 +4,8 @@
 
 #include <commctrl.h>
 
+#include <thread>
+
 #include "base/windows/feature_dialog.h"
 #include "base/windows/pocketpc.h"
 #include "base/windows/registry.h"
@@ -13,10 +15,10 @@
 #include "kelvo/messages.h"
 #include "res/resource_ids.h"
 #include "tests/bookmarks/bookmark_text.h"
-#include "tests/support/dialog_driver.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/owned_objects.h"
 #include "tests/support/raw_slot.h"
+#include "tests/support/user.h"
 #include "tests/support/wide_text.h"
 
 extern "C" BOOL WINAPI KelvoInputPanelState();
@@ -24,7 +26,6 @@ extern "C" BOOL WINAPI KelvoInputPanelState();
 namespace kelvo {
 namespace {
 
-using test::DialogDriver;
 using test::Utf16;
 using test::Utf8;
 using Strings = std::vector<std::string>;
@@ -61,17 +62,10 @@ Strings Host::messages;
 // The open window. Used from the driver's thread.
 class Shown {
  public:
-  explicit Shown(HWND window) : dialog(window), list(GetDlgItem(window, IDC_BOOKMARK_LIST)) {}
+  Shown(test::User& user, HWND window)
+      : dialog(window), list(GetDlgItem(window, IDC_BOOKMARK_LIST)), user_(user) {}
 
-  std::string Cell(int row, int column) const {
-    wchar_t text[kTextCapacity] = L"";
-    LVITEMW item = {};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = kTextCapacity;
-    SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
-    return Utf8(item.pszText);
-  }
+  std::string Cell(int row, int column) const { return user_.Cell(list, row, column); }
   int Image(int row) const {
     LVITEMW item = {};
     item.mask = LVIF_IMAGE;
@@ -93,17 +87,13 @@ class Shown {
     for (int i = 0; i < row; ++i) SendMessageW(list, WM_KEYDOWN, VK_DOWN, 0);
   }
   void Command(int id) const { SendMessageW(dialog, WM_COMMAND, id, 0); }
-  void ClickHeader(int column) const {
-    const HWND header = ListView_GetHeader(list);
-    RECT place = {};
-    SendMessageW(header, HDM_GETITEMRECT, column, reinterpret_cast<LPARAM>(&place));
-    const LPARAM at = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    SendMessageW(header, WM_LBUTTONDOWN, MK_LBUTTON, at);
-    SendMessageW(header, WM_LBUTTONUP, 0, at);
-  }
+  void ClickHeader(int column) const { user_.TapHeader(list, column); }
 
   HWND dialog;
   HWND list;
+
+ private:
+  test::User& user_;
 };
 
 class BookmarksWindowTest : public ::testing::Test {
@@ -120,17 +110,22 @@ class BookmarksWindowTest : public ::testing::Test {
   // Opens the window, acts, and closes it with Done.
   template <class Act>
   void Show(Act act) {
-    DialogDriver driver(kTitle, [&](HWND dialog) {
-      act(Shown(dialog));
+    std::thread hands([&] {
+      const HWND dialog = user_.WaitForWindow(kTitle);
+      act(Shown(user_, dialog));
       PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
     });
     EXPECT_EQ(feature_.ShowBookmarks(host_.window), 0);
+    hands.join();
   }
   // Runs the edit dialog of the current item.
   template <class Act>
   void Edit(const Shown& shown, Act act) {
-    DialogDriver driver(kEditTitle, act);
-    shown.Command(IDM_BOOKMARK_EDIT);
+    PostMessageW(shown.dialog, WM_COMMAND, IDM_BOOKMARK_EDIT, 0);
+    const HWND edit = user_.WaitForWindow(kEditTitle);
+    act(edit);
+    user_.Wait("the edit dialog's end", [&] { return !IsWindow(edit); });
+    user_.Settle();
   }
 
   static constexpr char kFile[] = "\\V\\bookmarks.dat";
@@ -139,27 +134,13 @@ class BookmarksWindowTest : public ::testing::Test {
   BookmarksShell shell_;
   BookmarksFeature feature_{files_, folder_, &shell_};
   Host host_;
+  test::User user_{[](const std::string& what) { ADD_FAILURE() << what; }};
 };
 
 TEST_F(BookmarksWindowTest, ShowsThreeColumnsLiveOnesFirst) {
   Show([&](const Shown& shown) {
     EXPECT_EQ(shown.Lines(), (Strings{"0 62:05 Gamma", "0 0:05 alpha", "1 1:30 beta"}));
-    const HWND header = ListView_GetHeader(shown.list);
-    ASSERT_EQ(Header_GetItemCount(header), 3);
-    const struct {
-      const char* heading;
-      int width;
-    } columns[] = {{"", 18}, {"Time", 45}, {"Title", 175}};
-    for (int i = 0; i < 3; ++i) {
-      wchar_t text[32] = L"";
-      HDITEMW item = {};
-      item.mask = HDI_TEXT | HDI_WIDTH;
-      item.pszText = text;
-      item.cchTextMax = 32;
-      SendMessageW(header, HDM_GETITEMW, i, reinterpret_cast<LPARAM>(&item));
-      EXPECT_EQ(Utf8(text), columns[i].heading);
-      EXPECT_EQ(item.cxy, columns[i].width);
-    }
+    EXPECT_EQ(user_.Columns(shown.list), " 18|Time 45|Title 175");
     RECT client, covered;
     GetClientRect(shown.dialog, &client);
     GetWindowRect(shown.list, &covered);
@@ -182,8 +163,8 @@ TEST_F(BookmarksWindowTest, HasItsCommandsInAMenuBar) {
     const HWND bar = field(3);
     EXPECT_EQ(GetWindow(bar, GW_OWNER), shown.dialog);
     EXPECT_EQ(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0), 1);
-    const HMENU menu = reinterpret_cast<HMENU>(
-        SendMessageW(bar, SHCMBM_GETSUBMENU, 0, IDM_BOOKMARK_POPUP));
+    const HMENU menu =
+        reinterpret_cast<HMENU>(SendMessageW(bar, SHCMBM_GETSUBMENU, 0, IDM_BOOKMARK_POPUP));
     const struct {
       UINT command;
       const char* text;
@@ -336,7 +317,8 @@ TEST_F(BookmarksWindowTest, StoresTheBookmarkThatWasShownWhereverItHasGone) {
     void (*meanwhile)(BookmarksFeature&);
     const char* edited;  // the bookmark of that path
   } cases[] = {
-      {"inserted before", [](BookmarksFeature& f) { f.SetLastPlayed(L"\\a", 1, L"T"); }, "\\gone.ogg"},
+      {"inserted before", [](BookmarksFeature& f) { f.SetLastPlayed(L"\\a", 1, L"T"); },
+       "\\gone.ogg"},
       {"loaded again", [](BookmarksFeature& f) { f.LoadBookmarks(); }, "\\gone.ogg"},
       {"is no more", [](BookmarksFeature& f) { f.UpdateBookmark(0, L"\\b", 2, L"U"); }, "none"},
   };
@@ -376,8 +358,8 @@ TEST_F(BookmarksWindowTest, TheListNeverDestroysTheImages) {
     SetWindowLongW(shown.list, GWL_STYLE,
                    GetWindowLongW(shown.list, GWL_STYLE) & ~LVS_SHAREIMAGELISTS);
     EXPECT_TRUE(ListView_GetImageList(shown.list, LVSIL_SMALL));
-    g_list_procedure = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(
-        shown.list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WatchEnd)));
+    g_list_procedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(shown.list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WatchEnd)));
   });
   EXPECT_EQ(g_list_at_end, nullptr);
 }

@@ -4,14 +4,12 @@
 
 #include <optional>
 
-#include "catalog/pages/delete_entry.h"
-#include "catalog/pages/hand_over.h"
-#include "catalog/pages/playlist_edit.h"
-#include "catalog/pages/renamed_path.h"
+#include "catalog/lists/current_playlist.h"
+#include "catalog/lists/device_scan.h"
+#include "catalog/lists/file_changes.h"
 #include "catalog/tag_editor/tag_edit.h"
 #include "catalog/tree/build_tree.h"
-#include "catalog/tree/checked_files.h"
-#include "catalog/tree/device_scan.h"
+#include "catalog/tree/checks.h"
 #include "playlist/add_path.h"
 #include "playlist/m3u_writer.h"
 #include "playlist/save_dialog_state.h"

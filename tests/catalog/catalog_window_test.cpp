@@ -3,6 +3,7 @@
 #include "bookmarks/bookmarks_feature.h"
 #include "bookmarks/windows/bookmarks_window.h"
 #include "kelvo/settings.h"
+#include "tests/bookmarks/bookmark_text.h"
 #include "tests/catalog/catalog_window_fixture.h"
 #include "tests/language/test_resources.h"
 #include "tests/support/heap_faults.h"
@@ -22,9 +23,7 @@ TEST_F(CatalogSheetTest, OnlyTheFirstShowingScans) {
     if (call == "list \\*.*") scanned = GetTickCount();
   };
   const DWORD shown = GetTickCount();
-  driver_.Show([&] {
-    EXPECT_TRUE(test::WaitFor([&] { return driver_.Items() == kLists; }));
-  });
+  driver_.Show([&] { EXPECT_TRUE(test::WaitFor([&] { return driver_.Items() == kLists; })); });
   EXPECT_EQ(Scans(), 1);
   EXPECT_GE(scanned - shown, 480u) << "the sheet is to be seen before";
   driver_.Show([&] {
@@ -206,12 +205,7 @@ TEST_F(CatalogSheetTest, IsShownOnceAtATime) {
 
 // The bookmarks window and the dialog for saving a playlist exclude each other.
 TEST_F(CatalogSheetTest, OneFeatureDialogIsOpenAtATime) {
-  class Folder final : public InstallFolder {
-   public:
-    void Read(wchar_t (&folder)[kTextCapacity]) noexcept override {
-      CopyWide(folder, kTextCapacity, L"\\V");
-    }
-  } folder;
+  test::FixedFolder folder;
   BookmarksShell shell;
   BookmarksFeature bookmarks(driver_.files, folder, &shell);
   ShowAfterScan(2, [&] {

@@ -1,4 +1,4 @@
-#include "catalog/tree/device_scan.h"
+#include "catalog/lists/device_scan.h"
 
 #include <gtest/gtest.h>
 

@@ -132,13 +132,12 @@ TEST_F(MediaPageTest, KindsAndChecksHaveTheirIcons) {
         ASSERT_EQ(ImageList_GetImageCount(images), static_cast<int>(list.icons.size()));
         for (int i = 0; i < static_cast<int>(list.icons.size()); ++i) {
           const auto icon = static_cast<HICON>(LoadImageW(
-              GetModuleHandleW(nullptr),
-              MAKEINTRESOURCEW(list.icons[static_cast<size_t>(i)]), IMAGE_ICON, 16, 16, 0));
+              GetModuleHandleW(nullptr), MAKEINTRESOURCEW(list.icons[static_cast<size_t>(i)]),
+              IMAGE_ICON, 16, 16, 0));
           const Pixels got =
               Draw([&](HDC dc) { ImageList_Draw(images, i, dc, 0, 0, ILD_TRANSPARENT); });
-          EXPECT_EQ(got, Draw([&](HDC dc) {
-                      DrawIconEx(dc, 0, 0, icon, 16, 16, 0, nullptr, DI_NORMAL);
-                    }))
+          EXPECT_EQ(
+              got, Draw([&](HDC dc) { DrawIconEx(dc, 0, 0, icon, 16, 16, 0, nullptr, DI_NORMAL); }))
               << list.list << ", " << i;
           DestroyIcon(icon);
         }
@@ -172,8 +171,8 @@ TEST_F(MediaPageTest, BoxesOfGroupsAndFilesHangTogether) {
       EXPECT_EQ(Boxes(), tap.want) << tap.tapped;
     }
     EXPECT_EQ(
-        TreeView_GetItemState(driver_.Tree(), driver_.Node(driver_.Tree(), "Jazz"),
-                              TVIS_EXPANDED) & TVIS_EXPANDED,
+        TreeView_GetItemState(driver_.Tree(), driver_.Node(driver_.Tree(), "Jazz"), TVIS_EXPANDED) &
+            TVIS_EXPANDED,
         0u)
         << "its button collapses it";
     driver_.Tap(driver_.Tree(), {200, 200});  // beside all items

@@ -1,4 +1,4 @@
-#include "catalog/pages/playlist_edit.h"
+#include "catalog/lists/current_playlist.h"
 
 #include <gtest/gtest.h>
 #include <string.h>
@@ -6,10 +6,8 @@
 #include <algorithm>
 #include <random>
 
-#include "catalog/pages/delete_entry.h"
-#include "catalog/pages/hand_over.h"
-#include "catalog/pages/renamed_path.h"
-#include "catalog/tree/checked_files.h"
+#include "catalog/lists/file_changes.h"
+#include "catalog/tree/checks.h"
 #include "tests/support/heap_faults.h"
 #include "tests/support/wide_text.h"
 

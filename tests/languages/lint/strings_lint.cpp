@@ -19,8 +19,8 @@ constexpr Room kRooms[] = {
     {IDS_TITLE, 150 - 12, false},        {IDS_COLUMN_ARTIST, 60 - 12, false},
     {IDS_COLUMN_ALBUM, 150 - 12, false}, {IDS_COLUMN_GENRE, 80 - 12, false},
     {IDS_TIME, 45 - 12, false},          {IDS_CATALOG_CAPTION, 240 - 52, true},
-    {IDS_DELETE_FILE, 240 - 52, true},   {IDS_FILE_EXISTS, 240 - 52, true},
-    {IDS_RENAME_FILE, 240 - 40, false},  {IDS_DELETE_FILE_ITEM, 240 - 40, false},
+    {IDS_DELETE_CAPTION, 240 - 52, true},   {IDS_FILE_EXISTS, 240 - 52, true},
+    {IDS_RENAME_FILE, 240 - 40, false},  {IDS_DELETE_ITEM, 240 - 40, false},
 };
 
 constexpr UINT kTabs[] = {IDS_MEDIA_TITLE, IDS_PLAYLISTS_TITLE, IDS_CURRENT_TITLE};
