@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "catalog/media/genre_list.h"
 #include "tests/support/failing_source.h"
 #include "tests/support/heap_faults.h"
 #include "tests/support/id3v1_tag.h"
