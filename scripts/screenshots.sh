@@ -1,39 +1,60 @@
 #!/usr/bin/env bash
 # Pictures of the player and of every page and dialog of the library, on the demo device: build/screenshots/*.png at the
 # handheld's 240x320, build/screenshots/640x480/*.png on a larger screen.
-#   scripts/screenshots.sh [--language XXXX]
+#   scripts/screenshots.sh [--device-binary] [--language XXXX]
 # XXXX is a language as four hexadecimal digits whose kv_mui.XXXX.dll lies beside Kelvo.dll; its
 # pictures go into build/screenshots/XXXX. Nothing else may use the project's Wine meanwhile.
+# --device-binary: with the device's own library as well, into build/screenshots/device-binary, and
+# compares the two pixel by pixel.
 set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 # shellcheck source=scripts/lib/device_drive.sh
 . "$kelvo_root/scripts/lib/device_drive.sh"
 
-language=""
-if [[ ${1:-} == --language && ${2:-} =~ ^[0-9A-Fa-f]{4}$ ]]; then
-  language="${2^^}"
-  shift 2
-fi
-[[ $# -eq 0 ]] || die "usage: screenshots.sh [--language XXXX]"
+# Of the player's pictures, what moves while it plays: the time and the spectrum, the title that scrolls,
+# the position bar. Rectangles "x,y x,y" of the main window at its usual size; nothing else may differ.
+readonly moving_parts="24,43 99,58 36,26 153,38 109,24 269,37 15,70 264,83"
 
-# take WxH FOLDER: the device is made anew, because the pictures show what is done to it.
+builds=(i686)
+language=""
+while [[ $# -gt 0 ]]; do
+  if [[ $1 == --device-binary ]]; then
+    builds+=(device)
+    shift
+  elif [[ $1 == --language && ${2:-} =~ ^[0-9A-Fa-f]{4}$ ]]; then
+    language="${2^^}"
+    shift 2
+  else
+    die "usage: screenshots.sh [--device-binary] [--language XXXX]"
+  fi
+done
+
+# take BUILD WxH FOLDER: the device is made anew, because the pictures show what is done to it.
 take() {
   local device="$kelvo_build/screenshots/device"
   rm -rf "$device"
   "$kelvo_root/scripts/make_demo_device.sh" "$device" >/dev/null
-  mkdir -p "$2"
-  rm -f "$2"/*.png
-  set_device_drive i686 "$device"
+  mkdir -p "$3"
+  rm -f "$3"/*.png
+  set_device_drive "$1" "$device"
   (
-    cd "$kelvo_build/i686/bin"
-    KELVO_SCREEN="$1" "$kelvo_root/scripts/wine.sh" i686 ./screenshots.exe \
-      "Z:${2//\//\\}" 'V:\' ${language:+"$language"}
-  ) || die "the pictures of $1 could not be taken"
-  say "screenshots: $(find "$2" -maxdepth 1 -name '*.png' | wc -l) in ${2#"$kelvo_root/"}"
+    cd "$(build_folder "$1")/bin"
+    KELVO_SCREEN="$2" "$kelvo_root/scripts/wine.sh" "$1" ./screenshots.exe \
+      "Z:${3//\//\\}" 'V:\' ${language:+"$language"}
+  ) || die "the pictures of $2 could not be taken"
+  say "screenshots: $(find "$3" -maxdepth 1 -name '*.png' | wc -l) in ${3#"$kelvo_root/"}"
 }
 
-"$kelvo_root/scripts/build.sh" i686
-folder="$kelvo_build/screenshots${language:+/$language}"
-take 240x320 "$folder"
-take 640x480 "$folder/640x480"
+# folder_of BUILD SIZE
+folder_of() {
+  local folder="$kelvo_build/screenshots"
+  [[ $1 != device ]] || folder+=/device-binary
+  folder+="${language:+/$language}"
+  if [[ $2 == 240x320 ]]; then printf '%s\n' "$folder"; else printf '%s\n' "$folder/$2"; fi
+}
+
+"$kelvo_root/scripts/build.sh" "${builds[@]}"
+for build in "${builds[@]}"; do
+  for size in 240x320 640x480; do take "$build" "$size" "$(folder_of "$build" "$size")"; done
+done

@@ -128,10 +128,10 @@ TEST_P(EachLanguage, HeadingsCaptionsAndTabsFit) {
       {IDS_COLUMN_GENRE, 80 - kColumnEdges, false},
       {IDS_TIME, 45 - kColumnEdges, false},
       {IDS_CATALOG_CAPTION, kCaption, true},
-      {IDS_DELETE_FILE, kCaption, true},
+      {IDS_DELETE_CAPTION, kCaption, true},
       {IDS_FILE_EXISTS, kCaption, true},
       {IDS_RENAME_FILE, kMenuItem, false},
-      {IDS_DELETE_FILE_ITEM, kMenuItem, false},
+      {IDS_DELETE_ITEM, kMenuItem, false},
   };
   for (const auto& room : rooms) ExpectFits(Text(room.text), room.room, room.bold);
   int tabs = 0;

@@ -1,9 +1,10 @@
 #include "catalog/media/add_entry.h"
 
 #include <gtest/gtest.h>
+#include <string.h>
 
 #include "tests/support/fake_information.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
 
@@ -63,6 +64,50 @@ TEST_F(AddEntryTest, AddsWhatItCanReadAndTheRestWithoutTag) {
             "\\a.wma:" +
                 std::string(29, 't') + "|\x80|?|G\n");
   EXPECT_EQ(information_.asked, "ogg \\a.ogg;ogg \\broken.ogg;wma \\a.wma;");
+}
+
+// A plug-in as the hosts see it; it fills in what the arguments' order says.
+struct FakePlugin {
+  int32_t result;
+  const wchar_t* asked = nullptr;
+  int32_t GetFileInfo(const wchar_t* path, wchar_t* display_text, wchar_t* album, MediaInfo* info,
+                      uint32_t* length_ms, uint32_t* number, wchar_t* artist, wchar_t* title) {
+    asked = path;
+    EXPECT_EQ(display_text, nullptr);
+    EXPECT_EQ(length_ms, nullptr);
+    EXPECT_NE(number, nullptr);
+    CopyWide(album, kTextCapacity, L"album");
+    CopyWide(artist, kTextCapacity, L"artist");
+    CopyWide(title, kTextCapacity, L"title");
+    info->track = 7;
+    return result;
+  }
+};
+
+TEST(QueryPluginTest, AsksForTheTextsInTheirOrder) {
+  for (const int32_t result : {0, 1, -1}) {
+    FakePlugin plugin = {result};
+    MediaTexts texts;
+    EXPECT_EQ(QueryPlugin(plugin, L"\\p", &texts), result != 0);
+    EXPECT_EQ(Utf8(plugin.asked), "\\p");
+    EXPECT_EQ(Utf8(texts.title) + "," + Utf8(texts.artist) + "," + Utf8(texts.album),
+              "title,artist,album");
+    EXPECT_EQ(texts.format.track, 7);
+  }
+}
+
+// As hosts read it: three words, the second of which is a block's address.
+TEST(EntryListTest, HoldsPathTagAndItemInThreeWords) {
+  EntryList list;
+  ASSERT_TRUE(list.Add(L"\\a") && list.Add(L"\\b"));
+  list[1].tag.Reset(HeapNew<TagBlock>());
+  strcpy(list[1].tag->genre, "G");
+  list[1].item = 0x1234;
+  const uintptr_t* words = reinterpret_cast<const uintptr_t*>(list.begin()) + 3;
+  EXPECT_EQ(Utf8(reinterpret_cast<const wchar_t*>(words[0])), "\\b");
+  EXPECT_STREQ(reinterpret_cast<const char*>(words[1]) + 93, "G");
+  EXPECT_EQ(words[2], 0x1234u);
+  EXPECT_EQ(words[-2], 0u) << "no block";
 }
 
 TEST_F(AddEntryTest, GrowsByAHundredAndKeepsEverything) {

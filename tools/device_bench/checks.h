@@ -30,4 +30,7 @@ void CheckStores(Report& report, const std::string& dll);
 void MeasureVorbis(Report& report, const std::string& dll, const std::string& raw_decoder,
                    const std::vector<std::string>& media);
 
+// The processor's time for a second of audio: decoding each file, the effects, all together.
+void MeasureCycles(Report& report, const std::string& dll, const std::vector<std::string>& media);
+
 }  // namespace bench

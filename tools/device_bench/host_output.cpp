@@ -102,6 +102,7 @@ void HostOutput::Write(uint32_t header) {
   if (valid > buffer_bytes_ || valid != process_.machine.Word(header + 4)) {
     Fail("AudioOutput: %u valid bytes of %u", valid, process_.machine.Word(header + 4));
   }
+  if (on_write_) on_write_(process_.machine.Word(header), valid);
   const uint8_t* data = process_.machine.At(process_.machine.Word(header), valid);
   pcm_.insert(pcm_.end(), data, data + valid);
   if (running_ && queue_.empty()) {

@@ -5,6 +5,7 @@
 #include <stdint.h>
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 #include "process.h"
@@ -25,6 +26,8 @@ class HostOutput {
   uint32_t PlayedFrames();
   uint32_t underruns() const { return underruns_; }
   void FailNextOpen() { fail_open_ = true; }
+  // Called with the address and length of every block before it is queued.
+  void OnWrite(std::function<void(uint32_t, uint32_t)> action) { on_write_ = std::move(action); }
 
  private:
   struct Queued {
@@ -54,6 +57,7 @@ class HostOutput {
   uint32_t played_ = 0;
   uint32_t underruns_ = 0;
   std::vector<uint8_t> pcm_;
+  std::function<void(uint32_t, uint32_t)> on_write_;
   uint32_t object_;
 };
 

@@ -8,6 +8,7 @@
 //   device_bench vorbis Kelvo.dll MEDIA.ogg...
 //   device_bench hostile Kelvo.dll FILE.ogg...
 //   device_bench measure Kelvo.dll raw_decoder.dll BUDGETS MEDIA.ogg...
+//   device_bench cycles Kelvo.dll BUDGETS MEDIA.ogg...
 #include <stdio.h>
 
 #include "checks.h"
@@ -40,6 +41,9 @@ int main(int argc, char** argv) {
     report.ReadBudgets(arguments[3]);
     bench::MeasureVorbis(report, arguments[1], arguments[2],
                          {arguments.begin() + 4, arguments.end()});
+  } else if (arguments.size() >= 4 && arguments[0] == "cycles") {
+    report.ReadBudgets(arguments[2]);
+    bench::MeasureCycles(report, arguments[1], {arguments.begin() + 3, arguments.end()});
   } else {
     fputs("usage: see the head of main.cpp\n", stderr);
     return 2;

@@ -69,6 +69,12 @@ BOOL WINAPI FindNext(HANDLE search, DeviceFindData* out) {
   return TRUE;
 }
 
+// The second file takes the first one's place, which must be there.
+BOOL WINAPI ReplaceWithFile(const wchar_t* deleted, const wchar_t* renamed) {
+  return GetFileAttributesW(deleted) != INVALID_FILE_ATTRIBUTES &&
+         MoveFileExW(renamed, deleted, MOVEFILE_REPLACE_EXISTING);
+}
+
 // From 0, the most urgent, to 7, which runs when nothing else does.
 BOOL WINAPI SetPriority(HANDLE thread, int priority) {
   const int kHere[] = {THREAD_PRIORITY_TIME_CRITICAL, THREAD_PRIORITY_HIGHEST,      THREAD_PRIORITY_ABOVE_NORMAL,
@@ -111,6 +117,7 @@ const struct {
     {"InterlockedTestExchange", reinterpret_cast<void*>(&TestExchange)},
     {"GetProcAddressW", reinterpret_cast<void*>(&GetProcAddressWide)},
     {"FindFirstFileW", reinterpret_cast<void*>(&FindFirst)},
+    {"DeleteAndRenameFile", reinterpret_cast<void*>(&ReplaceWithFile)},
     {"FindNextFileW", reinterpret_cast<void*>(&FindNext)},
     {"SetThreadPriority", reinterpret_cast<void*>(&SetPriority)},
     {"PropertySheetW", reinterpret_cast<void*>(&ShowSheet)},

@@ -129,6 +129,7 @@ const char* Lint::AgainstPath(const wchar_t* path, const ListPosition& from) noe
 
 const char* Lint::AgainstSkipped(Skipped why, const wchar_t* path,
                                  const ListPosition& from) noexcept {
+  if (from.text.continues) return "longer than 259 characters, read in pieces";
   switch (why) {
     case Skipped::kLine:
       return AgainstLine(from);
@@ -138,7 +139,6 @@ const char* Lint::AgainstSkipped(Skipped why, const wchar_t* path,
       if (from.text.length == 0) return nullptr;
       if (Has(path, "://")) return "a URL";
       if (from.is_rest) return "the rest of a line of more than 259 characters";
-      if (from.text.continues) return "longer than 259 characters, read in pieces";
       return path[0] == 0 ? "without a value" : "no kind";
     case Skipped::kNameNotInAnsi:
       return "the code page does not hold its name";

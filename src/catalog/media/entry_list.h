@@ -1,6 +1,7 @@
 // Media files as the catalog and the playlists hold them. Used by one thread, the interface's.
 #pragma once
 
+#include <stddef.h>
 #include <stdint.h>
 
 #include "base/memory/array.h"
@@ -15,6 +16,9 @@ struct MediaEntry {
   // The Media Catalog's list: the file's tree item, 0 without one. Playlists: the check flag.
   uintptr_t item = 0;
 };
+static_assert(offsetof(MediaEntry, path) == 0 && offsetof(MediaEntry, tag) == sizeof(void*) &&
+              offsetof(MediaEntry, item) == 2 * sizeof(void*) &&
+              sizeof(MediaEntry) == 3 * sizeof(void*));
 
 // The check flag: the item word of an entry when it is added to a playlist.
 inline constexpr uintptr_t kEntryFlag = 1;

@@ -14,6 +14,14 @@ struct MediaTexts {
   MediaInfo format = {};
 };
 
+// A plug-in's information call; false when the file could not be opened and read.
+template <class Plugin>
+bool QueryPlugin(Plugin& plugin, const wchar_t* path, MediaTexts* texts) noexcept {
+  uint32_t ignored = 0;
+  return plugin.GetFileInfo(path, nullptr, texts->album, &texts->format, nullptr, &ignored,
+                            texts->artist, texts->title) != 0;
+}
+
 // The input plug-ins, as far as the catalog and the playlists ask them: supplied by the library's
 // features, or by a program that links the readers itself.
 class MediaInformation {

@@ -15,7 +15,9 @@ struct TagBlock {
   TagField album = {};
   TagField genre = {};
 };
-static_assert(sizeof(TagBlock) == 124);
+static_assert(offsetof(TagBlock, title) == 0 && offsetof(TagBlock, artist) == 31 &&
+              offsetof(TagBlock, album) == 62 && offsetof(TagBlock, genre) == 93 &&
+              sizeof(TagBlock) == 124);
 
 // Turns the blanks and NULs at the end of `length` bytes into NULs.
 void TrimField(char* bytes, size_t length) noexcept;

@@ -97,15 +97,4 @@ bool TagEdit::Write(FileSystem& files, const wchar_t* path) noexcept {
   return written;
 }
 
-void CopyTagToPlaylist(const MediaEntry& edited, EntryList& playlist) noexcept {
-  if (!edited.tag) return;
-  for (MediaEntry& entry : playlist) {
-    if (!entry.path.has_value() || !EqualNoCase(entry.path.get(), edited.path.c_str())) {
-      continue;
-    }
-    if (!entry.tag) entry.tag.Reset(HeapNew<TagBlock>());
-    if (entry.tag) *entry.tag = *edited.tag;
-  }
-}
-
 }  // namespace kelvo

@@ -45,7 +45,4 @@ class TagEdit {
   bool present_ = false;
 };
 
-// Gives the tag of an edited file to its other entries in a playlist.
-void CopyTagToPlaylist(const MediaEntry& edited, EntryList& playlist) noexcept;
-
 }  // namespace kelvo

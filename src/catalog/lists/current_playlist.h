@@ -3,6 +3,7 @@
 
 #include "base/memory/array.h"
 #include "catalog/media/entry_list.h"
+#include "kelvo/catalog.h"
 
 namespace kelvo {
 
@@ -57,5 +58,16 @@ void Reorder(EntryList& entries, Array<size_t>& order) noexcept;
 
 // Whether there is something to play, enqueue or save.
 bool AnyChecked(const EntryList& entries) noexcept;
+
+struct HostCallback {
+  CatalogCallback function = nullptr;
+  HostWord cookie = 0;
+  bool is_set() const noexcept { return function && cookie != 0; }
+};
+
+// Tells the host the path of every flagged entry, in order, and the end; for playing, to clear its
+// list first. Nothing without a callback or without a cookie.
+enum class HandOver { kPlay, kEnqueue };
+void HandOverEntries(const HostCallback& host, HandOver how, const EntryList& entries) noexcept;
 
 }  // namespace kelvo

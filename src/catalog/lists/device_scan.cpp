@@ -1,4 +1,4 @@
-#include "catalog/tree/device_scan.h"
+#include "catalog/lists/device_scan.h"
 
 #include "base/text/wide.h"
 #include "catalog/media/add_entry.h"

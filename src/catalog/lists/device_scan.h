@@ -1,7 +1,11 @@
+// Finds the media files and playlists of the device.
 #pragma once
 
+#include "base/files/file_system.h"
 #include "base/memory/array.h"
 #include "base/memory/heap_text.h"
+#include "catalog/media/entry_list.h"
+#include "catalog/media/media_information.h"
 
 namespace kelvo {
 
@@ -27,5 +31,18 @@ class PlaylistFiles {
  private:
   Array<HeapText> paths_;
 };
+
+// Paths of more characters, terminator included, are passed over.
+inline constexpr size_t kScanPathCapacity = 256;
+
+struct ScanResult {
+  EntryList* media;
+  PlaylistFiles* playlists;
+};
+
+// Appends every media file and playlist below `folder` (no backslash at its end; the empty text is
+// the whole device) in the file system's order. What cannot be read or has no memory is left out.
+void ScanFolder(FileSystem& files, MediaInformation& information, const wchar_t* folder,
+                const ScanResult& result) noexcept;
 
 }  // namespace kelvo

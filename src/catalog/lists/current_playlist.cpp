@@ -1,4 +1,4 @@
-#include "catalog/pages/playlist_edit.h"
+#include "catalog/lists/current_playlist.h"
 
 #include <string.h>
 
@@ -92,6 +92,15 @@ bool AnyChecked(const EntryList& entries) noexcept {
     if (entry.item != 0) return true;
   }
   return false;
+}
+
+void HandOverEntries(const HostCallback& host, HandOver how, const EntryList& entries) noexcept {
+  if (!host.is_set()) return;
+  if (how == HandOver::kPlay) host.function(kCatalogClearList, host.cookie);
+  for (const MediaEntry& entry : entries) {
+    if (entry.item != 0 && entry.path.has_value()) host.function(entry.path.get(), host.cookie);
+  }
+  host.function(CatalogEndOfList(), host.cookie);
 }
 
 }  // namespace kelvo

@@ -1,4 +1,4 @@
-#include "catalog/windows/tag_editor_dialog.h"
+#include "catalog/windows/catalog_dialogs.h"
 
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
@@ -112,6 +112,13 @@ bool EditTag(FileSystem& files, HWND parent, const MediaEntry& entry) noexcept {
   TagEditorDialog dialog(files, entry);
   RunDialog(dialog, IDD_TAG_EDITOR, parent);
   return dialog.updated();
+}
+
+bool AskDelete(HWND owner, const wchar_t* path) noexcept {
+  wchar_t question[2 * kTextCapacity];
+  if (!FormatLocalized(question, 2 * kTextCapacity, IDS_ASK_DELETE, {path})) return false;
+  return MessageBoxW(owner, question, LoadLocalizedString(OwnModule(), IDS_DELETE_CAPTION),
+                     MB_YESNO | MB_SETFOREGROUND) == IDYES;
 }
 
 }  // namespace kelvo
