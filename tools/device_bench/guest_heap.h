@@ -1,5 +1,5 @@
-// The emulated program's C heap. Nothing is used twice, so that a run is the same each time; what is wrong
-// with its use the bridge's heap tells.
+// The emulated program's C heap. Nothing is used twice, so that a run is the same each time; what
+// is wrong with its use the bridge's heap tells.
 #pragma once
 
 #include <stdint.h>

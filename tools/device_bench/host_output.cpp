@@ -12,28 +12,29 @@ constexpr uint32_t kHeaderBytes = 32;
 
 HostOutput::HostOutput(Process& process) : process_(process) {
   const auto yes = [](Process&) { return 1u; };
-  object_ = process.MakeObject("AudioOutput",
-                               {{4,
-                                 [this](Process& p) {
-                                   Open(p);
-                                   return 1u;
-                                 }},
-                                {5, yes},
-                                {6, [this](Process&) { return headers_[next_++ % headers_.size()]; }},
-                                {8,
-                                 [this](Process& p) {
-                                   Write(p.Argument(1));
-                                   return 1u;
-                                 }},
-                                {9, yes},
-                                {11,
-                                 [this](Process&) {
-                                   pcm_.clear();
-                                   return 1u;
-                                 }},
-                                {12, [this](Process&) { return PlayedFrames(); }},
-                                {13, yes}},
-                               14);
+  object_ =
+      process.MakeObject("AudioOutput",
+                         {{4,
+                           [this](Process& p) {
+                             Open(p);
+                             return 1u;
+                           }},
+                          {5, yes},
+                          {6, [this](Process&) { return headers_[next_++ % headers_.size()]; }},
+                          {8,
+                           [this](Process& p) {
+                             Write(p.Argument(1));
+                             return 1u;
+                           }},
+                          {9, yes},
+                          {11,
+                           [this](Process&) {
+                             pcm_.clear();
+                             return 1u;
+                           }},
+                          {12, [this](Process&) { return PlayedFrames(); }},
+                          {13, yes}},
+                         14);
 }
 
 void HostOutput::Open(Process& p) {

@@ -1,5 +1,5 @@
-// The calls that decoding and the effects make, of all that the library imports: the heap, bytes, and a
-// system in which nobody else runs and nothing is installed.
+// The calls that decoding and the effects make, of all that the library imports: the heap, bytes,
+// and a system in which nobody else runs and nothing is installed.
 #include <string.h>
 
 #include <memory>
@@ -12,7 +12,8 @@ namespace {
 
 // Stable insertion: the order of equal elements does not depend on this machine's C library.
 uint32_t Sort(Process& p) {
-  const uint32_t base = p.Argument(0), count = p.Argument(1), bytes = p.Argument(2), compare = p.Argument(3);
+  const uint32_t base = p.Argument(0), count = p.Argument(1), bytes = p.Argument(2),
+                 compare = p.Argument(3);
   const uint32_t moving = p.heap.Take(bytes);
   const auto item = [&](uint32_t i) { return base + i * bytes; };
   const auto copy = [&](uint32_t to, uint32_t from) {
@@ -21,7 +22,8 @@ uint32_t Sort(Process& p) {
   for (uint32_t i = 1; i < count; ++i) {
     copy(moving, item(i));
     uint32_t at = i;
-    for (; at > 0 && static_cast<int32_t>(p.machine.RunInside(compare, {item(at - 1), moving})) > 0; --at) {
+    for (; at > 0 && static_cast<int32_t>(p.machine.RunInside(compare, {item(at - 1), moving})) > 0;
+         --at) {
       copy(item(at), item(at - 1));
     }
     copy(item(at), moving);
@@ -46,8 +48,10 @@ uint32_t Done(Process&) {
 
 void ProvideMemory(Process& process) {
   process.Provide("malloc", [](Process& p) { return p.heap.Take(p.Argument(0)); });
-  process.Provide("calloc", [](Process& p) { return p.heap.TakeZeroed(p.Argument(0) * p.Argument(1)); });
-  process.Provide("realloc", [](Process& p) { return p.heap.Resize(p.Argument(0), p.Argument(1)); });
+  process.Provide("calloc",
+                  [](Process& p) { return p.heap.TakeZeroed(p.Argument(0) * p.Argument(1)); });
+  process.Provide("realloc",
+                  [](Process& p) { return p.heap.Resize(p.Argument(0), p.Argument(1)); });
   process.Provide("free", [](Process& p) {
     p.heap.Give(p.Argument(0));
     return 0u;
@@ -64,7 +68,9 @@ void ProvideMemory(Process& process) {
     return static_cast<uint32_t>(
         memcmp(p.machine.At(p.Argument(0), bytes), p.machine.At(p.Argument(1), bytes), bytes));
   });
-  process.Provide("strlen", [](Process& p) { return static_cast<uint32_t>(p.machine.Text(p.Argument(0)).size()); });
+  process.Provide("strlen", [](Process& p) {
+    return static_cast<uint32_t>(p.machine.Text(p.Argument(0)).size());
+  });
   process.Provide("qsort", Sort);
 }
 
@@ -75,9 +81,11 @@ void ProvideThreads(Process& process) {
     return p.NewHandle();
   });
   process.Provide("CreateEventW", [](Process& p) { return p.NewHandle(); });
-  for (const char* name : {"EventModify", "SetThreadPriority", "CloseHandle"}) process.Provide(name, Done);
-  for (const char* name : {"WaitForSingleObject", "WaitForMultipleObjects", "Sleep", "InitializeCriticalSection",
-                           "DeleteCriticalSection", "EnterCriticalSection", "LeaveCriticalSection"}) {
+  for (const char* name : {"EventModify", "SetThreadPriority", "CloseHandle"})
+    process.Provide(name, Done);
+  for (const char* name :
+       {"WaitForSingleObject", "WaitForMultipleObjects", "Sleep", "InitializeCriticalSection",
+        "DeleteCriticalSection", "EnterCriticalSection", "LeaveCriticalSection"}) {
     process.Provide(name, Nothing);
   }
   const auto slots = std::make_shared<std::vector<uint32_t>>();

@@ -20,15 +20,17 @@ Process::Process(const std::string&) : heap(machine), threads(machine) {
 
 uint32_t Process::MakeStub(const std::string& name, Import import) {
   if (!import) {
-    import = [name](Process& process) -> uint32_t {
-      Fail("%s is called (from %#x) but not provided", name.c_str(), process.machine.Register(UC_ARM_REG_LR));
-    };
-  }
-  return machine.AddStub([this, import = std::move(import)] {
-    ++import_calls_;
-    machine.SetRegister(UC_ARM_REG_R0, import(*this));
-  });
+    import = [name](Process & process)
+                 ->uint32_t {
+                   Fail("%s is called (from %#x) but not provided", name.c_str(),
+                        process.machine.Register(UC_ARM_REG_LR));
+  };
 }
+return machine.AddStub([this, import = std::move(import)] {
+  ++import_calls_;
+  machine.SetRegister(UC_ARM_REG_R0, import(*this));
+});
+}  // namespace bench
 
 void Process::Load(const std::string& path) {
   dll_ = std::make_unique<DllFile>(path);

@@ -1,5 +1,5 @@
-// Calls into the emulated program. A thread runs to its end where it is started, so that nothing depends
-// on time and counts repeat exactly.
+// Calls into the emulated program. A thread runs to its end where it is started, so that nothing
+// depends on time and counts repeat exactly.
 #pragma once
 
 #include <stdint.h>
