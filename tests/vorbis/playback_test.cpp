@@ -11,6 +11,7 @@
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "kelvo/messages.h"
 #include "tests/support/end_messages.h"
+#include "tests/support/heap_faults.h"
 #include "tests/support/media_files.h"
 #include "tests/support/memory_reader.h"
 #include "tests/support/ogg_files.h"
@@ -130,6 +131,7 @@ TEST_F(PlaybackTest, PlaysFromWhereItWasSoughtTo) {
   ends_.WaitForNext();
   EXPECT_TRUE(output_.pcm() == DecodeDirectly(file_, 44100LL * 1234 / 1000));
   EXPECT_EQ(plugin_.GetState(), kStopped);
+  EXPECT_EQ(plugin_.GetPositionMs(0, 0), 766) << "what was played since";
 }
 
 TEST_F(PlaybackTest, PausesAndResumes) {
@@ -224,6 +226,14 @@ TEST_F(PlaybackTest, StopsWhereverTheThreadStands) {
   EXPECT_EQ(Count(output_.calls(), "open "), 5u);
   EXPECT_EQ(Count(output_.calls(), "close "), 5u);
   EXPECT_EQ(ends_.count(), 0) << "a stop is no end of playback";
+  output_.SetHold(false);
+  output_.ClearCalls();
+  ASSERT_EQ(plugin_.SeekMs(0), 1);
+  EXPECT_EQ(plugin_.Stop(), 0);
+  ASSERT_EQ(plugin_.Play(), 1);
+  ends_.WaitForNext();
+  EXPECT_TRUE(output_.pcm() == DecodeDirectly(file_)) << "nothing is left of the buffer it was in";
+  EXPECT_EQ(output_.calls(), "reset open close ") << "nor of the seek";
 }
 
 TEST_F(PlaybackTest, AnOutputThatCannotOpenEndsTheAttempt) {
@@ -234,6 +244,17 @@ TEST_F(PlaybackTest, AnOutputThatCannotOpenEndsTheAttempt) {
   EXPECT_EQ(plugin_.GetState(), kStopped);
   EXPECT_EQ(output_.calls(), "open close reset ");
   EXPECT_EQ(ends_.count(), 0);
+}
+
+TEST_F(PlaybackTest, DoesNotStartWithoutMemory) {
+  Open("tone_8000_mono.ogg");
+  {
+    test::HeapFaults faults(0);
+    EXPECT_EQ(plugin_.Play(), 0) << "no thread";
+  }
+  EXPECT_EQ(plugin_.states() + output_.calls(), "");
+  ASSERT_EQ(plugin_.Play(), 1);
+  ends_.WaitForNext();
 }
 
 TEST_F(PlaybackTest, ADecoderErrorEndsPlaybackWithTheMessage) {

@@ -64,6 +64,30 @@ TEST_F(VorbisStreamTest, GivesWhatTheDecoderGives) {
   EXPECT_EQ(reader.log, "close ");
 }
 
+// The seven values are those of the identification header; its end is no error, however often
+// asked.
+TEST_F(VorbisStreamTest, TellsTheHeadersValuesAndStaysAtTheEnd) {
+  const std::vector<char> file = ReadMedia("tone_22050_stereo.ogg");
+  const auto word = [&](size_t at) {
+    int32_t value;
+    memcpy(&value, file.data() + 35 + at, 4);
+    return value;
+  };
+  MemoryReader reader(file);
+  OpenVorbis stream = OpenVorbisReader(&reader);
+  VorbisInfo info;
+  ASSERT_TRUE(GetVorbisInfo(stream.get(), &info));
+  const int32_t want[] = {word(0), 2, word(5), word(9), word(13), word(17), 0};
+  EXPECT_EQ(memcmp(&info, want, sizeof(want)), 0);
+  EXPECT_TRUE(SeekVorbis(stream.get(), VorbisTotal(stream.get())));
+  EXPECT_EQ(VorbisPosition(stream.get()), VorbisTotal(stream.get()));
+  char chunk[8192];
+  uint32_t count;
+  for (int i = 0; i < 100; ++i) {
+    EXPECT_EQ(ReadVorbis(stream.get(), chunk, sizeof(chunk), &count), kReadEnd);
+  }
+}
+
 TEST_F(VorbisStreamTest, AnswersForANullStream) {
   uint32_t count = 5;
   VorbisInfo info;
