@@ -24,3 +24,13 @@ target_compile_definitions(kelvo_decoder PRIVATE
   $<$<NOT:$<BOOL:${WIN32}>>:LITTLE_ENDIAN=1234 BIG_ENDIAN=4321 BYTE_ORDER=1234>)
 # Foreign arithmetic relies on wrap-around.
 target_compile_options(kelvo_decoder PRIVATE -fwrapv -fno-sanitize=undefined)
+set_source_files_properties(${tremor}/codebook.c ${tremor}/vorbisfile.c PROPERTIES COMPILE_OPTIONS
+  "-include;${decoder_config}/decoder_speed.h")
+if(KELVO_CE_ARM)
+  # The loops over samples gain by being unrolled; the transform is that already, and the compiler
+  # must not keep more in hand than there are registers for.
+  set_property(SOURCE ${tremor}/block.c ${tremor}/codebook.c ${tremor}/floor1.c ${tremor}/vorbisfile.c
+    ${tremor}/window.c APPEND PROPERTY COMPILE_OPTIONS -O3 -funroll-loops)
+  set_property(SOURCE ${tremor}/mdct.c APPEND PROPERTY COMPILE_OPTIONS
+    -fno-schedule-insns -fno-ivopts -fno-tree-pre -fno-gcse)
+endif()

@@ -177,7 +177,9 @@ TEST_F(Effects, WhereTheTablesAre) {
   EXPECT_EQ(tables[0][0], 16289);
   EXPECT_EQ(tables[0][29], -13245);
   EXPECT_EQ(tables[1][0], 266882570);
-  EXPECT_EQ(tables[1][5], 532245407);  // the second filter's, which external libraries use
+  EXPECT_EQ(tables[1][3], 263966111);  // the second filter's, which external libraries use
+  EXPECT_EQ(tables[1][4], 2234672);
+  EXPECT_EQ(tables[1][5], 532245407);
   const char* flag = Field(708 + wider) + sizeof(tables);
   EXPECT_EQ(*reinterpret_cast<const int32_t*>(flag), 0);
   const void* rest[3];  // the library and its entries

@@ -34,16 +34,27 @@ constexpr Setting kSettings[] = {
     {"beyond the ends", 99, {-5, 40, 14, 14, 14, 14, 14, 14, -1, 28}, 9, 333},
 };
 
-// Noise over the whole range, with stretches of both rails.
+// Noise over the whole range, with stretches of both rails and of silence.
 std::vector<int16_t> TestSignal() {
   std::vector<int16_t> signal(2 * kFrames);
   uint32_t state = 12345;
   for (size_t i = 0; i < signal.size(); ++i) {
     state = state * 1664525 + 1013904223;
     const uint32_t stretch = static_cast<uint32_t>(i / 500 % 8);
-    signal[i] = stretch == 3 ? INT16_MAX : stretch == 6 ? INT16_MIN : int16_t(state >> 16);
+    signal[i] = stretch == 3   ? INT16_MAX
+                : stretch == 6 ? INT16_MIN
+                : stretch == 7 ? int16_t{0}
+                               : int16_t(state >> 16);
   }
   return signal;
+}
+
+// Every position of every slider in some block, in blocks that end in all places of a pass.
+Setting SweepSetting(int32_t number) {
+  Setting setting = {"sweep", number % 30 - 1, {}, number % 6, static_cast<uint32_t>(number % 131)};
+  for (int32_t b = 0; b < 10; ++b) setting.bands[b] = (number + 11 * b) % 28;
+  if (setting.block_frames == 0) setting.block_frames = 1;
+  return setting;
 }
 
 // Both objects keep what their filters remember from one setting to the next.
@@ -124,6 +135,16 @@ void CheckEffects(Report& report, const std::string& dll) {
       report.Check("equalizer: " + name, pair.Run(false, signal, setting.block_frames, &used));
       report.Check("bass: " + name, pair.Run(true, signal, setting.block_frames, &used));
     }
+    bool same = true;
+    for (int32_t number = 0; number < 60; ++number) {
+      const Setting setting = SweepSetting(number);
+      const auto from = signal.begin() + number * 150;
+      pair.Set(setting);
+      for (const bool bass : {false, true}) {
+        same = pair.Run(bass, {from, from + 600}, setting.block_frames, &used) && same;
+      }
+    }
+    report.Check("all sliders and modes", same);
     for (const bool bass : {false, true}) {
       pair.Set(kSettings[3]);
       report.Check("in blocks of 4096 frames", pair.Run(bass, signal, 4096, &used));
