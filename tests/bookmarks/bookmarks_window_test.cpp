@@ -10,7 +10,6 @@
 #include "base/windows/pocketpc.h"
 #include "base/windows/registry.h"
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_window.h"
 #include "entry/language/modules.h"
 #include "kelvo/messages.h"
 #include "res/resource_ids.h"

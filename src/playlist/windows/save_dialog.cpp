@@ -2,7 +2,7 @@
 
 #include "base/windows/dialog.h"
 #include "base/windows/feature_dialog.h"
-#include "base/windows/fonts.h"
+#include "base/windows/list_look.h"
 #include "base/windows/pocketpc.h"
 #include "kelvo/host_resources.h"
 #include "playlist/windows/folder_tree.h"
