@@ -1,7 +1,7 @@
 #include "entry/feature_objects.h"
 
 #include "bookmarks/bookmarks_feature.h"
-#include "catalog/media/media_information.h"
+#include "catalog/media/add_entry.h"
 #include "catalog/windows/catalog_feature.h"
 #include "effects/effects_processor.h"
 #include "eq/presets_feature.h"

@@ -221,6 +221,7 @@ TEST_F(BookmarksFeatureTest, SortsByTheClickedColumn) {
   ASSERT_TRUE(store.Add(L"\\alive", INT32_MAX, L"Alpha"));
   ASSERT_TRUE(store.Add(L"\\alive", 5, L"BÉTÄ"));
   const auto orders = [&] {
+    EXPECT_EQ(store.Compare(0, 0), 0);
     std::string all;
     for (const auto& pair : {std::pair(0, 1), std::pair(1, 2), std::pair(0, 2)}) {
       const int result = store.Compare(pair.first, pair.second);
