@@ -1,12 +1,10 @@
 #include "entry/feature_objects.h"
 
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_window.h"
 #include "catalog/media/add_entry.h"
 #include "catalog/windows/catalog_feature.h"
 #include "effects/effects_processor.h"
 #include "eq/presets_feature.h"
-#include "eq/windows/preset_questions.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "input/wma/wma_input_plugin.h"
 #include "kelvo/features.h"

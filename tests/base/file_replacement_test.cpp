@@ -76,11 +76,19 @@ TEST(FileReplacementTest, WritesBesideAnyFile) {
   const struct {
     std::string path, beside;  // none: refused
   } cases[] = {
-      {"\\a.m3u", "\\a.m3~"}, {"\\a", "\\~"},   {"\\a~", "\\a!"},
-      {"\\a$", "\\a!"},       {longest, "\\" + std::string(257, 'n') + "~"},
-      {longest + "n", ""},    {"", ""},         {"\\", ""},
-      {"\\f\\", ""},          {"\\f/", ""},     {"\\f", ""},
-      {"\\kept", ""},         {"\\none\\a", ""},
+      {"\\a.m3u", "\\a.m3~"},
+      {"\\a", "\\~"},
+      {"\\a~", "\\a!"},
+      {"\\a$", "\\a!"},
+      {longest, "\\" + std::string(257, 'n') + "~"},
+      {longest + "n", ""},
+      {"", ""},
+      {"\\", ""},
+      {"\\f\\", ""},
+      {"\\f/", ""},
+      {"\\f", ""},
+      {"\\kept", ""},
+      {"\\none\\a", ""},
   };
   for (const auto& c : cases) {
     MemoryFiles files;

@@ -141,9 +141,8 @@ TEST(BookmarkListTest, WritesWhatReadsBackAsTheSameBookmarks) {
   ASSERT_TRUE(list.Insert(1, Bookmark())) << "without texts";
   add("\\b\r\n", INT32_MIN, "Live\r\nin\rRome\n");
   add("\\c", 0, "");
-  const std::string want =
-      Utf16(long_path + "\r\n3725\r\n" + long_text +
-            "\r\n\\b  \r\n-2147483648\r\nLive  in Rome \r\n\\c\r\n0\r\n\r\n");
+  const std::string want = Utf16(long_path + "\r\n3725\r\n" + long_text +
+                                 "\r\n\\b  \r\n-2147483648\r\nLive  in Rome \r\n\\c\r\n0\r\n\r\n");
   test::MemoryFiles files;
   const long writes = test::Sweep([&](long n) {
     files.FailAfter(n, false, "write");

@@ -76,7 +76,8 @@ class BookmarkFileLossTest : public ::testing::Test {
   ~BookmarkFileLossTest() { RemoveFiles(); }
   static bool Remove(const char* name) { return SystemFiles().Delete(test::Wide(name)); }
   static void RemoveFiles() {
-    for (const char* name : {".\\bookmarks.dat", ".\\bookmarks.da~", ".\\bookmarks.da$"}) Remove(name);
+    for (const char* name : {".\\bookmarks.dat", ".\\bookmarks.da~", ".\\bookmarks.da$"})
+      Remove(name);
   }
   // The position of the place that was played; all others must be there.
   int32_t PlayedTo() {

@@ -221,6 +221,7 @@ TEST_F(BookmarksFeatureTest, SortsByTheClickedColumn) {
   ASSERT_TRUE(store.Add(L"\\alive", INT32_MAX, L"Alpha"));
   ASSERT_TRUE(store.Add(L"\\alive", 5, L"BÉTÄ"));
   const auto orders = [&] {
+    EXPECT_EQ(store.Compare(0, 0), 0);
     std::string all;
     for (const auto& pair : {std::pair(0, 1), std::pair(1, 2), std::pair(0, 2)}) {
       const int result = store.Compare(pair.first, pair.second);
@@ -292,7 +293,14 @@ TEST_F(BookmarksFeatureTest, WithoutMemoryNothingChanges) {
     void (*act)(BookmarksFeature&);
     long requests;
   } cases[] = {
-      {"add", [](BookmarksFeature& f) { f.AddBookmark(L"n", 9, L"d"); }, 3},
+      {"add",
+       [](BookmarksFeature& f) {
+         int32_t position = -1;
+         const bool added = f.AddBookmark(L"n", 9, L"d") != 0;
+         f.GetBookmark(50, nullptr, nullptr, &position);
+         EXPECT_EQ(added, position == 9);
+       },
+       3},
       {"longer texts", [](BookmarksFeature& f) { f.UpdateBookmark(0, L"nn", 9, L"dd"); }, 2},
       {"texts as long", [](BookmarksFeature& f) { f.UpdateBookmark(0, L"n", 9, L""); }, 0},
       {"set last played", [](BookmarksFeature& f) { f.SetLastPlayed(L"n", 9, L"d"); }, 3},

@@ -10,7 +10,6 @@
 #include "base/windows/pocketpc.h"
 #include "base/windows/registry.h"
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_window.h"
 #include "entry/language/modules.h"
 #include "kelvo/messages.h"
 #include "res/resource_ids.h"
@@ -161,8 +160,8 @@ TEST_F(BookmarksWindowTest, HasItsCommandsInAMenuBar) {
     const HWND bar = field(3);
     EXPECT_EQ(GetWindow(bar, GW_OWNER), shown.dialog);
     EXPECT_EQ(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0), 1);
-    const HMENU menu = reinterpret_cast<HMENU>(
-        SendMessageW(bar, SHCMBM_GETSUBMENU, 0, IDM_BOOKMARK_POPUP));
+    const HMENU menu =
+        reinterpret_cast<HMENU>(SendMessageW(bar, SHCMBM_GETSUBMENU, 0, IDM_BOOKMARK_POPUP));
     std::string items;
     for (int i = 0; i < GetMenuItemCount(menu); ++i) {
       wchar_t text[kTextCapacity] = L"";
@@ -342,12 +341,9 @@ TEST(RegistryKeyTest, ReadsTextsThatFit) {
     std::string want;     // none: refused
     DWORD type = REG_SZ;
   } cases[] = {
-      {std::wstring(L"\\V\0", 3), "\\V"},
-      {L"\\V", "\\V"},
-      {longest + L'\0', std::string(259, 'f')},
-      {longest, std::string(259, 'f')},
-      {longest + std::wstring(L"f\0", 2), ""},
-      {longest + L"f", ""},
+      {std::wstring(L"\\V\0", 3), "\\V"},          {L"\\V", "\\V"},
+      {longest + L'\0', std::string(259, 'f')},    {longest, std::string(259, 'f')},
+      {longest + std::wstring(L"f\0", 2), ""},     {longest + L"f", ""},
       {std::wstring(L"\\V\0", 3), "", REG_BINARY},
   };
   HKEY key;

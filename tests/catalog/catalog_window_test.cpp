@@ -1,7 +1,6 @@
 // The sheet: when it scans, how its pages are laid out, which order and language it opens in.
 #include "base/windows/registry.h"
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_window.h"
 #include "kelvo/settings.h"
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/catalog/catalog_window_fixture.h"

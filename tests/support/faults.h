@@ -43,8 +43,8 @@ class HeapFaults {
  public:
   using Mode = Countdown::Mode;
   explicit HeapFaults(long successes, Mode mode = Mode::kOnce) : countdown_(successes, mode) {
-    SetHeapFaultHook(
-        [](void* self) { return static_cast<HeapFaults*>(self)->countdown_.Fails(); }, this);
+    SetHeapFaultHook([](void* self) { return static_cast<HeapFaults*>(self)->countdown_.Fails(); },
+                     this);
   }
   ~HeapFaults() { SetHeapFaultHook(nullptr, nullptr); }
   HeapFaults(const HeapFaults&) = delete;

@@ -32,8 +32,8 @@ class MemoryFiles final : public FileSystem {
   std::string& operator[](const std::string& path);
 
   // Lets `successes` calls through (reads and writes count too) and fails the next one, or all from
-  // then on; negative: none. Only calls whose line in the log begins with `kind` count. Opening also
-  // fails when memory is out.
+  // then on; negative: none. Only calls whose line in the log begins with `kind` count. Opening
+  // also fails when memory is out.
   void FailAfter(long successes, bool from_then_on = false, const std::string& kind = "");
   bool fault_triggered() const { return faults_.triggered(); }
 

@@ -1,4 +1,6 @@
-#include "base/windows/image_list.h"
+#include "base/windows/list_look.h"
+
+#include "base/text/wide.h"
 
 namespace kelvo {
 
@@ -14,6 +16,15 @@ UniqueIconList LoadIconList(HMODULE module, const int* ids, int count) noexcept 
     if (!added) list.Reset();
   }
   return list;
+}
+
+UniqueFont MakeListFont() noexcept {
+  LOGFONTW font = {};
+  font.lfHeight = 12;
+  font.lfWeight = FW_NORMAL;
+  font.lfCharSet = DEFAULT_CHARSET;
+  CopyWide(font.lfFaceName, LF_FACESIZE, L"Tahoma");
+  return UniqueFont(CreateFontIndirectW(&font));
 }
 
 }  // namespace kelvo

@@ -1,3 +1,4 @@
+// What lists and trees look like: their icons and their font.
 #pragma once
 
 #include <windows.h>
@@ -18,5 +19,8 @@ using UniqueIconList = UniqueHandle<IconListTraits>;
 // A masked list of 16 by 16 pixels with the icons of a module, in this order; null when one of them
 // cannot be loaded.
 UniqueIconList LoadIconList(HMODULE module, const int* ids, int count) noexcept;
+
+// Tahoma, 12 pixels high, of normal weight.
+UniqueFont MakeListFont() noexcept;
 
 }  // namespace kelvo
