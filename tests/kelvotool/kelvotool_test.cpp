@@ -123,29 +123,31 @@ TEST_F(KelvotoolTest, TellsWhyLinesAreDropped) {
     const char* name;
     std::string bytes, want;  // of each line "NUMBER: WHY: TEXT"
   } kCases[] = {
-      {"list.m3u", "#EXTM3U\r\n\r\na.mp3\r\nkelvotool_test\\sub\\c.wma\r\ninner.pls\r\n", ""},
-      {"list.m3u", "a.txt\nhttp://h/radio\n", "1: no kind: a.txt\n2: a URL: http://h/radio\n"},
-      {"list.m3u", "sub/c.wma\nhttp://h/x.mp3\nnone.mp3\nnone.pls\n",
-       "1: forward slashes do not separate folders: sub/c.wma\n2: a URL: http://h/x.mp3\n"
-       "3: no such file: none.mp3\n4: no such file: none.pls\n"},
-      {"list.m3u", "kelvotool_test\\sub\\..\\a.mp3\nlist.m3u\ninner.pls\ninner.pls\n",
-       "1: \"..\" is not resolved: kelvotool_test\\sub\\..\\a.mp3\n"
-       "2: a list inside itself: list.m3u\n"},
+      {"list.m3u", "#EXTM3U\r\n\r\na.mp3\r\nkelvotool_test\\sub\\c.wma\r\ninner.pls\r\n\x1A", ""},
+      {"list.m3u",
+       "a.txt\nhttp://h/radio\nsub/c.wma\nnone.mp3\nnone.pls\nkelvotool_test\\sub\\..\\a.mp3\n"
+       "list.m3u\ninner.pls\ninner.pls\n\x1Aplain.mp3\n",
+       "1: no kind: a.txt\n2: a URL: http://h/radio\n"
+       "3: forward slashes do not separate folders: sub/c.wma\n4: no such file: none.mp3\n"
+       "5: no such file: none.pls\n"
+       "6: \"..\" is not resolved: kelvotool_test\\sub\\..\\a.mp3\n"
+       "7: a list inside itself: list.m3u\n9: what follows is behind an end-of-text character: \n"},
       {"list.m3u", "\n" + n259 + "no.mp3\n" + n259 + "\n" + m254 + "\n",
        "2: longer than 259 characters, read in pieces: " + n259 + "\n2: no such file: no.mp3\n" +
            "3: longer than 259 characters, read in pieces: " + n259 +
            "\n4: longer than a path may be: " + m254 + "\n"},
-      {"list.m3u", "a.mp3\n\x1Aplain.mp3\n", "1: what follows is behind an end-of-text character: \n"},
-      {"list.m3u", "a.mp3\n\x1A", ""},
-      {"list.pls", "[playlist]\nTitle1=A\nFile1 = a.mp3\n File1=a.mp3\nFilea=1\nFile=3\nFile1\n",
-       "3: blanks around the key: File1 = a.mp3\n4: blanks around the key:  File1=a.mp3\n"},
-      {"list.pls", "File1=kelvotool_test\\a.mp3\nFile2=\nFile4=a.mp3\nLength1=3\n",
-       "2: without a value: File2=\n3: gap in the numbering: File4=a.mp3\n"},
-      {"list.asx", "<asx>\n<ref  href=\"a.mp3\"/>\n<EntryRef href=\"a.mp3\"/>\n<ref href=\"a.mp3\"/>",
+      {"list.pls",
+       "[playlist]\nTitle1=A\nFile1 = a.mp3\n File1=a.mp3\nFilea=1\nFile=3\nFile1\n"
+       "File1=kelvotool_test\\a.mp3\nFile2=\nFile4=a.mp3\n",
+       "3: blanks around the key: File1 = a.mp3\n4: blanks around the key:  File1=a.mp3\n"
+       "9: without a value: File2=\n10: gap in the numbering: File4=a.mp3\n"},
+      {"list.asx",
+       "<asx>\n<ref  href=\"a.mp3\"/>\n<EntryRef href=\"a.mp3\"/>\n"
+       "<ref href=\"a.mp3\"/><REF href=\"a.mp3\"/>\n",
        "2: not of the form <ref href=\"...\">: <ref  href=\"a.mp3\"/>\n"
-       "3: not of the form <ref href=\"...\">: <EntryRef href=\"a.mp3\"/>\n"},
-      {"list.asx", "<ref href=\"a.mp3\"/><REF href=\"a.mp3\"/>\n",
-       "1: only the first reference of a line is taken: <ref href=\"a.mp3\"/><REF href=\"a.mp3\"/>\n"},
+       "3: not of the form <ref href=\"...\">: <EntryRef href=\"a.mp3\"/>\n"
+       "4: only the first reference of a line is taken: "
+       "<ref href=\"a.mp3\"/><REF href=\"a.mp3\"/>\n"},
   };
   for (const auto& c : kCases) {
     Write(c.name, c.bytes);
