@@ -121,6 +121,10 @@ TEST(AsfHeaderTest, KeepsTheFirstValue) {
                                              "rrrr"))
            .Extended(1, B::Text("WM/Genre", "G")),
        "T|P||G|P - T", kNoAsfTrack},
+      {"a long text that breaks off",
+       B().Extended(
+           1, Le(16, 2) + Utf16("WM/Genre") + Le(0, 2) + Le(30000, 2) + std::string(9000, 'g')),
+       "||||x", kNoAsfTrack},
       {"text attribute as number", B().Extended(1, B::Number("WM/Genre", 65)), "||||x",
        kNoAsfTrack},
       {"longer name", B().Extended(1, B::Text("WM/GenreID", "G")), "||||x", kNoAsfTrack},
