@@ -1,5 +1,6 @@
 #include "host/system.h"
 
+#include <kelvo/settings.h>
 #include <kelvo/types.h>
 
 namespace velmora {
@@ -22,11 +23,11 @@ void RegisterInstallation() {
   const std::wstring folder = ProgramFolder();
   HKEY key;
   if (folder.empty() ||
-      RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Apps\\Ostrabyte Velmora", 0, nullptr, 0,
+      RegCreateKeyExW(HKEY_LOCAL_MACHINE, kelvo::kInstallationKey, 0, nullptr, 0,
                       KEY_SET_VALUE, nullptr, &key, nullptr) != ERROR_SUCCESS) {
     return;
   }
-  RegSetValueExW(key, L"InstallDir", 0, REG_SZ, reinterpret_cast<const BYTE*>(folder.c_str()),
+  RegSetValueExW(key, kelvo::kInstallFolderValue, 0, REG_SZ, reinterpret_cast<const BYTE*>(folder.c_str()),
                  static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t)));
   RegCloseKey(key);
 }

@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
 # Opens the player, the reference host, in its windows; sets up and builds what is missing.
-#   scripts/run.sh [FILE...]
+#   scripts/run.sh [--device-binary] [FILE...]
 # FILE is an .ogg, a .wma or a folder. Without any, the player goes on where it was left; the first
 # time with a short tune that the project makes. Its catalog shows the demo device.
 #
 # On the console, without a display and when there are options:
-#   scripts/run.sh [--wav OUT.wav] [--eq V,V,...|NAME.eqf] [--preamp V] [--bass V] [FILE...]
+#   scripts/run.sh [--device-binary] [--wav OUT.wav] [--eq V,V,...|NAME.eqf] [--preamp V] [--bass V] [FILE...]
 # The ten bands of --eq and --preamp go from 0 (boost) to 27 (cut), --bass from 0 to 4. Without a
 # sound device the music goes to OUT.wav, or to build/played.wav.
+#
+# --device-binary: the library is the device's own file, on an emulator of its processor.
 set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
@@ -23,15 +25,15 @@ windows_path() {
 
 has_sound() { [[ -n ${PULSE_SERVER:-} || -n ${PIPEWIRE_REMOTE:-} || -e /dev/snd/controlC0 ]]; }
 
-velmora() { "$kelvo_root/scripts/wine.sh" i686 "$kelvo_build/i686/bin/velmora.exe" "$@"; }
+velmora() { "$kelvo_root/scripts/wine.sh" "$build" "$programs/velmora.exe" "$@"; }
 
 sample="$kelvo_build/media/sample.ogg"
 
 # in_windows [FILE...]
 in_windows() {
   "$kelvo_root/scripts/make_demo_device.sh"
-  set_device_drive i686 "$kelvo_build/device"
-  [[ $# -gt 0 || -f $kelvo_build/i686/bin/velmora.session ]] || set -- "$sample"
+  set_device_drive "$build" "$kelvo_build/device"
+  [[ $# -gt 0 || -f $programs/velmora.session ]] || set -- "$sample"
   local file
   local -a words=(player --device 'V:\')
   for file in "$@"; do words+=("$(windows_path "$file")"); done
@@ -56,7 +58,15 @@ on_console() {
   return "$result"
 }
 
-"$kelvo_root/scripts/build.sh" --target player i686
+build=i686
+if [[ ${1:-} == --device-binary ]]; then
+  build=device
+  shift
+  "$kelvo_root/scripts/build.sh" device
+else
+  "$kelvo_root/scripts/build.sh" --target player i686
+fi
+programs="$(build_folder "$build")/bin"
 if [[ -n ${DISPLAY:-} && ${1:-} != --* ]]; then
   in_windows "$@"
 else

@@ -5,6 +5,8 @@
 set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+# shellcheck source=scripts/lib/unicorn.sh
+. "$kelvo_root/scripts/lib/unicorn.sh"
 
 if [[ ${1:-} == --fast ]]; then
   folder="tests/${2:?--fast takes a folder of tests}"
@@ -15,12 +17,21 @@ if [[ ${1:-} == --fast ]]; then
   exec ctest --test-dir "$kelvo_build/native/$folder" -j "$(nproc)" --output-on-failure --no-tests=error "$@"
 fi
 
-presets=(native i686 x86_64 ce-arm)
+presets=(native i686 x86_64 ce-arm device)
+missing=""
 if [[ ${1:-} == --only ]]; then
   presets=("${2:?--only takes a preset}")
   shift 2
 fi
 [[ ${1:-} != -- ]] || shift
+
+"$kelvo_root/scripts/setup.sh"
+if [[ " ${presets[*]} " == *" device "* ]] && ! install_unicorn; then
+  [[ ${#presets[@]} -gt 1 ]] || die "the device's library cannot be run without the emulator"
+  presets=(native i686 x86_64 ce-arm)
+  missing="NOT RUN: the tests on the device's library. They need unicorn-$unicorn_version.tar.xz or .gz in a folder
+that KELVO_SOURCE_ARCHIVES names, or a way to $unicorn_url"
+fi
 
 "$kelvo_root/scripts/build.sh" "${presets[@]}"
 
@@ -28,7 +39,7 @@ fi
 all="$kelvo_build/all-tests"
 mkdir -p "$all"
 for preset in "${presets[@]}"; do
-  printf 'subdirs("%s")\n' "$kelvo_build/$preset"
+  printf 'subdirs("%s")\n' "$(build_folder "$preset")"
 done >"$all/CTestTestfile.cmake"
 
 # The tests' windows open on displays of their own, not on the user's.
@@ -36,5 +47,6 @@ unset DISPLAY
 result=0
 ctest --test-dir "$all" -j "${KELVO_JOBS:-$(nproc)}" --output-on-failure --no-tests=error "$@" ||
   result=$?
-for arch in i686 x86_64; do "$kelvo_root/scripts/wine.sh" "$arch" --stop >/dev/null 2>&1 || true; done
+for arch in i686 x86_64 device; do "$kelvo_root/scripts/wine.sh" "$arch" --stop >/dev/null 2>&1 || true; done
+[[ -z $missing ]] || say "$missing"
 exit "$result"

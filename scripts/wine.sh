@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Runs a Windows program under the project's own Wine prefix.
-#   scripts/wine.sh i686|x86_64 PROGRAM [ARGS...]
+#   scripts/wine.sh i686|x86_64|device PROGRAM [ARGS...]
 # Current directory, output, exit code and Ctrl-C are the program's. Without DISPLAY it gets a display
 # of its own, 1280x1024. Any number may run at a time, also from several checkouts.
-#   scripts/wine.sh i686|x86_64 --stop
+#   scripts/wine.sh i686|x86_64|device --stop
 # Ends what is kept ready for the next program; by itself it ends after five minutes without use.
 set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
@@ -59,7 +59,7 @@ start_keeper() {
 }
 
 main() {
-  [[ $# -ge 2 ]] || die "usage: wine.sh i686|x86_64 PROGRAM [ARGS...]"
+  [[ $# -ge 2 ]] || die "usage: wine.sh i686|x86_64|device PROGRAM [ARGS...]"
   choose_wine "$1"
   shift
   mkdir -p "$wine_run"

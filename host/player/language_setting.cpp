@@ -1,5 +1,6 @@
 #include "host/player/language_setting.h"
 
+#include <kelvo/settings.h>
 #include <wchar.h>
 
 #include <algorithm>
@@ -9,9 +10,6 @@
 
 namespace velmora {
 namespace {
-
-constexpr wchar_t kKey[] = L"SOFTWARE\\Ostrabyte\\Velmora";
-constexpr wchar_t kValue[] = L"Language";
 
 constexpr wchar_t kPrefix[] = L"kv_mui.";
 constexpr size_t kPrefixLength = 7;
@@ -49,8 +47,8 @@ std::vector<LANGID> FindLanguages() {
 LANGID ChosenLanguage() {
   DWORD language = 0;
   DWORD bytes = sizeof(language);
-  if (RegGetValueW(HKEY_LOCAL_MACHINE, kKey, kValue, RRF_RT_REG_DWORD, nullptr, &language,
-                   &bytes) != ERROR_SUCCESS ||
+  if (RegGetValueW(HKEY_LOCAL_MACHINE, kelvo::kSettingsKey, kelvo::kLanguageValue, RRF_RT_REG_DWORD,
+                   nullptr, &language, &bytes) != ERROR_SUCCESS ||
       language == 0) {
     return kEnglish;
   }
@@ -60,11 +58,11 @@ LANGID ChosenLanguage() {
 bool ChooseLanguage(const Library& library, LANGID language) {
   const DWORD value = language;
   HKEY key;
-  if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key,
-                      nullptr) != ERROR_SUCCESS) {
+  if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, kelvo::kSettingsKey, 0, nullptr, 0, KEY_SET_VALUE,
+                      nullptr, &key, nullptr) != ERROR_SUCCESS) {
     return false;
   }
-  const LSTATUS stored = RegSetValueExW(key, kValue, 0, REG_DWORD,
+  const LSTATUS stored = RegSetValueExW(key, kelvo::kLanguageValue, 0, REG_DWORD,
                                         reinterpret_cast<const BYTE*>(&value), sizeof(value));
   RegCloseKey(key);
   if (stored != ERROR_SUCCESS) return false;

@@ -7,7 +7,15 @@
 //
 // Thread: all operations on the host's user-interface thread. Texts handed in are copied, cut to
 // kMaxText - 1 characters; null counts as empty. No operation but ShowBookmarks shows anything, and
-// a file that cannot be written is no failure: the list then lives in memory only.
+// a file that cannot be written is no failure: the list then lives in memory only, and the file is
+// as it was.
+//
+// The object holds, in this order: the table of operations; the bookmarks window, its list and its
+// menu bar (null while it is closed); the array of bookmarks, their count and the array's capacity
+// (0, or a multiple of 50); 24 characters in which the window formats positions; the column that
+// the window is sorted by (0 state, 1 time, 2 title) and the direction (1 ascending, -1). A bookmark
+// is its path, its description and its position. Texts, handles and the array are pointers, the
+// rest 32-bit numbers. What follows is the library's own; so is changing any of this.
 #pragma once
 
 #include "kelvo/types.h"
@@ -16,13 +24,14 @@ namespace kelvo {
 
 class Bookmarks {
  public:
-  // Slot 0. Appends a bookmark and saves. `position_s`: seconds from the start of the file.
+  // Slot 0. Appends a bookmark and saves. `position_s`: seconds from the start of the file. One
+  // with an empty path is in the list, but not in the file.
   // Non-zero once the bookmark is in the list; 0 without memory, the list is then as before.
   virtual int32_t AddBookmark(const wchar_t* path, int32_t position_s,
                               const wchar_t* description) noexcept = 0;
 
   // Slot 1. Replaces the three values of a bookmark and saves. Does nothing for an index outside
-  // the list or without memory.
+  // the list, or without memory for a text that is longer than the old one.
   virtual void UpdateBookmark(int32_t index, const wchar_t* path, int32_t position_s,
                               const wchar_t* description) noexcept = 0;
 

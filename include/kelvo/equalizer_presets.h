@@ -5,6 +5,10 @@
 // inside. The list of names is filled by ListPresets and holds at most kMaxPresets; indices are
 // positions in it, and an index outside the list is an empty slot.
 //
+// The object holds, in this order: the table of operations; kMaxPresets pointers to the names of the
+// files ("Rock.eqf"), null for an empty slot; their count, 32 bits. What follows is the library's
+// own; so is changing any of this.
+//
 // Thread: all operations on the host's user-interface thread. Only SavePreset shows anything.
 #pragma once
 
@@ -23,8 +27,8 @@ class EqualizerPresets {
 
   // Slot 1. Asks the user for a name, above the window `parent`, and writes the setting (11 bytes)
   // into the preset of that name, after a question when it exists. 1 when it was written; 0 when
-  // the user declined or the file could not be written (also: a name that no file can have). The
-  // list in memory does not change.
+  // the user declined or the file could not be written (also: a name that no file can have); a
+  // preset that was there is then unchanged. The list in memory does not change.
   virtual int32_t SavePreset(const uint8_t* setting, const wchar_t* base_folder,
                              WindowHandle parent) noexcept = 0;
 

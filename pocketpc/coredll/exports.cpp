@@ -1,5 +1,6 @@
-// The exported waveOut functions: each goes to the sink device behind its handle or to the sound
-// system.
+// What the DLL exports. Each waveOut function goes to the sink device behind its handle or to the
+// sound system. The software input panel is not there, because a desktop has a keyboard: what is
+// asked for is only remembered.
 #define _WINMM_  // we define what the header would import
 #include <windows.h>
 
@@ -10,6 +11,12 @@
 #include "pocketpc/coredll/winmm.h"
 
 using namespace kelvo;
+
+namespace {
+
+LONG g_panel_shown = 0;
+
+}  // namespace
 
 extern "C" {
 
@@ -26,7 +33,7 @@ MMRESULT WINAPI waveOutOpen(HWAVEOUT* device, UINT id, const WAVEFORMATEX* forma
     if (result == MMSYSERR_NOERROR && !(flags & WAVE_FORMAT_QUERY)) AddSystemDevice(*device);
     return result;
   }
-  return OpenSink(device, format, {flags & CALLBACK_TYPEMASK, callback, context}, flags);
+  return OpenSink(device, format, callback, flags);
 }
 
 MMRESULT WINAPI waveOutClose(HWAVEOUT device) {
@@ -90,6 +97,16 @@ MMRESULT WINAPI waveOutGetVolume(HWAVEOUT, DWORD* volume) {
 MMRESULT WINAPI waveOutSetVolume(HWAVEOUT, DWORD volume) {
   SetVolume(volume);
   return MMSYSERR_NOERROR;
+}
+
+BOOL WINAPI SipShowIM(DWORD flag) {
+  InterlockedExchange(&g_panel_shown, flag == 1);
+  return TRUE;
+}
+
+// For tests: whether the panel is up.
+BOOL WINAPI KelvoInputPanelState() {
+  return g_panel_shown != 0;
 }
 
 }  // extern "C"

@@ -34,8 +34,8 @@ bool NextPath(wchar_t (&path)[MAX_PATH]) noexcept {
   return AppendWide(path, MAX_PATH, dot);
 }
 
-// Whether a variable is set to a word.
-bool Says(const wchar_t* variable, const wchar_t* word) noexcept {
+// Whether a variable has this value.
+bool IsSetTo(const wchar_t* variable, const wchar_t* word) noexcept {
   wchar_t text[16];
   const DWORD length = GetEnvironmentVariableW(variable, text, 16);
   return length > 0 && length < 16 && EqualAsciiNoCase(text, word);
@@ -47,7 +47,7 @@ bool SinkWanted() noexcept {
   return GetEnvironmentVariableW(kSinkVariable, nullptr, 0) > 1;
 }
 
-MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient& client,
+MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, DWORD_PTR callback,
                   DWORD flags) noexcept {
   if (!format) return MMSYSERR_INVALPARAM;
   if (format->wFormatTag != WAVE_FORMAT_PCM || format->nAvgBytesPerSec == 0 ||
@@ -56,14 +56,17 @@ MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient
   }
   if (flags & WAVE_FORMAT_QUERY) return MMSYSERR_NOERROR;
   if (!device) return MMSYSERR_INVALPARAM;
+  const DWORD kind = flags & CALLBACK_TYPEMASK;
+  if (kind != CALLBACK_NULL && kind != CALLBACK_EVENT) return MMSYSERR_NOTSUPPORTED;
+  const HANDLE event = kind == CALLBACK_EVENT ? reinterpret_cast<HANDLE>(callback) : nullptr;
 
   LockGuard guard(sinks_lock);
   wchar_t path[MAX_PATH];
-  const bool silence = Says(kSinkVariable, kSilence);
+  const bool silence = IsSetTo(kSinkVariable, kSilence);
   if (!silence && !NextPath(path)) return MMSYSERR_ERROR;
   if (!sinks.Reserve(sinks.size() + 1)) return MMSYSERR_NOMEM;
-  const Pace pace = Says(kPaceVariable, L"fast") ? Pace::kFast : Pace::kRealTime;
-  SinkDevice* const opened = SinkDevice::Open(silence ? nullptr : path, *format, pace, client);
+  const Pace pace = IsSetTo(kPaceVariable, L"fast") ? Pace::kFast : Pace::kRealTime;
+  SinkDevice* const opened = SinkDevice::Open(silence ? nullptr : path, *format, pace, event);
   if (!opened) return MMSYSERR_ERROR;
   static_cast<void>(sinks.Append(opened));  // room is reserved
   *device = reinterpret_cast<HWAVEOUT>(opened);

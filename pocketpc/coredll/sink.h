@@ -16,8 +16,9 @@ namespace kelvo {
 // Read anew by each opening.
 bool SinkWanted() noexcept;
 
-// waveOutOpen for the sink; `flags` are waveOutOpen's.
-MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, const WaveClient& client,
+// waveOutOpen for the sink; `flags` are waveOutOpen's. Of the ways to be called back it has
+// CALLBACK_EVENT alone.
+MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, DWORD_PTR callback,
                   DWORD flags) noexcept;
 
 // The open sink device behind a handle, or null when the handle is the sound system's.

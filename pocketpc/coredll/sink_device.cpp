@@ -9,8 +9,6 @@
 namespace kelvo {
 namespace {
 
-using Callback = void(CALLBACK*)(HWAVEOUT, UINT, DWORD_PTR, DWORD_PTR, DWORD_PTR);
-
 int64_t ClockMicroseconds() noexcept {
   LARGE_INTEGER now, frequency;
   QueryPerformanceCounter(&now);
@@ -22,8 +20,8 @@ int64_t ClockMicroseconds() noexcept {
 }  // namespace
 
 SinkDevice* SinkDevice::Open(const wchar_t* path, const WAVEFORMATEX& format, Pace pace,
-                             const WaveClient& client) noexcept {
-  HeapPtr<SinkDevice> device(HeapNew<SinkDevice>(format, pace, client));
+                             HANDLE event) noexcept {
+  HeapPtr<SinkDevice> device(HeapNew<SinkDevice>(format, pace, event));
   if (!device) return nullptr;
   device->wake_.Reset(CreateEventW(nullptr, FALSE, FALSE, nullptr));
   device->ended_.Reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
@@ -34,7 +32,6 @@ SinkDevice* SinkDevice::Open(const wchar_t* path, const WAVEFORMATEX& format, Pa
   if (path && !device->file_.Create(path, header)) return nullptr;
   const auto run = [](void* context) { static_cast<SinkDevice*>(context)->Run(); };
   if (!StartModuleThread(run, device.get())) return nullptr;
-  device->Tell(WOM_OPEN, nullptr);
   return device.Release();
 }
 
@@ -46,7 +43,6 @@ MMRESULT SinkDevice::Close() noexcept {
   }
   SetEvent(wake_.get());
   WaitForSingleObject(ended_.get(), INFINITE);
-  Tell(WOM_CLOSE, nullptr);
   return MMSYSERR_NOERROR;
 }
 
@@ -91,7 +87,7 @@ MMRESULT SinkDevice::Reset() noexcept {
       header->dwFlags = (header->dwFlags & ~WHDR_INQUEUE) | WHDR_DONE;
     }
   }
-  for (WAVEHDR* header : dropped) Tell(WOM_DONE, header);
+  if (!dropped.empty() && event_) SetEvent(event_);
   return MMSYSERR_NOERROR;
 }
 
@@ -115,18 +111,19 @@ MMRESULT SinkDevice::GetPosition(MMTIME* time) noexcept {
 void SinkDevice::Run() noexcept {
   for (;;) {
     DWORD wait_ms = INFINITE;
-    WAVEHDR* done = nullptr;
+    bool done = false;
     {
       LockGuard guard(lock_);
       if (closing_) break;
       if (!queue_.empty() && !paused_) {
         const int64_t remaining = RemainingMicroseconds();
-        if (remaining <= 0) done = CompleteFirst();
+        done = remaining <= 0;
+        if (done) CompleteFirst();
         wait_ms = static_cast<DWORD>(remaining / 1000 + 1);
       }
     }
     if (done) {
-      Tell(WOM_DONE, done);
+      if (event_) SetEvent(event_);
     } else {
       WaitForSingleObject(wake_.get(), wait_ms);
     }
@@ -153,14 +150,13 @@ uint64_t SinkDevice::PlayedBytes() const noexcept {
 }
 
 // The next header begins where this one ends, however late its end was noticed.
-WAVEHDR* SinkDevice::CompleteFirst() noexcept {
+void SinkDevice::CompleteFirst() noexcept {
   WAVEHDR* const header = queue_[0];
   queue_.RemoveAt(0);
   first_start_ += DurationMicroseconds(*header);
   played_bytes_ += header->dwBufferLength;
   if (has_file_ && !Record(*header)) failed_ = true;
   header->dwFlags = (header->dwFlags & ~WHDR_INQUEUE) | WHDR_DONE;
-  return header;
 }
 
 // As loud as it would be heard; untouched at full volume.
@@ -186,29 +182,6 @@ bool SinkDevice::Record(const WAVEHDR& header) noexcept {
 
 int64_t SinkDevice::DurationMicroseconds(const WAVEHDR& header) const noexcept {
   return static_cast<int64_t>(header.dwBufferLength) * 1000000 / format_.nAvgBytesPerSec;
-}
-
-void SinkDevice::Tell(UINT message, WAVEHDR* header) noexcept {
-  const auto device = reinterpret_cast<HWAVEOUT>(this);
-  const auto parameter = reinterpret_cast<DWORD_PTR>(header);
-  switch (client_.kind) {
-    case CALLBACK_WINDOW:
-      PostMessageW(reinterpret_cast<HWND>(client_.target), message,
-                   reinterpret_cast<WPARAM>(device), static_cast<LPARAM>(parameter));
-      break;
-    case CALLBACK_THREAD:
-      PostThreadMessageW(static_cast<DWORD>(client_.target), message,
-                         reinterpret_cast<WPARAM>(device), static_cast<LPARAM>(parameter));
-      break;
-    case CALLBACK_FUNCTION:
-      reinterpret_cast<Callback>(client_.target)(device, message, client_.context, parameter, 0);
-      break;
-    case CALLBACK_EVENT:
-      SetEvent(reinterpret_cast<HANDLE>(client_.target));
-      break;
-    default:
-      break;
-  }
 }
 
 }  // namespace kelvo

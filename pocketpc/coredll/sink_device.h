@@ -14,13 +14,6 @@ namespace kelvo {
 
 enum class Pace { kRealTime, kFast };
 
-// Whom a device tells about its blocks, as waveOutOpen's arguments say it.
-struct WaveClient {
-  DWORD kind;  // CALLBACK_NULL, _WINDOW, _THREAD, _FUNCTION or _EVENT
-  DWORD_PTR target;
-  DWORD_PTR context;
-};
-
 // A sound device that plays into a WAV file, or nowhere: takes headers in order, completes each
 // when its time is over (or at once), and only then are its samples in the file. So what a reset
 // drops is not there, as nobody would have heard it. When the file cannot be written, later headers
@@ -28,12 +21,11 @@ struct WaveClient {
 // from several threads, but none after Close.
 class SinkDevice {
  public:
-  // `format` is PCM with non-zero rate and alignment. Null when the file or the thread cannot be
-  // made. A null path is nowhere.
+  // `format` is PCM with non-zero rate and alignment. `event` (null for none) is set after each
+  // header. Null when the file or the thread cannot be made. A null path is nowhere.
   static SinkDevice* Open(const wchar_t* path, const WAVEFORMATEX& format, Pace pace,
-                          const WaveClient& client) noexcept;
-  // Once it has succeeded, the device is only to be destroyed. Not to be called from the device's
-  // own callback.
+                          HANDLE event) noexcept;
+  // Once it has succeeded, the device is only to be destroyed.
   MMRESULT Close() noexcept;
 
   MMRESULT Write(WAVEHDR* header) noexcept;
@@ -48,8 +40,8 @@ class SinkDevice {
   template <class T, class... Args>
   friend T* HeapNew(Args&&... args) noexcept;
 
-  SinkDevice(const WAVEFORMATEX& format, Pace pace, const WaveClient& client) noexcept
-      : format_(format), pace_(pace), client_(client) {}
+  SinkDevice(const WAVEFORMATEX& format, Pace pace, HANDLE event) noexcept
+      : format_(format), pace_(pace), event_(event) {}
   ~SinkDevice() = default;
 
   void Run() noexcept;
@@ -58,14 +50,13 @@ class SinkDevice {
   int64_t PlayedMicroseconds() const noexcept;
   int64_t RemainingMicroseconds() const noexcept;
   uint64_t PlayedBytes() const noexcept;  // lock held
-  WAVEHDR* CompleteFirst() noexcept;      // lock held
+  void CompleteFirst() noexcept;          // lock held
   bool Record(const WAVEHDR& header) noexcept;
   int64_t DurationMicroseconds(const WAVEHDR& header) const noexcept;
-  void Tell(UINT message, WAVEHDR* header) noexcept;
 
   const WAVEFORMATEX format_;
   const Pace pace_;
-  const WaveClient client_;
+  const HANDLE event_;
   UniqueObject wake_;   // something changed for the device's thread
   UniqueObject ended_;  // the device's thread is through with this object
 

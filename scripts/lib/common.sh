@@ -6,6 +6,11 @@ kelvo_build="$kelvo_root/build"
 kelvo_cache="${KELVO_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/kelvo}"
 wine32_root="$kelvo_cache/wine32-root"
 
+# build_folder PRESET: build/device is the folder that the demonstration shows as a handheld.
+build_folder() {
+  if [[ $1 == device ]]; then printf '%s\n' "$kelvo_build/ce-arm-bridge"; else printf '%s\n' "$kelvo_build/$1"; fi
+}
+
 say() { printf '%s\n' "$*"; }
 
 die() {

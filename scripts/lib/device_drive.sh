@@ -1,7 +1,7 @@
 # shellcheck shell=bash disable=SC2154
 # A folder as the handheld. Sourced after common.sh.
 
-# set_device_drive i686|x86_64 FOLDER: drive V: of the project's Wine. Wine knows drives by links in
+# set_device_drive i686|x86_64|device FOLDER: drive V: of the project's Wine. Wine knows drives by links in
 # its prefix, which is there after its first program.
 set_device_drive() {
   "$kelvo_root/scripts/wine.sh" "$1" cmd /c exit

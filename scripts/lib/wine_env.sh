@@ -1,5 +1,6 @@
 # shellcheck shell=bash disable=SC2034,SC2154
-# The environment of the project's Wine for one architecture. Sourced after common.sh.
+# The environment of the project's Wine for one build: i686, x86_64, or device, whose programs are
+# those of i686 and have a prefix of their own. Sourced after common.sh.
 
 # first_program NAME...: the path of the first that exists, inside the 32-bit root where that is used.
 first_program() {
@@ -26,7 +27,7 @@ choose_wine() {
   wine_run="$kelvo_build/wine-$wine_arch.run"
   wine_rooted=no
   case "$wine_arch" in
-    i686)
+    i686 | device)
       if ! system_wine32; then
         rooted_wine32 || die "no 32-bit Wine; run scripts/setup.sh"
         wine_rooted=yes
@@ -38,7 +39,7 @@ choose_wine() {
       wine_loader="$(first_program /usr/lib/wine/wine64 wine64 wine)"
       wine_server="$(first_program /usr/lib/wine/wineserver64 wineserver)"
       ;;
-    *) die "the architecture is i686 or x86_64, not $wine_arch" ;;
+    *) die "the build is i686, x86_64 or device, not $wine_arch" ;;
   esac
 }
 
@@ -50,7 +51,7 @@ export_wine_environment() {
   export HOME="$wine_run/home" GST_REGISTRY="$wine_run/gstreamer.bin"
   # The one UTF-8 locale that is everywhere: texts and formats do not depend on the user's.
   export LC_ALL=C.UTF-8
-  if [[ $wine_arch == i686 ]]; then export WINEARCH=win32; else export WINEARCH=win64; fi
+  if [[ $wine_arch == x86_64 ]]; then export WINEARCH=win64; else export WINEARCH=win32; fi
   unset WINELOADER XDG_CACHE_HOME XDG_CONFIG_HOME XDG_DATA_HOME
 }
 

@@ -32,9 +32,15 @@ bool AreGainsNarrow(const EffectsState& state) noexcept {
 // The input adds a quarter of itself, and there is a constant offset.
 template <class Sum>
 void Finish(const EqualizerPass& pass, int16_t* samples) noexcept {
+  const auto finish = [](int64_t sum, int32_t input) {
+    return ClampToSample(static_cast<Sum>(sum >> 12) + (input >> 2) + 12500);
+  };
   const int32_t* input = pass.input + 2 * kChannels;
-  for (int i = 0; i < pass.frames * kChannels; ++i) {
-    samples[i] = ClampToSample(static_cast<Sum>(pass.sum[i] >> 12) + (input[i] >> 2) + 12500);
+  for (const BandsFrame* frame = pass.work; frame != pass.work + pass.frames; ++frame) {
+    samples[0] = finish(frame->sum[0], input[0]);
+    samples[1] = finish(frame->sum[1], input[1]);
+    samples += kChannels;
+    input += kChannels;
   }
 }
 
@@ -46,16 +52,22 @@ class Block {
 
   void RunPass(int16_t* samples, int frames) noexcept {
     const int32_t level = state_.preamp_index + 2;  // Q4; 16 leaves a sample as it is
-    const int values = frames * kChannels;
-    for (int i = 0; i < values; ++i) {
-      const int32_t input = level * samples[i] >> 4;
-      pass_.difference[i] = input - pass_.input[i];
-      pass_.input[2 * kChannels + i] = input;
+    const auto start = [level](int16_t sample, int32_t* before, int32_t* difference) {
+      before[2 * kChannels] = level * sample >> 4;
+      *difference = before[2 * kChannels] - *before;
+    };
+    int32_t* before = pass_.input;
+    const int16_t* sample = samples;
+    for (BandsFrame* frame = pass_.work; frame != pass_.work + frames; ++frame) {
+      start(sample[0], before, &frame->difference[0]);
+      start(sample[1], before + 1, &frame->difference[1]);
+      sample += kChannels;
+      before += kChannels;
     }
     pass_.frames = frames;
     loop_(state_, pass_);
     finish_(pass_, samples);
-    memmove(pass_.input, pass_.input + values, 2 * kChannels * sizeof(pass_.input[0]));
+    memmove(pass_.input, before, 2 * kChannels * sizeof(pass_.input[0]));
   }
 
  private:
@@ -101,12 +113,9 @@ void RunEqualizer(EffectsState& state, EqualizerPass& pass, BandsLoop loop, int1
 
   Block block(state, pass, loop);
   const uint32_t last = frames - 1;
-  for (uint32_t left = last; left > 0;) {
-    constexpr uint32_t kMost = kPassFrames;
-    const uint32_t count = left < kMost ? left : kMost;
-    block.RunPass(samples, static_cast<int>(count));
-    samples += count * kChannels;
-    left -= count;
+  for (uint32_t left = last; left > 0; left -= static_cast<uint32_t>(pass.frames)) {
+    block.RunPass(samples, NextPass(left));
+    samples += pass.frames * kChannels;
   }
   at.Advance(last);
   ForEachResonator(state, [&](Resonator& resonator, int b, int c) {

@@ -8,7 +8,7 @@ namespace kelvo {
 constexpr int kChannels = 2;
 constexpr int kBands = 10;
 
-// A stage does a block in passes of at most as many frames; even, as its loops do two a round.
+// A stage does a block in passes of at most as many frames; even, as the loops do two a round.
 constexpr int kPassFrames = 64;
 
 // Every filter here is a resonator

@@ -7,26 +7,51 @@
 
 namespace kelvo {
 
-// A pass of the equalizer in work, channels interleaved. Nothing of it outlives a block.
+// A frame of the equalizer in work.
+struct BandsFrame {
+  int32_t difference[kChannels];  // input minus input two frames back, 18 bits
+  int64_t sum[kChannels];         // of the bands; Q14
+};
+
+// A pass of the equalizer. Nothing of it outlives a block.
 struct EqualizerPass {
-  int frames;  // 1 to kPassFrames
-  // What enters the filters, 17 bits; the first two frames are those before the pass.
+  int frames;  // 1, or even and at most kPassFrames
+  // What enters the filters, 17 bits, channels interleaved; the first two frames are those before.
   int32_t input[(kPassFrames + 2) * kChannels];
-  int32_t difference[kPassFrames * kChannels];  // input minus input two frames back
-  int64_t sum[kPassFrames * kChannels];         // of the bands; Q14
+  BandsFrame work[kPassFrames];
   // Outputs one and two frames back, 18 bits each.
   int32_t newer[kBands][kChannels];
   int32_t older[kBands][kChannels];
 };
 
-// Runs the bands over the differences of a pass: the sums, and the outputs that the next pass
-// starts with. Of the state only the table and the gains are used.
+// Turns the differences of a pass into sums, and the outputs into those that the next pass starts
+// with. Of the state only the table and the gains are used.
 using BandsLoop = void (*)(const EffectsState& state, EqualizerPass& pass);
 
-// The plain loop, one band after the other; and the fastest one for the processor that this is
-// compiled for. Both have the same results.
+// A pass of the bass stage, Q11 numbers.
+struct BassPass {
+  struct Memory {  // inputs and outputs one and two frames back
+    int32_t newer_in, older_in;
+    int32_t newer_out, older_out;
+  };
+
+  int frames;  // 1, or even and at most kPassFrames
+  ResonatorCoefficients numbers;
+  int32_t gain;  // Q28
+  Memory memory[kChannels][kBassStages];
+};
+
+// The plain loops; and the fastest ones for the processor that this is compiled for (arm/loops.cpp,
+// x86/loops.cpp, plain/loops.cpp). They have the same results.
 void RunBandByBand(const EffectsState& state, EqualizerPass& pass) noexcept;
+void RunBassByStage(BassPass& pass, int16_t* samples) noexcept;
 void RunBands(const EffectsState& state, EqualizerPass& pass) noexcept;
+void RunBassStages(BassPass& pass, int16_t* samples) noexcept;
+
+// Frames of the next pass of so many.
+constexpr int NextPass(uint32_t frames) noexcept {
+  return frames >= kPassFrames ? kPassFrames : frames == 1 ? 1 : static_cast<int>(frames & ~1u);
+}
 
 // Slider positions: 0 is the strongest boost, 27 the strongest cut. The only floating point is
 // here. The filters keep ringing through the change.

@@ -2,9 +2,9 @@
 
 #include "bookmarks/bookmarks_feature.h"
 #include "bookmarks/windows/bookmarks_window.h"
+#include "catalog/media/add_entry.h"
 #include "catalog/windows/catalog_feature.h"
 #include "effects/effects_processor.h"
-#include "entry/feature_information.h"
 #include "eq/presets_feature.h"
 #include "eq/windows/preset_questions.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
@@ -15,15 +15,22 @@
 namespace kelvo {
 namespace {
 
+// The library's own input plug-ins as the catalog asks them: objects that are built after it.
+class FeatureInformation final : public MediaInformation {
+ public:
+  bool OggInformation(const wchar_t* path, MediaTexts* texts) noexcept override;
+  bool WmaInformation(const wchar_t* path, MediaTexts* texts) noexcept override;
+  bool WmaAvailable() noexcept override;
+};
+
 // What the objects need of the shell; without state.
 BookmarksShell g_bookmarks_shell;
 RegisteredInstallFolder g_install_folder;
 PresetQuestions g_preset_questions;
+FeatureInformation g_information;
 
 // Built from top to bottom, destroyed from bottom to top. No other file of the library has an
 // object with a constructor that runs at load.
-// (The catalog keeps a reference to what is built after it, and uses it only while it is shown.)
-extern FeatureInformation g_information;
 SkinReaderFeature g_skins(SystemFiles());
 CatalogFeature g_catalog(SystemFiles(), g_information);
 PresetsFeature g_presets(SystemFiles(), g_preset_questions);
@@ -31,7 +38,18 @@ OggVorbisPlugin g_ogg_vorbis(SystemFiles());
 BookmarksFeature g_bookmarks(SystemFiles(), g_install_folder, &g_bookmarks_shell);
 WmaInputPlugin g_wma(SystemFiles());
 FixedPointEffects g_effects(SystemEffectsPlatform());
-FeatureInformation g_information(g_ogg_vorbis, g_wma);
+
+bool FeatureInformation::OggInformation(const wchar_t* path, MediaTexts* texts) noexcept {
+  return QueryPlugin(g_ogg_vorbis, path, texts);
+}
+
+bool FeatureInformation::WmaInformation(const wchar_t* path, MediaTexts* texts) noexcept {
+  return QueryPlugin(g_wma, path, texts);
+}
+
+bool FeatureInformation::WmaAvailable() noexcept {
+  return g_wma.available();
+}
 
 }  // namespace
 

@@ -3,8 +3,8 @@
 
 #include "base/files/file_system.h"
 #include "catalog/media/entry_list.h"
-#include "catalog/media/media_information.h"
-#include "playlist/nesting_guard.h"
+#include "catalog/media/add_entry.h"
+#include "playlist/expansion.h"
 
 namespace kelvo {
 

@@ -1,8 +1,5 @@
 #include "playlist/expansion.h"
 
-#include "base/memory/array.h"
-#include "base/memory/heap_text.h"
-
 namespace kelvo {
 namespace {
 
@@ -11,6 +8,8 @@ struct OpenList {
   HeapText path;
   OpenFile<FileReader> file;  // empty: closed for the time being
   uint64_t offset = 0;        // where reading goes on
+  uint32_t line = 0;          // lines begun so far
+  bool in_line = false;       // the next line is a further piece of this one
   PlsKey key;
   ListFormat format = ListFormat::kM3u;
 };
@@ -21,9 +20,9 @@ class Expansion {
       : files_(files), guard_(guard), sink_(sink) {}
 
   void Run(const wchar_t* path, ListFormat format) noexcept {
-    Push(path, format);
+    Push(path, format, nullptr);
     while (!lists_.empty()) {
-      if (!TakeLine()) Pop();
+      if (!ReadLine()) Pop();
     }
   }
 
@@ -31,36 +30,57 @@ class Expansion {
   static constexpr size_t kMostOpenFiles = 8;
 
   // False at the end of the innermost list.
-  bool TakeLine() noexcept {
-    TextLine line;
-    if (!lines_.Next(&line)) return false;
+  bool ReadLine() noexcept {
     OpenList& list = lists_.back();
+    ListPosition at = {list.path.c_str(), list.line, list.in_line, {}};
+    if (!lines_.Next(&at.text)) {
+      if (lines_.ended_early()) sink_.Skip(Skipped::kBehindTextsEnd, L"", &at);
+      return false;
+    }
+    if (guard_ && !guard_->CountLine()) return false;
+    if (!list.in_line) at.line = ++list.line;
+    list.in_line = at.text.continues;
     ListEntry entry;
-    if (!FindEntry(list.format, line, &list.key, &entry)) return true;
-    size_t length;
-    if (!MakeEntryPath(entry, folder_, path_, &length)) return true;
-    const MediaKind kind = MediaKindOf(path_, length);
+    if (!FindEntry(list.format, at.text, &list.key, &entry)) {
+      sink_.Skip(Skipped::kLine, L"", &at);
+      return true;
+    }
+    if (!MakeEntryPath(entry, list_path_, path_)) {
+      sink_.Skip(Skipped::kTooLong, L"", &at);
+      return true;
+    }
+    return FollowPath(at);
+  }
+
+  // What a line names, path_; false when the list is to be left.
+  bool FollowPath(const ListPosition& at) noexcept {
+    const MediaKind kind = MediaKindOf(path_);
     ListFormat format;
     if (ListFormatOf(kind, &format)) {
-      Push(path_, format);
-    } else if (kind != MediaKind::kNone) {
-      sink_.AddMedia(kind, path_);
+      Push(path_, format, &at);
+    } else if (kind == MediaKind::kNone) {
+      sink_.Skip(Skipped::kNoKind, path_, &at);
+    } else if (guard_ && !guard_->CountMedia()) {
+      sink_.Skip(Skipped::kRefused, path_, &at);
+      return false;
+    } else {
+      sink_.AddMedia(kind, path_, &at);
     }
     return true;
   }
 
   // Goes into a list; stays where it is when that cannot be read.
-  void Push(const wchar_t* path, ListFormat format) noexcept {
-    ListFolder folder;
-    if (!folder.Set(path, resolved_)) return;
-    if (guard_ && !guard_->Enter(resolved_)) return;
+  void Push(const wchar_t* path, ListFormat format, const ListPosition* at) noexcept {
+    ListPath inner;
+    if (!ToListPath(path, &inner)) return sink_.Skip(Skipped::kNameNotInAnsi, path, at);
+    if (guard_ && !guard_->Enter(inner.path)) return sink_.Skip(Skipped::kRefused, inner.path, at);
     OpenList list;
     list.format = format;
-    if (!list.path.Assign(resolved_) || !Open(&list) || !Append(std::move(list))) {
+    if (!list.path.Assign(inner.path) || !Open(&list) || !Append(std::move(list))) {
       if (guard_) guard_->Leave();
-      return;
+      return sink_.Skip(Skipped::kUnreadable, inner.path, at);
     }
-    folder_ = folder;
+    list_path_ = inner;
     lines_.Start(&*lists_.back().file, 0);
   }
 
@@ -77,12 +97,13 @@ class Expansion {
     if (guard_) guard_->Leave();
     if (lists_.empty()) return;
     OpenList& list = lists_.back();
-    const bool readable = folder_.Set(list.path.c_str(), resolved_) && (list.file || Open(&list));
+    const bool readable = ToListPath(list.path.c_str(), &list_path_) && (list.file || Open(&list));
     lines_.Start(readable ? &*list.file : nullptr, list.offset);
   }
 
+  // As the C library opens for reading: others may read and write meanwhile.
   bool Open(OpenList* list) noexcept {
-    list->file = files_.OpenRead(list->path.c_str(), Share::kRead);
+    list->file = files_.OpenRead(list->path.c_str(), Share::kReadWrite);
     return static_cast<bool>(list->file);
   }
 
@@ -90,13 +111,29 @@ class Expansion {
   NestingGuard* guard_;
   PathSink& sink_;
   Array<OpenList> lists_;  // from the outermost to the innermost
-  ListFolder folder_;      // of the innermost
+  ListPath list_path_;     // of the innermost
   LineReader lines_;       // of the innermost
   wchar_t path_[kTextCapacity];
-  wchar_t resolved_[kTextCapacity];
 };
 
 }  // namespace
+
+bool ChainGuard::IsOpen(const wchar_t* path) const noexcept {
+  for (const HeapText& open : chain_) {
+    if (EqualNoCase(open.c_str(), path)) return true;
+  }
+  return false;
+}
+
+bool ChainGuard::Enter(const wchar_t* path) noexcept {
+  HeapText copy;
+  const bool is_inner = !chain_.empty();
+  if (is_inner && (media_ >= kMostNestedMedia || lines_ >= kMostNestedLines)) return false;
+  if (lists_ >= kMostLists || IsOpen(path)) return false;
+  if (!copy.Assign(path) || !chain_.Append(std::move(copy))) return false;
+  ++lists_;
+  return true;
+}
 
 void ExpandList(FileSystem& files, const wchar_t* path, ListFormat format, NestingGuard* guard,
                 PathSink& sink) noexcept {
@@ -111,8 +148,10 @@ void ExpandPath(FileSystem& files, const wchar_t* path, NestingGuard* guard,
   ListFormat format;
   if (ListFormatOf(kind, &format)) {
     ExpandList(files, path, format, guard, sink);
-  } else if (kind != MediaKind::kNone) {
-    sink.AddMedia(kind, path);
+  } else if (kind == MediaKind::kNone) {
+    sink.Skip(Skipped::kNoKind, path, nullptr);
+  } else {
+    sink.AddMedia(kind, path, nullptr);
   }
 }
 

@@ -19,7 +19,7 @@ void LineReader::Start(ByteSource* source, uint64_t offset) noexcept {
   chunk_offset_ = offset;
   at_ = end_ = 0;
   last_chunk_ = source == nullptr;
-  failed_ = false;
+  failed_ = ended_early_ = false;
 }
 
 void LineReader::Fill() noexcept {
@@ -34,6 +34,7 @@ void LineReader::Fill() noexcept {
   const void* end = memchr(chunk_, kEndOfText, got);
   end_ = end ? static_cast<size_t>(static_cast<const char*>(end) - chunk_) : got;
   last_chunk_ = end || got == 0;
+  ended_early_ = end && chunk_offset_ + end_ + 1 < source_->SizeBytes();
 }
 
 int LineReader::Peek() noexcept {
@@ -49,7 +50,7 @@ bool LineReader::Next(TextLine* line) noexcept {
   size_t length = static_cast<size_t>(static_cast<const char*>(feed) - text);
   at_ += length + 1;
   if (length > 0 && text[length - 1] == '\r') --length;
-  *line = {text, length, false, false};
+  *line = {text, length, false};
   CutAtNul(line);
   return true;
 }
@@ -73,8 +74,7 @@ bool LineReader::NextInPieces(TextLine* line) noexcept {
     }
     line_[length++] = static_cast<char>(c);
   }
-  const int next = ended ? kEnd : Peek();
-  *line = {line_, length, !ended, next != kEnd && next != '\n' && next != '\r'};
+  *line = {line_, length, !ended};
   CutAtNul(line);
   return true;
 }

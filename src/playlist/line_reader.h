@@ -12,7 +12,6 @@ struct TextLine {
   const char* text;
   size_t length;   // 0 to kLongestLine, up to the first NUL
   bool continues;  // the rest of the line, perhaps nothing, comes as the next line
-  bool cut;        // that rest is not empty
 };
 
 // Lines of a text file as a C library reads them in text mode with a buffer of 260 bytes: CR LF is
@@ -28,6 +27,9 @@ class LineReader {
   // False at the end. A read that fails ends the text too, and the piece of a line before it is
   // not handed out.
   [[nodiscard]] bool Next(TextLine* line) noexcept;
+
+  // At the end: whether an end-of-text character is the reason, with something behind it.
+  bool ended_early() const noexcept { return ended_early_; }
 
   // Where the next line begins.
   uint64_t offset() const noexcept { return chunk_offset_ + at_; }
@@ -45,6 +47,7 @@ class LineReader {
   size_t end_ = 0;
   bool last_chunk_ = true;
   bool failed_ = false;
+  bool ended_early_ = false;
   char line_[kLongestLine];  // a line that does not lie in one chunk
   char chunk_[4096];
 };

@@ -8,52 +8,7 @@ namespace kelvo {
 namespace {
 
 bool HasBackslash(const char* text, size_t length) noexcept {
-  return memchr(text, '\\', length) != nullptr;
-}
-
-}  // namespace
-
-bool ListFormatOf(MediaKind kind, ListFormat* format) noexcept {
-  switch (kind) {
-    case MediaKind::kM3u:
-      *format = ListFormat::kM3u;
-      return true;
-    case MediaKind::kPls:
-      *format = ListFormat::kPls;
-      return true;
-    case MediaKind::kAsx:
-      *format = ListFormat::kAsx;
-      return true;
-    default:
-      return false;
-  }
-}
-
-void PlsKey::Set(int32_t number) noexcept {
-  number_ = number;
-  char digits[12];
-  const size_t count = FormatDecimal(digits, number);
-  memcpy(text_, "File", 4);
-  memcpy(text_ + 4, digits, count);
-  text_[4 + count] = '=';
-  text_[5 + count] = 0;
-  length_ = static_cast<uint8_t>(5 + count);
-}
-
-void PlsKey::Advance() noexcept {
-  if (number_ == INT32_MAX) {
-    length_ = 0;
-    text_[0] = 0;
-    return;
-  }
-  // Most steps change the last digit only.
-  char& last = text_[length_ - 2];
-  if (last != '9') {
-    ++last;
-    ++number_;
-  } else {
-    Set(number_ + 1);
-  }
+  return memchr(text, '\\', length) != nullptr && AnsiFolderLength(text, length) > 0;
 }
 
 bool FindM3uEntry(const TextLine& line, ListEntry* entry) noexcept {
@@ -64,10 +19,9 @@ bool FindM3uEntry(const TextLine& line, ListEntry* entry) noexcept {
 
 bool FindPlsEntry(const TextLine& line, PlsKey* key, ListEntry* entry) noexcept {
   const size_t length = key->length();
-  if (length == 0 || line.length < length) return false;
-  if (!EqualAsciiNoCase(line.text, key->text(), length)) return false;
+  if (line.length < length || !EqualAsciiNoCase(line.text, key->text(), length)) return false;
   *entry = {line.text + length, line.length - length, false};
-  key->Advance();
+  key->Set(static_cast<int32_t>(static_cast<uint32_t>(key->number()) + 1));
   return true;
 }
 
@@ -95,6 +49,40 @@ bool FindAsxEntry(const TextLine& line, ListEntry* entry) noexcept {
   return true;
 }
 
+}  // namespace
+
+bool ListFormatOf(MediaKind kind, ListFormat* format) noexcept {
+  switch (kind) {
+    case MediaKind::kM3u:
+      *format = ListFormat::kM3u;
+      return true;
+    case MediaKind::kPls:
+      *format = ListFormat::kPls;
+      return true;
+    case MediaKind::kAsx:
+      *format = ListFormat::kAsx;
+      return true;
+    default:
+      return false;
+  }
+}
+
+int32_t PlaylistExtension(const wchar_t* path) noexcept {
+  const MediaKind kind = MediaKindOf(path);
+  return kind == MediaKind::kM3u || kind == MediaKind::kPls ? 3 : -1;
+}
+
+void PlsKey::Set(int32_t number) noexcept {
+  number_ = number;
+  char digits[12];
+  const size_t count = FormatDecimal(digits, number);
+  memcpy(text_, "File", 4);
+  memcpy(text_ + 4, digits, count);
+  text_[4 + count] = '=';
+  text_[5 + count] = 0;
+  length_ = static_cast<uint8_t>(5 + count);
+}
+
 bool FindEntry(ListFormat format, const TextLine& line, PlsKey* key, ListEntry* entry) noexcept {
   switch (format) {
     case ListFormat::kM3u:
@@ -107,30 +95,28 @@ bool FindEntry(ListFormat format, const TextLine& line, PlsKey* key, ListEntry* 
   return false;
 }
 
-bool ListFolder::Set(const wchar_t* list_path, wchar_t (&resolved)[kTextCapacity]) noexcept {
-  length = 0;
+bool ToListPath(const wchar_t* path, ListPath* list) noexcept {
   bool lossy = false;
-  if (WideLength(list_path) >= kTextCapacity) return false;
-  const size_t bytes = WideToAnsi(list_path, kTextCapacity, text, kTextCapacity, &lossy);
+  if (WideLength(path) >= kTextCapacity) return false;
+  const size_t bytes = WideToAnsi(path, kTextCapacity, list->folder, kTextCapacity, &lossy);
   if (lossy || bytes >= kTextCapacity) return false;
-  AnsiToWide(text, bytes, resolved, kTextCapacity);
-  length = bytes;
-  while (length > 0 && text[length - 1] != '\\') --length;
+  AnsiToWide(list->folder, bytes, list->path, kTextCapacity);
+  list->folder_length = AnsiFolderLength(list->folder, bytes);
   return true;
 }
 
-bool MakeEntryPath(const ListEntry& entry, const ListFolder& folder, wchar_t (&path)[kTextCapacity],
-                   size_t* length) noexcept {
+bool MakeEntryPath(const ListEntry& entry, const ListPath& list,
+                   wchar_t (&path)[kTextCapacity]) noexcept {
   if (!entry.in_folder) {
-    *length = AnsiToWide(entry.text, entry.length, path, kTextCapacity);
+    AnsiToWide(entry.text, entry.length, path, kTextCapacity);
     return true;
   }
   // Joined before the conversion: the bytes of one character never come apart.
   char joined[kTextCapacity];
-  if (folder.length + entry.length >= kTextCapacity) return false;
-  memcpy(joined, folder.text, folder.length);
-  memcpy(joined + folder.length, entry.text, entry.length);
-  *length = AnsiToWide(joined, folder.length + entry.length, path, kTextCapacity);
+  if (list.folder_length + entry.length >= kTextCapacity) return false;
+  memcpy(joined, list.folder, list.folder_length);
+  memcpy(joined + list.folder_length, entry.text, entry.length);
+  AnsiToWide(joined, list.folder_length + entry.length, path, kTextCapacity);
   return true;
 }
 

@@ -1,5 +1,5 @@
 // Which lines of a playlist name a file; docs/formats/m3u.md, pls.md, asx.md. The lines are 8-bit
-// text in the system's code page, taken byte by byte.
+// text in the system's code page.
 #pragma once
 
 #include <stdint.h>
@@ -15,6 +15,9 @@ enum class ListFormat : uint8_t { kM3u, kPls, kAsx };
 // False when the kind is not that of a playlist.
 [[nodiscard]] bool ListFormatOf(MediaKind kind, ListFormat* format) noexcept;
 
+// 3 for names that end in ".m3u" or ".pls", else -1: the playlists that the save dialog lists.
+int32_t PlaylistExtension(const wchar_t* path) noexcept;
+
 // Points into the line.
 struct ListEntry {
   const char* text;
@@ -27,37 +30,34 @@ class PlsKey {
  public:
   PlsKey() noexcept { Set(1); }
   void Set(int32_t number) noexcept;
-  void Advance() noexcept;
   int32_t number() const noexcept { return number_; }
   const char* text() const noexcept { return text_; }
   size_t length() const noexcept { return length_; }
 
  private:
   char text_[20];
-  uint8_t length_;  // 0: behind the last number there is
+  uint8_t length_;
   int32_t number_;
 };
 
-// False when the line names nothing; *entry is then untouched.
-[[nodiscard]] bool FindM3uEntry(const TextLine& line, ListEntry* entry) noexcept;
-[[nodiscard]] bool FindPlsEntry(const TextLine& line, PlsKey* key, ListEntry* entry) noexcept;
-[[nodiscard]] bool FindAsxEntry(const TextLine& line, ListEntry* entry) noexcept;
+// False when the line names nothing; *entry is then untouched. PLS alone uses the key, which counts
+// on with each entry.
 [[nodiscard]] bool FindEntry(ListFormat format, const TextLine& line, PlsKey* key,
                              ListEntry* entry) noexcept;
 
-// The folder of a playlist as its entries need it: 8-bit, with the last backslash; empty when the
-// path has none.
-struct ListFolder {
-  char text[kTextCapacity];
-  size_t length = 0;
-
-  // False when the code page does not hold the path, or it is too long: such a playlist cannot be
-  // opened. *resolved is the path as the code page holds it.
-  [[nodiscard]] bool Set(const wchar_t* list_path, wchar_t (&resolved)[kTextCapacity]) noexcept;
+// A playlist's own path.
+struct ListPath {
+  wchar_t path[kTextCapacity];  // as the code page holds it: so it is opened
+  char folder[kTextCapacity];   // what goes before its entries: up to the last backslash
+  size_t folder_length;         // 0 without a backslash
 };
 
-// False when folder and entry together are longer than a path may be. *length is the path's.
-[[nodiscard]] bool MakeEntryPath(const ListEntry& entry, const ListFolder& folder,
-                                 wchar_t (&path)[kTextCapacity], size_t* length) noexcept;
+// False when the code page does not hold the path, or it is too long: such a playlist cannot be
+// opened. *list is then unspecified.
+[[nodiscard]] bool ToListPath(const wchar_t* path, ListPath* list) noexcept;
+
+// False when folder and entry together are longer than a path may be.
+[[nodiscard]] bool MakeEntryPath(const ListEntry& entry, const ListPath& list,
+                                 wchar_t (&path)[kTextCapacity]) noexcept;
 
 }  // namespace kelvo

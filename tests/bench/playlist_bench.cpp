@@ -15,7 +15,8 @@ constexpr int kLines = 100000;
 
 class Counter final : public kelvo::PathSink {
  public:
-  void AddMedia(kelvo::MediaKind, const wchar_t* path) noexcept override {
+  void AddMedia(kelvo::MediaKind, const wchar_t* path,
+                const kelvo::ListPosition*) noexcept override {
     ++entries;
     sum += static_cast<size_t>(path[0]);
   }

@@ -1,12 +1,12 @@
 // The sheet: when it scans, how its pages are laid out, which order and language it opens in.
 #include "base/windows/registry.h"
-#include "base/windows/settings_keys.h"
 #include "bookmarks/bookmarks_feature.h"
 #include "bookmarks/windows/bookmarks_window.h"
+#include "kelvo/settings.h"
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/catalog/catalog_window_fixture.h"
 #include "tests/language/test_resources.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/owned_objects.h"
 
 namespace kelvo {

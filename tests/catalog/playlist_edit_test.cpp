@@ -8,7 +8,7 @@
 
 #include "catalog/lists/file_changes.h"
 #include "catalog/tree/checks.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {

@@ -1,5 +1,5 @@
 // The dialog for saving the current playlist.
-#include "entry/language/dialog_guard.h"
+#include "base/windows/feature_dialog.h"
 #include "tests/catalog/catalog_window_fixture.h"
 
 namespace kelvo {
@@ -168,29 +168,36 @@ TEST_F(SaveDialogTest, AsksAndTellsBeforeItSaves) {
     EXPECT_TRUE(IsOpen());
     EXPECT_EQ(driver_.BytesOf("\\Lists\\a.m3u"), "\\Music\\one.mp3\r\n\\Music\\three.mp3\r\n");
 
-    driver_.Run([&] { driver_.files.Find("\\Lists\\a.m3u")->attributes = kAttributeReadOnly; });
-    PostMessageW(dialog_, WM_COMMAND, kSave, 0);
-    HWND question = nullptr;
-    ASSERT_TRUE(WaitFor([&] {
-      question = driver_.Find(nullptr, L"#32770", true);
-      return question && question != dialog_;
-    }));
-    PostMessageW(question, WM_COMMAND, IDYES, 0);
-    HWND box = nullptr;
-    ASSERT_TRUE(WaitFor([&] {
-      box = driver_.Find(L"", L"#32770", true);  // no caption
-      return box != nullptr;
-    }));
-    EXPECT_EQ(driver_.BoxText(box), driver_.HostText(kNotCreatedText));
-    driver_.Answer(box, IDOK);
-    EXPECT_TRUE(IsOpen());
-    driver_.Run([&] { driver_.files.Find("\\Lists\\a.m3u")->attributes = kAttributeNormal; });
+    for (const bool no_name : {false, true}) {
+      driver_.Run([&] {
+        driver_.files.Find("\\Lists\\a.m3u")->attributes =
+            no_name ? kAttributeNormal : kAttributeReadOnly;
+      });
+      if (no_name) Type(L"");
+      EXPECT_EQ(Line(), no_name ? "\\Lists\\" : "\\Lists\\a.m3u");
+      PostMessageW(dialog_, WM_COMMAND, kSave, 0);
+      HWND question = nullptr;
+      ASSERT_TRUE(WaitFor([&] {
+        question = driver_.Find(nullptr, L"#32770", true);
+        return question && question != dialog_;
+      }));
+      EXPECT_EQ(driver_.BoxText(question), driver_.HostText(kOverwriteText));
+      PostMessageW(question, WM_COMMAND, IDYES, 0);
+      HWND box = nullptr;
+      ASSERT_TRUE(WaitFor([&] {
+        box = driver_.Find(L"", L"#32770", true);  // no caption
+        return box != nullptr;
+      }));
+      EXPECT_EQ(driver_.BoxText(box), driver_.HostText(kNotCreatedText));
+      driver_.Answer(box, IDOK);
+      EXPECT_TRUE(IsOpen());
+    }
 
     Type(L"no\\such\\folder");
-    driver_.Run([&] { driver_.files.refuse_create = true; });
+    driver_.Run([&] { driver_.files.FailAfter(0, true, "create"); });
     SaveAndAnswer(kNotCreatedText, IDOK);
     EXPECT_TRUE(IsOpen());
-    driver_.Run([&] { driver_.files.refuse_create = false; });
+    driver_.Run([&] { driver_.files.FailAfter(-1); });
 
     Type(L"a");
     EXPECT_EQ(Line(), "\\Lists\\a.m3u");

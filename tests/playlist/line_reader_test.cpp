@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "tests/support/failing_source.h"
+#include "tests/support/faults.h"
 
 namespace kelvo {
 namespace {
@@ -44,6 +44,7 @@ TEST(LineReaderTest, ReadsLikeTextMode) {
       {"LF CR", "a\n\rb", "[a][\rb]"},
       {"NUL ends a line's text", std::string("a\0b\nc", 5), "[a][c]"},
       {"NUL only", std::string("\0\n", 2), "[]"},
+      {"NUL in a later line", std::string("a\nb\0c\nd\n", 8), "[a][b][d]"},
       {"end-of-text character",
        "a\nb\x1A"
        "c\nd",

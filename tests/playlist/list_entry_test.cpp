@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "playlist/extension_test.h"
+#include "tests/support/code_page.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {
@@ -14,22 +14,19 @@ using test::Utf8;
 using test::Wide;
 
 TextLine Line(const std::string& text) {
-  return {text.data(), text.size(), false, false};
+  return {text.data(), text.size(), false};
 }
 
 // The path that a line names in C:\Music\list, or "-".
 std::string Path(ListFormat format, const std::string& text, PlsKey* key) {
-  ListFolder folder;
-  wchar_t resolved[kTextCapacity];
-  EXPECT_TRUE(folder.Set(L"C:\\Music\\list", resolved));
+  ListPath list;
+  EXPECT_TRUE(ToListPath(L"C:\\Music\\list", &list));
   // The copy ends with the line's last byte, so that the sanitizer sees a byte read too many.
   const std::string copy(text.data(), text.size());
   ListEntry entry;
   wchar_t path[kTextCapacity];
   if (!FindEntry(format, Line(copy), key, &entry)) return "-";
-  size_t length;
-  if (!MakeEntryPath(entry, folder, path, &length)) return "too long";
-  EXPECT_EQ(length, WideLength(path));
+  if (!MakeEntryPath(entry, list, path)) return "too long";
   return Utf8(path);
 }
 
@@ -101,14 +98,33 @@ TEST(PlsTest, CountsUpWithEachEntry) {
   PlsKey key;
   for (const auto& c : kLines) EXPECT_EQ(Path(ListFormat::kPls, c.line, &key), c.want) << c.line;
   for (int number : {9, 10, 99, 100, 999999999, 1000000000, INT32_MAX}) {
+    const std::string text = "File" + std::to_string(number) + "=";
     key.Set(number - 1);
-    key.Advance();
-    EXPECT_EQ(key.number(), number);
-    EXPECT_EQ(key.text(), "File" + std::to_string(number) + "=");
+    EXPECT_EQ(Path(ListFormat::kPls, text + "early", &key), "-");
+    EXPECT_EQ(Path(ListFormat::kPls, "File" + std::to_string(number - 1) + "=x", &key), "x");
+    EXPECT_EQ(Path(ListFormat::kPls, text + "y", &key), "y");
   }
-  EXPECT_EQ(Path(ListFormat::kPls, "File2147483647=last", &key), "last");
-  EXPECT_EQ(Path(ListFormat::kPls, "File2147483647=last", &key), "-") << "no number behind it";
-  EXPECT_EQ(Path(ListFormat::kPls, "File-2147483648=x", &key), "-");
+}
+
+// In Japanese text the second byte of a character may be that of a backslash.
+TEST(ListEntryTest, CutsAtBackslashesNotInsideCharacters) {
+  test::CodePage code_page(932);
+  const struct {
+    ListFormat format;
+    std::string line;
+    bool in_folder;
+  } kCases[] = {
+      {ListFormat::kM3u, "\x83\x5C\x83\x93\x83O.mp3", true},
+      {ListFormat::kM3u, "\x95\x5C\\a.mp3", false},
+      {ListFormat::kM3u, "\xB1\\a.mp3", false},  // a character of one byte before it
+      {ListFormat::kM3u, "\x95", true},
+      {ListFormat::kAsx, "<ref href=\"\x95\x5C.mp3\"/>", true},
+  };
+  for (const auto& c : kCases) {
+    ListEntry entry;
+    ASSERT_TRUE(FindEntry(c.format, Line(c.line), nullptr, &entry));
+    EXPECT_EQ(entry.in_folder, c.in_folder) << c.line;
+  }
 }
 
 TEST(AsxTest, TakesTheFirstReferenceOfALine) {
@@ -140,7 +156,7 @@ TEST(AsxTest, TakesTheFirstReferenceOfALine) {
   Check(ListFormat::kAsx, kCases, sizeof(kCases) / sizeof(*kCases));
 }
 
-TEST(ListFolderTest, IsThePathUpToItsLastBackslash) {
+TEST(ListPathTest, GoesThroughTheCodePage) {
   const struct {
     std::string path, want;
     bool ok;
@@ -154,12 +170,13 @@ TEST(ListFolderTest, IsThePathUpToItsLastBackslash) {
       {"\\" + std::string(258, 'x'), "\\", true},
       {"\\" + std::string(259, 'x'), "", false},
   };
+  test::CodePage code_page(1252);
   for (const auto& c : kCases) {
-    ListFolder folder;
-    wchar_t resolved[kTextCapacity];
-    EXPECT_EQ(folder.Set(Wide(c.path), resolved), c.ok) << c.path;
-    EXPECT_EQ(std::string(folder.text, folder.length), c.want);
-    EXPECT_EQ(c.ok ? Utf8(resolved) : c.path, c.path);
+    ListPath list;
+    EXPECT_EQ(ToListPath(Wide(c.path), &list), c.ok) << c.path;
+    if (!c.ok) continue;
+    EXPECT_EQ(std::string(list.folder, list.folder_length), c.want);
+    EXPECT_EQ(Utf8(list.path), c.path);
   }
 }
 

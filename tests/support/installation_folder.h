@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "kelvo/settings.h"
+
 namespace kelvo::test {
 
 class InstallationFolder {
@@ -15,13 +17,15 @@ class InstallationFolder {
     path_ = std::wstring(temporary) + L"kelvo-test-" + std::to_wstring(GetCurrentProcessId());
     CreateDirectoryW(path_.c_str(), nullptr);
     HKEY key;
-    RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr);
-    RegSetValueExW(key, L"InstallDir", 0, REG_SZ, reinterpret_cast<const BYTE*>(path_.c_str()),
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, kInstallationKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr,
+                    &key, nullptr);
+    RegSetValueExW(key, kInstallFolderValue, 0, REG_SZ,
+                   reinterpret_cast<const BYTE*>(path_.c_str()),
                    static_cast<DWORD>((path_.size() + 1) * sizeof(wchar_t)));
     RegCloseKey(key);
   }
   ~InstallationFolder() {
-    RegDeleteKeyW(HKEY_LOCAL_MACHINE, kKey);
+    RegDeleteKeyW(HKEY_LOCAL_MACHINE, kInstallationKey);
     Empty(path_);
   }
   InstallationFolder(const InstallationFolder&) = delete;
@@ -48,8 +52,6 @@ class InstallationFolder {
   }
 
  private:
-  static constexpr wchar_t kKey[] = L"SOFTWARE\\Apps\\Ostrabyte Velmora";
-
   static void Empty(const std::wstring& folder) {
     WIN32_FIND_DATAW found;
     const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);

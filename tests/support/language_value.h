@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "kelvo/settings.h"
+
 namespace kelvo::test {
 
 class LanguageValue {
@@ -30,14 +32,16 @@ class LanguageValue {
   void Set(DWORD language) { Write(REG_DWORD, &language, sizeof(language)); }
   void Write(DWORD type, const void* bytes, DWORD count) {
     HKEY key;
-    RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr);
-    RegSetValueExW(key, L"Language", 0, type, static_cast<const BYTE*>(bytes), count);
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key,
+                    nullptr);
+    RegSetValueExW(key, kLanguageValue, 0, type, static_cast<const BYTE*>(bytes), count);
     RegCloseKey(key);
   }
   void Remove() {
     HKEY key;
-    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, KEY_SET_VALUE, &key) != ERROR_SUCCESS) return;
-    RegDeleteValueW(key, L"Language");
+    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_SET_VALUE, &key) != ERROR_SUCCESS)
+      return;
+    RegDeleteValueW(key, kLanguageValue);
     RegCloseKey(key);
   }
 
@@ -45,8 +49,6 @@ class LanguageValue {
   static std::wstring Root() {
     return L"Software\\KelvoTests\\" + std::to_wstring(GetCurrentProcessId());
   }
-
-  static constexpr wchar_t kKey[] = L"SOFTWARE\\Ostrabyte\\Velmora";
 };
 
 }  // namespace kelvo::test

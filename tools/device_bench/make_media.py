@@ -17,6 +17,10 @@ FILES = (
     ("mono_22050", 22050, 1, 4, 3),
     ("stereo_8000", 8000, 2, 3, 2),
     ("six_44100", 44100, 6, 2, 5),  # has the largest codebooks
+    ("q0", 44100, 2, 2, 0),  # what the encoder's quality costs
+    ("q2", 44100, 2, 2, 2),
+    ("q4", 44100, 2, 2, 4),
+    ("q6", 44100, 2, 2, 6),
 )
 
 

@@ -23,6 +23,9 @@ void KelvoDecoderFree(void* block) {
 void* KelvoDecoderScratch(size_t bytes) {
   return malloc(bytes);
 }  // until the program ends
+void KelvoDecoderAbandon() {
+  bench::Fail("the decoder gives up");
+}
 
 namespace bench {
 namespace {

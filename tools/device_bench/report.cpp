@@ -6,12 +6,12 @@
 #include <sstream>
 
 #include "fail.h"
-#include "scheduler.h"
 
 namespace bench {
 namespace {
 
 constexpr double kTolerance = 0.03;
+constexpr double kCyclesPerInstruction = 1.2, kDeviceMhz = 206;
 
 }  // namespace
 
@@ -37,6 +37,17 @@ void Report::Figure(const std::string& name, double millions) {
   printf("     %-24s %7.2f M instructions per second of audio, %5.1f MHz = %4.1f %% of %.0f MHz\n",
          name.c_str(), millions, mhz, 100 * mhz / kDeviceMhz, kDeviceMhz);
   WithinBudget(name, millions, "M");
+}
+
+void Report::Figure(const std::string& name, const Cycles& cycles, double seconds) {
+  const double per_second = 1e-6 / seconds;
+  printf("     %-20s %6.2f M instructions, %6.2f MHz; %4.1f %% of it waiting for memory "
+         "(%.0f lines of code and %.0f of data a second)\n",
+         name.c_str(), static_cast<double>(cycles.instructions) * per_second,
+         cycles.all * per_second, 100 * cycles.memory / cycles.all,
+         static_cast<double>(cycles.code_misses) / seconds,
+         static_cast<double>(cycles.data_misses) / seconds);
+  WithinBudget(name + "_mhz", cycles.all * per_second, "MHz");
 }
 
 void Report::WithinBudget(const std::string& name, double count, const char* unit) {

@@ -6,6 +6,8 @@
 #include <map>
 #include <string>
 
+#include "cycle_model.h"
+
 namespace bench {
 
 class Report {
@@ -25,6 +27,9 @@ class Report {
 
   // The same for a count in another unit.
   void WithinBudget(const std::string& name, double count, const char* unit);
+
+  // The same for an estimate of the processor's time, with where it goes.
+  void Figure(const std::string& name, const Cycles& cycles, double seconds);
 
   // The exit code.
   int Finish() const;

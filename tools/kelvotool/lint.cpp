@@ -7,8 +7,6 @@
 namespace kelvo::tool {
 namespace {
 
-constexpr int kDeepest = 200;
-
 bool Has(const wchar_t* text, const char* part) noexcept {
   const size_t length = strlen(part);
   for (; *text != 0; ++text) {
@@ -17,6 +15,16 @@ bool Has(const wchar_t* text, const char* part) noexcept {
     if (i == length) return true;
   }
   return false;
+}
+
+// How often a part occurs, in any case.
+int Count(const TextLine& line, const char* part) noexcept {
+  const size_t length = strlen(part);
+  int count = 0;
+  for (size_t i = 0; i + length <= line.length; ++i) {
+    count += EqualAsciiNoCase(line.text + i, part, length);
+  }
+  return count;
 }
 
 // ".." as a folder, not as the end of a name.
@@ -28,41 +36,123 @@ bool HasParentFolder(const wchar_t* path) noexcept {
   }
 }
 
-// "File" with a number and an equals sign, in any case.
-bool IsNumberedFile(const TextLine& line) noexcept {
-  if (line.length < 6 || !EqualAsciiNoCase(line.text, "File", 4)) return false;
-  size_t i = 4;
-  while (i < line.length && line.text[i] >= '0' && line.text[i] <= '9') ++i;
-  return i > 4 && i < line.length && line.text[i] == '=';
+bool IsAbsolute(const wchar_t* path) noexcept {
+  return path[0] == '\\' || (path[0] != 0 && path[1] == ':');
 }
 
-bool HasReference(const TextLine& line) noexcept {
-  for (size_t i = 0; i + 4 <= line.length; ++i) {
-    if (EqualAsciiNoCase(line.text + i, "<ref", 4)) return true;
+// "File", a number and an equals sign, in any case; *exact is false when there are blanks between.
+bool IsFileKey(const TextLine& line, bool* exact) noexcept {
+  size_t at = 0;
+  const auto skip_blanks = [&] {
+    const size_t from = at;
+    while (at < line.length && (line.text[at] == ' ' || line.text[at] == '\t')) ++at;
+    return at > from;
+  };
+  bool blanks = skip_blanks();
+  if (line.length - at < 4 || !EqualAsciiNoCase(line.text + at, "File", 4)) return false;
+  at += 4;
+  const size_t digits = at;
+  while (at < line.length && line.text[at] >= '0' && line.text[at] <= '9') ++at;
+  if (at == digits) return false;
+  blanks |= skip_blanks();
+  *exact = !blanks;
+  return at < line.length && line.text[at] == '=';
+}
+
+// Why a line that names nothing is hardly meant so; null for comments, titles and the like.
+const char* AgainstLine(const ListPosition& from) noexcept {
+  bool exact;
+  switch (MediaKindOf(from.list)) {
+    case MediaKind::kPls:
+      if (!IsFileKey(from.text, &exact)) return nullptr;
+      return exact ? "gap in the numbering" : "blanks around the key";
+    case MediaKind::kAsx:
+      if (Count(from.text, "<ref") + Count(from.text, "<entryref") == 0) return nullptr;
+      return "not of the form <ref href=\"...\">";
+    default:
+      return nullptr;
   }
-  return false;
 }
 
 }  // namespace
 
-struct Lint::Place {
-  const wchar_t* path;
-  int depth;
-  int line_number;
-  ListFormat format;
-  PlsKey key;
-  ListFolder folder;
-  OpenFile<FileReader> file;
-  LineReader lines;
-  wchar_t resolved[kTextCapacity];
-  wchar_t entry_path[kTextCapacity];
-};
-
 bool Lint::Check(const wchar_t* path) noexcept {
   clean_ = true;
-  chain_ = ChainGuard();
-  CheckList(path, 0);
+  ExpandPath(files_, path, this, *this);
   return clean_;
+}
+
+bool Lint::WasSeen(const wchar_t* path) const noexcept {
+  for (const HeapText& seen : seen_) {
+    if (EqualNoCase(seen.c_str(), path)) return true;
+  }
+  return false;
+}
+
+bool Lint::Enter(const wchar_t* path) noexcept {
+  HeapText copy;
+  if (WasSeen(path) || !copy.Assign(path) || !chain_.Enter(path)) return false;
+  if (seen_.Append(std::move(copy))) return true;
+  chain_.Leave();
+  return false;
+}
+
+void Lint::AddMedia(MediaKind, const wchar_t* path, const ListPosition* from) noexcept {
+  if (!from) return Complain(path, "not a playlist");
+  if (const char* why = AgainstPath(path, *from)) Report(*from, why);
+  if (MediaKindOf(from->list) == MediaKind::kAsx && Count(from->text, "<ref") > 1) {
+    Report(*from, "only the first reference of a line is taken");
+  }
+}
+
+void Lint::Skip(Skipped why, const wchar_t* path, const ListPosition* from) noexcept {
+  if (from) {
+    if (const char* what = AgainstSkipped(why, path, *from)) Report(*from, what);
+  } else if (why == Skipped::kNoKind) {
+    Complain(path, "not a playlist");
+  } else if (why == Skipped::kNameNotInAnsi) {
+    Complain(path, "the code page does not hold its name");
+  } else if (why == Skipped::kUnreadable) {
+    Complain(path, "cannot be opened");
+  } else if (!WasSeen(path)) {
+    Complain(path, "no memory");
+  }
+}
+
+const char* Lint::AgainstPath(const wchar_t* path, const ListPosition& from) noexcept {
+  if (Has(path, "://")) return "a URL";
+  if (Has(path, "/")) return "forward slashes do not separate folders";
+  if (HasParentFolder(path)) return "\"..\" is not resolved";
+  if (IsAbsolute(from.list) && !IsAbsolute(path)) return "a relative path";
+  return files_.Exists(path) ? nullptr : "no such file";
+}
+
+const char* Lint::AgainstSkipped(Skipped why, const wchar_t* path,
+                                 const ListPosition& from) noexcept {
+  if (from.text.continues) return "longer than 259 characters, read in pieces";
+  switch (why) {
+    case Skipped::kLine:
+      return AgainstLine(from);
+    case Skipped::kTooLong:
+      return "longer than a path may be";
+    case Skipped::kNoKind:
+      if (from.text.length == 0) return nullptr;
+      if (Has(path, "://")) return "a URL";
+      if (from.is_rest) return "the rest of a line of more than 259 characters";
+      return path[0] == 0 ? "without a value" : "no kind";
+    case Skipped::kNameNotInAnsi:
+      return "the code page does not hold its name";
+    case Skipped::kRefused:
+      if (chain_.IsOpen(path)) return "a list inside itself";
+      return WasSeen(path) ? nullptr : "more than the player takes from lists in lists";
+    case Skipped::kUnreadable: {
+      const char* what = AgainstPath(path, from);
+      return what ? what : "cannot be opened";
+    }
+    case Skipped::kBehindTextsEnd:
+      return "what follows is behind an end-of-text character";
+  }
+  return nullptr;
 }
 
 void Lint::Complain(const wchar_t* path, const char* what) noexcept {
@@ -70,87 +160,15 @@ void Lint::Complain(const wchar_t* path, const char* what) noexcept {
   PrintError(path, what);
 }
 
-void Lint::CheckList(const wchar_t* path, int depth) noexcept {
-  HeapPtr<Place> place(HeapNew<Place>());
-  HeapText copy;
-  if (!place || !copy.Assign(path) || !seen_.Append(std::move(copy))) {
-    return Complain(path, "no memory");
-  }
-  if (!ListFormatOf(MediaKindOf(path), &place->format)) return Complain(path, "not a playlist");
-  if (!place->folder.Set(path, place->resolved)) {
-    return Complain(path, "the code page does not hold its name");
-  }
-  place->file = files_.OpenRead(place->resolved, Share::kRead);
-  if (!place->file) return Complain(path, "cannot be opened");
-  if (!chain_.Enter(path)) return Complain(path, "too many playlists");
-  place->path = path;
-  place->depth = depth;
-  place->line_number = 1;
-  place->lines.Start(&*place->file, 0);
-  TextLine line;
-  while (place->lines.Next(&line)) {
-    CheckLine(place.get(), line);
-    if (!line.continues) ++place->line_number;
-  }
-  chain_.Leave();
-}
-
-void Lint::CheckLine(Place* place, const TextLine& line) noexcept {
-  ListEntry entry;
-  if (!FindEntry(place->format, line, &place->key, &entry)) return CheckSkipped(place, line);
-  if (entry.length == 0) return;
-  if (line.cut) return Report(*place, line, "longer than 259 characters, read in pieces");
-  size_t length;
-  if (!MakeEntryPath(entry, place->folder, place->entry_path, &length)) {
-    return Report(*place, line, "longer than a path may be");
-  }
-  CheckEntry(place, line, place->entry_path);
-}
-
-void Lint::CheckSkipped(Place* place, const TextLine& line) noexcept {
-  if (place->format == ListFormat::kPls && IsNumberedFile(line)) {
-    Report(*place, line, "gap in the numbering");
-  } else if (place->format == ListFormat::kAsx && HasReference(line)) {
-    Report(*place, line, "not of the form <ref href=\"...\">");
-  }
-}
-
-void Lint::CheckEntry(Place* place, const TextLine& line, const wchar_t* path) noexcept {
-  const MediaKind kind = MediaKindOf(path);
-  ListFormat nested;
-  if (Has(path, "://")) {
-    Report(*place, line, "a URL");
-  } else if (kind == MediaKind::kNone) {
-    Report(*place, line, "no kind");
-  } else if (Has(path, "/")) {
-    Report(*place, line, "forward slashes do not separate folders");
-  } else if (HasParentFolder(path)) {
-    Report(*place, line, "\"..\" is not resolved");
-  } else if (!files_.Exists(path)) {
-    Report(*place, line, "no such file");
-  } else if (!ListFormatOf(kind, &nested)) {
-    return;
-  } else if (chain_.IsOpen(path)) {
-    Report(*place, line, "a list inside itself");
-  } else if (place->depth == kDeepest) {
-    Report(*place, line, "nested too deeply to be checked");
-  } else {
-    for (const HeapText& seen : seen_) {
-      if (EqualNoCase(seen.c_str(), path)) return;
-    }
-    CheckList(path, place->depth + 1);
-  }
-}
-
-void Lint::Report(const Place& place, const TextLine& line, const char* why) noexcept {
+void Lint::Report(const ListPosition& from, const char* why) noexcept {
   clean_ = false;
-  Print(Stream::kOut, place.path);
+  Print(Stream::kOut, from.list);
   Print(Stream::kOut, ":");
-  PrintNumber(Stream::kOut, place.line_number);
+  PrintNumber(Stream::kOut, static_cast<int>(from.line));
   Print(Stream::kOut, ": ");
   Print(Stream::kOut, why);
   Print(Stream::kOut, ": ");
-  PrintAnsi(Stream::kOut, line.text, line.length);
+  PrintAnsi(Stream::kOut, from.text.text, from.text.length);
   Print(Stream::kOut, "\n");
 }
 

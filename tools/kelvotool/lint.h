@@ -1,16 +1,13 @@
 #pragma once
 
-#include "base/files/file_system.h"
-#include "base/memory/array.h"
-#include "base/memory/heap_text.h"
-#include "playlist/list_entry.h"
-#include "playlist/nesting_guard.h"
+#include "playlist/expansion.h"
 
 namespace kelvo::tool {
 
 // Prints the lines of a playlist, and of the playlists in it, from which the player makes no entry,
-// or one that is hardly meant, and why: "PATH:LINE: WHY: TEXT". Each list is looked at once.
-class Lint {
+// or one that is hardly meant, and why: "PATH:LINE: WHY: TEXT". What becomes of a line is decided
+// by the player's own expansion; each list is looked at once.
+class Lint final : private PathSink, private NestingGuard {
  public:
   explicit Lint(FileSystem& files) noexcept : files_(files) {}
 
@@ -18,14 +15,18 @@ class Lint {
   bool Check(const wchar_t* path) noexcept;
 
  private:
-  // One list and its place in the nesting. On the heap: lists may be nested deeply.
-  struct Place;
+  void AddMedia(MediaKind kind, const wchar_t* path, const ListPosition* from) noexcept override;
+  void Skip(Skipped why, const wchar_t* path, const ListPosition* from) noexcept override;
+  bool Enter(const wchar_t* path) noexcept override;
+  void Leave() noexcept override { chain_.Leave(); }
+  bool CountLine() noexcept override { return chain_.CountLine(); }
+  bool CountMedia() noexcept override { return chain_.CountMedia(); }
 
-  void CheckList(const wchar_t* path, int depth) noexcept;
-  void CheckLine(Place* place, const TextLine& line) noexcept;
-  void CheckEntry(Place* place, const TextLine& line, const wchar_t* path) noexcept;
-  void CheckSkipped(Place* place, const TextLine& line) noexcept;
-  void Report(const Place& place, const TextLine& line, const char* why) noexcept;
+  bool WasSeen(const wchar_t* path) const noexcept;
+  // Null when there is nothing to say against a path, or a line.
+  const char* AgainstPath(const wchar_t* path, const ListPosition& from) noexcept;
+  const char* AgainstSkipped(Skipped why, const wchar_t* path, const ListPosition& from) noexcept;
+  void Report(const ListPosition& from, const char* why) noexcept;
   void Complain(const wchar_t* path, const char* what) noexcept;
 
   FileSystem& files_;

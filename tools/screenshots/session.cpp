@@ -1,12 +1,10 @@
 #include "tools/screenshots/session.h"
 
 #include <kelvo/catalog.h>
+#include <kelvo/settings.h>
 
 namespace screenshots {
 namespace {
-
-constexpr wchar_t kSettings[] = L"SOFTWARE\\Ostrabyte\\Velmora";
-constexpr wchar_t kInstallation[] = L"SOFTWARE\\Apps\\Ostrabyte Velmora";
 
 void SetValue(const wchar_t* key_name, const wchar_t* name, DWORD type, const void* data,
               DWORD bytes) {
@@ -21,7 +19,9 @@ void SetValue(const wchar_t* key_name, const wchar_t* name, DWORD type, const vo
 
 void RemoveValue(const wchar_t* name) {
   HKEY key;
-  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kSettings, 0, KEY_SET_VALUE, &key) != ERROR_SUCCESS) return;
+  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, kelvo::kSettingsKey, 0, KEY_SET_VALUE, &key) !=
+      ERROR_SUCCESS)
+    return;
   RegDeleteValueW(key, name);
   RegCloseKey(key);
 }
@@ -47,10 +47,11 @@ Session::Session(const wchar_t* device, DWORD language) : device_(device) {
 const wchar_t* Session::Start(const wchar_t* device, DWORD language) {
   if (!SetCurrentDirectoryW(device)) return L"the device is no folder";
   // The bookmarks into the device's root; everything else as on a first start.
-  SetValue(kInstallation, L"InstallDir", REG_SZ, L"", sizeof(wchar_t));
-  RemoveValue(L"CatType");
-  RemoveValue(L"Language");
-  if (language != 0) SetValue(kSettings, L"Language", REG_DWORD, &language, sizeof(language));
+  SetValue(kelvo::kInstallationKey, kelvo::kInstallFolderValue, REG_SZ, L"", sizeof(wchar_t));
+  RemoveValue(kelvo::kGroupingValue);
+  RemoveValue(kelvo::kLanguageValue);
+  if (language != 0)
+    SetValue(kelvo::kSettingsKey, kelvo::kLanguageValue, REG_DWORD, &language, sizeof(language));
   if (language != 0) {
     wchar_t name[32];
     wsprintfW(name, L"kv_mui.%04X.dll", language);
@@ -76,7 +77,7 @@ Session::~Session() {
   if (window_) DestroyWindow(window_);
   if (library_) FreeLibrary(library_);
   if (host_module_) FreeLibrary(host_module_);
-  RemoveValue(L"Language");
+  RemoveValue(kelvo::kLanguageValue);
 }
 
 }  // namespace screenshots

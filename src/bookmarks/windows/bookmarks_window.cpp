@@ -1,16 +1,15 @@
 #include "bookmarks/windows/bookmarks_window.h"
 
 #include "base/messages/post_message.h"
+#include "base/windows/feature_dialog.h"
 #include "base/windows/image_list.h"
 #include "base/windows/registry.h"
-#include "base/windows/settings_keys.h"
 #include "bookmarks/bookmark_position.h"
 #include "bookmarks/windows/edit_bookmark_dialog.h"
-#include "entry/language/dialog_guard.h"
-#include "entry/language/full_screen_dialog.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "kelvo/messages.h"
+#include "kelvo/settings.h"
 #include "res/resource_ids.h"
 
 namespace kelvo {
@@ -278,7 +277,7 @@ bool BookmarksShell::Run(WindowHandle parent, BookmarkStore& store) noexcept {
 void RegisteredInstallFolder::Read(wchar_t (&folder)[kTextCapacity]) noexcept {
   const RegistryKey key = RegistryKey::Open(kInstallationKey);
   // Without the value the buffer is empty.
-  static_cast<void>(key.ReadText(L"InstallDir", folder, kTextCapacity));
+  static_cast<void>(key.ReadText(kInstallFolderValue, folder, kTextCapacity));
 }
 
 }  // namespace kelvo

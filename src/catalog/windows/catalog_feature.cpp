@@ -1,26 +1,24 @@
 #include "catalog/windows/catalog_feature.h"
 
 #include "base/windows/registry.h"
-#include "base/windows/settings_keys.h"
 #include "catalog/windows/catalog_sheet.h"
+#include "kelvo/settings.h"
 
 namespace kelvo {
 namespace {
-
-constexpr wchar_t kOrderName[] = L"CatType";
 
 // A key that cannot be opened leaves the order as it is.
 void ReadOrder(GroupingOrder* order) noexcept {
   const RegistryKey settings = RegistryKey::OpenOrCreate(kSettingsKey);
   if (!settings) return;
   uint32_t number = 1;
-  static_cast<void>(settings.ReadNumber(kOrderName, &number));
+  static_cast<void>(settings.ReadNumber(kGroupingValue, &number));
   *order = ToGroupingOrder(number);
 }
 
 void WriteOrder(GroupingOrder order) noexcept {
   const RegistryKey settings = RegistryKey::OpenOrCreate(kSettingsKey);
-  settings.WriteNumber(kOrderName, static_cast<uint32_t>(order));
+  settings.WriteNumber(kGroupingValue, static_cast<uint32_t>(order));
 }
 
 }  // namespace

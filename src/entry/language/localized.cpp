@@ -13,7 +13,10 @@ HMODULE ModuleWithDialog(HMODULE module, const wchar_t* name) noexcept {
 
 bool FormatLocalized(wchar_t* text, size_t capacity, UINT id,
                      std::initializer_list<FormatArgument> arguments) noexcept {
-  if (FormatWide(text, capacity, LoadLocalizedString(OwnModule(), id), arguments)) return true;
+  constexpr int kFormatCapacity = 256;
+  wchar_t format[kFormatCapacity];
+  LoadLocalizedString(OwnModule(), id, format, kFormatCapacity);
+  if (FormatWide(text, capacity, format, arguments)) return true;
   const wchar_t* built_in = FindStringResource(OwnModule(), id, nullptr);
   return built_in && FormatWide(text, capacity, built_in, arguments);
 }

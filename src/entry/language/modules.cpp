@@ -1,6 +1,8 @@
 #include "entry/language/modules.h"
 
 #include "base/text/wide.h"
+#include "base/windows/registry.h"
+#include "kelvo/settings.h"
 
 namespace kelvo {
 namespace {
@@ -8,6 +10,7 @@ namespace {
 constexpr uint32_t kUsEnglish = 1033;
 constexpr size_t kNameCapacity = 32;
 
+uint32_t g_language_id = 0;
 HMODULE g_own = nullptr;
 HMODULE g_language = nullptr;
 wchar_t g_language_name[kNameCapacity];
@@ -43,6 +46,12 @@ bool LoadLanguageLibrary(uint32_t language_id, bool own) noexcept {
   static_cast<void>(AppendWide(g_language_name, kNameCapacity, L".dll"));
   g_language = LoadLibraryW(g_language_name);
   return g_language != nullptr;
+}
+
+void SwitchToConfiguredLanguage() noexcept {
+  const RegistryKey settings = RegistryKey::OpenOrCreate(kSettingsKey);
+  static_cast<void>(settings.ReadNumber(kLanguageValue, &g_language_id));
+  LoadLanguageLibrary(g_language_id, true);
 }
 
 // The system counts how often a module has been loaded.

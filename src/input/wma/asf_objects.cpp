@@ -93,9 +93,9 @@ void ReadContentDescription(AsfCursor& cursor, AsfInfo* out) noexcept {
   uint8_t lengths[10];
   if (!cursor.Read(lengths, sizeof(lengths))) return;
   wchar_t value[kTextCapacity];
-  if (!cursor.Text(value, LoadU16(lengths))) return;
+  cursor.Text(value, LoadU16(lengths));
   KeepFirst(out->title, value);
-  if (!cursor.Text(value, LoadU16(lengths + 2))) return;
+  cursor.Text(value, LoadU16(lengths + 2));
   KeepFirst(out->author, value);
   // Copyright, description and rating.
   for (int i = 4; i < 10; i += 2) cursor.Skip(LoadU16(lengths + i));

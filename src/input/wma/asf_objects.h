@@ -10,6 +10,9 @@
 
 namespace kelvo {
 
+// Texts in files are what they are in memory.
+static_assert(sizeof(wchar_t) == 2 && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__);
+
 // Reads a source from front to back. The first read or skip that fails makes all later ones fail
 // and give zeros, so that a caller may look at ok() once, after a group of fields.
 class AsfCursor {
@@ -20,17 +23,15 @@ class AsfCursor {
   uint64_t left() const noexcept { return size_ - position_; }
 
   bool Read(void* dst, size_t bytes) noexcept {
-    if (!ok_ || bytes > left() || source_.ReadAt(position_, dst, bytes) != ReadResult::kOk) {
-      return ok_ = false;
-    }
-    position_ += bytes;
-    return true;
+    ok_ = ok_ && bytes <= left() && source_.ReadAt(position_, dst, bytes) == ReadResult::kOk;
+    if (ok_) position_ += bytes;
+    return ok_;
   }
 
   bool Skip(uint64_t bytes) noexcept {
-    if (!ok_ || bytes > left()) return ok_ = false;
-    position_ += bytes;
-    return true;
+    ok_ = ok_ && bytes <= left();
+    if (ok_) position_ += bytes;
+    return ok_;
   }
 
   uint16_t U16() noexcept {
@@ -46,17 +47,11 @@ class AsfCursor {
   // A text field of `bytes` bytes: keeps what fits and goes on behind the whole field. Always
   // terminates; an odd last byte is dropped; empty when the field is not there completely.
   template <size_t kCapacity>
-  bool Text(wchar_t (&dst)[kCapacity], uint32_t bytes) noexcept {
+  void Text(wchar_t (&dst)[kCapacity], uint32_t bytes) noexcept {
     constexpr uint32_t kRoom = (kCapacity - 1) * 2;
     const uint32_t kept = (bytes < kRoom ? bytes : kRoom) & ~1u;
-    dst[0] = 0;
-    if (bytes > left()) return ok_ = false;
-    if (!Read(dst, kept) || !Skip(bytes - kept)) return false;
-    for (uint32_t i = 0; i < kept / 2; ++i) {
-      dst[i] = static_cast<wchar_t>(LoadU16(reinterpret_cast<const uint8_t*>(dst) + i * 2));
-    }
-    dst[kept / 2] = 0;
-    return true;
+    const bool whole = Read(dst, kept) && Skip(bytes - kept);
+    dst[whole ? kept / 2 : 0] = 0;
   }
 
  private:

@@ -1,7 +1,7 @@
 #include "playlist/windows/folder_tree.h"
 
-#include "playlist/extension_test.h"
-#include "playlist/windows/host_resources.h"
+#include "kelvo/host_resources.h"
+#include "playlist/list_entry.h"
 
 namespace kelvo {
 namespace {
@@ -52,11 +52,13 @@ class FolderTree::Filler final : public FolderVisitor {
 };
 
 void FolderTree::Attach(HWND tree, HMODULE host_module) noexcept {
-  constexpr int kImages[] = {kHostFolderIcon, kHostOpenFolderIcon, kHostSpareIcon,
-                             kHostPlaylistIcon};
+  constexpr int kImages[] = {KELVO_HOST_ICON_FOLDER, KELVO_HOST_ICON_OPEN_FOLDER,
+                             KELVO_HOST_ICON_SPARE, KELVO_HOST_ICON_PLAYLIST};
   tree_ = tree;
   images_ = LoadIconList(host_module, kImages, 4);
-  states_ = LoadIconList(host_module, kHostStateIcons, 3);
+  constexpr int kStates[] = {KELVO_HOST_ICON_STATE_1, KELVO_HOST_ICON_STATE_2,
+                             KELVO_HOST_ICON_STATE_3};
+  states_ = LoadIconList(host_module, kStates, 3);
   TreeView_SetImageList(tree_, images_.get(), TVSIL_NORMAL);
   UniqueIconList(TreeView_SetImageList(tree_, states_.get(), TVSIL_STATE));
 }

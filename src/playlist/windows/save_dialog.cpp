@@ -1,12 +1,11 @@
 #include "playlist/windows/save_dialog.h"
 
 #include "base/windows/dialog.h"
+#include "base/windows/feature_dialog.h"
 #include "base/windows/fonts.h"
 #include "base/windows/pocketpc.h"
-#include "entry/language/dialog_guard.h"
-#include "entry/language/full_screen_dialog.h"
+#include "kelvo/host_resources.h"
 #include "playlist/windows/folder_tree.h"
-#include "playlist/windows/host_resources.h"
 
 namespace kelvo {
 namespace {
@@ -23,18 +22,18 @@ class SaveDialog final : public ModalDialog {
 
  private:
   bool OnInit() noexcept override {
-    state_.tree = control(kHostSaveTree);
+    state_.tree = control(KELVO_HOST_SAVE_TREE);
     state_.dialog = window();
     MakeFullScreen(window(), SHIDIF_SIPDOWN);
     SHMENUBARINFO bar = {};
     bar.cbSize = sizeof(bar);
     bar.hwndParent = window();
-    bar.nToolBarId = kHostSaveMenuBar;
+    bar.nToolBarId = KELVO_HOST_SAVE_MENU_BAR;
     bar.hInstRes = host_module();
     SHCreateMenuBar(&bar);
     state_.menu_bar = bar.hwndMB;
     font_ = MakeListFont();
-    for (const int id : {kHostSaveTree, kHostSavePath}) {
+    for (const int id : {KELVO_HOST_SAVE_TREE, KELVO_HOST_SAVE_PATH}) {
       SendMessageW(control(id), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
     }
     LayOut();
@@ -50,10 +49,10 @@ class SaveDialog final : public ModalDialog {
         state_.succeeded = 0;
         Close(IDCANCEL);
         return Handled::kYes;
-      case kHostSaveButton:
+      case KELVO_HOST_SAVE_BUTTON:
         Save();
         return Handled::kYes;
-      case kHostSaveName:
+      case KELVO_HOST_SAVE_NAME:
         if (notification != EN_CHANGE) return Handled::kNo;
         ReadName();
         return Handled::kYes;
@@ -84,7 +83,7 @@ class SaveDialog final : public ModalDialog {
   }
 
   void OnNotify(const NMHDR& header) noexcept {
-    if (header.idFrom != static_cast<UINT_PTR>(kHostSaveTree)) return;
+    if (header.idFrom != static_cast<UINT_PTR>(KELVO_HOST_SAVE_TREE)) return;
     if (header.code == static_cast<UINT>(TVN_ITEMEXPANDINGW)) {
       const NMTREEVIEWW& change = reinterpret_cast<const NMTREEVIEWW&>(header);
       tree_.Expanding(change.itemNew.hItem, (change.action & TVE_EXPAND) != 0);
@@ -103,40 +102,40 @@ class SaveDialog final : public ModalDialog {
     CopyWide(state_.folder, kTextCapacity, text);
     if (!is_folder) {
       tree_.Text(item, text);
-      SetWindowTextW(control(kHostSaveName), text);
+      SetWindowTextW(control(KELVO_HOST_SAVE_NAME), text);
       CopyWide(state_.name, kTextCapacity, text);
     }
     ShowPath();
   }
 
   void ReadName() noexcept {
-    GetWindowTextW(control(kHostSaveName), state_.name, kTextCapacity);
+    GetWindowTextW(control(KELVO_HOST_SAVE_NAME), state_.name, kTextCapacity);
     ShowPath();
   }
 
   void ShowPath() noexcept {
     state_.UpdatePath();
-    SetWindowTextW(control(kHostSavePath), state_.path);
+    SetWindowTextW(control(KELVO_HOST_SAVE_PATH), state_.path);
   }
 
   void Save() noexcept {
-    GetWindowTextW(control(kHostSavePath), state_.path, kTextCapacity);
+    GetWindowTextW(control(KELVO_HOST_SAVE_PATH), state_.path, kTextCapacity);
     switch (state_.CheckPath(files_)) {
       case SaveDialogState::Check::kEmpty:
-        ShowMessage(kHostEmptyPathText, kHostEmptyPathCaption, MB_OK);
+        ShowMessage(KELVO_HOST_TEXT_EMPTY_PATH, KELVO_HOST_CAPTION_EMPTY_PATH, MB_OK);
         return;
       case SaveDialogState::Check::kExists:
-        if (ShowMessage(kHostOverwriteText, kHostOverwriteCaption, MB_YESNO) != IDYES) return;
+        if (ShowMessage(KELVO_HOST_TEXT_OVERWRITE, KELVO_HOST_CAPTION_OVERWRITE, MB_YESNO) != IDYES) return;
         break;
       case SaveDialogState::Check::kFree:
         break;
     }
     if (!state_.ProveWritable(files_)) {
-      ShowMessage(kHostNotCreatedText, kNoText, MB_OK);
+      ShowMessage(KELVO_HOST_TEXT_NOT_CREATED, kNoText, MB_OK);
       return;
     }
     state_.succeeded = 1;
-    Close(kHostSaveButton);
+    Close(KELVO_HOST_SAVE_BUTTON);
   }
 
   // Copied: a host need not end its strings with a NUL, as the library does with its own.
@@ -169,13 +168,13 @@ class SaveDialog final : public ModalDialog {
   void LayOut() noexcept {
     RECT client;
     GetClientRect(window(), &client);
-    const int row = SizeOf(kHostSaveName).cy;
-    const int line = SizeOf(kHostSavePath).cy;
+    const int row = SizeOf(KELVO_HOST_SAVE_NAME).cy;
+    const int line = SizeOf(KELVO_HOST_SAVE_PATH).cy;
     const int tree = client.bottom - line - row - 4;
-    MoveWindow(control(kHostSaveTree), 0, 0, client.right + 1, tree > 0 ? tree : 0, TRUE);
-    MoveWindow(control(kHostSavePath), 2, tree > 0 ? tree : 0, client.right - 2, line, TRUE);
-    PlaceInRow(kHostSaveName, client.bottom - 2, row);
-    PlaceInRow(kHostSaveButton, client.bottom - 2, row);
+    MoveWindow(control(KELVO_HOST_SAVE_TREE), 0, 0, client.right + 1, tree > 0 ? tree : 0, TRUE);
+    MoveWindow(control(KELVO_HOST_SAVE_PATH), 2, tree > 0 ? tree : 0, client.right - 2, line, TRUE);
+    PlaceInRow(KELVO_HOST_SAVE_NAME, client.bottom - 2, row);
+    PlaceInRow(KELVO_HOST_SAVE_BUTTON, client.bottom - 2, row);
   }
 
   void OnDestroy() noexcept override {
@@ -200,7 +199,7 @@ bool AskWhereToSave(FileSystem& files, HMODULE host_module, HWND parent,
   if (!guard.taken()) return false;
   state->host_module = host_module;
   SaveDialog dialog(files, state);
-  DialogBoxParamW(host_module, MAKEINTRESOURCEW(kHostSaveDialog), parent, ModalDialog::Procedure,
+  DialogBoxParamW(host_module, MAKEINTRESOURCEW(KELVO_HOST_SAVE_DIALOG), parent, ModalDialog::Procedure,
                   dialog.parameter());
   return state->succeeded != 0;
 }
