@@ -35,14 +35,16 @@ constexpr wchar_t kEditTitle[] = L"Edit Bookmark";
 
 Strings g_messages;  // that the host's window got
 
+LRESULT CALLBACK HostProcedure(HWND window, UINT message, WPARAM what, LPARAM index) {
+  if (message == kMessagePlayBookmark) {
+    g_messages.push_back(std::to_string(what) + " " + std::to_string(index));
+  }
+  return DefWindowProcW(window, message, what, index);
+}
+
 HWND CreateHost() {
   WNDCLASSW type = {};
-  type.lpfnWndProc = [](HWND window, UINT message, WPARAM what, LPARAM index) -> LRESULT {
-    if (message == kMessagePlayBookmark) {
-      g_messages.push_back(std::to_string(what) + " " + std::to_string(index));
-    }
-    return DefWindowProcW(window, message, what, index);
-  };
+  type.lpfnWndProc = &HostProcedure;
   type.lpszClassName = L"KelvoTestHost";
   RegisterClassW(&type);
   g_messages.clear();

@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "catalog/media/genre_list.h"
 #include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
