@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # What can be said about the tree without building it: format, lint, order of includes, scripts.
-#   scripts/check.sh [format|tidy|includes|scripts]...   (default: all of them)
+#   scripts/check.sh [format|includes|scripts|tidy]...   (default: all of them)
+#   scripts/check.sh --fix                               formats every file
 set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
@@ -12,8 +13,12 @@ configure() {
 }
 
 # Every C++ file; the headers of the resource scripts are lists of texts.
+formatted_files() {
+  git ls-files -z '*.cpp' '*.h' ':!src/res'
+}
+
 check_format() {
-  git ls-files -z '*.cpp' '*.h' ':!src/res' | xargs -0 clang-format --dry-run -Werror
+  formatted_files | xargs -0 clang-format --dry-run -Werror
 }
 
 # The library's portable code, as the native build compiles it.
@@ -36,6 +41,10 @@ check_scripts() {
 }
 
 "$kelvo_root/scripts/setup.sh" >/dev/null
+if [[ ${1:-} == --fix ]]; then
+  formatted_files | xargs -0 clang-format -i
+  exit
+fi
 [[ $# -gt 0 ]] || set -- format includes scripts tidy
 result=0
 for name in "$@"; do

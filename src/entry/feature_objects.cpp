@@ -2,7 +2,7 @@
 
 #include "bookmarks/bookmarks_feature.h"
 #include "bookmarks/windows/bookmarks_window.h"
-#include "catalog/media/media_information.h"
+#include "catalog/media/add_entry.h"
 #include "catalog/windows/catalog_feature.h"
 #include "effects/effects_processor.h"
 #include "eq/presets_feature.h"

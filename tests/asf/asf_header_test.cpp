@@ -8,8 +8,7 @@
 #include <utility>
 
 #include "tests/support/asf_builder.h"
-#include "tests/support/failing_source.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/media_files.h"
 #include "tests/support/wide_text.h"
 

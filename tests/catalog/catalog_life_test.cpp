@@ -15,7 +15,7 @@
 #include "playlist/save_dialog_state.h"
 #include "tests/catalog/text_tree.h"
 #include "tests/support/fake_information.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
 

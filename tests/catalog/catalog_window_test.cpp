@@ -6,7 +6,7 @@
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/catalog/catalog_window_fixture.h"
 #include "tests/language/test_resources.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/owned_objects.h"
 
 namespace kelvo {
@@ -314,7 +314,7 @@ TEST_F(CatalogSheetTest, OpensWithoutAnyMemory) {
   });
 }
 
-TEST_F(CatalogSheetTest, FiftyOpeningsLeaveNothingBehind) {
+TEST_F(CatalogSheetTest, ManyOpeningsLeaveNothingBehind) {
   // The editor and the save dialog are opened and closed, too.
   const auto open = [&](bool everything) {
     driver_.Show([&] {
@@ -338,8 +338,8 @@ TEST_F(CatalogSheetTest, FiftyOpeningsLeaveNothingBehind) {
   ShowAfterScan(1, [] {});
   for (int i = 0; i < 3; ++i) open(true);  // what the system keeps from the first times on
   const test::Owned before = test::CountOwned();
-  for (int i = 0; i < 50; ++i) open(i >= 40);
-  EXPECT_EQ(test::Grown(before, 50), "");
+  for (int i = 0; i < 30; ++i) open(i >= 24);
+  EXPECT_EQ(test::Grown(before, 30), "");
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <random>
 
 #include "tests/catalog/text_tree.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 
 namespace kelvo {
 namespace {

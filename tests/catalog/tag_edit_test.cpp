@@ -5,7 +5,7 @@
 
 #include "base/text/wide.h"
 #include "catalog/lists/file_changes.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/wide_text.h"

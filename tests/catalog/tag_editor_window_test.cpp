@@ -1,5 +1,5 @@
 // The tag editor, opened on the Media Catalog page. What it makes of a tag: tag_edit_test.cpp.
-#include "catalog/media/genre_list.h"
+#include "catalog/media/id3v1.h"
 #include "tests/catalog/catalog_window_fixture.h"
 
 extern "C" BOOL WINAPI KelvoInputPanelState();

@@ -4,7 +4,7 @@
 #include <string.h>
 
 #include "tests/support/fake_information.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
 
@@ -26,6 +26,9 @@ class AddEntryTest : public testing::Test {
     information_.known["\\a.wma"] = {std::string(40, 't'), "\u20AC", "\u4E2D", "G"};
   }
 
+  bool Add(MediaKind kind, const wchar_t* path) {
+    return AddMediaEntry(kind, files_, information_, path, &list_);
+  }
   // One entry a line.
   std::string Shown() const {
     std::string all;
@@ -47,14 +50,18 @@ class AddEntryTest : public testing::Test {
 };
 
 TEST_F(AddEntryTest, AddsWhatItCanReadAndTheRestWithoutTag) {
-  EXPECT_TRUE(AddMpegEntry(files_, L"\\a.mp3", &list_));
-  EXPECT_TRUE(AddMpegEntry(files_, L"\\plain.mp3", &list_));
-  EXPECT_TRUE(AddMpegEntry(files_, L"\\missing.mp3", &list_));
-  EXPECT_TRUE(AddOggEntry(information_, L"\\a.ogg", &list_));
-  EXPECT_TRUE(AddOggEntry(information_, L"\\broken.ogg", &list_));
-  EXPECT_TRUE(AddWmaEntry(information_, L"\\a.wma", &list_));
+  EXPECT_TRUE(Add(MediaKind::kMpeg, L"\\a.mp3"));
+  EXPECT_TRUE(Add(MediaKind::kMpeg, L"\\plain.mp3"));
+  EXPECT_TRUE(Add(MediaKind::kMpeg, L"\\missing.mp3"));
+  EXPECT_TRUE(Add(MediaKind::kOgg, L"\\a.ogg"));
+  EXPECT_TRUE(Add(MediaKind::kOgg, L"\\broken.ogg"));
+  EXPECT_TRUE(Add(MediaKind::kWma, L"\\a.wma"));
+  for (const MediaKind kind :
+       {MediaKind::kNone, MediaKind::kM3u, MediaKind::kPls, MediaKind::kAsx}) {
+    EXPECT_FALSE(Add(kind, L"\\a.mp3"));
+  }
   information_.wma_available = false;
-  EXPECT_FALSE(AddWmaEntry(information_, L"\\a.wma", &list_));
+  EXPECT_FALSE(Add(MediaKind::kWma, L"\\a.wma"));
   EXPECT_EQ(Shown(),
             "\\a.mp3:T|A|L|Jazz\n"
             "\\plain.mp3:\n"
@@ -131,9 +138,9 @@ TEST_F(AddEntryTest, SurvivesEveryFailingAllocation) {
     bool triggered;
     {
       HeapFaults faults(n);
-      AddMpegEntry(files_, L"\\a.mp3", &list_);
-      AddOggEntry(information_, L"\\a.ogg", &list_);
-      AddWmaEntry(information_, L"\\a.wma", &list_);
+      Add(MediaKind::kMpeg, L"\\a.mp3");
+      Add(MediaKind::kOgg, L"\\a.ogg");
+      Add(MediaKind::kWma, L"\\a.wma");
       triggered = faults.triggered();
     }
     // Growing or a path copy failed: an entry less. Opening or a block: an entry without block.
@@ -141,7 +148,7 @@ TEST_F(AddEntryTest, SurvivesEveryFailingAllocation) {
     for (const MediaEntry& entry : list_) blocks += entry.tag ? 1 : 0;
     EXPECT_GE(list_.size() + blocks, 4u);
     EXPECT_EQ(list_.size() == 3 && blocks == 3, !triggered);
-    ASSERT_TRUE(AddMpegEntry(files_, L"\\a.mp3", &list_)) << "usable afterwards";
+    ASSERT_TRUE(Add(MediaKind::kMpeg, L"\\a.mp3")) << "usable afterwards";
     EXPECT_EQ(Utf8(list_.back().path.c_str()), "\\a.mp3");
     if (!triggered) break;
   }

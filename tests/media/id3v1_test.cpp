@@ -4,9 +4,7 @@
 
 #include <string>
 
-#include "catalog/media/genre_list.h"
-#include "tests/support/failing_source.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/wide_text.h"

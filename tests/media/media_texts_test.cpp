@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "catalog/media/display_text.h"
+#include "catalog/media/entry_list.h"
 #include "catalog/media/media_kind.h"
 #include "tests/support/wide_text.h"
 

@@ -2,7 +2,7 @@
 
 #include "tests/playlist/playlist_fixture.h"
 #include "tests/support/code_page.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 
 namespace kelvo {

@@ -1,5 +1,5 @@
 #include "tests/playlist/playlist_fixture.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 
 namespace kelvo {
 namespace {

@@ -251,20 +251,6 @@ TEST_F(PlaybackTest, ADecoderErrorEndsPlaybackWithTheMessage) {
   EXPECT_EQ(ends_.count(), 0);
 }
 
-TEST_F(PlaybackTest, StartsTheOutputForTheLastBuffersOfAShortFile) {
-  Open("tone_8000_mono.ogg");
-  ASSERT_EQ(plugin_.SeekMs(1950), 1);
-  output_.SetHold(true);
-  ASSERT_EQ(plugin_.Play(), 1);
-  // The run that ends the seek, and the one that lets the last buffers play.
-  WaitForCalls("reset open reset run run ");
-  output_.SetHold(false);
-  ends_.WaitForNext();
-  ASSERT_EQ(plugin_.Play(), 1) << "the end is found at once";
-  ends_.WaitForNext();
-  EXPECT_TRUE(output_.pcm().empty());
-}
-
 TEST_F(PlaybackTest, ASeekDuringTheDrainLeavesTheStateAndStillSendsTheMessage) {
   Open("tone_8000_mono.ogg");
   ASSERT_EQ(plugin_.SeekMs(1950), 1);
@@ -355,17 +341,6 @@ TEST_F(PlaybackTest, SurvivesAStorm) {
   ends_.WaitForNext();
   EXPECT_TRUE(output_.pcm() == DecodeDirectly(file_, 0));
   EXPECT_EQ(ends_.count(), 0);
-}
-
-TEST_F(PlaybackTest, SendsExactlyOneMessageForEachEnd) {
-  Open("tone_8000_mono.ogg");
-  for (int round = 0; round < 50; ++round) {
-    ASSERT_EQ(plugin_.SeekMs(1900), 1);
-    ASSERT_EQ(plugin_.Play(), 1);
-    ends_.WaitForNext();
-    plugin_.Stop();
-    ASSERT_EQ(ends_.count(), 0) << round;
-  }
 }
 
 }  // namespace

@@ -113,27 +113,9 @@ TEST(OggVorbisPluginTest, TellsWhatTheFileSays) {
 // seeked in; any other answer is no failure at all.
 TEST(OggVorbisPluginTest, OpensWhateverTheReaderAnswersToASeek) {
   for (const int64_t answer : {kSeekFailed, int64_t{-1}, INT64_MIN}) {
-    class OddReader final : public MediaReader {
-     public:
-      OddReader(MemoryReader& next, int64_t first) : next_(next), first_(first) {}
-      int64_t Seek(int64_t offset, uint32_t origin) noexcept override {
-        const int64_t reached = next_.Seek(offset, origin);
-        return seeks_++ == 0 ? first_ : reached;
-      }
-      int32_t Read(void* to, uint32_t bytes, uint32_t* got) noexcept override {
-        return next_.Read(to, bytes, got);
-      }
-      int32_t Close() noexcept override { return 1; }
-      int32_t Open(const wchar_t*, uint32_t) noexcept override { return 1; }
-      int32_t Release(HostWord, HostWord) noexcept override { return 1; }
-
-     private:
-      MemoryReader& next_;
-      int64_t first_;
-      int seeks_ = 0;
-    };
-    MemoryReader bytes(ReadMedia("tone_8000_mono.ogg"));
-    OddReader reader(bytes, answer);
+    MemoryReader reader(ReadMedia("tone_8000_mono.ogg"));
+    reader.failing_seeks = 1;
+    reader.failed_seek = answer;
     OggVorbisPlugin plugin(SystemFiles());
     plugin.SetReader(&reader);
     EXPECT_EQ(plugin.Open(L"x.ogg", 0), 1) << answer;

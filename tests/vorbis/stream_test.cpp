@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "input/vorbis/decoder_heap.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/media_files.h"
 #include "tests/support/memory_reader.h"
 #include "tests/support/ogg_files.h"
@@ -226,7 +226,7 @@ TEST_F(VorbisStreamTest, EndsWhateverReadFails) {
 
 TEST_F(VorbisStreamTest, EndsWhenSeeksFail) {
   MemoryReader reader(ReadMedia("tone_44100_stereo.ogg"));
-  reader.fail_seeks = true;
+  reader.failing_seeks = -1;
   const Played played = PlayThrough(reader);
   EXPECT_EQ(reader.log, played.opened ? "close " : "") << "and it ends";
 }

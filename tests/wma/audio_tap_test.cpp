@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 
 namespace kelvo {
 namespace {

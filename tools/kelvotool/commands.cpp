@@ -1,6 +1,6 @@
 #include <string.h>
 
-#include "catalog/media/display_text.h"
+#include "catalog/media/entry_list.h"
 #include "catalog/media/media_kind.h"
 #include "playlist/add_path.h"
 #include "playlist/m3u_writer.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/files/file_system.h"
-#include "catalog/media/media_information.h"
+#include "catalog/media/add_entry.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 
 namespace kelvo::tool {

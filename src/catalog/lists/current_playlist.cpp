@@ -4,7 +4,7 @@
 
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
-#include "catalog/media/display_text.h"
+#include "catalog/media/entry_list.h"
 
 namespace kelvo {
 namespace {

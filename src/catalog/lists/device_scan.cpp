@@ -39,18 +39,13 @@ class FolderScan final : public FolderVisitor {
  private:
   void AddFile(MediaKind kind) noexcept {
     switch (kind) {
-      case MediaKind::kMpeg:
-        AddMpegEntry(files_, path_, result_.media);
-        break;
-      case MediaKind::kOgg:
-        AddOggEntry(information_, path_, result_.media);
-        break;
-      case MediaKind::kWma:
-        AddWmaEntry(information_, path_, result_.media);
-        break;
-      default:
+      case MediaKind::kM3u:
+      case MediaKind::kPls:
+      case MediaKind::kAsx:
         result_.playlists->Add(path_);
         break;
+      default:
+        AddMediaEntry(kind, files_, information_, path_, result_.media);
     }
   }
 

@@ -5,7 +5,7 @@
 #include "base/memory/array.h"
 #include "base/memory/heap_text.h"
 #include "catalog/media/entry_list.h"
-#include "catalog/media/media_information.h"
+#include "catalog/media/add_entry.h"
 
 namespace kelvo {
 

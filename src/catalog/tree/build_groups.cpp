@@ -3,7 +3,7 @@
 // not cost a walk over all that is left, each entry knows the next one whose text may be the same:
 // those of one hash of the folded texts are linked, and the texts compared along the links only.
 #include "base/text/ansi.h"
-#include "catalog/media/display_text.h"
+#include "catalog/media/entry_list.h"
 #include "catalog/tree/build_tree.h"
 
 namespace kelvo {

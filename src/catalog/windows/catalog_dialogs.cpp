@@ -3,7 +3,7 @@
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
 #include "base/windows/feature_dialog.h"
-#include "catalog/media/genre_list.h"
+#include "catalog/media/id3v1.h"
 #include "catalog/tag_editor/tag_edit.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"

@@ -6,7 +6,7 @@
 #include "catalog/lists/current_playlist.h"
 #include "catalog/lists/device_scan.h"
 #include "catalog/media/entry_list.h"
-#include "catalog/media/media_information.h"
+#include "catalog/media/add_entry.h"
 #include "catalog/tree/build_tree.h"
 
 namespace kelvo {
