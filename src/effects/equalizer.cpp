@@ -53,8 +53,9 @@ class Block {
   void RunPass(int16_t* samples, int frames) noexcept {
     const int32_t level = state_.preamp_index + 2;  // Q4; 16 leaves a sample as it is
     const auto start = [level](int16_t sample, int32_t* before, int32_t* difference) {
-      before[2 * kChannels] = level * sample >> 4;
-      *difference = before[2 * kChannels] - *before;
+      const int32_t input = level * sample >> 4;
+      *difference = input - *before;
+      before[2 * kChannels] = input;
     };
     int32_t* before = pass_.input;
     const int16_t* sample = samples;
