@@ -30,26 +30,6 @@ TEST(MediaKindTest, LooksAtThreeLettersBehindAPoint) {
   }
 }
 
-TEST(TagFieldTest, TrimsBlanksAndNulsFromTheEnd) {
-  const struct {
-    std::string bytes, want;
-  } kCases[] = {
-      {"", ""},
-      {" ", ""},
-      {"a", "a"},
-      {"a  ", "a"},
-      {std::string("a \0 \0", 5), "a"},
-      {" a b ", " a b"},
-      {"a\t ", "a\t"},
-  };
-  for (const auto& c : kCases) {
-    std::string bytes = c.bytes + " guard";
-    TrimField(bytes.data(), c.bytes.size());
-    EXPECT_STREQ(bytes.substr(0, c.bytes.size()).c_str(), c.want.c_str());
-    EXPECT_EQ(bytes.substr(c.bytes.size()), " guard");
-  }
-}
-
 TEST(TagFieldTest, CopiesAtMost29Bytes) {
   const struct {
     std::string text, want;
