@@ -284,6 +284,9 @@ TEST(AsfHeaderTest, EndsTheWalkAtImpossibleSizesAndCounts) {
   }
   EXPECT_EQ(Read(AsfBuilder().FileProperties(10000, 0).Count(0xFFFFFFFF).Build())->length_ms, 1u);
   EXPECT_EQ(Read(AsfBuilder().FileProperties(10000, 0).Count(0).Build())->length_ms, 0u);
+  EXPECT_EQ(
+      Read(AsfBuilder().Unknown(1).FileProperties(10000, 0).Unknown(1).Count(1).Build())->length_ms,
+      0u);
   EXPECT_EQ(Texts(*Read(AsfBuilder()
                             .Object(AsfBuilder::kExtended,
                                     Le(0xFFFF, 2) + AsfBuilder::Text("WM/Genre", "G"))
