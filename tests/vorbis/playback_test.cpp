@@ -11,7 +11,7 @@
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "kelvo/messages.h"
 #include "tests/support/end_messages.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/media_files.h"
 #include "tests/support/memory_reader.h"
 #include "tests/support/ogg_files.h"
