@@ -301,12 +301,12 @@ TEST_F(BookmarksWindowTest, StoresTheBookmarkThatWasShownWhereverItHasGone) {
       Edit(shown, [&](HWND edit) {
         if (is_no_more) Put("");
         if (is_no_more) feature_.LoadBookmarks();
-        feature_.SetLastPlayed(is_no_more ? L"\\else.ogg" : L"\\live.ogg", 1, L"T");
+        feature_.SetLastPlayed(L"\\live.ogg", 1 + is_no_more, L"T");
         SetDlgItemTextW(edit, IDC_BOOKMARK_DESCRIPTION, L"edited");
         SendMessageW(edit, WM_COMMAND, IDOK, 0);
       });
       const std::string last =
-          (is_no_more ? "\\else.ogg" : "\\live.ogg") + std::string("\r\n1\r\n(Last Played) T\r\n");
+          std::string("\\live.ogg\r\n") + (is_no_more ? "2" : "1") + "\r\n(Last Played) T\r\n";
       const std::string edited = is_no_more ? "" : "\\gone.ogg\r\n90\r\nedited\r\n";
       EXPECT_EQ(Saved().substr(0, Utf16(last + edited).size()), Utf16(last + edited));
     }
