@@ -289,6 +289,12 @@ TEST(AsfHeaderTest, EndsTheWalkAtImpossibleSizesAndCounts) {
       0u);
   EXPECT_EQ(Texts(*Read(AsfBuilder()
                             .Object(AsfBuilder::kExtended,
+                                    Le(1, 2) + AsfBuilder::Text("WM/Genre", "G"), 5000)
+                            .Build())),
+            "||||x")
+      << "one that is known, but cannot be whole";
+  EXPECT_EQ(Texts(*Read(AsfBuilder()
+                            .Object(AsfBuilder::kExtended,
                                     Le(0xFFFF, 2) + AsfBuilder::Text("WM/Genre", "G"))
                             .Build())),
             "|||G|x");

@@ -49,7 +49,7 @@ class AsfCursor {
   template <size_t kCapacity>
   void Text(wchar_t (&dst)[kCapacity], uint32_t bytes) noexcept {
     constexpr uint32_t kRoom = (kCapacity - 1) * 2;
-    const uint32_t kept = (bytes < kRoom ? bytes : kRoom) & ~1u;
+    const uint32_t kept = bytes < kRoom ? bytes : kRoom;
     const bool whole = Read(dst, kept) && Skip(bytes - kept);
     dst[whole ? kept / 2 : 0] = 0;
   }

@@ -12,7 +12,6 @@ void AudioTap::FreeBuffer() noexcept {
   LockGuard guard(lock_);
   HeapGive(buffer_);
   buffer_ = nullptr;
-  count_ = 0;
 }
 
 void AudioTap::Store(const int16_t* samples, uint32_t bytes) noexcept {
