@@ -136,6 +136,7 @@ class LiteralWalk {
 
   static std::string Folded(std::string text) {
     for (char& c : text) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    for (size_t at; (at = text.find("\u00c9")) != std::string::npos;) text.replace(at, 2, "\u00e9");
     return text;
   }
   static bool Begins(const std::string& path, const std::string& folder) {
@@ -191,8 +192,8 @@ TEST(BuildTreeRandom, IsTheTreeOfTheLiteralWalk) {
   const std::string thirty = "123456789012345678901234567890";
   const std::string words[] = {"Sine", "SINE", "sinE ", "",       "Square",
                                "Saw",  thirty, "s",     "liquid", "costarring"};
-  const std::string names[] = {"Music", "MUSIC", "Music2",     "music2x", "Mus",
-                               "",      "a.mp3", "Musi\u00e9", "x",       thirty + thirty};
+  const std::string names[] = {"Music", "MUSIC", "Music2",     "music2x",    "Mus",
+                               "",      "a.mp3", "Musi\u00e9", "MUSI\u00c9", thirty + thirty};
   const auto path = [&] {
     std::string text = random() % 4 ? "\\" : "";
     if (random() % 2) {
