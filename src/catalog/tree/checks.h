@@ -11,8 +11,8 @@ namespace kelvo {
 TreeNode NextBelow(CheckTree& tree, TreeNode top, TreeNode node) noexcept;
 
 // All descendants; not the node itself.
-void SetChecksBelow(CheckTree& tree, TreeNode node, bool checked) noexcept;
-void InvertChecksBelow(CheckTree& tree, TreeNode node) noexcept;
+void SetChecksBelow(CheckTree& tree, TreeNode top, bool checked) noexcept;
+void InvertChecksBelow(CheckTree& tree, TreeNode top) noexcept;
 
 // What a tap on the box of `node` changes besides the box itself, which the control toggles
 // afterwards.
