@@ -30,18 +30,28 @@ const Function* FindFunction(uint32_t rva) {
   return found != end && found->rva == rva ? found : nullptr;
 }
 
+// The address of an imported function is that of a jump through its slot
+// (tools/device/import_stubs.py). Who hands it out means the function.
+uint32_t Imported(uint32_t address) {
+  constexpr uint32_t kLoadSlot = 0xE59FC000, kJump = 0xE59CF000;
+  const auto* code = reinterpret_cast<const uint32_t*>(address);
+  const bool jump = address % 4 == 0 && code[0] == kLoadSlot && code[1] == kJump;
+  return jump ? *reinterpret_cast<const uint32_t*>(code[2]) : address;
+}
+
 }  // namespace
 
 Library* g_library = nullptr;
 
 Library::Library(HMODULE bridge) : image(FileBeside(bridge)) {
-  image.Relocate([this](uint32_t address) {
-    const Function* function = FindFunction(address - image.base());
-    return function ? stubs.Add({address, function->words, function->convention}) : address;
-  });
   for (const ArmImage::Import& import : image.Imports()) {
     *import.slot = imports.Resolve(import.library, import.name);
   }
+  image.Relocate([this](uint32_t address) {
+    const Function* function = FindFunction(address - image.base());
+    if (function) return stubs.Add({address, function->words, function->convention});
+    return image.IsCode(address) ? Imported(address) : address;
+  });
   ShowResources(bridge, image);
   image.Protect();
 }
