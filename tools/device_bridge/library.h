@@ -17,9 +17,10 @@ class Library {
   explicit Library(HMODULE bridge);
 
   void* GetFeature(int32_t id);
-  // True when the target is an operation of a host's object, which takes that object in a register:
-  // the output and the reader that the host gave the Ogg Vorbis plug-in. Every other object of this
-  // machine that the device's code calls is a component's.
+  // True when the target is an operation of this machine that takes its object in a register: one
+  // of the output or the reader that the host gave the Ogg Vorbis plug-in, or one that the host put
+  // into a feature's own table. Every other object that the device's code calls here is a
+  // component's.
   bool IsHostMethod(uint32_t target, uint32_t object) const;
 
   ArmImage image;
@@ -27,7 +28,9 @@ class Library {
   Imports imports;
 
  private:
-  const uint32_t* ogg_vorbis_ = nullptr;
+  static constexpr int kIds = 22;
+
+  uint32_t features_[kIds] = {};  // the objects that the host has, by their ids
 };
 
 extern Library* g_library;
