@@ -52,22 +52,28 @@ class Block {
 
   void RunPass(int16_t* samples, int frames) noexcept {
     const int32_t level = state_.preamp_index + 2;  // Q4; 16 leaves a sample as it is
-    const auto start = [level](int16_t sample, int32_t* before, int32_t* difference) {
-      before[2 * kChannels] = level * sample >> 4;
-      *difference = before[2 * kChannels] - *before;
-    };
-    int32_t* before = pass_.input;
+    int32_t newer[kChannels], older[kChannels];
+    memcpy(older, pass_.input, sizeof(older));
+    memcpy(newer, pass_.input + kChannels, sizeof(newer));
     const int16_t* sample = samples;
+    int32_t* input = pass_.input + 2 * kChannels;
     for (BandsFrame* frame = pass_.work; frame != pass_.work + frames; ++frame) {
-      start(sample[0], before, &frame->difference[0]);
-      start(sample[1], before + 1, &frame->difference[1]);
+      const auto start = [&](int c) {
+        const int32_t in = level * sample[c] >> 4;
+        frame->difference[c] = in - older[c];
+        older[c] = newer[c];
+        newer[c] = input[c] = in;
+      };
+      start(0);
+      start(1);
       sample += kChannels;
-      before += kChannels;
+      input += kChannels;
     }
     pass_.frames = frames;
     loop_(state_, pass_);
     finish_(pass_, samples);
-    memmove(pass_.input, before, 2 * kChannels * sizeof(pass_.input[0]));
+    memcpy(pass_.input, older, sizeof(older));
+    memcpy(pass_.input + kChannels, newer, sizeof(newer));
   }
 
  private:
