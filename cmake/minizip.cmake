@@ -27,6 +27,6 @@ set(foreign $<COMPILE_LANGUAGE:C>)
 target_compile_options(kelvo_minizip PRIVATE
   "$<${foreign}:-w;-include;${zip_heap}.h>" "$<$<NOT:${foreign}>:${KELVO_WARNINGS}>")
 target_compile_definitions(kelvo_minizip PRIVATE
-  "$<${foreign}:ALLOC=KelvoZipTake;TRYFREE=KelvoZipGive>"
+  "$<${foreign}:ALLOC=KelvoZipAllocate;TRYFREE=KelvoZipFree>"
   $<$<BOOL:${KELVO_CE_ARM}>:USE_FILE32API>)
 target_link_libraries(kelvo_minizip PUBLIC ${KELVO_ZLIB} kelvo_base)

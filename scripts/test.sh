@@ -25,6 +25,7 @@ if [[ ${1:-} == --only ]]; then
 fi
 [[ ${1:-} != -- ]] || shift
 
+"$kelvo_root/scripts/setup.sh"
 if [[ " ${presets[*]} " == *" device "* ]] && ! install_unicorn; then
   [[ ${#presets[@]} -gt 1 ]] || die "the device's library cannot be run without the emulator"
   presets=(native i686 x86_64 ce-arm)

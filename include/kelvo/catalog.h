@@ -30,9 +30,9 @@ class Catalog {
   virtual void SetHostCallback(CatalogCallback function, HostWord cookie) noexcept = 0;
 
   // Slot 1. Shows the sheet above `parent`, which also receives the messages, and returns when the
-  // user has closed it. `host_module` supplies the dialog for saving playlists: dialog 115, menu
-  // bar 117, icons 100, 106 to 109, 112, 113 and strings 6200 to 6204. 1 when the sheet was shown;
-  // 0 when it could not be created.
+  // user has closed it. `host_module` supplies the dialog for saving playlists with its menu bar,
+  // icons and strings (host_resources.h). 1 when the sheet was shown; 0 when it could not be
+  // created.
   virtual int32_t ShowCatalog(ModuleHandle host_module, WindowHandle parent) noexcept = 0;
 
   // Slot 2. Frees the lists; harmless when repeated. Bit 0 of `flags` asks to give the object's own

@@ -34,8 +34,8 @@ bool NextPath(wchar_t (&path)[MAX_PATH]) noexcept {
   return AppendWide(path, MAX_PATH, dot);
 }
 
-// Whether a variable is set to a word.
-bool Says(const wchar_t* variable, const wchar_t* word) noexcept {
+// Whether a variable has this value.
+bool IsSetTo(const wchar_t* variable, const wchar_t* word) noexcept {
   wchar_t text[16];
   const DWORD length = GetEnvironmentVariableW(variable, text, 16);
   return length > 0 && length < 16 && EqualAsciiNoCase(text, word);
@@ -62,10 +62,10 @@ MMRESULT OpenSink(HWAVEOUT* device, const WAVEFORMATEX* format, DWORD_PTR callba
 
   LockGuard guard(sinks_lock);
   wchar_t path[MAX_PATH];
-  const bool silence = Says(kSinkVariable, kSilence);
+  const bool silence = IsSetTo(kSinkVariable, kSilence);
   if (!silence && !NextPath(path)) return MMSYSERR_ERROR;
   if (!sinks.Reserve(sinks.size() + 1)) return MMSYSERR_NOMEM;
-  const Pace pace = Says(kPaceVariable, L"fast") ? Pace::kFast : Pace::kRealTime;
+  const Pace pace = IsSetTo(kPaceVariable, L"fast") ? Pace::kFast : Pace::kRealTime;
   SinkDevice* const opened = SinkDevice::Open(silence ? nullptr : path, *format, pace, event);
   if (!opened) return MMSYSERR_ERROR;
   static_cast<void>(sinks.Append(opened));  // room is reserved

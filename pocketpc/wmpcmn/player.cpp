@@ -113,8 +113,8 @@ void Player::Loop() noexcept {
     if (!playing_) decoder_.Close();
     DISPID event;
     if (playing_ && Pump(&event)) events_->Fire(event);
-    if (tell_change_ && !quitting_) {
-      tell_change_ = false;
+    if (change_pending_ && !quitting_) {
+      change_pending_ = false;
       events_->Fire(kPlayerChangeEvent);
     }
   }
@@ -179,7 +179,7 @@ HRESULT Player::DoPlay() noexcept {
   }
   input_ended_ = false;
   playing_ = true;
-  tell_change_ = true;
+  change_pending_ = true;
   SetEvent(audio_.changed());  // there is room for blocks
   return S_OK;
 }
@@ -190,7 +190,7 @@ void Player::DoStop() noexcept {
 }
 
 void Player::Silence() noexcept {
-  if (playing_) tell_change_ = true;
+  if (playing_) change_pending_ = true;
   playing_ = false;
   audio_.Reset();
   SetPosition(0);

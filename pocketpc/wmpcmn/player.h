@@ -99,7 +99,7 @@ class Player {
   AudioQueue audio_;
   bool playing_ = false;
   bool input_ended_ = false;
-  bool tell_change_ = false;
+  bool change_pending_ = false;
   bool quitting_ = false;
 };
 

@@ -25,7 +25,7 @@ NUMBER = re.compile(r"(?<![\w.'\"])(0[xX][0-9a-fA-F]+|\d+)(?=[uUlL]*\b)(?![\w.]*
 CONDITION = re.compile(r"\b(?:if|while) \((?!auto\b|const\b|\w+[ *&]+\w+ = )(.*)\)(?: \{| [^()]*;)?$")
 # A call or an assignment that fills a line; not a declaration, not a jump.
 STATEMENT = re.compile(r"^\s*(?!return\b|static\b|using\b|const\b|goto\b|delete\b|default\b|namespace\b)"
-                       r"(?:\*?[\w.>\[\]-]+(?:\([^;]*\))?(?:->|\.)?)+\s*(?:[-+*/|&^]?= [^;]*|\([^;]*\)|\+\+|--)?;$")
+                       r"(?:\*?[\w.>\[\]-]++(?:\([^;]*\))?(?:->|\.)?)+\s*(?:[-+*/|&^]?= [^;]*|\([^;]*\)|\+\+|--)?;$")
 JUMP = re.compile(r"^\s*(?:break|continue);$")
 ARGUMENTS = re.compile(r"(?<=\()([\w.*&>-]+), ([\w.*&>-]+)(?=[,)])")
 NO_CODE = re.compile(r'^\s*(?:#|//|/\*|\*|static_assert|namespace|using|template|class|struct|enum|})')

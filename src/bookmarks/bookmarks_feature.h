@@ -16,6 +16,16 @@ class BookmarksWindow {
   ~BookmarksWindow() = default;
 };
 
+// On the screen, and in the registry where the host's installer put it: src/bookmarks/windows.
+class BookmarksShell final : public BookmarksWindow {
+ public:
+  bool Run(WindowHandle parent, BookmarkStore& store) noexcept override;
+};
+class RegisteredInstallFolder final : public InstallFolder {
+ public:
+  void Read(wchar_t (&folder)[kTextCapacity]) noexcept override;
+};
+
 // Feature 8. One object, static in the library; user-interface thread only.
 class BookmarksFeature final : public Bookmarks {
  public:

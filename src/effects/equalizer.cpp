@@ -47,7 +47,9 @@ void Finish(const EqualizerPass& pass, int16_t* samples) noexcept {
 class Block {
  public:
   Block(const EffectsState& state, EqualizerPass& pass, BandsLoop loop) noexcept
-      : state_(state), pass_(pass), loop_(loop),
+      : state_(state),
+        pass_(pass),
+        loop_(loop),
         finish_(AreGainsNarrow(state) ? Finish<int32_t> : Finish<int64_t>) {}
 
   void RunPass(int16_t* samples, int frames) noexcept {

@@ -1,12 +1,10 @@
 #include "entry/feature_objects.h"
 
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_window.h"
-#include "catalog/media/media_information.h"
+#include "catalog/media/add_entry.h"
 #include "catalog/windows/catalog_feature.h"
 #include "effects/effects_processor.h"
 #include "eq/presets_feature.h"
-#include "eq/windows/preset_questions.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "input/wma/wma_input_plugin.h"
 #include "kelvo/features.h"
@@ -39,19 +37,12 @@ BookmarksFeature g_bookmarks(SystemFiles(), g_install_folder, &g_bookmarks_shell
 WmaInputPlugin g_wma(SystemFiles());
 FixedPointEffects g_effects(SystemEffectsPlatform());
 
-template <class Plugin>
-bool QueryFile(Plugin& plugin, const wchar_t* path, MediaTexts* texts) noexcept {
-  uint32_t ignored = 0;
-  return plugin.GetFileInfo(path, nullptr, texts->album, &texts->format, nullptr, &ignored,
-                            texts->artist, texts->title) != 0;
-}
-
 bool FeatureInformation::OggInformation(const wchar_t* path, MediaTexts* texts) noexcept {
-  return QueryFile(g_ogg_vorbis, path, texts);
+  return QueryPlugin(g_ogg_vorbis, path, texts);
 }
 
 bool FeatureInformation::WmaInformation(const wchar_t* path, MediaTexts* texts) noexcept {
-  return QueryFile(g_wma, path, texts);
+  return QueryPlugin(g_wma, path, texts);
 }
 
 bool FeatureInformation::WmaAvailable() noexcept {

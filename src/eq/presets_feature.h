@@ -21,6 +21,13 @@ class PresetPrompts {
   ~PresetPrompts() = default;
 };
 
+// As dialogs on the screen: src/eq/windows.
+class PresetQuestions final : public PresetPrompts {
+ public:
+  bool AskName(WindowHandle parent, wchar_t (&name)[kTextCapacity]) noexcept override;
+  bool ConfirmOverwrite(WindowHandle parent) noexcept override;
+};
+
 // What hosts find in the feature's object, in this order, behind its table of operations: the names
 // of the files ("Rock.eqf") of one folder or several.
 struct PresetNames {

@@ -11,23 +11,13 @@ class EntryAdder final : public PathSink {
       : sources_(sources), list_(list) {}
 
   void AddMedia(MediaKind kind, const wchar_t* path, const ListPosition*) noexcept override {
-    if (sources_.files.Exists(path) && Add(kind, path)) list_->back().item = kEntryFlag;
-  }
-
- private:
-  bool Add(MediaKind kind, const wchar_t* path) noexcept {
-    switch (kind) {
-      case MediaKind::kMpeg:
-        return AddMpegEntry(sources_.files, path, list_);
-      case MediaKind::kOgg:
-        return AddOggEntry(sources_.information, path, list_);
-      case MediaKind::kWma:
-        return AddWmaEntry(sources_.information, path, list_);
-      default:
-        return false;
+    if (sources_.files.Exists(path) &&
+        AddMediaEntry(kind, sources_.files, sources_.information, path, list_)) {
+      list_->back().item = kEntryFlag;
     }
   }
 
+ private:
   const PlaylistSources& sources_;
   EntryList* list_;
 };

@@ -3,7 +3,7 @@
 
 #include "base/files/file_system.h"
 #include "catalog/media/entry_list.h"
-#include "catalog/media/media_information.h"
+#include "catalog/media/add_entry.h"
 #include "playlist/expansion.h"
 
 namespace kelvo {

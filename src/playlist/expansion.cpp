@@ -22,7 +22,7 @@ class Expansion {
   void Run(const wchar_t* path, ListFormat format) noexcept {
     Push(path, format, nullptr);
     while (!lists_.empty()) {
-      if (!TakeLine()) Pop();
+      if (!ReadLine()) Pop();
     }
   }
 
@@ -30,7 +30,7 @@ class Expansion {
   static constexpr size_t kMostOpenFiles = 8;
 
   // False at the end of the innermost list.
-  bool TakeLine() noexcept {
+  bool ReadLine() noexcept {
     OpenList& list = lists_.back();
     ListPosition at = {list.path.c_str(), list.line, list.in_line, {}};
     if (!lines_.Next(&at.text)) {
@@ -45,17 +45,16 @@ class Expansion {
       sink_.Skip(Skipped::kLine, L"", &at);
       return true;
     }
-    size_t length;
-    if (!MakeEntryPath(entry, list_path_, path_, &length)) {
+    if (!MakeEntryPath(entry, list_path_, path_)) {
       sink_.Skip(Skipped::kTooLong, L"", &at);
       return true;
     }
-    return TakePath(length, at);
+    return FollowPath(at);
   }
 
   // What a line names, path_; false when the list is to be left.
-  bool TakePath(size_t length, const ListPosition& at) noexcept {
-    const MediaKind kind = MediaKindOf(path_, length);
+  bool FollowPath(const ListPosition& at) noexcept {
+    const MediaKind kind = MediaKindOf(path_);
     ListFormat format;
     if (ListFormatOf(kind, &format)) {
       Push(path_, format, &at);

@@ -105,10 +105,10 @@ bool ToListPath(const wchar_t* path, ListPath* list) noexcept {
   return true;
 }
 
-bool MakeEntryPath(const ListEntry& entry, const ListPath& list, wchar_t (&path)[kTextCapacity],
-                   size_t* length) noexcept {
+bool MakeEntryPath(const ListEntry& entry, const ListPath& list,
+                   wchar_t (&path)[kTextCapacity]) noexcept {
   if (!entry.in_folder) {
-    *length = AnsiToWide(entry.text, entry.length, path, kTextCapacity);
+    AnsiToWide(entry.text, entry.length, path, kTextCapacity);
     return true;
   }
   // Joined before the conversion: the bytes of one character never come apart.
@@ -116,7 +116,7 @@ bool MakeEntryPath(const ListEntry& entry, const ListPath& list, wchar_t (&path)
   if (list.folder_length + entry.length >= kTextCapacity) return false;
   memcpy(joined, list.folder, list.folder_length);
   memcpy(joined + list.folder_length, entry.text, entry.length);
-  *length = AnsiToWide(joined, list.folder_length + entry.length, path, kTextCapacity);
+  AnsiToWide(joined, list.folder_length + entry.length, path, kTextCapacity);
   return true;
 }
 

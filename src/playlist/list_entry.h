@@ -56,8 +56,8 @@ struct ListPath {
 // opened. *list is then unspecified.
 [[nodiscard]] bool ToListPath(const wchar_t* path, ListPath* list) noexcept;
 
-// False when folder and entry together are longer than a path may be. *length is the path's.
+// False when folder and entry together are longer than a path may be.
 [[nodiscard]] bool MakeEntryPath(const ListEntry& entry, const ListPath& list,
-                                 wchar_t (&path)[kTextCapacity], size_t* length) noexcept;
+                                 wchar_t (&path)[kTextCapacity]) noexcept;
 
 }  // namespace kelvo

@@ -138,7 +138,7 @@ SkinBlock ReadFromSkinArchive(ByteSource& archive, const char* name) noexcept {
   if (unzOpenCurrentFile2(zip.get(), nullptr, nullptr, kAsItIsPacked) != UNZ_OK) return {};
 
   SkinBlock block;
-  if (!block.Take(static_cast<uint32_t>(info.uncompressed_size)) ||
+  if (!block.Allocate(static_cast<uint32_t>(info.uncompressed_size)) ||
       !ReadMember(zip.get(), info.compression_method == Z_DEFLATED, &block) ||
       crc32(0, static_cast<const Bytef*>(block.data()), block.size()) != info.crc) {
     return {};

@@ -19,7 +19,7 @@ class SkinBlock {
   ~SkinBlock() { HeapGive(bytes_); }
 
   // A block of zeros; false when memory is out. For an empty block.
-  [[nodiscard]] bool Take(uint32_t size) noexcept {
+  [[nodiscard]] bool Allocate(uint32_t size) noexcept {
     bytes_ = HeapTakeZeroed(size, 1);
     size_ = bytes_ ? size : 0;
     return bytes_ != nullptr;

@@ -13,7 +13,7 @@ namespace {
 SkinBlock ReadWhole(FileReader& file) noexcept {
   const uint64_t size = file.SizeBytes();
   SkinBlock block;
-  if (size > UINT32_MAX || !block.Take(static_cast<uint32_t>(size))) return {};
+  if (size > UINT32_MAX || !block.Allocate(static_cast<uint32_t>(size))) return {};
   if (file.ReadAt(0, block.data(), block.size()) != ReadResult::kOk) return {};
   return block;
 }

@@ -8,8 +8,7 @@
 #include <utility>
 
 #include "tests/support/asf_builder.h"
-#include "tests/support/failing_source.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/media_files.h"
 #include "tests/support/wide_text.h"
 
@@ -122,6 +121,10 @@ TEST(AsfHeaderTest, KeepsTheFirstValue) {
                                              "rrrr"))
            .Extended(1, B::Text("WM/Genre", "G")),
        "T|P||G|P - T", kNoAsfTrack},
+      {"a long text that breaks off",
+       B().Extended(
+           1, Le(16, 2) + Utf16("WM/Genre") + Le(0, 2) + Le(30000, 2) + std::string(9000, 'g')),
+       "||||x", kNoAsfTrack},
       {"text attribute as number", B().Extended(1, B::Number("WM/Genre", 65)), "||||x",
        kNoAsfTrack},
       {"longer name", B().Extended(1, B::Text("WM/GenreID", "G")), "||||x", kNoAsfTrack},
@@ -281,6 +284,9 @@ TEST(AsfHeaderTest, EndsTheWalkAtImpossibleSizesAndCounts) {
   }
   EXPECT_EQ(Read(AsfBuilder().FileProperties(10000, 0).Count(0xFFFFFFFF).Build())->length_ms, 1u);
   EXPECT_EQ(Read(AsfBuilder().FileProperties(10000, 0).Count(0).Build())->length_ms, 0u);
+  EXPECT_EQ(
+      Read(AsfBuilder().Unknown(1).FileProperties(10000, 0).Unknown(1).Count(1).Build())->length_ms,
+      0u);
   EXPECT_EQ(Texts(*Read(AsfBuilder()
                             .Object(AsfBuilder::kExtended,
                                     Le(0xFFFF, 2) + AsfBuilder::Text("WM/Genre", "G"))

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/memory/heap_text.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {

@@ -31,13 +31,13 @@ std::string Newest(FileSystem& files, const wchar_t* path) {
 }
 
 TEST(FileReplacementTest, LeavesTheOldOrTheNewFileWhateverFails) {
-  for (const char* old : {"old", "none"}) {
+  for (const std::string old : {"old", "none"}) {
     for (const bool from_then_on : {false, true}) {
-      for (long successes = 0;; ++successes) {
-        SCOPED_TRACE(testing::Message() << old << " " << from_then_on << " " << successes);
+      SCOPED_TRACE(old + (from_then_on ? ", all later calls" : ", one call"));
+      const long calls = test::Sweep([&](long n) {
         MemoryFiles files;
-        if (std::string(old) == "old") files["\\a.m3u"] = "old";
-        files.FailAfter(successes, from_then_on);
+        if (old == "old") files["\\a.m3u"] = "old";
+        files.FailAfter(n, from_then_on);
         const bool replaced = Replace(files, L"\\a.m3u", "the new one");
         const bool failed = files.fault_triggered();
         files.FailAfter(-1);
@@ -47,15 +47,11 @@ TEST(FileReplacementTest, LeavesTheOldOrTheNewFileWhateverFails) {
         const bool finished = files.Find("\\a.m3$") != nullptr;
         EXPECT_EQ(Newest(files, L"\\a.m3u"), replaced || finished ? "the new one" : old);
         EXPECT_FALSE(files.Find("\\a.m3$")) << "put in its place";
-        if (!from_then_on) {
-          EXPECT_FALSE(files.Find("\\a.m3~"));
-        }
-        if (!failed) {
-          EXPECT_TRUE(replaced);
-          EXPECT_EQ(successes, 7);
-          break;
-        }
-      }
+        EXPECT_TRUE(from_then_on || !files.Find("\\a.m3~"));
+        EXPECT_TRUE(failed || replaced);
+        return failed;
+      });
+      EXPECT_EQ(calls, 7) << "attributes, create, two writes, flush, two moves";
     }
   }
 }
@@ -80,11 +76,19 @@ TEST(FileReplacementTest, WritesBesideAnyFile) {
   const struct {
     std::string path, beside;  // none: refused
   } cases[] = {
-      {"\\a.m3u", "\\a.m3~"}, {"\\a", "\\~"},   {"\\a~", "\\a!"},
-      {"\\a$", "\\a!"},       {longest, "\\" + std::string(257, 'n') + "~"},
-      {longest + "n", ""},    {"", ""},         {"\\", ""},
-      {"\\f\\", ""},          {"\\f/", ""},     {"\\f", ""},
-      {"\\kept", ""},         {"\\none\\a", ""},
+      {"\\a.m3u", "\\a.m3~"},
+      {"\\a", "\\~"},
+      {"\\a~", "\\a!"},
+      {"\\a$", "\\a!"},
+      {longest, "\\" + std::string(257, 'n') + "~"},
+      {longest + "n", ""},
+      {"", ""},
+      {"\\", ""},
+      {"\\f\\", ""},
+      {"\\f/", ""},
+      {"\\f", ""},
+      {"\\kept", ""},
+      {"\\none\\a", ""},
   };
   for (const auto& c : cases) {
     MemoryFiles files;

@@ -7,7 +7,7 @@
 #include "base/bytes/little_endian.h"
 #include "base/bytes/memory_source.h"
 #include "base/files/file_system.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
+#include <string.h>
 
 #include <algorithm>
 #include <string>
 
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
+#include "tests/support/code_page.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {
@@ -99,22 +101,102 @@ TEST(WideTest, CutsWhatDoesNotFit) {
   EXPECT_EQ(Utf8(FileNameOf(L"c.ogg")), "c.ogg");
 }
 
-TEST(AnsiTest, ConvertsWhatTheCodePageHoldsAndMarksTheRest) {
+struct CodePageCase {
+  unsigned code_page;
+  const char* text;
+  std::string bytes;
+};
+
+const CodePageCase kCodePages[] = {
+    {1252, "A\u20AC\u00E9z", "A\x80\xE9z"},
+    {kUtf8CodePage, "A\u00E9\u8868\U0001F600z", "A\u00E9\u8868\U0001F600z"},
+#ifdef _WIN32
+    {932, "A\u30BD\u8868\uFF71z", "A\x83\x5C\x95\x5C\xB1z"},
+#endif
+};
+
+TEST(AnsiTest, ConvertsWithEveryCodePage) {
+  for (const CodePageCase& c : kCodePages) {
+    SCOPED_TRACE(c.code_page);
+    const test::CodePage code_page(c.code_page);
+    const Wide wide(c.text);
+    const size_t units = WideLength(wide);
+    bool lossy = false;
+    // Whatever fits are whole characters, in both directions.
+    for (size_t capacity = 0; capacity <= c.bytes.size() + 1; ++capacity) {
+      std::string bytes(capacity, '#');
+      const size_t length = WideToAnsi(wide, 99, bytes.data(), capacity, &lossy);
+      ASSERT_LE(length, capacity);
+      EXPECT_LE(std::min(capacity, c.bytes.size()) - length, 3u);
+      EXPECT_EQ(bytes.substr(0, length), c.bytes.substr(0, length));
+      wchar_t back[16];
+      const size_t count = AnsiToWide(bytes.data(), length, back, 16);
+      EXPECT_TRUE(count <= units && memcmp(back, wide.c_str(), count * sizeof(wchar_t)) == 0) << count;
+      EXPECT_EQ(count == units, length == c.bytes.size());
+      EXPECT_EQ(AnsiFolderLength(bytes.data(), length), 0u) << "no backslash among them";
+    }
+    for (size_t capacity = 1; capacity <= units + 1; ++capacity) {
+      wchar_t text[16];
+      const size_t count = AnsiToWide(c.bytes.c_str(), 99, text, capacity);
+      EXPECT_TRUE(count < capacity && memcmp(text, wide.c_str(), count * sizeof(wchar_t)) == 0);
+      EXPECT_EQ(text[count], 0);
+      EXPECT_LE(capacity - 1 - count, 1u) << "but for half a pair";
+    }
+    EXPECT_FALSE(lossy);
+    const std::string path = c.bytes + "\\" + c.bytes;
+    EXPECT_EQ(AnsiFolderLength(path.data(), path.size()), c.bytes.size() + 1);
+    // What no code page has, the first three characters of the text given.
+    char bytes[16];
+    const size_t length = WideToAnsi(L"a\xD83D.b", 3, bytes, sizeof(bytes), &lossy);
+    EXPECT_EQ(std::string(bytes, length), "a?.");
+    EXPECT_TRUE(lossy);
+  }
+}
+
+TEST(AnsiTest, ReplacesWhatTheCodePageLacksAndWhatIsBroken) {
   char bytes[8];
-  bool lossy = false;
-  EXPECT_EQ(WideToAnsi(L"A\x20AC\xE9", 99, bytes, sizeof(bytes), &lossy), 3u);
-  EXPECT_EQ(std::string(bytes, 3), "A\x80\xE9");
-  EXPECT_FALSE(lossy);
-  const size_t length = WideToAnsi(L"\x4E2D\xD83D\xDE00.", 99, bytes, sizeof(bytes), &lossy);
-  EXPECT_EQ(bytes[length - 1], '.');
-  EXPECT_TRUE(lossy);
-  EXPECT_EQ(bytes[0], '?');
-  EXPECT_EQ(WideToAnsi(L"123456789", 99, bytes, sizeof(bytes), nullptr), 8u);
-  EXPECT_EQ(WideToAnsi(L"123456789", 4, bytes, sizeof(bytes), nullptr), 4u);
-  wchar_t wide[4];
-  EXPECT_EQ(AnsiToWide("\x80xyz", 99, wide, 4), 3u);
-  EXPECT_EQ(Utf8(wide), "\u20ACxy");
-  EXPECT_EQ(AnsiToWide("ab\0cd", 5, wide, 4), 2u);
+  wchar_t wide[8];
+  {
+    const test::CodePage code_page(1252);
+    bool lossy = false;
+    const size_t length = WideToAnsi(L"\x4E2D\xD83D\xDE00.", 99, bytes, sizeof(bytes), &lossy);
+    EXPECT_EQ(bytes[length - 1], '.');
+    EXPECT_EQ(bytes[0], '?');
+    EXPECT_TRUE(lossy);
+    EXPECT_EQ(AnsiToWide("ab\0cd", 5, wide, 8), 2u);
+  }
+  const test::CodePage code_page(kUtf8CodePage);
+  for (const char* broken : {"\xC3z", "\xE8\xA1z", "\x80z", "\xFFz", "\xC0\x80z", "\xED\xA0\x80z"}) {
+    const size_t count = AnsiToWide(broken, 99, wide, 8);
+    ASSERT_GE(count, 2u) << broken;
+    EXPECT_EQ(wide[0], 0xFFFD) << broken;
+    EXPECT_EQ(wide[count - 1], L'z') << broken;
+  }
+  EXPECT_EQ(AnsiToWide("\xC3\xA9", 1, wide, 8), 1u) << "cut off by the length";
+  EXPECT_EQ(wide[0], 0xFFFD);
+}
+
+TEST(AnsiTest, FindsFoldersBetweenCharacters) {
+  const test::CodePage code_page(932);
+  const struct {
+    std::string path;
+    size_t want;
+  } kCases[] = {
+      {"", 0},
+      {"a", 0},
+      {"\\", 1},
+      {"\\a\\b", 3},
+      {"\\a\\", 3},
+      {"\x83\x5C.mp3", 0},      // the backslash is half of a character
+      {"\x95\x5C\\a", 3},       // and here a backslash follows it
+      {"\xB1\\a", 2},           // a character of one byte
+      {"\\\x95", 1},            // cut off behind the lead byte
+      {"\\\xE0\x5C\xFC\x5C", 1},
+      {"\xA0\\a", 2},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(AnsiFolderLength(c.path.data(), c.path.size()), c.want) << c.path;
+  }
 }
 
 }  // namespace

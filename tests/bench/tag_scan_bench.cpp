@@ -11,6 +11,7 @@
 
 #include "tests/bench/measure.h"
 #include "catalog/media/add_entry.h"
+#include "tests/support/fake_information.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/wide_text.h"
 
@@ -31,6 +32,7 @@ void BareLoop(const std::vector<std::string>& names) {
 }  // namespace
 
 int main() {
+  kelvo::test::FakeInformation no_plugins;
   std::filesystem::create_directories(kFolder);
   std::vector<std::string> names;
   std::vector<kelvo::test::Wide> paths;
@@ -46,7 +48,10 @@ int main() {
       "tag scan, 10,000 files", 1.25,
       [&] {
         kelvo::EntryList list;
-        for (const auto& path : paths) kelvo::AddMpegEntry(kelvo::SystemFiles(), path, &list);
+        for (const auto& path : paths) {
+          kelvo::AddMediaEntry(kelvo::MediaKind::kMpeg, kelvo::SystemFiles(), no_plugins, path,
+                               &list);
+        }
         tagged = 0;
         for (const kelvo::MediaEntry& entry : list) tagged += entry.tag ? 1 : 0;
       },

@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "base/text/wide.h"
 #include "tests/bookmarks/bookmark_text.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/memory_files.h"
 
 namespace kelvo {
@@ -71,104 +70,89 @@ TEST(BookmarkListTest, ReadsWhatItCanOfAnyFile) {
 
 // Three records, of which the second one's description is empty; across a block's border.
 std::string Sample() {
-  return "\\Music\\" + Repeat(240, 'x') + ".ogg\r\n3725\r\n" + Repeat(259, 'd') +
-         "\r\n\\b\r\n-1\r\n\r\n\\c\r\n0\r\nlast\r\n";
+  return Utf16("\\Music\\" + Repeat(240, 'x') + ".ogg\r\n3725\r\n" + Repeat(259, 'd') +
+               "\r\n\\b\r\n-1\r\n\r\n\\c\r\n0\r\nlast\r\n");
+}
+
+Strings FirstOf(const Strings& all, size_t count) {
+  return Strings(all.begin(), all.begin() + static_cast<long>(count));
 }
 
 TEST(BookmarkListTest, EveryTruncationKeepsTheRecordsBefore) {
-  const std::string file = Utf16(Sample());
-  const Strings whole = ReadTexts(file);
+  const Strings whole = ReadTexts(Sample());
   ASSERT_EQ(whole.size(), 3u);
-  for (size_t bytes = 0; bytes < file.size(); ++bytes) {
-    const Strings got = ReadTexts(file.substr(0, bytes));
-    ASSERT_LE(got.size(), whole.size());
+  size_t least = 0;
+  test::SweepTruncations(Sample(), [&](const std::string& cut) {
+    Strings got = ReadTexts(cut);
+    ASSERT_GE(got.size(), least);
+    least = got.size();
     // The last one may be cut anywhere behind the start of its position.
-    for (size_t i = 0; i + 1 < got.size(); ++i) ASSERT_EQ(got[i], whole[i]) << bytes;
-    const size_t lines =
-        bytes / 2 == 0
-            ? 0
-            : static_cast<size_t>(std::count(file.begin(), file.begin() + long(bytes), '\r'));
-    // CR of a position read, or a unit of it: the record counts.
-    ASSERT_GE(got.size(), (lines + 1) / 3) << bytes;
-  }
+    if (!got.empty()) got.pop_back();
+    ASSERT_EQ(got, FirstOf(whole, got.size()));
+  });
+  EXPECT_EQ(least, 3u);
 }
 
 TEST(BookmarkListTest, EveryFailingReadKeepsTheRecordsBefore) {
-  test::MemoryFiles files;
-  files["f"] = Utf16(Sample() + Sample() + Sample());
-  int sweeps = 0;
-  for (int32_t last = 0;; ++sweeps) {
-    files.reads = 0;
-    files.failing_read = sweeps;
+  const std::string file = Sample() + Sample() + Sample();
+  const Strings whole = ReadTexts(file);
+  const long reads = test::Sweep([&](long n) {
+    test::FailingSource source(file, n);
     BookmarkList list;
-    OpenFile<FileReader> file = files.OpenRead(L"f", Share::kNone);
-    ReadBookmarks(*file, &list);
-    ASSERT_GE(list.size(), last);
-    last = list.size();
-    const Strings whole = ReadTexts(files["f"]);
-    ASSERT_EQ(test::Texts(list), Strings(whole.begin(), whole.begin() + long(last)));
-    if (files.reads <= sweeps) {
-      EXPECT_EQ(last, 9);
-      break;
-    }
-    ASSERT_TRUE(sweeps != 1 || last < 9) << "a read that fails ends the list";
-  }
-  EXPECT_GT(sweeps, 3);
+    ReadBookmarks(source, &list);
+    const size_t count = static_cast<size_t>(list.size());
+    EXPECT_EQ(test::Texts(list), FirstOf(whole, count));
+    EXPECT_EQ(count == 9, n >= 4) << "the last one finds the end";
+    return source.triggered();
+  });
+  EXPECT_EQ(reads, 5) << "blocks of 1 KiB, and the end";
 }
 
 TEST(BookmarkListTest, EveryFailingAllocationKeepsTheRecordsBefore) {
-  const std::string bytes = Utf16(Sample());
-  const Strings whole = ReadTexts(bytes);
-  for (int successes = 0;; ++successes) {
-    MemorySource source(bytes.data(), bytes.size());
-    BookmarkList list;
-    bool triggered;
-    {
-      test::HeapFaults faults(successes);
-      ReadBookmarks(source, &list);
-      triggered = faults.triggered();
-    }
-    ASSERT_EQ(test::Texts(list), Strings(whole.begin(), whole.begin() + long(list.size())));
-    ASSERT_EQ(list.size() == 3, !triggered);
-    if (!triggered) {
-      EXPECT_EQ(successes, 7) << "one block of list and two texts a record";
-      break;
-    }
-  }
+  const std::string file = Sample();
+  const Strings whole = ReadTexts(file);
+  BookmarkList list;
+  const long requests = test::SweepHeap(
+      [&] {
+        MemorySource source(file.data(), file.size());
+        list.Clear();
+        ReadBookmarks(source, &list);
+      },
+      [&](bool failed) {
+        EXPECT_EQ(test::Texts(list), FirstOf(whole, static_cast<size_t>(list.size())));
+        EXPECT_EQ(list.size() == 3, !failed);
+      });
+  EXPECT_EQ(requests, 7) << "one block of list and two texts a record";
 }
 
 TEST(BookmarkListTest, WritesWhatReadsBackAsTheSameBookmarks) {
   BookmarkList list;
-  const auto add = [&](const char* path, int32_t position_s, const char* description) {
+  const auto add = [&](const std::string& path, int32_t position_s, const char* description) {
     Bookmark bookmark;
     bookmark.position_s = position_s;
     ASSERT_TRUE(bookmark.path.Assign(test::Wide(path)));
     ASSERT_TRUE(bookmark.description.Assign(test::Wide(description)));
     ASSERT_TRUE(list.Insert(list.size(), std::move(bookmark)));
   };
-  const std::string long_path = "\\Music\\" + Repeat(240, 'x') + ".ogg";
-  add(long_path.c_str(), 3725, Repeat(259, 'd').c_str());
+  const std::string long_path = "\\Music\\" + Repeat(252, 'x');
+  const std::string long_text = Repeat(259, 'd');
+  add(long_path, 3725, long_text.c_str());
   add("", 7, "would end the list");
   ASSERT_TRUE(list.Insert(1, Bookmark())) << "without texts";
   add("\\b\r\n", INT32_MIN, "Live\r\nin\rRome\n");
   add("\\c", 0, "");
-  const std::string want = Utf16(long_path + "\r\n3725\r\n" + Repeat(259, 'd') +
+  const std::string want = Utf16(long_path + "\r\n3725\r\n" + long_text +
                                  "\r\n\\b  \r\n-2147483648\r\nLive  in Rome \r\n\\c\r\n0\r\n\r\n");
   test::MemoryFiles files;
-  for (int failing = 0;; ++failing) {
-    files.writes = 0;
-    files.failing_write = failing;
+  const long writes = test::Sweep([&](long n) {
+    files.FailAfter(n, false, "write");
     OpenFile<FileWriter> out = files.Create(L"f", Share::kNone);
     const bool ok = WriteBookmarks(*out, list);
-    out.Close();
-    ASSERT_EQ(want.substr(0, files["f"].size()), files["f"]);
-    if (ok) {
-      EXPECT_EQ(files["f"], want);
-      EXPECT_EQ(failing, files.writes) << "the sweep passed every write";
-      break;
-    }
-    ASSERT_EQ(files.writes, failing + 1) << "nothing follows a failed write";
-  }
+    EXPECT_EQ(files["f"], want.substr(0, ok ? want.size() : static_cast<size_t>(n) * 1024))
+        << "nothing follows a failed write";
+    return !ok;
+  });
+  EXPECT_EQ(writes, 2);
   EXPECT_EQ(ReadTexts(want).size(), 3u);
 }
 

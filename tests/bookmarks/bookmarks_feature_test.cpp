@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/bookmarks/bookmark_text.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
@@ -36,7 +36,7 @@ class BookmarksFeatureTest : public ::testing::Test {
   void Load(const std::string& text) {
     files_[kFile] = Utf16(text);
     feature_.LoadBookmarks();
-    files_.reads = files_.writes = 0;
+    files_.log.clear();
   }
 
   Strings List() {
@@ -95,7 +95,7 @@ TEST_F(BookmarksFeatureTest, IndicesOutsideTheListDoNothing) {
     EXPECT_EQ(Utf8(text) + std::to_string(position), "before7");
     feature_.UpdateBookmark(index, L"b", 2, L"y");
   }
-  EXPECT_EQ(files_.writes, 0);
+  EXPECT_EQ(std::count(files_.log.begin(), files_.log.end(), "create \\V\\bookmarks.da~"), 0);
   EXPECT_EQ(List(), Strings{"a|1|x (dead)"});
   feature_.UpdateBookmark(0, L"b", 2, L"y");
   EXPECT_EQ(Saved(), Utf16("b\r\n2\r\ny\r\n"));
@@ -221,6 +221,7 @@ TEST_F(BookmarksFeatureTest, SortsByTheClickedColumn) {
   ASSERT_TRUE(store.Add(L"\\alive", INT32_MAX, L"Alpha"));
   ASSERT_TRUE(store.Add(L"\\alive", 5, L"BÉTÄ"));
   const auto orders = [&] {
+    EXPECT_EQ(store.Compare(0, 0), 0);
     std::string all;
     for (const auto& pair : {std::pair(0, 1), std::pair(1, 2), std::pair(0, 2)}) {
       const int result = store.Compare(pair.first, pair.second);
@@ -279,63 +280,46 @@ TEST_F(BookmarksFeatureTest, AsksForTheFolderEachTime) {
 
 TEST_F(BookmarksFeatureTest, AFailedSaveKeepsListAndFile) {
   Load("a\r\n1\r\nx\r\n");
-  files_.refuse_create = true;
+  files_.FailAfter(0, false, "write");
   EXPECT_NE(feature_.AddBookmark(L"b", 2, L"y"), 0);
-  files_.refuse_create = false;
-  files_.failing_write = 0;
-  EXPECT_NE(feature_.AddBookmark(L"c", 3, L"z"), 0);
   EXPECT_EQ(Saved(), Utf16("a\r\n1\r\nx\r\n"));
-  EXPECT_EQ(List(), (Strings{"a|1|x (dead)", "b|2|y (dead)", "c|3|z (dead)"}));
+  EXPECT_EQ(List(), (Strings{"a|1|x (dead)", "b|2|y (dead)"}));
   EXPECT_EQ(files_.open_now, 0);
 }
 
 TEST_F(BookmarksFeatureTest, WithoutMemoryNothingChanges) {
   const struct {
     const char* name;
-    int32_t (*act)(BookmarksFeature&);
-    int requests;
+    void (*act)(BookmarksFeature&);
+    long requests;
   } cases[] = {
-      {"add", [](BookmarksFeature& f) { return f.AddBookmark(L"n", 9, L"d"); }, 3},
-      {"longer texts",
+      {"add",
        [](BookmarksFeature& f) {
-         f.UpdateBookmark(0, L"nn", 9, L"dd");
-         return f.GetBookmark(0, nullptr, nullptr, nullptr);
-       },
-       2},
-      {"texts that are not longer",
-       [](BookmarksFeature& f) {
-         f.UpdateBookmark(0, L"n", 9, L"");
-         return f.GetBookmark(0, nullptr, nullptr, nullptr);
-       },
-       0},
-      {"set last played",
-       [](BookmarksFeature& f) {
-         f.SetLastPlayed(L"n", 9, L"d");
-         return f.GetBookmark(0, nullptr, nullptr, nullptr);
+         int32_t position = -1;
+         const bool added = f.AddBookmark(L"n", 9, L"d") != 0;
+         f.GetBookmark(50, nullptr, nullptr, &position);
+         EXPECT_EQ(added, position == 9);
        },
        3},
+      {"longer texts", [](BookmarksFeature& f) { f.UpdateBookmark(0, L"nn", 9, L"dd"); }, 2},
+      {"texts as long", [](BookmarksFeature& f) { f.UpdateBookmark(0, L"n", 9, L""); }, 0},
+      {"set last played", [](BookmarksFeature& f) { f.SetLastPlayed(L"n", 9, L"d"); }, 3},
   };
-  files_["n"];
-  files_["nn"];
-  files_.refuse_create = true;  // an opened file would take memory too
-  std::string full;             // the next one needs a longer array
+  std::string full;  // the next one needs a longer array
   for (int i = 0; i < 50; ++i) full += "a\r\n1\r\nx\r\n";
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
-    for (int successes = 0;; ++successes) {
+    const long requests = test::Sweep([&](long n) {
+      files_.FailAfter(-1);
       Load(full);
       const Strings before = List();
-      test::HeapFaults faults(successes);
-      const int32_t result = c.act(feature_);
-      if (!faults.triggered()) {
-        EXPECT_NE(result, 0);
-        EXPECT_NE(List(), before);
-        EXPECT_EQ(successes, c.requests);
-        break;
-      }
-      EXPECT_EQ(result, 0);
-      EXPECT_EQ(List(), before);
-    }
+      files_.FailAfter(0, true, "create");  // an opened file would take memory too
+      const test::HeapFaults faults(n);
+      c.act(feature_);
+      EXPECT_EQ(List() == before, faults.triggered());
+      return faults.triggered();
+    });
+    EXPECT_EQ(requests, c.requests);
   }
 }
 

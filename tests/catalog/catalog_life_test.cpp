@@ -4,20 +4,18 @@
 
 #include <optional>
 
-#include "catalog/pages/delete_entry.h"
-#include "catalog/pages/hand_over.h"
-#include "catalog/pages/playlist_edit.h"
-#include "catalog/pages/renamed_path.h"
+#include "catalog/lists/current_playlist.h"
+#include "catalog/lists/device_scan.h"
+#include "catalog/lists/file_changes.h"
 #include "catalog/tag_editor/tag_edit.h"
 #include "catalog/tree/build_tree.h"
-#include "catalog/tree/checked_files.h"
-#include "catalog/tree/device_scan.h"
+#include "catalog/tree/checks.h"
 #include "playlist/add_path.h"
 #include "playlist/m3u_writer.h"
 #include "playlist/save_dialog_state.h"
 #include "tests/catalog/text_tree.h"
 #include "tests/support/fake_information.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
 

@@ -1,11 +1,11 @@
 // The sheet: when it scans, how its pages are laid out, which order and language it opens in.
 #include "base/windows/registry.h"
 #include "bookmarks/bookmarks_feature.h"
-#include "bookmarks/windows/bookmarks_window.h"
 #include "kelvo/settings.h"
+#include "tests/bookmarks/bookmark_text.h"
 #include "tests/catalog/catalog_window_fixture.h"
 #include "tests/language/test_resources.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/owned_objects.h"
 
 namespace kelvo {
@@ -22,9 +22,7 @@ TEST_F(CatalogSheetTest, OnlyTheFirstShowingScans) {
     if (call == "list \\*.*") scanned = GetTickCount();
   };
   const DWORD shown = GetTickCount();
-  driver_.Show([&] {
-    EXPECT_TRUE(test::WaitFor([&] { return driver_.Items() == kLists; }));
-  });
+  driver_.Show([&] { EXPECT_TRUE(test::WaitFor([&] { return driver_.Items() == kLists; })); });
   EXPECT_EQ(Scans(), 1);
   EXPECT_GE(scanned - shown, 480u) << "the sheet is to be seen before";
   driver_.Show([&] {
@@ -206,12 +204,7 @@ TEST_F(CatalogSheetTest, IsShownOnceAtATime) {
 
 // The bookmarks window and the dialog for saving a playlist exclude each other.
 TEST_F(CatalogSheetTest, OneFeatureDialogIsOpenAtATime) {
-  class Folder final : public InstallFolder {
-   public:
-    void Read(wchar_t (&folder)[kTextCapacity]) noexcept override {
-      CopyWide(folder, kTextCapacity, L"\\V");
-    }
-  } folder;
+  test::FixedFolder folder;
   BookmarksShell shell;
   BookmarksFeature bookmarks(driver_.files, folder, &shell);
   ShowAfterScan(2, [&] {
@@ -320,7 +313,7 @@ TEST_F(CatalogSheetTest, OpensWithoutAnyMemory) {
   });
 }
 
-TEST_F(CatalogSheetTest, FiftyOpeningsLeaveNothingBehind) {
+TEST_F(CatalogSheetTest, ManyOpeningsLeaveNothingBehind) {
   // The editor and the save dialog are opened and closed, too.
   const auto open = [&](bool everything) {
     driver_.Show([&] {
@@ -344,8 +337,8 @@ TEST_F(CatalogSheetTest, FiftyOpeningsLeaveNothingBehind) {
   ShowAfterScan(1, [] {});
   for (int i = 0; i < 3; ++i) open(true);  // what the system keeps from the first times on
   const test::Owned before = test::CountOwned();
-  for (int i = 0; i < 50; ++i) open(i >= 40);
-  EXPECT_EQ(test::Grown(before, 50), "");
+  for (int i = 0; i < 30; ++i) open(i >= 24);
+  EXPECT_EQ(test::Grown(before, 30), "");
 }
 
 }  // namespace

@@ -1,12 +1,11 @@
-#include "catalog/tree/check_rules.h"
+#include "catalog/tree/checks.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "catalog/tree/checked_files.h"
 #include "tests/catalog/text_tree.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 
 namespace kelvo {
 namespace {

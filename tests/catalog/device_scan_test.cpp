@@ -1,9 +1,9 @@
-#include "catalog/tree/device_scan.h"
+#include "catalog/lists/device_scan.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/support/fake_information.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
 

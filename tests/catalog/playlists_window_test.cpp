@@ -74,8 +74,8 @@ TEST_F(PlaylistsPageTest, FillingStopsAtAnItemThatFails) {
   ShowAfterScan(0, [&] {
     const auto set_procedure = [&](WNDPROC procedure) {
       driver_.Run([&] {
-        g_list_procedure = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(
-            driver_.List(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
+        g_list_procedure = reinterpret_cast<WNDPROC>(
+            SetWindowLongPtrW(driver_.List(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
       });
     };
     set_procedure(&RefuseTheFirstItem);

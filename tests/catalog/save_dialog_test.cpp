@@ -194,10 +194,10 @@ TEST_F(SaveDialogTest, AsksAndTellsBeforeItSaves) {
     }
 
     Type(L"no\\such\\folder");
-    driver_.Run([&] { driver_.files.refuse_create = true; });
+    driver_.Run([&] { driver_.files.FailAfter(0, true, "create"); });
     SaveAndAnswer(kNotCreatedText, IDOK);
     EXPECT_TRUE(IsOpen());
-    driver_.Run([&] { driver_.files.refuse_create = false; });
+    driver_.Run([&] { driver_.files.FailAfter(-1); });
 
     Type(L"a");
     EXPECT_EQ(Line(), "\\Lists\\a.m3u");

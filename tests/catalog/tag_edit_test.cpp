@@ -4,7 +4,8 @@
 #include <string.h>
 
 #include "base/text/wide.h"
-#include "tests/support/heap_faults.h"
+#include "catalog/lists/file_changes.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/wide_text.h"
@@ -149,7 +150,7 @@ TEST_F(TagFileTest, KeepsAttributesUnlessTheFileCannotBeOpened) {
     }
   };
   // attributes, set to normal, open, seek, write, restore: what each fault leaves behind.
-  const uint32_t want[] = {guarded, guarded, kAttributeNormal, guarded,
+  const uint32_t want[] = {guarded, guarded,          kAttributeNormal, guarded,
                            guarded, kAttributeNormal, guarded};
   for (long n = 0; n < 7; ++n) {
     list_.Clear();

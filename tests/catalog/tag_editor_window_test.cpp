@@ -1,5 +1,5 @@
 // The tag editor, opened on the Media Catalog page. What it makes of a tag: tag_edit_test.cpp.
-#include "catalog/media/genre_list.h"
+#include "catalog/media/id3v1.h"
 #include "tests/catalog/catalog_window_fixture.h"
 
 extern "C" BOOL WINAPI KelvoInputPanelState();
@@ -120,8 +120,9 @@ TEST_F(TagEditorTest, WritesWhatIsTyped) {
       const struct {
         int id;
         const std::string& text;
-      } fields[] = {{IDC_TAG_TITLE, c.title}, {IDC_TAG_ARTIST, c.artist}, {IDC_TAG_ALBUM, c.album},
-                    {IDC_TAG_YEAR, c.year},   {IDC_TAG_TRACK, c.track},   {IDC_TAG_COMMENT, c.comment}};
+      } fields[] = {{IDC_TAG_TITLE, c.title}, {IDC_TAG_ARTIST, c.artist},
+                    {IDC_TAG_ALBUM, c.album}, {IDC_TAG_YEAR, c.year},
+                    {IDC_TAG_TRACK, c.track}, {IDC_TAG_COMMENT, c.comment}};
       for (const auto& field : fields) Type(field.id, field.text);
       ChooseGenre(c.genre);
       Update();

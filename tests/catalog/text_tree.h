@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "catalog/tree/check_rules.h"
-#include "catalog/tree/tree_sink.h"
+#include "catalog/tree/catalog_tree.h"
+#include "catalog/tree/checks.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo::test {

@@ -1,26 +1,31 @@
 """Reads the #include lines of the product and fails when folders depend on each other in a circle, when
-a higher level is used by a lower one, when portable code includes a Windows header, or when the host
-knows more of the library than what is there for hosts.
+a higher room is used by a lower one, when portable code includes a Windows header, when the host
+knows more of the library than what is there for hosts, when a header for hosts needs a certain
+compiler, or when docs/architecture.md shows another order than the one that is held here.
 
 usage: check_includes.py ROOT COMPILE_COMMANDS_OF_THE_NATIVE_BUILD
+       check_includes.py --table      prints the order as the document shows it
 """
 import json
 import os
 import re
 import sys
 
-# Each level may use those before it. The longest prefix of a path decides.
-LEVELS = [
-    ["include/kelvo", "src/res"],
-    ["src/base"],
-    ["src/entry/language"],
-    ["src/effects", "src/input"],
-    ["src/input/vorbis", "src/input/wma"],
-    ["src/catalog/media"],
-    ["src/playlist", "src/bookmarks", "src/eq", "src/skins"],
-    ["src/catalog"],
-    ["src/entry"],
+# The rooms from the ground up: each may use those before it. The longest prefix of a path decides.
+ROOMS = [
+    (["include/kelvo"], "the contract with hosts"),
+    (["src/res"], "numbers of texts, dialogs, menus"),
+    (["src/base"], "the system, wrapped once"),
+    (["src/entry/language"], "texts, dialogs and menu bars in the user's language"),
+    (["src/effects", "src/input"], "the effects processor; what input plug-ins share"),
+    (["src/input/vorbis", "src/input/wma"], "the two input plug-ins"),
+    (["src/catalog/media"], "media files: kinds, tags"),
+    (["src/playlist", "src/bookmarks", "src/eq", "src/skins"], "one feature each"),
+    (["src/catalog"], "the catalog, which shows media and playlists"),
+    (["src/entry"], "the export, and the list of all features"),
 ]
+LEVELS = [names for names, _ in ROOMS]
+DOCUMENT = "docs/architecture.md"
 # The reference host uses the library as any program would, with one exception: the curve of the
 # equalizer is measured with effects of its own.
 HOST = ["host"]
@@ -28,6 +33,8 @@ FOR_HOSTS = ["include/kelvo", "host"]
 HOST_EXCEPTIONS = {("host/player/response.cpp", "src/effects")}
 WINDOWS_HEADERS = re.compile(r"^(windows|windef|winbase|winuser|wingdi|commctrl|prsht|mmsystem|ole2|"
                              r"oleauto|ocidl|objbase|shellapi|shlobj|aygshell)\.h$", re.IGNORECASE)
+# Words of compilers, but for those that only ask what is compiled for.
+COMPILERS_OWN = re.compile(r"\b__(?!cdecl\b|i386__\b)\w+|#pragma (?!once)|\b_Atomic\b")
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 
 
@@ -109,9 +116,36 @@ def check_portable(root, commands):
     return errors
 
 
+def check_contract(root):
+    errors = []
+    for path in sorted(files_of(root, [["include/kelvo"]])):
+        with open(os.path.join(root, path), encoding="utf-8") as file:
+            for number, line in enumerate(file, 1):
+                if COMPILERS_OWN.search(line.split("//", 1)[0]):
+                    errors.append(f"{path}:{number}: not every compiler knows this")
+    return errors
+
+
+def table():
+    lines = ["| rooms, from the ground up | what |", "|---|---|"]
+    for names, what in ROOMS:
+        lines.append(f"| {', '.join(f'`{name}/`' for name in names)} | {what} |")
+    return "\n".join(lines)
+
+
+def check_document(root):
+    with open(os.path.join(root, DOCUMENT), encoding="utf-8") as file:
+        shown = f"\n\n{table()}\n\n" in file.read()
+    return [] if shown else [f"{DOCUMENT} does not hold what check_includes.py --table prints"]
+
+
 def main():
+    if sys.argv[1:] == ["--table"]:
+        print(table())
+        return 0
     root, commands = sys.argv[1:3]
-    errors = check_levels(root) + check_host(root) + check_portable(root, commands)
+    errors = (check_levels(root) + check_host(root) + check_portable(root, commands) +
+              check_contract(root) + check_document(root))
     for error in errors:
         print(error)
     print(f"{len(errors)} bad includes")

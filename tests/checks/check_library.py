@@ -22,7 +22,7 @@ ALLOWED_BESIDE_IT = ALLOWED_IMPORTS | {"comdlg32.dll", "shell32.dll", "winmm.dll
 FEATURE_OBJECTS = "feature_objects"
 # In the order in which hosts rely on them; the first one has nothing to destroy.
 FEATURES = ["SkinReaderFeature", "CatalogFeature", "PresetsFeature", "OggVorbisPlugin",
-            "BookmarksFeature", "WmaPlugin", "FixedPointEffects"]
+            "BookmarksFeature", "WmaInputPlugin", "FixedPointEffects"]
 
 
 def output(*command):

@@ -40,8 +40,10 @@ struct RawPlugin {
   HANDLE thread;
   int32_t thread_priority;
   HANDLE ready_event;
-  CRITICAL_SECTION section;
-  int32_t lock_depth;
+  struct {
+    CRITICAL_SECTION section;
+    int32_t depth;
+  } lock;
   wchar_t path[260];
   OutputBuffer* current;
   uint32_t buffer_bytes, free_bytes;
@@ -184,9 +186,9 @@ TEST_F(SlotsTest, KeepTheFieldsInTheirPlaces) {
   EXPECT_EQ(plugin_->current, nullptr) << "handed over, and it waits for the next";
   EXPECT_EQ(plugin_->buffer_bytes, 16384u);
   EXPECT_EQ(plugin_->run_output, 1u);
-  EXPECT_EQ(plugin_->lock_depth, 0);
-  EnterCriticalSection(&plugin_->section);
-  LeaveCriticalSection(&plugin_->section);
+  EXPECT_EQ(plugin_->lock.depth, 0);
+  EnterCriticalSection(&plugin_->lock.section);
+  LeaveCriticalSection(&plugin_->lock.section);
   CallSlot<void>(object_, 11);
   EXPECT_EQ(plugin_->run_output, 0u);
   CallSlot<int32_t>(object_, 10);

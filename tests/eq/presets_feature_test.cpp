@@ -4,7 +4,7 @@
 
 #include <set>
 
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
@@ -118,20 +118,14 @@ TEST_F(PresetsFeatureTest, SavesNothingWhenDeclinedOrImpossible) {
   EXPECT_EQ(feature_.SavePreset(kSetting, L"\\none", nullptr), 0);
   EXPECT_EQ(feature_.SavePreset(nullptr, L"\\V", nullptr), 0);
   prompts_.name = L"Old";
-  for (long successes = 0;; ++successes) {
-    SCOPED_TRACE(successes);
-    files_.FailAfter(successes);
-    const int32_t saved = Save();
-    const bool failed = files_.fault_triggered();
-    files_.FailAfter(-1);
-    EXPECT_EQ(files_["\\V\\presets\\Old.eqf"].size(), saved ? 31u : 3u);
+  const long calls = test::Sweep([&](long n) {
     files_["\\V\\presets\\Old.eqf"] = "old";
-    if (!failed) {
-      EXPECT_EQ(saved, 1);
-      EXPECT_EQ(successes, 7);
-      break;
-    }
-  }
+    files_.FailAfter(n);
+    const int32_t saved = Save();
+    EXPECT_EQ(files_["\\V\\presets\\Old.eqf"].size(), saved ? 31u : 3u);
+    return files_.fault_triggered();
+  });
+  EXPECT_EQ(calls, 7) << "twice attributes, create, write, flush, two moves";
   EXPECT_EQ(files_.open_now, 0);
 }
 
@@ -234,7 +228,7 @@ TEST_F(PresetsFeatureTest, ReadsElevenBytesOrNone) {
     EXPECT_EQ(Name(index), "");
   }
   EXPECT_EQ(feature_.ReadPreset(0, setting, L"\\elsewhere"), 0);
-  files_.failing_read = files_.reads;
+  files_.FailAfter(0, false, "read");
   EXPECT_EQ(feature_.ReadPreset(0, setting, L"\\V"), 0);
   EXPECT_EQ(files_.open_now, 0);
 }

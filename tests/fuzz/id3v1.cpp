@@ -5,8 +5,7 @@
 #include <string.h>
 
 #include "base/bytes/memory_source.h"
-#include "catalog/media/display_text.h"
-#include "catalog/media/genre_list.h"
+#include "catalog/media/entry_list.h"
 #include "catalog/media/id3v1.h"
 #include "tests/fuzz/require.h"
 

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <string>
 
 #include "tests/support/asf_builder.h"
@@ -39,8 +40,8 @@ class KelvotoolTest : public testing::Test {
   }
 
   // Output and errors, then "exit N".
-  static std::string Run(const std::string& arguments) {
-    FILE* pipe = popen(("./kelvotool " + arguments + " 2>&1").c_str(), "r");
+  static std::string Run(const std::string& arguments, const std::string& before = "") {
+    FILE* pipe = popen((before + "./kelvotool " + arguments + " 2>&1").c_str(), "r");
     if (!pipe) return "not started";
     std::string output;
     for (int c; (c = fgetc(pipe)) != EOF;) output += static_cast<char>(c);
@@ -76,37 +77,95 @@ TEST_F(KelvotoolTest, ExpandsAndSavesPlaylists) {
             "#EXTINF:-1,Band - Wma\r\nkelvotool_test\\sub\\c.wma\r\n"
             "kelvotool_test\\plain.mp3\r\n");
   EXPECT_EQ(Run("playlist kelvotool_test/out.m3u"), entries);
-  EXPECT_EQ(Run("save kelvotool_test/no/out.m3u kelvotool_test/a.mp3"),
-            "kelvotool: kelvotool_test\\no\\out.m3u: cannot be created\nexit 1");
+}
+
+TEST_F(KelvotoolTest, SavesOverPlaylistsOnlyAndWhole) {
+  const std::string out = "kelvotool: kelvotool_test\\";
+  Write("empty.m3u", "\r\ngone.mp3\n");
+  const struct {
+    const char *arguments, *want, *file, *bytes;
+  } kCases[] = {
+      {"no/out.m3u a.mp3", "no\\out.m3u: cannot be created\nexit 1", "no", ""},
+      {"plain.mp3 a.mp3", "plain.mp3: not a playlist of this format; --force replaces it\nexit 1",
+       "plain.mp3", "audio"},
+      {"old.m3u none.mp3 plain.mp3", "none.mp3: no such file\nexit 1", "old.m3u", "old"},
+      {"old.m3u empty.m3u", "empty.m3u: a playlist that gives no entries; lint may say why\nexit 1",
+       "old.m3u", "old"},
+      {"old.m3u plain.mp3", "exit 0", "old.m3u", "#EXTM3U:\r\nkelvotool_test\\plain.mp3\r\n"},
+      {"--force broken.ogg plain.mp3", "exit 0", "broken.ogg",
+       "#EXTM3U:\r\nkelvotool_test\\plain.mp3\r\n"},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.arguments);
+    Write("old.m3u", "old");
+    std::string line = "save", word;
+    std::istringstream words(c.arguments);
+    while (words >> word) line += word == "--force" ? " --force" : " kelvotool_test/" + word;
+    EXPECT_EQ(Run(line), (*c.want == 'e' && c.want[1] == 'x' ? "" : out) + c.want);
+    EXPECT_EQ(ReadBack(c.file), c.bytes);
+  }
+}
+
+// A full disk is a failure, whatever is written to it.
+TEST_F(KelvotoolTest, FailsWhenItsOutputCannotBeWritten) {
+  for (const char* verb : {"tags kelvotool_test/a.mp3", "playlist kelvotool_test/list.m3u", "--help"}) {
+    EXPECT_EQ(Run(std::string(verb) + " >/dev/full"), "exit 1") << verb;
+  }
+  Write("old.m3u", "old");
+  EXPECT_EQ(Run("save kelvotool_test/old.m3u kelvotool_test/a.mp3", "trap '' XFSZ; ulimit -f 0; "),
+            "kelvotool: kelvotool_test\\old.m3u: cannot be written\nexit 1");
+  EXPECT_EQ(ReadBack("old.m3u"), "old");
 }
 
 TEST_F(KelvotoolTest, TellsWhyLinesAreDropped) {
-  EXPECT_EQ(Run("lint kelvotool_test/list.m3u"), "exit 0");
-  Write("list.m3u",
-        "a.mp3\n\na.txt\nsub/c.wma\nkelvotool_test\\sub\\..\\a.mp3\nhttp://h/x.mp3\nnone.mp3\n"
-        "inner.pls\nloop.asx\n" +
-            std::string(300, 'n') + ".mp3\n" + std::string(255, 'm') + ".mp3\n");
-  Write("inner.pls", "File1=kelvotool_test\\a.mp3\nFile3=kelvotool_test\\a.mp3\n");
-  Write("loop.asx", "<ref href=\"list.m3u\"/>\n<ref  href=\"a.mp3\"/>\n");
-  const std::string list = "kelvotool_test\\list.m3u:";
-  EXPECT_EQ(Run("lint kelvotool_test/list.m3u"),
-            list + "3: no kind: a.txt\n" + list +
-                "4: forward slashes do not separate folders: sub/c.wma\n" + list +
-                "5: \"..\" is not resolved: kelvotool_test\\sub\\..\\a.mp3\n" + list +
-                "6: a URL: http://h/x.mp3\n" + list +
-                "7: no such file: none.mp3\n"
-                "kelvotool_test\\inner.pls:2: gap in the numbering: File3=kelvotool_test\\a.mp3\n"
-                "kelvotool_test\\loop.asx:1: a list inside itself: <ref href=\"list.m3u\"/>\n"
-                "kelvotool_test\\loop.asx:2: not of the form <ref href=\"...\">: "
-                "<ref  href=\"a.mp3\"/>\n" +
-                list + "10: longer than 259 characters, read in pieces: " + std::string(259, 'n') +
-                "\n" + list + "10: no such file: " + std::string(41, 'n') + ".mp3\n" + list +
-                "11: longer than a path may be: " + std::string(255, 'm') +
-                ".mp3\n"
-                "exit 1");
+  const std::string n259(259, 'n'), m254 = std::string(254, 'm') + ".mp3";
+  const struct {
+    const char* name;
+    std::string bytes, want;  // of each line "NUMBER: WHY: TEXT"
+  } kCases[] = {
+      {"list.m3u", "#EXTM3U\r\n\r\na.mp3\r\nkelvotool_test\\sub\\c.wma\r\ninner.pls\r\n\x1A", ""},
+      {"list.m3u",
+       "a.txt\nhttp://h/radio\nsub/c.wma\nnone.mp3\nnone.pls\nkelvotool_test\\sub\\..\\a.mp3\n"
+       "list.m3u\ninner.pls\ninner.pls\n\x1Aplain.mp3\n",
+       "1: no kind: a.txt\n2: a URL: http://h/radio\n"
+       "3: forward slashes do not separate folders: sub/c.wma\n4: no such file: none.mp3\n"
+       "5: no such file: none.pls\n"
+       "6: \"..\" is not resolved: kelvotool_test\\sub\\..\\a.mp3\n"
+       "7: a list inside itself: list.m3u\n9: what follows is behind an end-of-text character: \n"},
+      {"list.m3u", "\n" + n259 + "no.mp3\n" + n259 + "\n" + m254 + "\n",
+       "2: longer than 259 characters, read in pieces: " + n259 + "\n2: no such file: no.mp3\n" +
+           "3: longer than 259 characters, read in pieces: " + n259 +
+           "\n4: longer than a path may be: " + m254 + "\n"},
+      {"list.pls",
+       "[playlist]\nTitle1=A\nFile1 = a.mp3\n File1=a.mp3\nFilea=1\nFile=3\nFile1\n"
+       "File1=kelvotool_test\\a.mp3\nFile2=\nFile4=a.mp3\n",
+       "3: blanks around the key: File1 = a.mp3\n4: blanks around the key:  File1=a.mp3\n"
+       "9: without a value: File2=\n10: gap in the numbering: File4=a.mp3\n"},
+      {"list.asx",
+       "<asx>\n<ref  href=\"a.mp3\"/>\n<EntryRef href=\"a.mp3\"/>\n"
+       "<ref href=\"a.mp3\"/><REF href=\"a.mp3\"/>\n",
+       "2: not of the form <ref href=\"...\">: <ref  href=\"a.mp3\"/>\n"
+       "3: not of the form <ref href=\"...\">: <EntryRef href=\"a.mp3\"/>\n"
+       "4: only the first reference of a line is taken: "
+       "<ref href=\"a.mp3\"/><REF href=\"a.mp3\"/>\n"},
+  };
+  for (const auto& c : kCases) {
+    Write(c.name, c.bytes);
+    std::string want, line;
+    std::istringstream lines(c.want);
+    while (std::getline(lines, line)) {
+      want += std::string("kelvotool_test\\") + c.name + ":" + line + "\n";
+    }
+    EXPECT_EQ(Run(std::string("lint kelvotool_test/") + c.name),
+              want + (want.empty() ? "exit 0" : "exit 1"));
+  }
   EXPECT_EQ(Run("lint kelvotool_test/none.m3u kelvotool_test/a.mp3"),
             "kelvotool: kelvotool_test\\none.m3u: cannot be opened\n"
             "kelvotool: kelvotool_test\\a.mp3: not a playlist\nexit 1");
+  // A list with a whole path says whole paths, or what it says depends on the current folder.
+  Write("list.pls", "File1=kelvotool_test\\a.mp3\n");
+  EXPECT_NE(Run("lint $PWD/kelvotool_test/list.pls").find(":1: a relative path: File1="),
+            std::string::npos);
 }
 
 TEST_F(KelvotoolTest, ExplainsItself) {

@@ -65,10 +65,14 @@ TEST_F(LocalizedTest, FindsTheLibraryByItsName) {
     bool loads;
     const char* name;
   } kCases[] = {
-      {kPartial, true, true, "kv_mui.0452.dll"}, {kPartial, false, true, "mui.0452.dll"},
-      {0x0ABF, true, true, "kv_mui.0ABF.dll"},   {0x0ABF, false, false, ""},
-      {kPartial, true, true, "kv_mui.0452.dll"}, {0, true, true, ""},
-      {1033, true, true, ""},                    {0x0C0B, true, false, ""},
+      {kPartial, true, true, "kv_mui.0452.dll"},
+      {kPartial, false, true, "mui.0452.dll"},
+      {0x0ABF, true, true, "kv_mui.0ABF.dll"},
+      {0x0ABF, false, false, ""},
+      {kPartial, true, true, "kv_mui.0452.dll"},
+      {0, true, true, ""},
+      {1033, true, true, ""},
+      {0x0C0B, true, false, ""},
       {0xFFFFFFFF, true, false, ""},
   };
   for (const auto& c : kCases) {
@@ -110,9 +114,12 @@ TEST_F(LocalizedTest, TakesAMenuBarOnlyAsAWhole) {
     UINT menu;
     int bitmap;
     bool from_language;
-  } kCases[] = {{IDM_TEST_BAR, 0, true},     {IDM_TEST_BAR, 114, false},
-                {IDM_NO_TABLE, 0, false},    {IDM_SHORT_TABLE, 0, false},
-                {IDM_LACKS_COMMAND, 0, false}, {0, 0, false},
+  } kCases[] = {{IDM_TEST_BAR, 0, true},
+                {IDM_TEST_BAR, 114, false},
+                {IDM_NO_TABLE, 0, false},
+                {IDM_SHORT_TABLE, 0, false},
+                {IDM_LACKS_COMMAND, 0, false},
+                {0, 0, false},
                 {999, 0, false}};
   for (const auto& c : kCases) {
     SHMENUBARINFO info = {};

@@ -1,9 +1,10 @@
 #include "catalog/media/add_entry.h"
 
 #include <gtest/gtest.h>
+#include <string.h>
 
 #include "tests/support/fake_information.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
 
@@ -25,6 +26,9 @@ class AddEntryTest : public testing::Test {
     information_.known["\\a.wma"] = {std::string(40, 't'), "\u20AC", "\u4E2D", "G"};
   }
 
+  bool Add(MediaKind kind, const wchar_t* path) {
+    return AddMediaEntry(kind, files_, information_, path, &list_);
+  }
   // One entry a line.
   std::string Shown() const {
     std::string all;
@@ -46,14 +50,18 @@ class AddEntryTest : public testing::Test {
 };
 
 TEST_F(AddEntryTest, AddsWhatItCanReadAndTheRestWithoutTag) {
-  EXPECT_TRUE(AddMpegEntry(files_, L"\\a.mp3", &list_));
-  EXPECT_TRUE(AddMpegEntry(files_, L"\\plain.mp3", &list_));
-  EXPECT_TRUE(AddMpegEntry(files_, L"\\missing.mp3", &list_));
-  EXPECT_TRUE(AddOggEntry(information_, L"\\a.ogg", &list_));
-  EXPECT_TRUE(AddOggEntry(information_, L"\\broken.ogg", &list_));
-  EXPECT_TRUE(AddWmaEntry(information_, L"\\a.wma", &list_));
+  EXPECT_TRUE(Add(MediaKind::kMpeg, L"\\a.mp3"));
+  EXPECT_TRUE(Add(MediaKind::kMpeg, L"\\plain.mp3"));
+  EXPECT_TRUE(Add(MediaKind::kMpeg, L"\\missing.mp3"));
+  EXPECT_TRUE(Add(MediaKind::kOgg, L"\\a.ogg"));
+  EXPECT_TRUE(Add(MediaKind::kOgg, L"\\broken.ogg"));
+  EXPECT_TRUE(Add(MediaKind::kWma, L"\\a.wma"));
+  for (const MediaKind kind :
+       {MediaKind::kNone, MediaKind::kM3u, MediaKind::kPls, MediaKind::kAsx}) {
+    EXPECT_FALSE(Add(kind, L"\\a.mp3"));
+  }
   information_.wma_available = false;
-  EXPECT_FALSE(AddWmaEntry(information_, L"\\a.wma", &list_));
+  EXPECT_FALSE(Add(MediaKind::kWma, L"\\a.wma"));
   EXPECT_EQ(Shown(),
             "\\a.mp3:T|A|L|Jazz\n"
             "\\plain.mp3:\n"
@@ -63,6 +71,50 @@ TEST_F(AddEntryTest, AddsWhatItCanReadAndTheRestWithoutTag) {
             "\\a.wma:" +
                 std::string(29, 't') + "|\x80|?|G\n");
   EXPECT_EQ(information_.asked, "ogg \\a.ogg;ogg \\broken.ogg;wma \\a.wma;");
+}
+
+// A plug-in as the hosts see it; it fills in what the arguments' order says.
+struct FakePlugin {
+  int32_t result;
+  const wchar_t* asked = nullptr;
+  int32_t GetFileInfo(const wchar_t* path, wchar_t* display_text, wchar_t* album, MediaInfo* info,
+                      uint32_t* length_ms, uint32_t* number, wchar_t* artist, wchar_t* title) {
+    asked = path;
+    EXPECT_EQ(display_text, nullptr);
+    EXPECT_EQ(length_ms, nullptr);
+    EXPECT_NE(number, nullptr);
+    CopyWide(album, kTextCapacity, L"album");
+    CopyWide(artist, kTextCapacity, L"artist");
+    CopyWide(title, kTextCapacity, L"title");
+    info->track = 7;
+    return result;
+  }
+};
+
+TEST(QueryPluginTest, AsksForTheTextsInTheirOrder) {
+  for (const int32_t result : {0, 1, -1}) {
+    FakePlugin plugin = {result};
+    MediaTexts texts;
+    EXPECT_EQ(QueryPlugin(plugin, L"\\p", &texts), result != 0);
+    EXPECT_EQ(Utf8(plugin.asked), "\\p");
+    EXPECT_EQ(Utf8(texts.title) + "," + Utf8(texts.artist) + "," + Utf8(texts.album),
+              "title,artist,album");
+    EXPECT_EQ(texts.format.track, 7);
+  }
+}
+
+// As hosts read it: three words, the second of which is a block's address.
+TEST(EntryListTest, HoldsPathTagAndItemInThreeWords) {
+  EntryList list;
+  ASSERT_TRUE(list.Add(L"\\a") && list.Add(L"\\b"));
+  list[1].tag.Reset(HeapNew<TagBlock>());
+  strcpy(list[1].tag->genre, "G");
+  list[1].item = 0x1234;
+  const uintptr_t* words = reinterpret_cast<const uintptr_t*>(list.begin()) + 3;
+  EXPECT_EQ(Utf8(reinterpret_cast<const wchar_t*>(words[0])), "\\b");
+  EXPECT_STREQ(reinterpret_cast<const char*>(words[1]) + 93, "G");
+  EXPECT_EQ(words[2], 0x1234u);
+  EXPECT_EQ(words[-2], 0u) << "no block";
 }
 
 TEST_F(AddEntryTest, GrowsByAHundredAndKeepsEverything) {
@@ -86,9 +138,9 @@ TEST_F(AddEntryTest, SurvivesEveryFailingAllocation) {
     bool triggered;
     {
       HeapFaults faults(n);
-      AddMpegEntry(files_, L"\\a.mp3", &list_);
-      AddOggEntry(information_, L"\\a.ogg", &list_);
-      AddWmaEntry(information_, L"\\a.wma", &list_);
+      Add(MediaKind::kMpeg, L"\\a.mp3");
+      Add(MediaKind::kOgg, L"\\a.ogg");
+      Add(MediaKind::kWma, L"\\a.wma");
       triggered = faults.triggered();
     }
     // Growing or a path copy failed: an entry less. Opening or a block: an entry without block.
@@ -96,7 +148,7 @@ TEST_F(AddEntryTest, SurvivesEveryFailingAllocation) {
     for (const MediaEntry& entry : list_) blocks += entry.tag ? 1 : 0;
     EXPECT_GE(list_.size() + blocks, 4u);
     EXPECT_EQ(list_.size() == 3 && blocks == 3, !triggered);
-    ASSERT_TRUE(AddMpegEntry(files_, L"\\a.mp3", &list_)) << "usable afterwards";
+    ASSERT_TRUE(Add(MediaKind::kMpeg, L"\\a.mp3")) << "usable afterwards";
     EXPECT_EQ(Utf8(list_.back().path.c_str()), "\\a.mp3");
     if (!triggered) break;
   }

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "catalog/media/display_text.h"
+#include "catalog/media/entry_list.h"
 #include "catalog/media/media_kind.h"
 #include "tests/support/wide_text.h"
 
@@ -27,26 +27,6 @@ TEST(MediaKindTest, LooksAtThreeLettersBehindAPoint) {
   };
   for (const auto& c : kCases) {
     EXPECT_EQ(static_cast<int32_t>(MediaKindOf(c.path)), c.want) << test::Utf8(c.path);
-  }
-}
-
-TEST(TagFieldTest, TrimsBlanksAndNulsFromTheEnd) {
-  const struct {
-    std::string bytes, want;
-  } kCases[] = {
-      {"", ""},
-      {" ", ""},
-      {"a", "a"},
-      {"a  ", "a"},
-      {std::string("a \0 \0", 5), "a"},
-      {" a b ", " a b"},
-      {"a\t ", "a\t"},
-  };
-  for (const auto& c : kCases) {
-    std::string bytes = c.bytes + " guard";
-    TrimField(bytes.data(), c.bytes.size());
-    EXPECT_STREQ(bytes.substr(0, c.bytes.size()).c_str(), c.want.c_str());
-    EXPECT_EQ(bytes.substr(c.bytes.size()), " guard");
   }
 }
 

@@ -1,7 +1,8 @@
 #include <sstream>
 
 #include "tests/playlist/playlist_fixture.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/code_page.h"
+#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 
 namespace kelvo {
@@ -54,6 +55,7 @@ TEST_F(AddPathTest, AddsMediaThatExists) {
   for (const auto& c : kCases) EXPECT_EQ(Added(c.path), c.want) << c.path;
   Added("\\m\\a.mp3");
   EXPECT_STREQ(list_[0].tag->title, "T");
+  EXPECT_EQ(files_.last_share, Share::kRead);
   Added("\\m\\b.ogg");
   EXPECT_STREQ(list_[0].tag->title, "Ogg");
   Added("\\m\\folder.mp3");
@@ -83,13 +85,21 @@ TEST_F(AddPathTest, ExpandsListsInPlace) {
 }
 
 TEST_F(AddPathTest, OpensListsByTheirNameInTheCodePage) {
+  const test::CodePage code_page(1252);
   files_.Put("\\\u00E9\\x.m3u", "\\m\\a.mp3");
   files_.Put("\\\u4E2D.m3u", "\\m\\a.mp3");
   files_.Put("\\?.m3u", "\\m\\a.mp3");
   EXPECT_EQ(Added("\\\u00E9\\x.m3u"), "\\m\\a.mp3 ");
   EXPECT_EQ(Added("\\\u4E2D.m3u"), "");
+  files_.Put("\\m\\nothing.m3u", "");
+  EXPECT_EQ(Added("\\m\\nothing.m3u"), "");
+  EXPECT_EQ(files_.last_share, Share::kReadWrite) << "others may be writing it";
   files_.Put("\\m\\unreadable.m3u", "\\m\\a.mp3").unreadable = true;
   EXPECT_EQ(Added("\\m\\unreadable.m3u"), "");
+  const test::CodePage utf8(kUtf8CodePage);
+  files_.Put("\\\u4E2D\\\u8868.mp3", "");
+  files_.Put("\\\u4E2D\\x.m3u", "\u8868.mp3\n");
+  EXPECT_EQ(Added("\\\u4E2D\\x.m3u"), "\\\u4E2D\\\u8868.mp3 ");
 }
 
 TEST_F(AddPathTest, SkipsWhatIsTooLongAndGoesOn) {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "tests/support/failing_source.h"
+#include "tests/support/faults.h"
 
 namespace kelvo {
 namespace {

@@ -1,5 +1,5 @@
 #include "tests/playlist/playlist_fixture.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 
 namespace kelvo {
 namespace {
@@ -63,6 +63,38 @@ TEST_F(NestingTest, GuardEndsListsThatNameEachOtherCrosswise) {
   for (const std::string& call : files_.log) opened += call.compare(0, 4, "open") == 0;
   EXPECT_GT(opened, ChainGuard::kMostLists);
   EXPECT_LT(opened, ChainGuard::kMostLists * 3) << "and outer lists opened again";
+}
+
+// Two small files that name 2000 x 300 songs, or lines without any.
+TEST_F(NestingTest, GuardBoundsWhatListsInListsAmountTo) {
+  const struct {
+    const char* line;
+    size_t lines, most;
+  } kCases[] = {{"\\x.mp3\n", 300, ChainGuard::kMostNestedMedia},
+                {"#\n", 3000, ChainGuard::kMostNestedLines}};
+  std::string outer;
+  for (int i = 0; i < 2000; ++i) outer += "inner.m3u\n\\x.mp3\n";
+  files_.Put("\\outer.m3u", outer);
+  for (const auto& c : kCases) {
+    std::string inner;
+    for (size_t i = 0; i < c.lines; ++i) inner += c.line;
+    files_.Put("\\inner.m3u", inner);
+    class Counter final : public PathSink {
+     public:
+      void AddMedia(MediaKind, const wchar_t*, const ListPosition* from) noexcept override {
+        ++(from->list[1] == L'o' ? outer : inner);
+      }
+      size_t outer = 0, inner = 0;
+    } counter;
+    ChainGuard guard;
+    files_.log.clear();
+    ExpandPath(files_, L"\\outer.m3u", &guard, counter);
+    EXPECT_EQ(counter.outer, 2000u) << "a list's own songs are all taken";
+    EXPECT_EQ(counter.inner, c.line[0] == '#' ? 0 : c.most);
+    size_t opened = 0;
+    for (const std::string& call : files_.log) opened += call == "open \\inner.m3u";
+    EXPECT_EQ(opened, c.most / c.lines + 1);
+  }
 }
 
 // Counts how often a list inside itself is entered before it says no.

@@ -49,17 +49,17 @@ TEST(SaveDialog, IsLaidOutAsHostsReadItAndOpensARootWithPlaylistsOnly) {
                                                  4 * sizeof(void*) + 4) +
                 index * kTextCapacity);
   };
-  for (const int command : {kHostSaveButton, IDCANCEL}) {
+  for (const int command : {KELVO_HOST_SAVE_BUTTON, IDCANCEL}) {
     state = {};
     {
       DialogDriver user(L"Save Playlist", [&](HWND dialog) {
-        const HWND tree = GetDlgItem(dialog, kHostSaveTree);
+        const HWND tree = GetDlgItem(dialog, KELVO_HOST_SAVE_TREE);
         const HTREEITEM root = WaitForRoot(tree);
         EXPECT_TRUE(TreeView_GetItemState(tree, root, TVIS_EXPANDED) & TVIS_EXPANDED);
         RECT place;
         EXPECT_TRUE(TreeView_GetItemRect(tree, TreeView_GetChild(tree, root), &place, FALSE))
             << "to be seen";
-        SetDlgItemTextW(dialog, kHostSaveName, L"mix");
+        SetDlgItemTextW(dialog, KELVO_HOST_SAVE_NAME, L"mix");
         EXPECT_EQ(field(0), reinterpret_cast<HWND>(host));
         EXPECT_EQ(field(1), tree);
         EXPECT_EQ(field(2), dialog);
@@ -68,7 +68,7 @@ TEST(SaveDialog, IsLaidOutAsHostsReadItAndOpensARootWithPlaylistsOnly) {
         EXPECT_EQ(text(0) + "," + text(1) + "," + text(2), "\\mix.m3u,,mix");
         PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(command), 0);
       });
-      const bool saves = command == kHostSaveButton;
+      const bool saves = command == KELVO_HOST_SAVE_BUTTON;
       EXPECT_EQ(AskWhereToSave(files, host, nullptr, &state), saves);
       EXPECT_EQ(flag(), saves ? 1 : 0);
       EXPECT_EQ(text(0), saves ? "\\mix.m3u" : "");

@@ -127,7 +127,8 @@ TEST_F(SheetTest, EachPageHasItsBarAndTheSheetStaysWhereItIs) {
   MoveWindow(sheet, 70, 60, 240, 300, TRUE);
   for (int i : {0, 1, 2, 1, 0}) {
     PropSheet_SetCurSel(sheet, nullptr, i);
-    if (IsWindowVisible(recorders[i].bar.hwndMB) == FALSE) ShowWindow(recorders[i].bar.hwndMB, SW_SHOW);
+    if (IsWindowVisible(recorders[i].bar.hwndMB) == FALSE)
+      ShowWindow(recorders[i].bar.hwndMB, SW_SHOW);
     for (int other = 0; other < kPages; ++other) {
       const HWND bar = recorders[other].bar.hwndMB;
       if (bar) {

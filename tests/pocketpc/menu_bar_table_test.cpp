@@ -2,7 +2,7 @@
 
 #include "base/windows/pocketpc.h"
 #include "pocketpc/aygshell/menu_bar_table.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 
 namespace kelvo {
 namespace {

@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include "tests/support/heap_faults.h"
+#include "base/bytes/little_endian.h"
+#include "tests/support/faults.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/wide_text.h"
 #include "tests/support/zip_builder.h"
@@ -19,15 +20,16 @@ const char* const kNames[] = {
     "numbers.bmp", "nums_ex.bmp",  "playpaus.bmp", "pledit.bmp",   "pledit.txt", "posbar.bmp",
     "shufrep.bmp", "text.bmp",     "titlebar.bmp", "viscolor.txt", "volume.bmp"};
 
+// Frees the block as the host does.
+std::string Take(void* block, uint32_t size) {
+  if (!block) return size == 0 ? "none" : "a size without a block";
+  const std::string text(static_cast<char*>(block), size);
+  free(block);
+  return "<" + text + ">";
+}
+
 class SkinFeatureTest : public ::testing::Test {
  protected:
-  // Frees the block as the host does.
-  static std::string Take(void* block, uint32_t size) {
-    if (!block) return size == 0 ? "none" : "a size without a block";
-    const std::string text(static_cast<char*>(block), size);
-    free(block);
-    return "<" + text + ">";
-  }
   std::string Folder(int32_t number, const wchar_t* folder = L"\\S") {
     uint32_t size = 99;
     void* block = feature_.ReadFromFolder(folder, number, &size);
@@ -60,7 +62,6 @@ TEST_F(SkinFeatureTest, NumbersStandForTheSeventeenNames) {
     EXPECT_EQ(Archive(number), "none");
   }
   EXPECT_EQ(files_.open_now, 0);
-  EXPECT_EQ(files_.writes, 0);
 }
 
 TEST_F(SkinFeatureTest, MissingFilesGiveNothing) {
@@ -93,15 +94,41 @@ TEST_F(SkinFeatureTest, FolderPathsOf260CharactersAreRefused) {
 TEST_F(SkinFeatureTest, FailingReadsAndAllocationsGiveNothing) {
   files_["\\S\\main.bmp"] = "x";
   files_["\\S.zip"] = ZipBuilder().Add({"main.bmp", "x"}).Bytes();
-  files_.failing_read = 0;
+  files_.FailAfter(0, false, "read");
   EXPECT_EQ(Folder(kSkinMain), "none");
-  files_.failing_read = -1;
   for (bool archive : {false, true}) {
     test::HeapFaults faults(1, test::HeapFaults::Mode::kFromThenOn);  // the file can be opened
     EXPECT_EQ(archive ? Archive(kSkinMain) : Folder(kSkinMain), "none");
     EXPECT_TRUE(faults.triggered());
   }
   EXPECT_EQ(files_.open_now, 0);
+}
+
+// The skin that the build makes beside the programs, as a folder and as an archive.
+TEST(ShippedSkinTest, FolderAndArchiveHoldTheSeventeenFilesInTheirSizes) {
+  const struct {
+    uint32_t width, height;
+  } sheets[] = {{68, 433}, {136, 36}, {275, 82}, {275, 315}, {275, 116}, {58, 24},
+                {99, 13},  {108, 13}, {42, 9},   {280, 186}, {0, 0},     {307, 10},
+                {92, 85},  {155, 18}, {344, 87}, {0, 0},     {68, 433}};
+  SkinReaderFeature feature(SystemFiles());
+  for (int32_t number = kSkinBalance; number <= kSkinVolume; ++number) {
+    SCOPED_TRACE(number);
+    uint32_t size = 0;
+    void* block = feature.ReadFromFolder(L"skins\\default", number, &size);
+    const std::string bytes = Take(block, size);
+    block = feature.ReadFromArchive(L"skins\\default.zip", number, &size);
+    EXPECT_EQ(Take(block, size), bytes);
+    ASSERT_GT(bytes.size(), 60u);
+    const auto& sheet = sheets[number - 1];
+    if (sheet.width == 0) continue;
+    const char* header = bytes.data() + 1;  // behind the "<" that Take puts in front
+    EXPECT_EQ(LoadU16(header), 0x4D42u) << "BM";
+    EXPECT_EQ(LoadU32(header + 18), sheet.width);
+    EXPECT_EQ(LoadU32(header + 22), sheet.height);
+    EXPECT_EQ(LoadU16(header + 28), 24u) << "bits a pixel";
+    EXPECT_EQ(bytes.size() - 2, 54 + (sheet.width * 3 + 3) / 4 * 4 * sheet.height);
+  }
 }
 
 TEST_F(SkinFeatureTest, Destroys) {

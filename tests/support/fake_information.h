@@ -3,7 +3,7 @@
 #include <map>
 #include <string>
 
-#include "catalog/media/media_information.h"
+#include "catalog/media/add_entry.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo::test {

@@ -1,6 +1,6 @@
-// The main function of programs in which the system's media reader has worked. Wine's reader crashes
-// now and then while its process exits. So these programs do not exit: they unload the library, whose
-// own end is thereby part of the test, and then end at once, with the tests' result.
+// The main function of programs in which the system's media reader has worked. Wine's reader
+// crashes now and then while its process exits. So these programs do not exit: they unload the
+// library, whose own end is thereby part of the test, and then end at once, with the tests' result.
 #include <gtest/gtest.h>
 #include <windows.h>
 

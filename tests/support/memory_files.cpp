@@ -43,8 +43,7 @@ class MemoryFiles::Reader final : public FileReader {
   uint64_t SizeBytes() noexcept override { return bytes_.size(); }
   ReadResult ReadSome(uint64_t offset, void* dst, size_t bytes, size_t* got) noexcept override {
     *got = 0;
-    const bool allowed = owner_->Begin("read " + std::to_string(bytes));
-    if (owner_->reads++ == owner_->failing_read || !allowed) return ReadResult::kFailed;
+    if (!owner_->Begin("read " + std::to_string(bytes))) return ReadResult::kFailed;
     if (offset >= bytes_.size()) return ReadResult::kOk;
     *got = std::min(bytes, bytes_.size() - static_cast<size_t>(offset));
     memcpy(dst, bytes_.data() + offset, *got);
@@ -67,7 +66,7 @@ class MemoryFiles::Writer final : public FileWriter {
   bool Write(const void* data, size_t bytes) noexcept override {
     File* file = owner_->Find(path_);
     const bool allowed = owner_->Begin("write " + std::to_string(bytes));
-    if (owner_->writes++ == owner_->failing_write || !allowed || !file) return false;
+    if (!allowed || !file) return false;
     if (file->bytes.size() < at_ + bytes) file->bytes.resize(at_ + bytes);
     memcpy(&file->bytes[at_], data, bytes);
     at_ += bytes;
@@ -114,19 +113,16 @@ std::string& MemoryFiles::operator[](const std::string& path) {
   return file ? file->bytes : Put(path, "").bytes;
 }
 
-void MemoryFiles::FailAfter(long successes, bool from_then_on) {
-  left_ = successes;
-  from_then_on_ = from_then_on;
-  triggered_ = false;
+void MemoryFiles::FailAfter(long successes, bool from_then_on, const std::string& kind) {
+  using Mode = Countdown::Mode;
+  faults_ = Countdown(successes, from_then_on ? Mode::kFromThenOn : Mode::kOnce);
+  failing_kind_ = kind;
 }
 
 bool MemoryFiles::Begin(const std::string& call) {
   if (before) before(*this, call);
   log.push_back(call);
-  const bool fails = left_ == 0 || (from_then_on_ && triggered_);
-  if (left_ >= 0) --left_;
-  triggered_ |= fails;
-  return !fails;
+  return call.compare(0, failing_kind_.size(), failing_kind_) != 0 || !faults_.Fails();
 }
 
 void MemoryFiles::Opened(const std::string& path) {
@@ -181,7 +177,7 @@ OpenFile<FileWriter> MemoryFiles::OpenWrite(const wchar_t* path, Share share) no
 OpenFile<FileWriter> MemoryFiles::Create(const wchar_t* path, Share share) noexcept {
   last_share = share;
   const bool allowed = Begin("create " + Utf8(path));
-  if (!allowed || refuse_create || WideLength(path) >= kTextCapacity) return {};
+  if (!allowed || WideLength(path) >= kTextCapacity) return {};
   const std::string name = Utf8(path);
   const size_t slash = name.rfind('\\');
   const bool in_folder = slash == std::string::npos || HasFolder(name.substr(0, slash));

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/files/file_system.h"
+#include "tests/support/faults.h"
 
 namespace kelvo::test {
 
@@ -31,17 +32,13 @@ class MemoryFiles final : public FileSystem {
   std::string& operator[](const std::string& path);
 
   // Lets `successes` calls through (reads and writes count too) and fails the next one, or all from
-  // then on. Opening also fails when memory is out.
-  void FailAfter(long successes, bool from_then_on = false);
-  bool fault_triggered() const { return triggered_; }
+  // then on; negative: none. Only calls whose line in the log begins with `kind` count. Opening
+  // also fails when memory is out.
+  void FailAfter(long successes, bool from_then_on = false, const std::string& kind = "");
+  bool fault_triggered() const { return faults_.triggered(); }
 
   // One line a call: "open C:\a.mp3", "read 128", "write 10", "create ...", "attributes ...".
   std::vector<std::string> log;
-  int reads = 0;
-  int writes = 0;
-  int failing_read = -1;   // this read fails, counted from 0 over all files
-  int failing_write = -1;  // likewise
-  bool refuse_create = false;
   Share last_share = Share::kRead;  // of the last opening
   int open_now = 0;
   int most_open = 0;
@@ -71,9 +68,8 @@ class MemoryFiles final : public FileSystem {
 
   std::vector<File> files_;
   std::vector<std::string> open_;
-  long left_ = -1;
-  bool from_then_on_ = false;
-  bool triggered_ = false;
+  Countdown faults_;
+  std::string failing_kind_;
 };
 
 }  // namespace kelvo::test

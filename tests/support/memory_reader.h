@@ -16,7 +16,7 @@ class MemoryReader final : public MediaReader {
   explicit MemoryReader(std::vector<char> bytes) : bytes_(std::move(bytes)) {}
 
   int fail_reads_from = -1;  // the n-th read and all later ones fail, though with a count
-  bool fail_seeks = false;
+  int failing_seeks = 0;   // so many more seeks fail; below 0: all
   int64_t failed_seek = kSeekFailed;  // what such a seek answers
   bool fail_open = false;
   bool refuse_release = false;
@@ -27,7 +27,10 @@ class MemoryReader final : public MediaReader {
   std::string log;          // "open", "close", "release" with its words, each followed by a blank
 
   int64_t Seek(int64_t offset, uint32_t origin) noexcept override {
-    if (fail_seeks) return failed_seek;
+    if (failing_seeks != 0) {
+      --failing_seeks;
+      return failed_seek;
+    }
     const int64_t size = static_cast<int64_t>(bytes_.size());
     const int64_t base = origin == kSeekStart ? 0 : origin == kSeekCurrent ? position_ : size;
     if (base + offset < 0) return kSeekFailed;

@@ -82,9 +82,12 @@ inline std::string Grown(const Owned& before, DWORD times) {
   std::string grown = UserObjects() == now.user + 2 ? "" : "user objects are not counted ";
   DestroyMenu(menu);
   DestroyIcon(icon);
-  if (now.gdi > before.gdi + times / 2) grown += std::to_string(now.gdi - before.gdi) + " GDI objects ";
-  if (now.user > before.user + times / 2) grown += std::to_string(now.user - before.user) + " user objects ";
-  if (now.heap > before.heap + 40 * times) grown += std::to_string(now.heap - before.heap) + " bytes";
+  if (now.gdi > before.gdi + times / 2)
+    grown += std::to_string(now.gdi - before.gdi) + " GDI objects ";
+  if (now.user > before.user + times / 2)
+    grown += std::to_string(now.user - before.user) + " user objects ";
+  if (now.heap > before.heap + 40 * times)
+    grown += std::to_string(now.heap - before.heap) + " bytes";
   return grown;
 }
 

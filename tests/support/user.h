@@ -1,6 +1,6 @@
-// Uses the windows of another thread of this program as a user does: looks for them, reads lists and
-// trees, gives commands, taps. There is one screen for all programs: while a test taps, no other may
-// move the pointer.
+// Uses the windows of another thread of this program as a user does: looks for them, reads lists
+// and trees, gives commands, taps. There is one screen for all programs: while a test taps, no
+// other may move the pointer.
 #pragma once
 
 #include <windows.h>
@@ -29,8 +29,8 @@ class User {
 
   // All below is for the using thread.
 
-  // Runs `action` on the windows' thread, between two messages. Lists and trees are read this way: a
-  // switch of threads for each item takes longer.
+  // Runs `action` on the windows' thread, between two messages. Lists and trees are read this way:
+  // a switch of threads for each item takes longer.
   void Run(const std::function<void()>& action) const;
   // The same without waiting: for what opens a dialog.
   void Start(std::function<void()> action) const;
@@ -41,8 +41,8 @@ class User {
   // Windows. Of this kind and caption (null: any) the visible one; enabled, when that matters.
   HWND Find(const wchar_t* caption, const wchar_t* kind, bool enabled = false) const;
   HWND FindAny(const std::function<bool(HWND)>& fits) const;  // the one in front
-  // The dialog, sheet or box that takes input, of any caption or of this one.
-  HWND Dialog() const { return Window(nullptr); }
+  // What takes input: a dialog, sheet or box, of any caption or of this one, or the player.
+  HWND Dialog() const;
   HWND Window(const wchar_t* caption) const { return Find(caption, L"#32770", true); }
   HWND WaitForWindow(const wchar_t* caption) const;
   // The one that opens above `below`; null when `below` goes instead.

@@ -16,7 +16,7 @@ namespace kelvo::test {
 
 #ifdef _WIN32
 
-constexpr int kKilledWriters = 20;  // starting one takes long
+constexpr int kKilledWriters = 10;  // starting one takes long
 
 // This program again with the running test alone, which comes to the same place.
 class WriterProcess {
@@ -53,7 +53,7 @@ class WriterProcess {
 
 #else
 
-constexpr int kKilledWriters = 200;
+constexpr int kKilledWriters = 40;
 
 class WriterProcess {
  public:

@@ -72,6 +72,9 @@ TEST(OggVorbisPluginTest, OpensDescribesAndCloses) {
   EXPECT_EQ(info.stereo, 1u);
   EXPECT_EQ(info.track, 12);
   EXPECT_EQ(plugin.GetLengthMs(), 2000);
+  // All of it without an output.
+  EXPECT_EQ(plugin.SeekMs(1999), 1);
+  EXPECT_EQ(plugin.Play() + plugin.TogglePause() + plugin.GetPositionMs(0, 0) + plugin.Stop(), 0);
   reader.refuse_release = true;
   EXPECT_EQ(plugin.Close(1, 2), 0);
   EXPECT_EQ(plugin.GetLengthMs(), 2000) << "kept open";
@@ -100,7 +103,10 @@ TEST(OggVorbisPluginTest, TellsWhatTheFileSays) {
     MemoryReader reader(c.bytes);
     OggVorbisPlugin plugin(SystemFiles());
     plugin.SetReader(&reader);
-    ASSERT_EQ(plugin.Open(L"x.ogg", 0), 1) << c.name;
+    ASSERT_EQ(plugin.Open(Wide(std::string(259, 'p')), 0), 1) << c.name;
+    wchar_t title[kMaxText];
+    EXPECT_EQ(plugin.GetDisplayTitle(title), 1);
+    EXPECT_EQ(Utf8(title), std::string(258, 'p')) << "the file's own";
     MediaInfo info = {};
     plugin.GetMediaInfo(&info);
     EXPECT_EQ(info.stereo, c.stereo) << c.name;
@@ -113,27 +119,9 @@ TEST(OggVorbisPluginTest, TellsWhatTheFileSays) {
 // seeked in; any other answer is no failure at all.
 TEST(OggVorbisPluginTest, OpensWhateverTheReaderAnswersToASeek) {
   for (const int64_t answer : {kSeekFailed, int64_t{-1}, INT64_MIN}) {
-    class OddReader final : public MediaReader {
-     public:
-      OddReader(MemoryReader& next, int64_t first) : next_(next), first_(first) {}
-      int64_t Seek(int64_t offset, uint32_t origin) noexcept override {
-        const int64_t reached = next_.Seek(offset, origin);
-        return seeks_++ == 0 ? first_ : reached;
-      }
-      int32_t Read(void* to, uint32_t bytes, uint32_t* got) noexcept override {
-        return next_.Read(to, bytes, got);
-      }
-      int32_t Close() noexcept override { return 1; }
-      int32_t Open(const wchar_t*, uint32_t) noexcept override { return 1; }
-      int32_t Release(HostWord, HostWord) noexcept override { return 1; }
-
-     private:
-      MemoryReader& next_;
-      int64_t first_;
-      int seeks_ = 0;
-    };
-    MemoryReader bytes(ReadMedia("tone_8000_mono.ogg"));
-    OddReader reader(bytes, answer);
+    MemoryReader reader(ReadMedia("tone_8000_mono.ogg"));
+    reader.failing_seeks = 1;
+    reader.failed_seek = answer;
     OggVorbisPlugin plugin(SystemFiles());
     plugin.SetReader(&reader);
     EXPECT_EQ(plugin.Open(L"x.ogg", 0), 1) << answer;
@@ -183,6 +171,8 @@ TEST(OggVorbisPluginTest, TellsAboutAnyFileByPath) {
   add("\\m\\mono.ogg", ReadMedia("tone_8000_mono.ogg"));
   add("\\m\\long.ogg", test::WithLength(test::Repeated(ReadMedia("tone_8000_mono.ogg"), 2),
                                         (int64_t{1} << 34) + 16000));
+  add("\\m\\endless.ogg",
+      test::WithLength(test::Repeated(ReadMedia("tone_8000_mono.ogg"), 2), int64_t{1} << 45));
   add("\\m\\no.ogg", ReadMedia("opus.ogg"));
   const struct {
     const char* path;
@@ -195,6 +185,7 @@ TEST(OggVorbisPluginTest, TellsAboutAnyFileByPath) {
       {"\\m\\six.ogg", "six||||", 44100, 1, 0, 2000},  // more than one channel counts as stereo
       {"\\m\\mono.ogg", "mono||||", 8000, 0, 0, 2000},
       {"\\m\\long.ogg", "long||||", 8000, 0, 0, 2147485648u},  // all 64 bits of the length
+      {"\\m\\endless.ogg", "endless||||", 8000, 0, 0, UINT32_MAX},
   };
   OggVorbisPlugin plugin(files);
   for (const auto& c : kCases) {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "input/vorbis/decoder_heap.h"
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 #include "tests/support/media_files.h"
 #include "tests/support/memory_reader.h"
 #include "tests/support/ogg_files.h"
@@ -62,6 +62,30 @@ TEST_F(VorbisStreamTest, GivesWhatTheDecoderGives) {
   EXPECT_FALSE(played.pcm.empty());
   EXPECT_EQ(played.pcm, test::DecodeDirectly(file));
   EXPECT_EQ(reader.log, "close ");
+}
+
+// The seven values are those of the identification header; its end is no error, however often
+// asked.
+TEST_F(VorbisStreamTest, TellsTheHeadersValuesAndStaysAtTheEnd) {
+  const std::vector<char> file = ReadMedia("tone_22050_stereo.ogg");
+  const auto word = [&](size_t at) {
+    int32_t value;
+    memcpy(&value, file.data() + 35 + at, 4);
+    return value;
+  };
+  MemoryReader reader(file);
+  OpenVorbis stream = OpenVorbisReader(&reader);
+  VorbisInfo info;
+  ASSERT_TRUE(GetVorbisInfo(stream.get(), &info));
+  const int32_t want[] = {word(0), 2, word(5), word(9), word(13), word(17), 0};
+  EXPECT_EQ(memcmp(&info, want, sizeof(want)), 0);
+  EXPECT_TRUE(SeekVorbis(stream.get(), VorbisTotal(stream.get())));
+  EXPECT_EQ(VorbisPosition(stream.get()), VorbisTotal(stream.get()));
+  char chunk[8192];
+  uint32_t count;
+  for (int i = 0; i < 100; ++i) {
+    EXPECT_EQ(ReadVorbis(stream.get(), chunk, sizeof(chunk), &count), kReadEnd);
+  }
 }
 
 TEST_F(VorbisStreamTest, AnswersForANullStream) {
@@ -226,7 +250,7 @@ TEST_F(VorbisStreamTest, EndsWhateverReadFails) {
 
 TEST_F(VorbisStreamTest, EndsWhenSeeksFail) {
   MemoryReader reader(ReadMedia("tone_44100_stereo.ogg"));
-  reader.fail_seeks = true;
+  reader.failing_seeks = -1;
   const Played played = PlayThrough(reader);
   EXPECT_EQ(reader.log, played.opened ? "close " : "") << "and it ends";
 }

@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "tests/support/heap_faults.h"
+#include "tests/support/faults.h"
 
 namespace kelvo {
 namespace {
@@ -81,9 +81,12 @@ TEST(AudioTapTest, ANullBlockLetsTheStoredSamplesBeReadAnew) {
 }
 
 TEST(AudioTapTest, WorksWithoutMemory) {
+  int16_t samples[kRead];
+  AudioTap freed;
+  freed.FreeBuffer();
+  EXPECT_FALSE(freed.Read(samples));
   const test::HeapFaults faults(0);
   AudioTap tap;
-  int16_t samples[kRead];
   tap.Store(Counting(20).data(), 40);
   EXPECT_FALSE(tap.Read(samples));
 }

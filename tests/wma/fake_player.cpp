@@ -38,35 +38,28 @@ HRESULT STDMETHODCALLTYPE Open(void*, BSTR file) {
   return g_player->result;
 }
 
-HRESULT STDMETHODCALLTYPE Play(void*) {
-  g_player->log += "play ";
+template <char kCommand>
+HRESULT STDMETHODCALLTYPE Log(void*) {
+  g_player->log += kCommand == 'p' ? "play " : "stop ";
   return g_player->result;
 }
 
-HRESULT STDMETHODCALLTYPE Stop(void*) {
-  g_player->log += "stop ";
-  return g_player->result;
+template <int... kNumbers>
+void AddSettings(void** methods) {
+  ((methods[kNumbers] = reinterpret_cast<void*>(&Put<kNumbers>)), ...);
 }
 
 struct Table {
   void* methods[kPlayerStop + 1] = {};
   Table() {
+    AddSettings<24, 26, 28, 30, 32, 34, 36, 38, 96>(methods);
     methods[0] = reinterpret_cast<void*>(&Query);
     methods[1] = methods[2] = reinterpret_cast<void*>(&Count);
-    methods[24] = reinterpret_cast<void*>(&Put<24>);
-    methods[26] = reinterpret_cast<void*>(&Put<26>);
-    methods[28] = reinterpret_cast<void*>(&Put<28>);
-    methods[30] = reinterpret_cast<void*>(&Put<30>);
-    methods[32] = reinterpret_cast<void*>(&Put<32>);
-    methods[34] = reinterpret_cast<void*>(&Put<34>);
-    methods[36] = reinterpret_cast<void*>(&Put<36>);
-    methods[38] = reinterpret_cast<void*>(&Put<38>);
-    methods[96] = reinterpret_cast<void*>(&Put<96>);
     methods[59] = methods[63] = reinterpret_cast<void*>(&GetSeconds);
     methods[60] = reinterpret_cast<void*>(&PutPosition);
     methods[119] = reinterpret_cast<void*>(&Open);
-    methods[121] = reinterpret_cast<void*>(&Play);
-    methods[123] = reinterpret_cast<void*>(&Stop);
+    methods[121] = reinterpret_cast<void*>(&Log<'p'>);
+    methods[123] = reinterpret_cast<void*>(&Log<'s'>);
   }
 };
 Table g_table;
@@ -91,7 +84,7 @@ class Point final : public Static<IConnectionPoint> {
     return E_NOTIMPL;
   }
   HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override {
-    if (g_player->refuses_sinks) return E_FAIL;
+    if (g_player->fault == Fault::kRefusesSinks) return E_FAIL;
     g_player->sink = ComPtr<IUnknown>::Share(sink);
     *cookie = 77;
     return S_OK;
@@ -122,7 +115,7 @@ class Factory final : public Static<IClassFactory> {
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID iid, void** out) override {
-    return g_player->cannot_be_made ? E_OUTOFMEMORY : Query(nullptr, iid, out);
+    return g_player->fault == Fault::kNotMade ? E_OUTOFMEMORY : Query(nullptr, iid, out);
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 } g_factory;
@@ -130,8 +123,9 @@ class Factory final : public Static<IClassFactory> {
 HRESULT STDMETHODCALLTYPE Query(void*, REFIID iid, void** out) {
   *out = nullptr;
   if (iid == IID_IUnknown) *out = &g_container;
-  if (iid == kPlayerInterface && !g_player->is_no_player) *out = &g_control;
-  if (iid == IID_IConnectionPointContainer && !g_player->has_no_events) *out = &g_container;
+  if (iid == kPlayerInterface && g_player->fault != Fault::kNoPlayer) *out = &g_control;
+  if (iid == IID_IConnectionPointContainer && g_player->fault != Fault::kNoEvents)
+    *out = &g_container;
   return *out ? S_OK : E_NOINTERFACE;
 }
 
@@ -157,11 +151,10 @@ void* FakePlayer::connection_point() {
   return &g_point;
 }
 
-void FakePlayer::Fire(DISPID event) {
+HRESULT FakePlayer::Fire(DISPID event, DISPPARAMS* parameters) {
   ComPtr<IDispatch> events;
-  ASSERT_EQ(events.Query(sink.get(), kPlayerEventInterface), S_OK);
-  DISPPARAMS none = {};
-  events->Invoke(event, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr);
+  EXPECT_EQ(events.Query(sink.get(), kPlayerEventInterface), S_OK);
+  return events->Invoke(event, IID_NULL, 0, DISPATCH_METHOD, parameters, nullptr, nullptr, nullptr);
 }
 
 }  // namespace kelvo

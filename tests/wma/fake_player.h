@@ -13,16 +13,15 @@
 
 namespace kelvo {
 
+enum class Fault { kNone, kNotMade, kNoPlayer, kNoEvents, kRefusesSinks };
+
 class FakePlayer {
  public:
   FakePlayer();
   ~FakePlayer();
 
   // What goes wrong.
-  bool cannot_be_made = false;
-  bool is_no_player = false;
-  bool has_no_events = false;
-  bool refuses_sinks = false;
+  Fault fault = Fault::kNone;
   int refused_setting = -1;
   HRESULT result = S_OK;  // of everything but settings
 
@@ -35,7 +34,7 @@ class FakePlayer {
   static void* connection_point();
 
   std::string TakeLog() { return std::exchange(log, {}); }
-  void Fire(DISPID event);
+  HRESULT Fire(DISPID event, DISPPARAMS* parameters);
 };
 
 }  // namespace kelvo

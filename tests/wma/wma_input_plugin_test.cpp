@@ -59,29 +59,27 @@ class WmaInputPluginTest : public ::testing::Test {
 
 TEST_F(WmaInputPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
   const struct {
-    const char* name;
-    void (*arrange)(FakePlayer&);
+    Fault fault;
+    int refused_setting;
     bool available;
     std::string log;
   } kCases[] = {
-      {"whole", [](FakePlayer&) {}, true, kSettings},
-      {"not made", [](FakePlayer& p) { p.cannot_be_made = true; }, false, ""},
-      {"another interface", [](FakePlayer& p) { p.is_no_player = true; }, false, ""},
-      {"without events", [](FakePlayer& p) { p.has_no_events = true; }, true, kSettings},
-      {"refuses sinks", [](FakePlayer& p) { p.refuses_sinks = true; }, true, kSettings},
-      {"refuses 30", [](FakePlayer& p) { p.refused_setting = 30; }, false, "30=0 "},
-      {"refuses 36", [](FakePlayer& p) { p.refused_setting = 36; }, false, "30=0 36=0 "},
-      {"refuses 26", [](FakePlayer& p) { p.refused_setting = 26; }, false, "30=0 36=0 26=0 "},
-      {"refuses 38", [](FakePlayer& p) { p.refused_setting = 38; }, false, "30=0 36=0 26=0 38=0 "},
-      {"refuses 96", [](FakePlayer& p) { p.refused_setting = 96; }, true, kSettings},
-      {"refuses 34", [](FakePlayer& p) { p.refused_setting = 34; }, true, kSettings},
+      {Fault::kNone, -1, true, kSettings},
+      {Fault::kNotMade, -1, false, ""},
+      {Fault::kNoPlayer, -1, false, ""},
+      {Fault::kNoEvents, -1, true, kSettings},
+      {Fault::kRefusesSinks, -1, true, kSettings},
+      {Fault::kNone, 30, false, "30=0 "},
+      {Fault::kNone, 36, false, "30=0 36=0 "},
+      {Fault::kNone, 26, false, "30=0 36=0 26=0 "},
+      {Fault::kNone, 38, false, "30=0 36=0 26=0 38=0 "},
+      {Fault::kNone, 96, true, kSettings},
+      {Fault::kNone, 34, true, kSettings},
   };
   for (const auto& c : kCases) {
-    SCOPED_TRACE(c.name);
-    player.refused_setting = -1;
-    player.cannot_be_made = player.is_no_player = player.has_no_events = player.refuses_sinks =
-        false;
-    c.arrange(player);
+    SCOPED_TRACE(&c - kCases);
+    player.fault = c.fault;
+    player.refused_setting = c.refused_setting;
     EXPECT_TRUE(Start()) << "without a control there is still a window";
     EXPECT_FALSE(Start()) << "only once";
     EXPECT_TRUE(WindowExists());
@@ -208,21 +206,17 @@ TEST_F(WmaInputPluginTest, StartsNothingOnASingleThreadedHost) {
 }
 
 TEST_F(WmaInputPluginTest, LosesItsControlWithItsWindow) {
+  MSG message;
+  ASSERT_TRUE(Start());
+  plugin.ShutDown(false);
+  EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) << "the host runs on";
   ASSERT_TRUE(Start());
   player.TakeLog();
   DestroyWindow(FindPluginWindow());
   EXPECT_EQ(player.TakeLog(), "unadvise 77 ");
   EXPECT_FALSE(plugin.available());
   EXPECT_EQ(plugin.Play(), 0);
-  MSG message;
   EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
-}
-
-TEST_F(WmaInputPluginTest, ShuttingDownDoesNotEndTheHostsLoop) {
-  ASSERT_TRUE(Start());
-  plugin.ShutDown(false);
-  MSG message;
-  EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
 TEST_F(WmaInputPluginTest, IsHarmlessWithoutAControl) {
@@ -362,51 +356,64 @@ TEST_F(WmaInputPluginTest, RefusesFilesThatItCannotPlay) {
   EXPECT_EQ(box.text(), "Please, change regional settings to correctly play file \xE4\xB8\xAD.wma");
 }
 
-TEST_F(WmaInputPluginTest, TellsItsOwnerThatPlaybackIsOver) {
+TEST_F(WmaInputPluginTest, AnswersEveryEventAndTellsItsOwnerOfTheEnd) {
   ASSERT_TRUE(Start());
   test::EndMessages messages;
-  player.Fire(4);
-  EXPECT_EQ(messages.count(), 0) << "nobody is set";
-  plugin.SetOwnerWindow(messages.window());
-  player.Fire(4);
-  player.Fire(17);
-  EXPECT_EQ(messages.count(), 1);
-  plugin.SetOwnerWindow(nullptr);
-  player.Fire(6);
-  EXPECT_EQ(messages.count(), 1);
+  VARIANT values[2] = {};
+  DISPID name = 0;
+  DISPPARAMS none = {};
+  DISPPARAMS two = {values, nullptr, 2, 0};
+  DISPPARAMS named = {values, &name, 1, 1};
+  for (const bool owned : {true, false}) {
+    plugin.SetOwnerWindow(owned ? messages.window() : nullptr);
+    for (DISPID event = -1; event <= 40; ++event) {
+      SCOPED_TRACE(event);
+      const bool is_end = event == 4 || event == 6 || event == 7 || event == 21;
+      for (DISPPARAMS* parameters : {&none, &two}) {
+        EXPECT_EQ(player.Fire(event, parameters),
+                  is_end || event == 17 ? S_OK : static_cast<HRESULT>(0x80020003));
+        EXPECT_EQ(messages.count(), owned && is_end ? 1 : 0);
+        messages.Clear();
+      }
+      EXPECT_EQ(player.Fire(event, nullptr), static_cast<HRESULT>(0x80004003));
+      EXPECT_EQ(player.Fire(event, &named), static_cast<HRESULT>(0x80020007));
+      EXPECT_EQ(messages.count(), 0);
+    }
+  }
+  for (const IID& iid : {IID_IUnknown, IID_IDispatch, kPlayerEventInterface, kPlayerInterface}) {
+    void* out = &player;
+    const bool known = iid != kPlayerInterface;
+    EXPECT_EQ(player.sink->QueryInterface(iid, &out), known ? S_OK : E_NOINTERFACE);
+    EXPECT_EQ(out, known ? player.sink.get() : nullptr);
+  }
+  EXPECT_EQ(player.sink->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
 }
 
-TEST_F(WmaInputPluginTest, TellsAboutFilesWithoutAControl) {
-  wchar_t display[kMaxText], album[kMaxText], artist[kMaxText], title[kMaxText];
-  MediaInfo info;
-  uint32_t length_ms = 1, sdk = 1;
-  const auto ask = [&](const std::string& name) {
+// Without a control, too.
+TEST_F(WmaInputPluginTest, ClearsWhatItKnowsNothingAbout) {
+  for (const char* name : {"sample.wma", "sample.ogg", "no such file.wma"}) {
+    SCOPED_TRACE(name);
+    wchar_t texts[4][kMaxText];
+    MediaInfo info;
+    const MediaInfo zero = {};
+    uint32_t length_ms = 1, sdk = 1;
+    memset(texts, 0xAA, sizeof(texts));
     memset(&info, 0xAA, sizeof(info));
-    return plugin.GetFileInfo(Wide(MediaPath(name)), display, album, &info, &length_ms, &sdk,
-                              artist, title);
-  };
-  EXPECT_EQ(ask("sample.wma"), 1);
-  EXPECT_EQ(Utf8(display), "The Ring Buffers - Sixteen Strings");
-  EXPECT_EQ(Utf8(album), "Fixed Point");
-  EXPECT_EQ(Utf8(artist), "The Ring Buffers");
-  EXPECT_EQ(Utf8(title), "Sixteen Strings");
-  EXPECT_EQ(Utf8(info.genre), "Folk");
-  EXPECT_EQ(info.track, 0) << "a number that was written as text";
-  EXPECT_NEAR(length_ms, 8000, 400);
-
-  const MediaInfo zero = {};
-  for (const char* name : {"sample.ogg", "no such file.wma"}) {
-    EXPECT_EQ(ask(name), 0) << name;
-    EXPECT_EQ(Utf8(display) + Utf8(album) + Utf8(artist) + Utf8(title), "") << name;
-    EXPECT_EQ(memcmp(&info, &zero, sizeof(info)), 0) << name;
-    EXPECT_EQ(length_ms + sdk, 0u) << name;
+    const bool known = strcmp(name, "sample.wma") == 0;
+    EXPECT_EQ(plugin.GetFileInfo(Wide(MediaPath(name)), texts[0], texts[1], &info, &length_ms, &sdk,
+                                 texts[2], texts[3]),
+              known);
+    for (const auto& text : texts) EXPECT_EQ(text[0] != 0, known);
+    EXPECT_EQ(memcmp(&info, &zero, sizeof(info)) != 0, known);
+    EXPECT_EQ(length_ms != 0, known);
+    EXPECT_EQ(sdk, 0u);
+    EXPECT_EQ(plugin.GetFileInfo(Wide(MediaPath(name)), nullptr, nullptr, nullptr, nullptr, nullptr,
+                                 nullptr, nullptr),
+              known);
   }
   EXPECT_EQ(
       plugin.GetFileInfo(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
       0);
-  EXPECT_EQ(plugin.GetFileInfo(Wide(MediaPath("sample.wma")), nullptr, nullptr, nullptr, nullptr,
-                               nullptr, nullptr, nullptr),
-            1);
 }
 
 }  // namespace

@@ -14,7 +14,6 @@ namespace {
 constexpr uint16_t kMachineArm = 0x1C0;
 constexpr uint16_t kSubsystemCe = 9;
 constexpr uint32_t kHighLow = 3;
-constexpr uint32_t kSubfolder = 0x80000000;
 
 template <class T>
 T Load(const std::vector<uint8_t>& bytes, size_t at) {
@@ -54,7 +53,6 @@ DllFile::DllFile(const std::string& path) {
   };
   relocation_table_ = directory(5);
   relocation_bytes_ = Load<uint32_t>(file, optional + 96 + 44);
-  resources_ = directory(2);
   for (uint32_t at = directory(1); Word(at + 12) != 0; at += 20) {
     uint32_t slot = Word(at + 16);
     for (uint32_t lookup = Word(at); Word(lookup) != 0; lookup += 4, slot += 4) {
@@ -99,27 +97,9 @@ void DllFile::MoveTo(uint32_t base) {
       if (entry >> 12 != kHighLow) continue;
       const uint32_t rva = Word(block) + (entry & 0xFFF);
       SetWord(rva, Word(rva) + base - preferred_base_);
-      ++relocations_;
     }
     block += bytes;
   }
-}
-
-uint32_t DllFile::Child(uint32_t node, uint32_t number, bool any) const {
-  const uint32_t named = Load<uint16_t>(memory_, node + 12);
-  const uint32_t numbered = Load<uint16_t>(memory_, node + 14);
-  for (uint32_t i = named; i < named + numbered; ++i) {
-    const uint32_t entry = node + 16 + 8 * i;
-    if (any || Word(entry) == number) return resources_ + (Word(entry + 4) & ~kSubfolder);
-  }
-  return 0;
-}
-
-uint32_t DllFile::FindResource(uint32_t type, uint32_t name) const {
-  if (resources_ == 0) return 0;
-  const uint32_t names = Child(resources_, type, false);
-  const uint32_t languages = names != 0 ? Child(names, name, false) : 0;
-  return languages != 0 ? Child(languages, 0, true) : 0;
 }
 
 }  // namespace bench

@@ -21,7 +21,6 @@ class DllFile {
 
   uint32_t size() const { return static_cast<uint32_t>(memory_.size()); }
   uint32_t entry() const { return entry_; }
-  uint32_t relocations() const { return relocations_; }
   const std::vector<uint8_t>& memory() const { return memory_; }
   const std::vector<Import>& imports() const { return imports_; }
   uint32_t Export(const std::string& name) const;  // relative to the base
@@ -29,14 +28,10 @@ class DllFile {
   // Adjusts every word that holds an address.
   void MoveTo(uint32_t base);
 
-  // Address of a resource's data entry (relative to the base, size), found by numbers; 0: none.
-  uint32_t FindResource(uint32_t type, uint32_t name) const;
-
   uint32_t Word(uint32_t rva) const;
 
  private:
   void SetWord(uint32_t rva, uint32_t value);
-  uint32_t Child(uint32_t node, uint32_t number, bool any) const;
   std::string Text(uint32_t rva) const;
 
   std::vector<uint8_t> memory_;
@@ -44,10 +39,8 @@ class DllFile {
   std::map<std::string, uint32_t> exports_;
   uint32_t preferred_base_ = 0;
   uint32_t entry_ = 0;
-  uint32_t relocations_ = 0;
   uint32_t relocation_table_ = 0;
   uint32_t relocation_bytes_ = 0;
-  uint32_t resources_ = 0;
 };
 
 }  // namespace bench

@@ -3,7 +3,6 @@
 
 #include <stdint.h>
 
-#include <string>
 #include <vector>
 
 #include "process.h"
@@ -16,8 +15,6 @@ class HostReader {
   HostReader(Process& process, std::vector<uint8_t> bytes);
 
   uint32_t object() const { return object_; }
-  const std::u16string& opened_path() const { return path_; }
-  bool open() const { return open_; }
 
  private:
   uint32_t Seek(Process& process);
@@ -25,8 +22,6 @@ class HostReader {
 
   const std::vector<uint8_t> bytes_;
   int64_t position_ = 0;
-  std::u16string path_;
-  bool open_ = false;
   uint32_t object_;
 };
 

@@ -14,11 +14,8 @@ constexpr uint32_t kDetach = 0;
 
 }  // namespace
 
-Process::Process(std::string files) : heap(machine), threads(machine), folder(std::move(files)) {
-  ProvideMemory(*this);
-  ProvideFiles(*this);
-  ProvideSynchronisation(*this);
-  ProvideSystem(*this);
+Process::Process(const std::string&) : heap(machine), threads(machine) {
+  ProvideImports(*this);
 }
 
 uint32_t Process::MakeStub(const std::string& name, Import import) {

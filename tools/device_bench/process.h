@@ -5,14 +5,13 @@
 
 #include <functional>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "dll_file.h"
 #include "guest_heap.h"
 #include "machine.h"
-#include "scheduler.h"
+#include "threads.h"
 
 namespace bench {
 
@@ -21,8 +20,8 @@ class Process {
   // Serves one import; the result is r0.
   using Import = std::function<uint32_t(Process&)>;
 
-  // `folder` holds the files that the DLL sees below "\".
-  explicit Process(std::string folder);
+  // The folder is not looked at: no file is opened but the one that the reader holds.
+  explicit Process(const std::string& folder);
 
   // Loads, relocates and binds the DLL. An import that nobody provides is bound to a stub that
   // ends the run with its name.
@@ -42,35 +41,16 @@ class Process {
   void Provide(const std::string& name, Import import) { provided_[name] = std::move(import); }
   uint32_t Argument(int index) { return machine.Argument(index); }
 
-  // Objects behind handles: an event is signalled or not, a thread has ended or not.
-  struct Event {
-    bool manual;
-    bool signalled;
-  };
   uint32_t NewHandle() { return next_handle_ += 4; }
 
   Machine machine;
   GuestHeap heap;
-  Scheduler threads;
-  const std::string folder;
+  Threads threads;
 
-  std::map<uint32_t, Event> events;
-  std::map<uint32_t, uint32_t> thread_handles;  // handle, thread
-  // A value's bytes as they are stored; texts with their terminator.
-  struct RegistryValue {
-    RegistryValue() = default;
-    RegistryValue(uint32_t number);
-    RegistryValue(const char16_t* text);
-    uint32_t type = 0;
-    std::vector<uint8_t> bytes;
-  };
-  std::map<std::u16string, std::map<std::u16string, RegistryValue>> registry;
-  std::vector<std::u16string> libraries_asked;  // by LoadLibraryW
   struct Message {
     uint32_t window, message, wparam, lparam;
   };
   std::vector<Message> messages;
-  std::set<uint32_t> priorities;  // that threads were given
 
   uint32_t base() const { return base_; }
   const DllFile& dll() const { return *dll_; }
@@ -86,10 +66,7 @@ class Process {
   uint64_t import_calls_ = 0;
 };
 
-// The groups of imports.
-void ProvideMemory(Process& process);
-void ProvideFiles(Process& process);
-void ProvideSynchronisation(Process& process);
-void ProvideSystem(Process& process);
+// What the library calls while it decodes and filters.
+void ProvideImports(Process& process);
 
 }  // namespace bench

@@ -17,7 +17,6 @@ VorbisPlayer::VorbisPlayer(const std::string& dll, const std::vector<uint8_t>& f
                            std::string folder)
     : process(std::move(folder)), reader(process, file), output(process) {
   text = process.heap.Take(kTextBytes);
-  blocks_before_load = process.heap.blocks();
   process.Load(dll);
   if (process.Attach() == 0) Fail("the library refuses to attach");
   plugin = process.CallExport("GetFeature", {3});

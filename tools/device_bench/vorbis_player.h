@@ -45,7 +45,6 @@ class VorbisPlayer {
   HostOutput output;
   uint32_t plugin = 0;
   uint32_t text = 0;                // room for a text of 260 characters
-  uint32_t blocks_before_load = 0;  // on the heap
 };
 
 }  // namespace bench

@@ -13,7 +13,8 @@ constexpr WORD kMachineArm = 0x1C0;
 constexpr WORD kSubsystemCe = 9;
 
 std::vector<uint8_t> ReadAll(const std::wstring& path) {
-  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+  const HANDLE file =
+      CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
   if (file == INVALID_HANDLE_VALUE) Fail("no %ls", path.c_str());
   std::vector<uint8_t> bytes(GetFileSize(file, nullptr));
   DWORD got = 0;
@@ -28,7 +29,8 @@ const IMAGE_NT_HEADERS32* Headers(const std::vector<uint8_t>& file) {
   const size_t at = file.size() >= sizeof(*dos) ? static_cast<size_t>(dos->e_lfanew) : file.size();
   if (at > file.size() || file.size() - at < sizeof(IMAGE_NT_HEADERS32)) return nullptr;
   const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS32*>(&file[at]);
-  const bool ours = headers->Signature == IMAGE_NT_SIGNATURE && headers->FileHeader.Machine == kMachineArm &&
+  const bool ours = headers->Signature == IMAGE_NT_SIGNATURE &&
+                    headers->FileHeader.Machine == kMachineArm &&
                     headers->OptionalHeader.Subsystem == kSubsystemCe;
   return ours ? headers : nullptr;
 }
@@ -40,7 +42,8 @@ ArmImage::ArmImage(const std::wstring& path) {
   const IMAGE_NT_HEADERS32* nt = Headers(file);
   if (!nt) Fail("%ls is no library of the device", path.c_str());
   bytes_ = nt->OptionalHeader.SizeOfImage;
-  memory_ = static_cast<uint8_t*>(VirtualAlloc(nullptr, bytes_, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+  memory_ = static_cast<uint8_t*>(
+      VirtualAlloc(nullptr, bytes_, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
   if (!memory_) Fail("no memory for %ls", path.c_str());
   memcpy(memory_, file.data(), nt->OptionalHeader.SizeOfHeaders);
   const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(nt);
@@ -74,7 +77,8 @@ void ArmImage::Move(uint32_t distance) {
 }
 
 uint32_t ArmImage::Export(const char* name) const {
-  const auto* table = At<IMAGE_EXPORT_DIRECTORY>(Directory(IMAGE_DIRECTORY_ENTRY_EXPORT).VirtualAddress);
+  const auto* table =
+      At<IMAGE_EXPORT_DIRECTORY>(Directory(IMAGE_DIRECTORY_ENTRY_EXPORT).VirtualAddress);
   for (DWORD i = 0; i < table->NumberOfNames; ++i) {
     if (strcmp(At<char>(At<DWORD>(table->AddressOfNames)[i]), name) != 0) continue;
     return base() + At<DWORD>(table->AddressOfFunctions)[At<WORD>(table->AddressOfNameOrdinals)[i]];
@@ -84,7 +88,8 @@ uint32_t ArmImage::Export(const char* name) const {
 
 std::vector<ArmImage::Import> ArmImage::Imports() const {
   std::vector<Import> imports;
-  const auto* library = At<IMAGE_IMPORT_DESCRIPTOR>(Directory(IMAGE_DIRECTORY_ENTRY_IMPORT).VirtualAddress);
+  const auto* library =
+      At<IMAGE_IMPORT_DESCRIPTOR>(Directory(IMAGE_DIRECTORY_ENTRY_IMPORT).VirtualAddress);
   for (; library->Name != 0; ++library) {
     const DWORD* lookup = At<DWORD>(library->OriginalFirstThunk);
     uint32_t* slot = At<uint32_t>(library->FirstThunk);
@@ -101,7 +106,8 @@ void ArmImage::Protect() const {
   for (int i = 0; i < nt->FileHeader.NumberOfSections; ++i, ++section) {
     if (section->Characteristics & IMAGE_SCN_MEM_WRITE) continue;
     DWORD before;
-    VirtualProtect(memory_ + section->VirtualAddress, section->Misc.VirtualSize, PAGE_READONLY, &before);
+    VirtualProtect(memory_ + section->VirtualAddress, section->Misc.VirtualSize, PAGE_READONLY,
+                   &before);
   }
 }
 

@@ -25,7 +25,8 @@ class ArmImage {
   // Address of an exported function; 0: none of that name.
   uint32_t Export(const char* name) const;
 
-  // Gives every word that holds an address the value of `adjust` for the address that it should hold.
+  // Gives every word that holds an address the value of `adjust` for the address that it should
+  // hold.
   template <class Adjust>
   void Relocate(Adjust adjust) {
     for (uint32_t* word : relocated_) *word = adjust(*word);
@@ -38,7 +39,9 @@ class ArmImage {
   };
   std::vector<Import> Imports() const;
 
-  const IMAGE_DATA_DIRECTORY& Directory(int number) const { return headers().DataDirectory[number]; }
+  const IMAGE_DATA_DIRECTORY& Directory(int number) const {
+    return headers().DataDirectory[number];
+  }
   template <class T>
   T* At(uint32_t rva) const {
     return reinterpret_cast<T*>(memory_ + rva);

@@ -23,7 +23,7 @@ def left_out(document):
 
 
 def moved(text, build):
-    return text.replace("%s/i686/" % build, "%s/ce-arm-bridge/" % build)
+    return text.replace("%s/i686/bin" % build, "%s/ce-arm-bridge/bin" % build)
 
 
 def renamed(name):

@@ -15,10 +15,14 @@ namespace {
 
 BOOL WINAPI ModifyEvent(HANDLE event, DWORD operation) {
   switch (operation) {
-    case 1: return PulseEvent(event);
-    case 2: return ResetEvent(event);
-    case 3: return SetEvent(event);
-    default: Fail("EventModify: operation %lu", operation);
+    case 1:
+      return PulseEvent(event);
+    case 2:
+      return ResetEvent(event);
+    case 3:
+      return SetEvent(event);
+    default:
+      Fail("EventModify: operation %lu", operation);
   }
 }
 
@@ -35,7 +39,8 @@ FARPROC WINAPI GetProcAddressWide(HMODULE module, const wchar_t* name) {
     return GetProcAddress(module, reinterpret_cast<const char*>(name));
   }
   char narrow[128];
-  if (WideCharToMultiByte(CP_ACP, 0, name, -1, narrow, sizeof(narrow), nullptr, nullptr) == 0) return nullptr;
+  if (WideCharToMultiByte(CP_ACP, 0, name, -1, narrow, sizeof(narrow), nullptr, nullptr) == 0)
+    return nullptr;
   return GetProcAddress(module, narrow);
 }
 
@@ -69,17 +74,24 @@ BOOL WINAPI FindNext(HANDLE search, DeviceFindData* out) {
   return TRUE;
 }
 
+// The second file takes the first one's place, which must be there.
+BOOL WINAPI ReplaceWithFile(const wchar_t* deleted, const wchar_t* renamed) {
+  return GetFileAttributesW(deleted) != INVALID_FILE_ATTRIBUTES &&
+         MoveFileExW(renamed, deleted, MOVEFILE_REPLACE_EXISTING);
+}
+
 // From 0, the most urgent, to 7, which runs when nothing else does.
 BOOL WINAPI SetPriority(HANDLE thread, int priority) {
-  const int kHere[] = {THREAD_PRIORITY_TIME_CRITICAL, THREAD_PRIORITY_HIGHEST,      THREAD_PRIORITY_ABOVE_NORMAL,
-                       THREAD_PRIORITY_NORMAL,        THREAD_PRIORITY_BELOW_NORMAL, THREAD_PRIORITY_LOWEST,
+  const int kHere[] = {THREAD_PRIORITY_TIME_CRITICAL, THREAD_PRIORITY_HIGHEST,
+                       THREAD_PRIORITY_ABOVE_NORMAL,  THREAD_PRIORITY_NORMAL,
+                       THREAD_PRIORITY_BELOW_NORMAL,  THREAD_PRIORITY_LOWEST,
                        THREAD_PRIORITY_LOWEST,        THREAD_PRIORITY_IDLE};
   if (priority < 0 || priority > 7) Fail("SetThreadPriority: %d", priority);
   return SetThreadPriority(thread, kHere[priority]);
 }
 
-// The device's flag for a sheet as large as the screen is another one's here; sheets of the stand-in
-// are that large anyway.
+// The device's flag for a sheet as large as the screen is another one's here; sheets of the
+// stand-in are that large anyway.
 constexpr DWORD kMaximized = 0x2000;
 
 INT_PTR WINAPI ShowSheet(const PROPSHEETHEADERW* header) {
@@ -111,6 +123,7 @@ const struct {
     {"InterlockedTestExchange", reinterpret_cast<void*>(&TestExchange)},
     {"GetProcAddressW", reinterpret_cast<void*>(&GetProcAddressWide)},
     {"FindFirstFileW", reinterpret_cast<void*>(&FindFirst)},
+    {"DeleteAndRenameFile", reinterpret_cast<void*>(&ReplaceWithFile)},
     {"FindNextFileW", reinterpret_cast<void*>(&FindNext)},
     {"SetThreadPriority", reinterpret_cast<void*>(&SetPriority)},
     {"PropertySheetW", reinterpret_cast<void*>(&ShowSheet)},
@@ -122,13 +135,15 @@ const struct {
 };
 
 // Their arguments and results travel in registers of another kind here.
-const char* const kDoubles[] = {"floor", "ceil", "sqrt", "pow", "exp", "log", "log10", "sin", "cos", "fabs"};
+const char* const kDoubles[] = {"floor", "ceil",  "sqrt", "pow", "exp",
+                                "log",   "log10", "sin",  "cos", "fabs"};
 
 }  // namespace
 
 uint32_t DeviceFunction(const char* name) {
   for (const char* function : kDoubles) {
-    if (strcmp(function, name) == 0) Fail("%s takes a double, which the bridge does not pass on", name);
+    if (strcmp(function, name) == 0)
+      Fail("%s takes a double, which the bridge does not pass on", name);
   }
   for (const auto& own : kOwn) {
     if (strcmp(own.name, name) == 0) return reinterpret_cast<uint32_t>(own.function);

@@ -12,8 +12,10 @@ namespace {
 bridge::FaultWatch* g_fault_watch;
 
 BOOL CallEntry(HMODULE module, DWORD reason, void* process_ends) {
-  const uint32_t words[] = {reinterpret_cast<uint32_t>(module), reason, reinterpret_cast<uint32_t>(process_ends)};
-  return static_cast<BOOL>(bridge::CurrentEngine().Call(bridge::g_library->image.entry(), words, 3));
+  const uint32_t words[] = {reinterpret_cast<uint32_t>(module), reason,
+                            reinterpret_cast<uint32_t>(process_ends)};
+  return static_cast<BOOL>(
+      bridge::CurrentEngine().Call(bridge::g_library->image.entry(), words, 3));
 }
 
 void Close() {

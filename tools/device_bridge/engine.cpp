@@ -16,12 +16,13 @@ namespace {
 constexpr uint32_t kPage = 0x1000;
 constexpr uint32_t kFirstAddress = 0x10000, kLastAddress = 0x7FFF0000;
 constexpr uint32_t kReturn = 0xFFFF0000;  // where a call from outside returns to
-constexpr uint32_t kDataAbort = 4;  // the emulator's number of that trap
+constexpr uint32_t kDataAbort = 4;        // the emulator's number of that trap
 constexpr size_t kTranslatedBytes = 8 << 20;
 
-int g_ids[] = {UC_ARM_REG_R0,  UC_ARM_REG_R1,  UC_ARM_REG_R2, UC_ARM_REG_R3, UC_ARM_REG_R4, UC_ARM_REG_R5,
-               UC_ARM_REG_R6,  UC_ARM_REG_R7,  UC_ARM_REG_R8, UC_ARM_REG_R9, UC_ARM_REG_R10, UC_ARM_REG_R11,
-               UC_ARM_REG_R12, UC_ARM_REG_SP, UC_ARM_REG_LR, UC_ARM_REG_CPSR};
+int g_ids[] = {UC_ARM_REG_R0,  UC_ARM_REG_R1, UC_ARM_REG_R2,  UC_ARM_REG_R3,
+               UC_ARM_REG_R4,  UC_ARM_REG_R5, UC_ARM_REG_R6,  UC_ARM_REG_R7,
+               UC_ARM_REG_R8,  UC_ARM_REG_R9, UC_ARM_REG_R10, UC_ARM_REG_R11,
+               UC_ARM_REG_R12, UC_ARM_REG_SP, UC_ARM_REG_LR,  UC_ARM_REG_CPSR};
 constexpr int kIds = sizeof(g_ids) / sizeof(g_ids[0]);
 enum { kSp = 13, kLr = 14 };
 
@@ -53,7 +54,8 @@ Engine::Engine() {
   uc_hook hook;
   Check(uc_hook_add(uc_, &hook, UC_HOOK_TLB_FILL, reinterpret_cast<void*>(&OnPage), this, 1, 0),
         "mapping pages");
-  Check(uc_hook_add(uc_, &hook, UC_HOOK_INTR, reinterpret_cast<void*>(&OnTrap), this, 1, 0), "watching traps");
+  Check(uc_hook_add(uc_, &hook, UC_HOOK_INTR, reinterpret_cast<void*>(&OnTrap), this, 1, 0),
+        "watching traps");
   // Every address there can be; which of them are memory is asked page by page.
   Check(uc_mem_map_ptr(uc_, kFirstAddress, kLastAddress - kFirstAddress, UC_PROT_ALL,
                        reinterpret_cast<void*>(kFirstAddress)),
@@ -64,7 +66,8 @@ Engine::~Engine() {
   uc_close(uc_);
 }
 
-bool Engine::OnPage(uc_engine*, uint64_t address, uc_mem_type type, uc_tlb_entry* entry, void* self) {
+bool Engine::OnPage(uc_engine*, uint64_t address, uc_mem_type type, uc_tlb_entry* entry,
+                    void* self) {
   return static_cast<Engine*>(self)->MapPage(static_cast<uint32_t>(address), type, entry);
 }
 
@@ -78,13 +81,15 @@ bool Engine::MapPage(uint32_t page, uc_mem_type type, uc_tlb_entry* entry) {
   } else {
     const DWORD error = GetLastError();
     MEMORY_BASIC_INFORMATION memory = {};
-    const bool there = stack_.Use(page) ||
-                       (page >= kFirstAddress && page < kLastAddress &&
-                        VirtualQuery(reinterpret_cast<void*>(page), &memory, sizeof(memory)) != 0 &&
-                        memory.State == MEM_COMMIT && (memory.Protect & (PAGE_NOACCESS | PAGE_GUARD)) == 0);
+    const bool there =
+        stack_.Use(page) ||
+        (page >= kFirstAddress && page < kLastAddress &&
+         VirtualQuery(reinterpret_cast<void*>(page), &memory, sizeof(memory)) != 0 &&
+         memory.State == MEM_COMMIT && (memory.Protect & (PAGE_NOACCESS | PAGE_GUARD)) == 0);
     SetLastError(error);
-    // What the image may not write, the device would not let it write either. Elsewhere a protection
-    // may change while the entry is in use; a page that is then not to be written faults as it is.
+    // What the image may not write, the device would not let it write either. Elsewhere a
+    // protection may change while the entry is in use; a page that is then not to be written faults
+    // as it is.
     const bool fixed = g_library->image.Contains(page) && memory.Protect == PAGE_READONLY;
     entry->perms = static_cast<uc_prot>(fixed ? UC_PROT_READ : UC_PROT_READ | UC_PROT_WRITE);
     if (!there || (fixed && type == UC_MEM_WRITE)) {

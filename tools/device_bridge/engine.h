@@ -18,8 +18,8 @@ class Engine {
   Engine(const Engine&) = delete;
   Engine& operator=(const Engine&) = delete;
 
-  // Calls a function of the device's library; the result is r1:r0. Whatever that calls of this machine
-  // is called on the way, and may call again.
+  // Calls a function of the device's library; the result is r1:r0. Whatever that calls of this
+  // machine is called on the way, and may call again.
   uint64_t Call(uint32_t function, const uint32_t* words, uint32_t count);
 
   bool running() const { return depth_ != 0; }
@@ -28,7 +28,8 @@ class Engine {
 
  private:
   struct Registers;
-  static bool OnPage(uc_engine*, uint64_t address, uc_mem_type type, uc_tlb_entry* entry, void* self);
+  static bool OnPage(uc_engine*, uint64_t address, uc_mem_type type, uc_tlb_entry* entry,
+                     void* self);
   static void OnTrap(uc_engine*, uint32_t number, void* self);
   bool MapPage(uint32_t page, uc_mem_type type, uc_tlb_entry* entry);
   // Runs to the next jump out of the device's code; its target.

@@ -1,5 +1,5 @@
-// An engine for each thread that runs the device's code. Making one takes a while, so that the engine
-// of a thread that ended is the next thread's.
+// An engine for each thread that runs the device's code. Making one takes a while, so that the
+// engine of a thread that ended is the next thread's.
 #include <windows.h>
 
 #include <memory>

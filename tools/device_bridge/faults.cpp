@@ -23,7 +23,8 @@ LONG CALLBACK OnFault(EXCEPTION_POINTERS* fault) {
   if (!g_library) return EXCEPTION_CONTINUE_SEARCH;
   const uint32_t at = reinterpret_cast<uint32_t>(record.ExceptionAddress);
   if (g_library->image.Contains(at)) {
-    Fail("this machine's code calls the device's function at %#x, which has no stub", at - g_library->image.base());
+    Fail("this machine's code calls the device's function at %#x, which has no stub",
+         at - g_library->image.base());
   }
   if (record.ExceptionCode == static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION) && IsTranslated(at)) {
     char place[64];

@@ -3,8 +3,8 @@
 
 namespace bridge {
 
-// While an object lives, a fault within translated code, or of this machine's code that runs into the
-// device's, ends the run with a message.
+// While an object lives, a fault within translated code, or of this machine's code that runs into
+// the device's, ends the run with a message.
 class FaultWatch {
  public:
   FaultWatch();

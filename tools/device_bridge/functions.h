@@ -5,7 +5,8 @@
 
 namespace bridge {
 
-// How this machine's compilers pass arguments. kThis: the object in a register, the rest on the stack.
+// How this machine's compilers pass arguments. kThis: the object in a register, the rest on the
+// stack.
 enum class Convention : uint8_t { kStandard, kThis, kC };
 
 // A function of the library that code of this machine may call.

@@ -16,7 +16,8 @@ constexpr uint32_t kCallersFrame = 68;
 }  // namespace
 
 GuestStack::GuestStack()
-    : memory_(static_cast<uint8_t*>(VirtualAlloc(nullptr, kBelow + kBytes, MEM_RESERVE, PAGE_NOACCESS))) {
+    : memory_(static_cast<uint8_t*>(
+          VirtualAlloc(nullptr, kBelow + kBytes, MEM_RESERVE, PAGE_NOACCESS))) {
   if (!memory_ || !VirtualAlloc(memory_ + kBelow, kBytes, MEM_COMMIT, PAGE_READWRITE)) {
     Fail("no memory for a stack");
   }

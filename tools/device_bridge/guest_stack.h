@@ -1,5 +1,5 @@
-// A thread's stack as the device gives it: 64 KB, which come page by page as they are used, each only
-// below the one before.
+// A thread's stack as the device gives it: 64 KB, which come page by page as they are used, each
+// only below the one before.
 #pragma once
 
 #include <stdint.h>
@@ -17,8 +17,8 @@ class GuestStack {
   uint32_t top() const;
   // A thread begins anew.
   void Reset();
-  // False for a page of something else. The first use of a page that the device would refuse ends the
-  // run.
+  // False for a page of something else. The first use of a page that the device would refuse ends
+  // the run.
   bool Use(uint32_t page);
 
  private:

@@ -1,5 +1,5 @@
-// The C heap for the device's code: this machine's, with its blocks checked at both ends when they come
-// back. The host frees blocks with this machine's free() and gets those that are plain.
+// The C heap for the device's code: this machine's, with its blocks checked at both ends when they
+// come back. The host frees blocks with this machine's free() and gets those that are plain.
 #pragma once
 
 #include <stddef.h>

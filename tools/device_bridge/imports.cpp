@@ -50,7 +50,8 @@ uint32_t Imports::Resolve(const char* library, const char* name) {
   for (const auto& place : kPlaces) {
     if (strcmp(place.library, library) != 0) continue;
     placed = true;
-    for (const char* const* file = place.here; *file && address == 0; ++file) address = Find(*file, name);
+    for (const char* const* file = place.here; *file && address == 0; ++file)
+      address = Find(*file, name);
   }
   if (!placed && address == 0) address = Find(library, name);
   if (address == 0) Fail("nobody here has %s", name);

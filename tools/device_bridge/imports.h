@@ -1,5 +1,5 @@
-// The functions that the device's library imports: this machine's, the stand-ins' where the device has
-// one of its own, and the bridge's where both have it but differ.
+// The functions that the device's library imports: this machine's, the stand-ins' where the device
+// has one of its own, and the bridge's where both have it but differ.
 #pragma once
 
 #include <windows.h>

@@ -10,7 +10,8 @@
 namespace bridge {
 namespace {
 
-// The published fields of an input plug-in, in words, and the slots of an output, which has more than a reader.
+// The published fields of an input plug-in, in words, and the slots of an output, which has more
+// than a reader.
 constexpr int kOutput = 2, kReader = 3;
 constexpr int kHostSlots = 14;
 
@@ -24,7 +25,8 @@ std::wstring FileBeside(HMODULE bridge) {
 const Function* FindFunction(uint32_t rva) {
   const Function* const end = kFunctions + kFunctionCount;
   const Function* const found = std::lower_bound(
-      kFunctions, end, rva, [](const Function& function, uint32_t wanted) { return function.rva < wanted; });
+      kFunctions, end, rva,
+      [](const Function& function, uint32_t wanted) { return function.rva < wanted; });
   return found != end && found->rva == rva ? found : nullptr;
 }
 
@@ -52,7 +54,8 @@ void* Library::GetFeature(int32_t id) {
 }
 
 bool Library::IsHostMethod(uint32_t target, uint32_t object) const {
-  if (!ogg_vorbis_ || object == 0 || (object != ogg_vorbis_[kOutput] && object != ogg_vorbis_[kReader])) {
+  if (!ogg_vorbis_ || object == 0 ||
+      (object != ogg_vorbis_[kOutput] && object != ogg_vorbis_[kReader])) {
     return false;
   }
   const uint32_t* const slots = *reinterpret_cast<const uint32_t* const*>(object);

@@ -15,18 +15,12 @@ struct Rule {
   uint32_t function;
 };
 Rule g_rules[] = {
-    {"PropertySheetW", 0, 40, 0},
-    {"CreatePropertySheetPageW", 0, 40, 0},
-    {"GetMenuItemInfoW", 3, 44, 0},
-    {"SetMenuItemInfoW", 3, 44, 0},
-    {"InsertMenuItemW", 3, 44, 0},
-    {"TrackPopupMenuEx", 5, 20, 0},
-    {"InitCommonControlsEx", 0, 8, 0},
-    {"GetVersionExW", 0, 276, 0},
-    {"GlobalMemoryStatus", 0, 32, 0},
-    {"SHCreateMenuBar", 0, 32, 0},
-    {"SHHandleWMSettingChange", 3, 12, 0},
-    {"SHHandleWMActivate", 3, 12, 0},
+    {"PropertySheetW", 0, 40, 0},          {"CreatePropertySheetPageW", 0, 40, 0},
+    {"GetMenuItemInfoW", 3, 44, 0},        {"SetMenuItemInfoW", 3, 44, 0},
+    {"InsertMenuItemW", 3, 44, 0},         {"TrackPopupMenuEx", 5, 20, 0},
+    {"InitCommonControlsEx", 0, 8, 0},     {"GetVersionExW", 0, 276, 0},
+    {"GlobalMemoryStatus", 0, 32, 0},      {"SHCreateMenuBar", 0, 32, 0},
+    {"SHHandleWMSettingChange", 3, 12, 0}, {"SHHandleWMActivate", 3, 12, 0},
     {"SHRecognizeGesture", 0, 20, 0},
 };
 

@@ -32,9 +32,11 @@ void ShowResources(HMODULE bridge, const ArmImage& image) {
   resources.VirtualAddress += distance;
   auto* headers = reinterpret_cast<IMAGE_NT_HEADERS32*>(
       module + reinterpret_cast<IMAGE_DOS_HEADER*>(module)->e_lfanew);
-  IMAGE_DATA_DIRECTORY& shown = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_RESOURCE];
+  IMAGE_DATA_DIRECTORY& shown =
+      headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_RESOURCE];
   DWORD before;
-  if (!VirtualProtect(&shown, sizeof(shown), PAGE_READWRITE, &before)) Fail("cannot show the resources");
+  if (!VirtualProtect(&shown, sizeof(shown), PAGE_READWRITE, &before))
+    Fail("cannot show the resources");
   shown = resources;
   VirtualProtect(&shown, sizeof(shown), before, &before);
 }

@@ -7,8 +7,8 @@
 
 namespace bridge {
 
-// From now on every function that takes a module finds, for the bridge's, the resources of the device's
-// file. Before the image is protected.
+// From now on every function that takes a module finds, for the bridge's, the resources of the
+// device's file. Before the image is protected.
 void ShowResources(HMODULE bridge, const ArmImage& image);
 
 }  // namespace bridge

@@ -14,9 +14,8 @@ constexpr uint32_t kStubBytes = 32;
 constexpr uint32_t kLoadPc = 0xE51FF004;  // ldr pc, [pc, #-4]: the next word
 
 // Called by every stub. `arguments` are those on the stack, `object` is what the register held.
-extern "C" __attribute__((force_align_arg_pointer)) uint64_t EnterDevice(const Stubs::Target* target,
-                                                                         const uint32_t* arguments,
-                                                                         uint32_t object) {
+extern "C" __attribute__((force_align_arg_pointer)) uint64_t EnterDevice(
+    const Stubs::Target* target, const uint32_t* arguments, uint32_t object) {
   uint32_t words[Engine::kMaxWords];
   uint32_t count = 0;
   if (target->convention == Convention::kThis) words[count++] = object;

@@ -1,6 +1,6 @@
-// Addresses that stand for functions of the device's library wherever it hands one out. Code of this
-// machine that calls one enters the emulator; the emulated code, which sees other bytes at the same
-// address, jumps to the function.
+// Addresses that stand for functions of the device's library wherever it hands one out. Code of
+// this machine that calls one enters the emulator; the emulated code, which sees other bytes at the
+// same address, jumps to the function.
 #pragma once
 
 #include <stdint.h>

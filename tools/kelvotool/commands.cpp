@@ -1,6 +1,6 @@
 #include <string.h>
 
-#include "catalog/media/display_text.h"
+#include "catalog/media/entry_list.h"
 #include "catalog/media/media_kind.h"
 #include "playlist/add_path.h"
 #include "playlist/m3u_writer.h"
@@ -18,17 +18,20 @@ constexpr char kHelp[] =
     "                         catalog shows them, with tabs between\n"
     "  playlist FILE...       the entries of playlists (M3U, PLS, ASX) and media files, in\n"
     "                         order: flag, path, title, artist, album, genre\n"
-    "  save OUT.m3u FILE...   writes the entries of playlists and media files as extended M3U\n"
+    "  save [--force] OUT.m3u FILE...\n"
+    "                         writes the entries of playlists and media files as extended M3U;\n"
+    "                         unless forced to, replaces playlists only\n"
     "  lint LIST...           the lines of playlists that the player drops or takes literally,\n"
     "                         and why\n"
     "  --help                 this text\n"
     "\n"
-    "Exit code: 0 when all went well, 1 when some file could not be used or lint found\n"
-    "something, 2 for wrong usage.\n";
+    "Exit code: 0 when all went well, 1 when some file could not be used or written or lint\n"
+    "found something, 2 for wrong usage. When a file cannot be used, save writes nothing.\n";
 
 class Tool {
  public:
-  Tool(int count, const wchar_t* const* files) noexcept : count_(count), arguments_(files) {}
+  Tool(int count, const wchar_t* const* files, bool forced) noexcept
+      : count_(count), arguments_(files), forced_(forced) {}
 
   int Tags() noexcept {
     for (int i = 0; i < count_; ++i) {
@@ -59,8 +62,19 @@ class Tool {
 
   int Save() noexcept {
     EntryList list;
+    const wchar_t* const out = arguments_[0];
+    if (!forced_ && MediaKindOf(out) != MediaKind::kM3u && files_.Exists(out)) {
+      Fail(out, "not a playlist of this format; --force replaces it");
+      return result_;
+    }
     for (int i = 1; i < count_; ++i) Add(arguments_[i], &list);
-    if (!WriteM3u(files_, arguments_[0], list)) Fail(arguments_[0], "cannot be created");
+    if (result_ != 0) return result_;
+    bool complete;
+    if (!WriteM3u(files_, out, list, &complete)) {
+      Fail(out, "cannot be created");
+    } else if (!complete) {
+      Fail(out, "cannot be written");
+    }
     return result_;
   }
 
@@ -92,10 +106,10 @@ class Tool {
       Fail(path, "no such file");
     } else if (!ListFormatOf(kind, &format)) {
       Fail(path, "cannot be read");
-    } else if (!files_.OpenRead(path, Share::kRead)) {
+    } else if (!files_.OpenRead(path, Share::kReadWrite)) {
       Fail(path, "cannot be opened");
     } else {
-      return true;  // a playlist without entries
+      Fail(path, "a playlist that gives no entries; lint may say why");
     }
     return false;
   }
@@ -129,6 +143,7 @@ class Tool {
 
   int count_;
   const wchar_t* const* arguments_;
+  bool forced_;
   FileSystem& files_ = SystemFiles();
   LinkedInformation information_{files_};
   int result_ = 0;
@@ -154,11 +169,13 @@ int Run(int count, const wchar_t* const* arguments) noexcept {
   }
   for (const Command& command : kCommands) {
     if (count == 0 || CompareWide(arguments[0], command.name) != 0) continue;
-    if (count - 1 < command.least_arguments) {
+    const bool forced = count > 1 && command.run == &Tool::Save &&
+                        CompareWide(arguments[1], L"--force") == 0;
+    if (count - 1 - forced < command.least_arguments) {
       PrintError(arguments[0], "a file is missing; see kelvotool --help");
       return 2;
     }
-    Tool tool(count - 1, arguments + 1);
+    Tool tool(count - 1 - forced, arguments + 1 + forced, forced);
     return (tool.*command.run)();
   }
   if (count > 0) PrintError(arguments[0], "no such command");

@@ -5,9 +5,7 @@
 namespace kelvo::tool {
 
 bool LinkedInformation::OggInformation(const wchar_t* path, MediaTexts* texts) noexcept {
-  uint32_t ignored;
-  return vorbis_.GetFileInfo(path, nullptr, texts->album, &texts->format, nullptr, &ignored,
-                             texts->artist, texts->title) != 0;
+  return QueryPlugin(vorbis_, path, texts);
 }
 
 bool LinkedInformation::WmaInformation(const wchar_t* path, MediaTexts* texts) noexcept {

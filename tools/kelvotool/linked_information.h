@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/files/file_system.h"
-#include "catalog/media/media_information.h"
+#include "catalog/media/add_entry.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 
 namespace kelvo::tool {
@@ -9,7 +9,7 @@ namespace kelvo::tool {
 // The readers of the input plug-ins, linked in. Windows Media needs no player to be described.
 class LinkedInformation final : public MediaInformation {
  public:
-  explicit LinkedInformation(FileSystem& files) noexcept : files_(files), vorbis_(files) {}
+  explicit LinkedInformation(FileSystem& files) noexcept : files_(files) {}
 
   bool OggInformation(const wchar_t* path, MediaTexts* texts) noexcept override;
   bool WmaInformation(const wchar_t* path, MediaTexts* texts) noexcept override;
@@ -17,7 +17,7 @@ class LinkedInformation final : public MediaInformation {
 
  private:
   FileSystem& files_;
-  OggVorbisPlugin vorbis_;
+  OggVorbisPlugin vorbis_{files_};
 };
 
 }  // namespace kelvo::tool

@@ -60,7 +60,7 @@ bool IsFileKey(const TextLine& line, bool* exact) noexcept {
 }
 
 // Why a line that names nothing is hardly meant so; null for comments, titles and the like.
-const char* AgainstLine(const ListPosition& from) noexcept {
+const char* LineProblem(const ListPosition& from) noexcept {
   bool exact;
   switch (MediaKindOf(from.list)) {
     case MediaKind::kPls:
@@ -99,7 +99,7 @@ bool Lint::Enter(const wchar_t* path) noexcept {
 
 void Lint::AddMedia(MediaKind, const wchar_t* path, const ListPosition* from) noexcept {
   if (!from) return Complain(path, "not a playlist");
-  if (const char* why = AgainstPath(path, *from)) Report(*from, why);
+  if (const char* why = PathProblem(path, *from)) Report(*from, why);
   if (MediaKindOf(from->list) == MediaKind::kAsx && Count(from->text, "<ref") > 1) {
     Report(*from, "only the first reference of a line is taken");
   }
@@ -107,7 +107,7 @@ void Lint::AddMedia(MediaKind, const wchar_t* path, const ListPosition* from) no
 
 void Lint::Skip(Skipped why, const wchar_t* path, const ListPosition* from) noexcept {
   if (from) {
-    if (const char* what = AgainstSkipped(why, path, *from)) Report(*from, what);
+    if (const char* what = SkipProblem(why, path, *from)) Report(*from, what);
   } else if (why == Skipped::kNoKind) {
     Complain(path, "not a playlist");
   } else if (why == Skipped::kNameNotInAnsi) {
@@ -119,7 +119,7 @@ void Lint::Skip(Skipped why, const wchar_t* path, const ListPosition* from) noex
   }
 }
 
-const char* Lint::AgainstPath(const wchar_t* path, const ListPosition& from) noexcept {
+const char* Lint::PathProblem(const wchar_t* path, const ListPosition& from) noexcept {
   if (Has(path, "://")) return "a URL";
   if (Has(path, "/")) return "forward slashes do not separate folders";
   if (HasParentFolder(path)) return "\"..\" is not resolved";
@@ -127,18 +127,18 @@ const char* Lint::AgainstPath(const wchar_t* path, const ListPosition& from) noe
   return files_.Exists(path) ? nullptr : "no such file";
 }
 
-const char* Lint::AgainstSkipped(Skipped why, const wchar_t* path,
+const char* Lint::SkipProblem(Skipped why, const wchar_t* path,
                                  const ListPosition& from) noexcept {
+  if (from.text.continues) return "longer than 259 characters, read in pieces";
   switch (why) {
     case Skipped::kLine:
-      return AgainstLine(from);
+      return LineProblem(from);
     case Skipped::kTooLong:
       return "longer than a path may be";
     case Skipped::kNoKind:
       if (from.text.length == 0) return nullptr;
       if (Has(path, "://")) return "a URL";
       if (from.is_rest) return "the rest of a line of more than 259 characters";
-      if (from.text.continues) return "longer than 259 characters, read in pieces";
       return path[0] == 0 ? "without a value" : "no kind";
     case Skipped::kNameNotInAnsi:
       return "the code page does not hold its name";
@@ -146,7 +146,7 @@ const char* Lint::AgainstSkipped(Skipped why, const wchar_t* path,
       if (chain_.IsOpen(path)) return "a list inside itself";
       return WasSeen(path) ? nullptr : "more than the player takes from lists in lists";
     case Skipped::kUnreadable: {
-      const char* what = AgainstPath(path, from);
+      const char* what = PathProblem(path, from);
       return what ? what : "cannot be opened";
     }
     case Skipped::kBehindTextsEnd:

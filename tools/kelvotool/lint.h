@@ -23,9 +23,9 @@ class Lint final : private PathSink, private NestingGuard {
   bool CountMedia() noexcept override { return chain_.CountMedia(); }
 
   bool WasSeen(const wchar_t* path) const noexcept;
-  // Null when there is nothing to say against a path, or a line.
-  const char* AgainstPath(const wchar_t* path, const ListPosition& from) noexcept;
-  const char* AgainstSkipped(Skipped why, const wchar_t* path, const ListPosition& from) noexcept;
+  // What is wrong with a path, or with a skipped line; null when nothing is.
+  const char* PathProblem(const wchar_t* path, const ListPosition& from) noexcept;
+  const char* SkipProblem(Skipped why, const wchar_t* path, const ListPosition& from) noexcept;
   void Report(const ListPosition& from, const char* why) noexcept;
   void Complain(const wchar_t* path, const char* what) noexcept;
 

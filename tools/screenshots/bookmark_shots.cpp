@@ -22,7 +22,7 @@ constexpr struct {
 void FillList(User& user) {
   const HWND list = user.Control(IDC_BOOKMARK_LIST);
   user.Wait("the bookmarks", [&] { return ListView_GetItemCount(list) > 0; });
-  user.Tap(list, ListItemText(list, 0));
+  user.TapItem(list, 0);
 }
 
 void OpenMenu(User& user) {
@@ -30,7 +30,7 @@ void OpenMenu(User& user) {
 }
 
 void CloseMenu(User& user) {
-  user.CloseMenu();
+  user.LeaveMenu();
 }
 
 void Edit(User& user) {

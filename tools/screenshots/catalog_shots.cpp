@@ -16,12 +16,8 @@ HWND Tree(const User& user) {
   return user.Control(IDC_TREE);
 }
 
-HTREEITEM Root(HWND tree) {
-  return NextItem(tree, TVGN_ROOT, nullptr);
-}
-
 void CloseMenu(User& user) {
-  user.CloseMenu();
+  user.LeaveMenu();
 }
 
 void Cancel(User& user) {
@@ -36,9 +32,9 @@ void AnswerNo(User& user) {
 
 void FindPlaylists(User& user) {
   user.Wait("the first scan", [&] { return ListView_GetItemCount(List(user)) > 0; });
-  CheckListItem(List(user), 0);
-  CheckListItem(List(user), 1);
-  user.Tap(List(user), ListItemText(List(user), 2));
+  user.Check(List(user), 0);
+  user.Check(List(user), 1);
+  user.TapItem(List(user), 2);
 }
 
 void OpenChecks(User& user) {
@@ -46,7 +42,7 @@ void OpenChecks(User& user) {
 }
 
 void HoldPlaylist(User& user) {
-  user.OpenContextMenu(List(user), ListItemText(List(user), 2));
+  user.OpenContextMenu(List(user), user.PartOf(List(user), 2, LVHT_ONITEMLABEL));
 }
 
 void RenamePlaylist(User& user) {
@@ -60,7 +56,7 @@ void DeletePlaylist(User& user) {
 // The media.
 
 void ShowMedia(User& user) {
-  user.GoTo(kMedia);
+  user.ShowPage(kMedia);
 }
 
 void OpenGrouping(User& user) {
@@ -68,8 +64,8 @@ void OpenGrouping(User& user) {
 }
 
 void GroupBy(User& user, int order) {
-  user.Command(ID_FIRST_ORDER + order - 1);
-  ExpandAll(Tree(user), Root(Tree(user)));
+  user.Do(ID_FIRST_ORDER + order - 1);
+  user.ExpandAll(Tree(user));
   SendMessageW(Tree(user), WM_VSCROLL, SB_TOP, 0);
 }
 
@@ -80,37 +76,20 @@ void GroupByGenre(User& user) {
 // Everything checked, then a tap on one file's box: its groups lose their checks.
 void GroupByArtist(User& user) {
   GroupBy(user, 3);
-  user.Command(ID_CHECK_ALL);
+  user.Do(ID_CHECK_ALL);
   const HWND tree = Tree(user);
-  const HTREEITEM group = NextItem(tree, TVGN_NEXT, Root(tree));
-  const HTREEITEM file = FirstLeaf(tree, group ? group : Root(tree));
-  const RECT label = TreeItemLabel(tree, file);
-  user.Tap(tree, {label.left - 28, (label.top + label.bottom) / 2});
-  SelectTreeItem(tree, file);
+  HTREEITEM file = TreeView_GetNextSibling(tree, TreeView_GetRoot(tree));
+  while (const HTREEITEM child = TreeView_GetChild(tree, file)) file = child;
+  user.Tap(tree, user.PartOf(tree, file, TVHT_ONITEMSTATEICON));
+  TreeView_SelectItem(tree, file);
 }
 
 void GroupByFolder(User& user) {
   GroupBy(user, 7);
 }
 
-HTREEITEM FindLabel(HWND tree, HTREEITEM from, const wchar_t* label) {
-  for (HTREEITEM item = from; item; item = NextItem(tree, TVGN_NEXT, item)) {
-    wchar_t text[300] = L"";
-    TVITEMW node = {};
-    node.mask = TVIF_HANDLE | TVIF_TEXT;
-    node.hItem = item;
-    node.pszText = text;
-    node.cchTextMax = 300;
-    SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&node));
-    if (lstrcmpW(text, label) == 0) return item;
-    const HTREEITEM below = FindLabel(tree, NextItem(tree, TVGN_CHILD, item), label);
-    if (below) return below;
-  }
-  return nullptr;
-}
-
 void EditTag(User& user) {
-  SelectTreeItem(Tree(user), FindLabel(Tree(user), Root(Tree(user)), L"Half Time.mp3"));
+  user.SelectNode(Tree(user), "Music\\The Square Roots\\Half Time.mp3");
   user.OpenByCommand(ID_EDIT_TAG);
 }
 
@@ -130,16 +109,16 @@ void DeleteMedia(User& user) {
 // The current playlist.
 
 void ShowEmptyCurrent(User& user) {
-  user.GoTo(kCurrent);
+  user.ShowPage(kCurrent);
 }
 
 void ShowCurrent(User& user) {
-  user.GoTo(kMedia);
-  user.Command(ID_CHECK_ALL);
-  user.Command(ID_ADD_CHECKED);
-  user.GoTo(kCurrent);
-  ListView_SetItemState(List(user), 1, INDEXTOSTATEIMAGEMASK(1), LVIS_STATEIMAGEMASK);
-  user.Tap(List(user), ListItemText(List(user), 3));
+  user.ShowPage(kMedia);
+  user.Do(ID_CHECK_ALL);
+  user.Do(ID_ADD_CHECKED);
+  user.ShowPage(kCurrent);
+  user.Check(List(user), 1, false);
+  user.TapItem(List(user), 3);
 }
 
 void ScrollCurrent(User& user) {

@@ -19,13 +19,13 @@ const Group* const kGroups[] = {&kCatalogGroup,         &kSaveGroup,
                                 &kPresetOverwriteGroup, &kPlayerGroup};
 
 // False when a picture cannot be written.
-bool Take(const Group& group, const User& user_before, const std::wstring& folder) {
-  User user = user_before;
-  user.WaitForDialog();
+bool Take(const Group& group, User& user, const std::wstring& folder) {
+  user.Wait("a dialog", [&] { return user.Dialog() != nullptr; });
   bool written = true;
   for (size_t i = 0; i < group.count; ++i) {
     const Shot& shot = group.shots[i];
     shot.pose(user);
+    SetCursorPos(0, 0);  // away from what it would light up
     const std::wstring path = folder + L"\\" + shot.name + L".png";
     if (!WritePng(path, Photograph(user.Windows()))) {
       std::fprintf(stderr, "screenshots: cannot write %ls\n", path.c_str());
@@ -44,7 +44,7 @@ int Run(const std::wstring& folder, const wchar_t* device, DWORD language) {
     return 1;
   }
   bool written = true;
-  const User user(GetCurrentThreadId());
+  User user;
   for (const Group* group : kGroups) {
     std::thread hands([&] { written = Take(*group, user, folder) && written; });
     group->open(session);

@@ -25,7 +25,7 @@ void OpenMenu(User& user) {
 }
 
 void CloseMenu(User& user) {
-  user.CloseMenu();
+  user.LeaveMenu();
 }
 
 void OpenAbout(User& user) {

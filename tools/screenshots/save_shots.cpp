@@ -13,7 +13,7 @@ constexpr int kName = 1001;
 constexpr int kSave = 1002;
 
 void OpenSave(User& user) {
-  user.GoTo(2);
+  user.ShowPage(2);
   user.OpenByCommand(ID_SAVE_PLAYLIST);
   user.Wait("the folders", [&] { return TreeView_GetCount(user.Control(kTree)) > 1; });
 }
@@ -29,13 +29,10 @@ void Confirm(User& user) {
 // A tap on a playlist that exists.
 void ChoosePlaylist(User& user) {
   const HWND tree = user.Control(kTree);
-  const HTREEITEM root = NextItem(tree, TVGN_ROOT, nullptr);
-  ExpandAll(tree, root);
-  HTREEITEM last = root;
-  for (HTREEITEM next = root; next; next = NextItem(tree, TVGN_NEXTVISIBLE, next)) last = next;
-  SendMessageW(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(last));
-  const RECT label = TreeItemLabel(tree, last);
-  user.Tap(tree, {label.left + 4, (label.top + label.bottom) / 2});
+  user.ExpandAll(tree);
+  HTREEITEM last = TreeView_GetRoot(tree);
+  for (HTREEITEM next = last; next; next = TreeView_GetNextVisible(tree, next)) last = next;
+  user.Tap(tree, user.PartOf(tree, last, TVHT_ONITEMLABEL));
 }
 
 void SaveOverIt(User& user) {

@@ -21,7 +21,7 @@ void HeapGive(void* block) noexcept;  // null is allowed
 using HeapFaultHook = bool (*)(void* context);
 void SetHeapFaultHook(HeapFaultHook should_fail, void* context) noexcept;
 
-// new/delete without exceptions. Give() accepts null.
+// new/delete without exceptions. HeapDelete accepts null.
 template <class T, class... Args>
 [[nodiscard]] T* HeapNew(Args&&... args) noexcept {
   void* block = HeapTake(sizeof(T));

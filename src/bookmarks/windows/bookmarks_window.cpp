@@ -1,10 +1,9 @@
-#include "bookmarks/windows/bookmarks_window.h"
-
 #include "base/messages/post_message.h"
 #include "base/windows/feature_dialog.h"
-#include "base/windows/image_list.h"
+#include "base/windows/list_look.h"
 #include "base/windows/registry.h"
 #include "bookmarks/bookmark_position.h"
+#include "bookmarks/bookmarks_feature.h"
 #include "bookmarks/windows/edit_bookmark_dialog.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"

@@ -5,8 +5,8 @@
 
 namespace kelvo {
 
-// Edits one bookmark; "Ok" stores and saves it. A host may change the list meanwhile: what is stored
-// is then that bookmark as it was shown, wherever it has gone; nothing, when it is no more.
+// Edits one bookmark; "Ok" stores and saves it. A host may change the list meanwhile: what is
+// stored is then that bookmark as it was shown, wherever it has gone; nothing, when it is no more.
 class EditBookmarkDialog final : public ModalDialog {
  public:
   // `store` is borrowed; `index` is one of its bookmarks.

@@ -20,23 +20,22 @@ bool AddWithTexts(const wchar_t* path, const MediaTexts& texts, EntryList* list)
 
 }  // namespace
 
-bool AddMpegEntry(FileSystem& files, const wchar_t* path, EntryList* list) noexcept {
-  MediaEntry* entry = list->Add(path);
-  if (!entry) return false;
-  ReadId3v1(files, entry);
-  return true;
-}
-
-bool AddOggEntry(MediaInformation& information, const wchar_t* path, EntryList* list) noexcept {
+bool AddMediaEntry(MediaKind kind, FileSystem& files, MediaInformation& information,
+                   const wchar_t* path, EntryList* list) noexcept {
+  if (kind == MediaKind::kMpeg) {
+    MediaEntry* entry = list->Add(path);
+    if (entry) ReadId3v1(files, entry);
+    return entry != nullptr;
+  }
+  if (kind != MediaKind::kOgg && (kind != MediaKind::kWma || !information.WmaAvailable())) {
+    return false;
+  }
   MediaTexts texts;
-  information.OggInformation(path, &texts);
-  return AddWithTexts(path, texts, list);
-}
-
-bool AddWmaEntry(MediaInformation& information, const wchar_t* path, EntryList* list) noexcept {
-  if (!information.WmaAvailable()) return false;
-  MediaTexts texts;
-  information.WmaInformation(path, &texts);
+  if (kind == MediaKind::kOgg) {
+    information.OggInformation(path, &texts);
+  } else {
+    information.WmaInformation(path, &texts);
+  }
   return AddWithTexts(path, texts, list);
 }
 

@@ -1,13 +1,36 @@
 // Media files as the catalog and the playlists hold them. Used by one thread, the interface's.
 #pragma once
 
+#include <stddef.h>
 #include <stdint.h>
 
 #include "base/memory/array.h"
 #include "base/memory/heap_text.h"
-#include "catalog/media/tag_block.h"
+#include "base/text/wide.h"
 
 namespace kelvo {
+
+// What the catalog keeps of a file's tag: 8-bit text in the system's code page, at most 30 bytes
+// and a NUL each. The rest of a field is zero.
+inline constexpr size_t kTagFieldBytes = 31;
+using TagField = char[kTagFieldBytes];
+
+struct TagBlock {
+  TagField title = {};
+  TagField artist = {};
+  TagField album = {};
+  TagField genre = {};
+};
+static_assert(offsetof(TagBlock, title) == 0 && offsetof(TagBlock, artist) == 31 &&
+              offsetof(TagBlock, album) == 62 && offsetof(TagBlock, genre) == 93 &&
+              sizeof(TagBlock) == 124);
+
+// Turns the blanks and NULs at the end of `length` bytes into NULs.
+void TrimField(char* bytes, size_t length) noexcept;
+
+// Converts the first 30 characters, as far as they give at most 29 bytes. (Tags read from files
+// may fill all 30.)
+void CopyToField(const wchar_t* text, TagField& field) noexcept;
 
 struct MediaEntry {
   HeapText path;          // full path
@@ -15,6 +38,9 @@ struct MediaEntry {
   // The Media Catalog's list: the file's tree item, 0 without one. Playlists: the check flag.
   uintptr_t item = 0;
 };
+static_assert(offsetof(MediaEntry, path) == 0 && offsetof(MediaEntry, tag) == sizeof(void*) &&
+              offsetof(MediaEntry, item) == 2 * sizeof(void*) &&
+              sizeof(MediaEntry) == 3 * sizeof(void*));
 
 // The check flag: the item word of an entry when it is added to a playlist.
 inline constexpr uintptr_t kEntryFlag = 1;
@@ -45,5 +71,12 @@ class EntryList {
  private:
   Array<MediaEntry> entries_;
 };
+
+// The texts that stand for an entry in trees and lists, in the system's code page: the title, or
+// without one the file's name with its extension; of the others "Unknown" when the entry has none.
+void TitleText(const MediaEntry& entry, char (&text)[kTextCapacity]) noexcept;
+void ArtistText(const MediaEntry& entry, TagField& text) noexcept;
+void AlbumText(const MediaEntry& entry, TagField& text) noexcept;
+void GenreText(const MediaEntry& entry, TagField& text) noexcept;
 
 }  // namespace kelvo

@@ -1,4 +1,4 @@
-#include "catalog/media/genre_list.h"
+#include "catalog/media/id3v1.h"
 
 namespace kelvo {
 namespace {

@@ -2,51 +2,41 @@
 
 #include <string.h>
 
-#include "catalog/media/genre_list.h"
-
 namespace kelvo {
 namespace {
 
-constexpr size_t kTitleAt = 3;
-constexpr size_t kArtistAt = 33;
-constexpr size_t kAlbumAt = 63;
-constexpr size_t kGenreAt = 127;
-constexpr size_t kTextBytes = 30;
-
-void CopyField(const uint8_t* bytes, TagField& field) noexcept {
-  memcpy(field, bytes, kTextBytes);
-  field[kTextBytes] = 0;
-  TrimField(field, kTextBytes);
+bool FindTag(ByteSource& source, Id3v1Block& tag) noexcept {
+  const uint64_t size = source.SizeBytes();
+  return size >= kId3v1Bytes &&
+         source.ReadAt(size - kId3v1Bytes, tag, kId3v1Bytes) == ReadResult::kOk &&
+         memcmp(tag, kId3v1Mark, sizeof(kId3v1Mark) - 1) == 0;
 }
 
-bool IsTag(const uint8_t (&bytes)[kId3v1Bytes]) noexcept {
-  return memcmp(bytes, "TAG", 3) == 0;
+void CopyTrimmed(const Id3v1Block& tag, const Id3v1Field& from, TagField& to) noexcept {
+  memcpy(to, tag + from.at, from.bytes);
+  TrimField(to, from.bytes);
 }
 
 }  // namespace
 
-bool ParseId3v1(const uint8_t (&bytes)[kId3v1Bytes], TagBlock* block) noexcept {
-  if (!IsTag(bytes)) return false;
-  CopyField(bytes + kAlbumAt, block->album);
-  CopyField(bytes + kArtistAt, block->artist);
-  CopyField(bytes + kTitleAt, block->title);
-  memset(block->genre, 0, sizeof(block->genre));
-  const char* genre = GenreName(bytes[kGenreAt]);
-  memcpy(block->genre, genre, strlen(genre));
-  return true;
+bool FindId3v1(FileSystem& files, const wchar_t* path, Id3v1Block& tag) noexcept {
+  OpenFile<FileReader> file = files.OpenRead(path, Share::kRead);
+  return file && FindTag(*file, tag);
 }
 
 bool ReadId3v1(ByteSource& source, MediaEntry* entry) noexcept {
-  const uint64_t size = source.SizeBytes();
-  uint8_t bytes[kId3v1Bytes];
-  if (size < kId3v1Bytes ||
-      source.ReadAt(size - kId3v1Bytes, bytes, kId3v1Bytes) != ReadResult::kOk || !IsTag(bytes)) {
-    return false;
-  }
+  Id3v1Block tag;
+  if (!FindTag(source, tag)) return false;
   // The old block goes first: a stale tag is worse than none.
   entry->tag.Reset();
   entry->tag.Reset(HeapNew<TagBlock>());
-  return entry->tag && ParseId3v1(bytes, entry->tag.get());
+  if (!entry->tag) return false;
+  CopyTrimmed(tag, kId3v1Album, entry->tag->album);
+  CopyTrimmed(tag, kId3v1Artist, entry->tag->artist);
+  CopyTrimmed(tag, kId3v1Title, entry->tag->title);
+  const char* genre = GenreName(tag[kId3v1GenreAt]);
+  memcpy(entry->tag->genre, genre, strlen(genre));
+  return true;
 }
 
 bool ReadId3v1(FileSystem& files, MediaEntry* entry) noexcept {

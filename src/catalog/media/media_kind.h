@@ -1,6 +1,5 @@
 #pragma once
 
-#include <stddef.h>
 #include <stdint.h>
 
 namespace kelvo {
@@ -18,6 +17,5 @@ enum class MediaKind : int32_t {
 };
 
 MediaKind MediaKindOf(const wchar_t* path) noexcept;
-MediaKind MediaKindOf(const wchar_t* path, size_t length) noexcept;
 
 }  // namespace kelvo

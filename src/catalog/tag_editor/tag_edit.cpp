@@ -8,36 +8,16 @@
 namespace kelvo {
 namespace {
 
-// Offsets and sizes in bytes.
-constexpr size_t kTitleAt = 3;
-constexpr size_t kArtistAt = 33;
-constexpr size_t kAlbumAt = 63;
-constexpr size_t kTextBytes = 30;
-constexpr size_t kYearAt = 93;
-constexpr size_t kYearBytes = 4;
-constexpr size_t kCommentAt = 97;
-constexpr size_t kShortCommentBytes = 28;  // in front of a track
-constexpr size_t kTrackMarkAt = 125;       // zero: the next byte is a track
-constexpr size_t kTrackAt = 126;
 constexpr size_t kTrackCharacters = 2;
-constexpr size_t kGenreAt = 127;
-
-bool ReadTag(FileSystem& files, const wchar_t* path, uint8_t (&bytes)[kId3v1Bytes]) noexcept {
-  OpenFile<FileReader> file = files.OpenRead(path, Share::kRead);
-  if (!file) return false;
-  const uint64_t size = file->SizeBytes();
-  return size >= kId3v1Bytes &&
-         file->ReadAt(size - kId3v1Bytes, bytes, kId3v1Bytes) == ReadResult::kOk &&
-         memcmp(bytes, "TAG", 3) == 0;
-}
 
 template <size_t kCapacity>
-void ShowField(const uint8_t* bytes, size_t length, wchar_t (&text)[kCapacity]) noexcept {
-  AnsiToWide(reinterpret_cast<const char*>(bytes), length, text, kCapacity);
+void ShowField(const Id3v1Block& tag, const Id3v1Field& field,
+               wchar_t (&text)[kCapacity]) noexcept {
+  AnsiToWide(reinterpret_cast<const char*>(tag + field.at), field.bytes, text, kCapacity);
 }
 
-void PutField(const wchar_t* text, uint8_t* bytes, size_t length) noexcept {
-  WideToAnsi(text, length, reinterpret_cast<char*>(bytes), length, nullptr);
+void PutField(const wchar_t* text, const Id3v1Field& field, Id3v1Block& tag) noexcept {
+  WideToAnsi(text, field.bytes, reinterpret_cast<char*>(tag + field.at), field.bytes, nullptr);
 }
 
 }  // namespace
@@ -45,42 +25,42 @@ void PutField(const wchar_t* text, uint8_t* bytes, size_t length) noexcept {
 void TagEdit::Load(FileSystem& files, const MediaEntry& entry) noexcept {
   memset(bytes_, 0, sizeof(bytes_));
   present_ = false;
-  uint8_t read[kId3v1Bytes];
-  if (!entry.tag || !ReadTag(files, entry.path.c_str(), read)) return;
+  Id3v1Block read;
+  if (!entry.tag || !FindId3v1(files, entry.path.c_str(), read)) return;
   memcpy(bytes_, read, sizeof(bytes_));
-  char* text = reinterpret_cast<char*>(bytes_);
-  TrimField(text + kYearAt, kYearBytes);
-  TrimField(text + kTitleAt, kTextBytes);
-  TrimField(text + kAlbumAt, kTextBytes);
-  TrimField(text + kArtistAt, kTextBytes);
-  TrimField(text + kCommentAt, kShortCommentBytes);
+  for (const Id3v1Field& field :
+       {kId3v1Title, kId3v1Artist, kId3v1Album, kId3v1Year, kId3v1ShortComment}) {
+    TrimField(reinterpret_cast<char*>(bytes_ + field.at), field.bytes);
+  }
   present_ = true;
 }
 
 void TagEdit::Show(TagTexts* shown) const noexcept {
+  // Up to the mark, which is text where there is no track.
+  constexpr Id3v1Field kComment = {kId3v1Comment.at, kId3v1TrackAt - kId3v1Comment.at};
   *shown = TagTexts();
   if (!present_) return;
-  ShowField(bytes_ + kTitleAt, kTextBytes, shown->title);
-  ShowField(bytes_ + kAlbumAt, kTextBytes, shown->album);
-  ShowField(bytes_ + kArtistAt, kTextBytes, shown->artist);
-  ShowField(bytes_ + kCommentAt, kShortCommentBytes + 1, shown->comment);
-  ShowField(bytes_ + kYearAt, kYearBytes, shown->year);
-  if (bytes_[kTrackAt] != 0 && bytes_[kTrackMarkAt] == 0) {
-    FormatDecimal(shown->track, bytes_[kTrackAt]);
+  ShowField(bytes_, kId3v1Title, shown->title);
+  ShowField(bytes_, kId3v1Album, shown->album);
+  ShowField(bytes_, kId3v1Artist, shown->artist);
+  ShowField(bytes_, kComment, shown->comment);
+  ShowField(bytes_, kId3v1Year, shown->year);
+  if (bytes_[kId3v1TrackAt] != 0 && bytes_[kId3v1TrackMarkAt] == 0) {
+    FormatDecimal(shown->track, bytes_[kId3v1TrackAt]);
   }
 }
 
 void TagEdit::Build(const TagTexts& texts, uint32_t genre) noexcept {
   memset(bytes_, 0, sizeof(bytes_));
-  bytes_[kGenreAt] = static_cast<uint8_t>(genre);
-  PutField(texts.title, bytes_ + kTitleAt, kTextBytes);
-  PutField(texts.album, bytes_ + kAlbumAt, kTextBytes);
-  PutField(texts.artist, bytes_ + kArtistAt, kTextBytes);
-  PutField(texts.year, bytes_ + kYearAt, kYearBytes);
+  bytes_[kId3v1GenreAt] = static_cast<uint8_t>(genre);
+  PutField(texts.title, kId3v1Title, bytes_);
+  PutField(texts.album, kId3v1Album, bytes_);
+  PutField(texts.artist, kId3v1Artist, bytes_);
+  PutField(texts.year, kId3v1Year, bytes_);
   wchar_t track[kTrackCharacters + 1];
   const bool has_track = CopyWide(track, kTrackCharacters + 1, texts.track) > 0;
-  if (has_track) bytes_[kTrackAt] = static_cast<uint8_t>(ParseDecimal(track));
-  PutField(texts.comment, bytes_ + kCommentAt, has_track ? kShortCommentBytes : kTextBytes);
+  if (has_track) bytes_[kId3v1TrackAt] = static_cast<uint8_t>(ParseDecimal(track));
+  PutField(texts.comment, has_track ? kId3v1ShortComment : kId3v1Comment, bytes_);
 }
 
 bool TagEdit::Write(FileSystem& files, const wchar_t* path) noexcept {
@@ -89,23 +69,12 @@ bool TagEdit::Write(FileSystem& files, const wchar_t* path) noexcept {
   files.SetAttributes(path, kAttributeNormal);
   OpenFile<FileWriter> file = files.OpenWrite(path, Share::kWrite);
   if (!file) return false;
-  memcpy(bytes_, "TAG", 3);
+  memcpy(bytes_, kId3v1Mark, sizeof(kId3v1Mark) - 1);
   const bool written =
       file->SeekFromEnd(present_ ? kId3v1Bytes : 0) && file->Write(bytes_, sizeof(bytes_));
   file.Close();
   files.SetAttributes(path, attributes);
   return written;
-}
-
-void CopyTagToPlaylist(const MediaEntry& edited, EntryList& playlist) noexcept {
-  if (!edited.tag) return;
-  for (MediaEntry& entry : playlist) {
-    if (!entry.path.has_value() || !EqualNoCase(entry.path.get(), edited.path.c_str())) {
-      continue;
-    }
-    if (!entry.tag) entry.tag.Reset(HeapNew<TagBlock>());
-    if (entry.tag) *entry.tag = *edited.tag;
-  }
 }
 
 }  // namespace kelvo

@@ -26,8 +26,8 @@ class TagEdit {
   void Load(FileSystem& files, const MediaEntry& entry) noexcept;
 
   bool present() const noexcept { return present_; }
-  uint8_t genre() const noexcept { return bytes_[kId3v1Bytes - 1]; }
-  const uint8_t (&bytes() const noexcept)[kId3v1Bytes] { return bytes_; }
+  uint8_t genre() const noexcept { return bytes_[kId3v1GenreAt]; }
+  const Id3v1Block& bytes() const noexcept { return bytes_; }
 
   // All empty without a tag.
   void Show(TagTexts* shown) const noexcept;
@@ -41,11 +41,8 @@ class TagEdit {
   bool Write(FileSystem& files, const wchar_t* path) noexcept;
 
  private:
-  uint8_t bytes_[kId3v1Bytes] = {};
+  Id3v1Block bytes_ = {};
   bool present_ = false;
 };
-
-// Gives the tag of an edited file to its other entries in a playlist.
-void CopyTagToPlaylist(const MediaEntry& edited, EntryList& playlist) noexcept;
 
 }  // namespace kelvo

@@ -3,7 +3,7 @@
 // not cost a walk over all that is left, each entry knows the next one whose text may be the same:
 // those of one hash of the folded texts are linked, and the texts compared along the links only.
 #include "base/text/ansi.h"
-#include "catalog/media/display_text.h"
+#include "catalog/media/entry_list.h"
 #include "catalog/tree/build_tree.h"
 
 namespace kelvo {
@@ -141,6 +141,27 @@ void BuildGroups(EntryList& entries, const NodeKind* levels, size_t level_count,
                  TreeSink& sink) noexcept {
   for (MediaEntry& entry : entries) entry.item = kNoNode;
   Grouping(entries, levels, level_count, sink).Run();
+}
+
+void BuildTree(EntryList& entries, GroupingOrder order, TreeSink& sink) noexcept {
+  constexpr NodeKind kGenre = NodeKind::kGenre;
+  constexpr NodeKind kArtist = NodeKind::kArtist;
+  constexpr NodeKind kAlbum = NodeKind::kAlbum;
+  struct Levels {
+    NodeKind kinds[3];
+    size_t count;
+  };
+  static constexpr Levels kLevels[] = {
+      {{kGenre, kArtist, kAlbum}, 3},
+      {{kGenre, kAlbum, kArtist}, 3},
+      {{kArtist, kAlbum}, 2},
+      {{kAlbum, kArtist}, 2},
+      {{kAlbum}, 1},
+      {{kArtist}, 1},
+  };
+  if (order == GroupingOrder::kFolders) return BuildFolders(entries, sink);
+  const Levels& levels = kLevels[static_cast<uint32_t>(order) - 1];
+  BuildGroups(entries, levels.kinds, levels.count, sink);
 }
 
 }  // namespace kelvo

@@ -1,10 +1,27 @@
+// Builds the tree of the Media Catalog in one of its orders.
 #pragma once
 
 #include "catalog/media/entry_list.h"
-#include "catalog/tree/grouping_order.h"
-#include "catalog/tree/tree_sink.h"
+#include "catalog/tree/catalog_tree.h"
 
 namespace kelvo {
+
+// How the Media Catalog groups its files; the numbers are those of the setting "CatType".
+enum class GroupingOrder : uint32_t {
+  kGenreArtistAlbum = 1,
+  kGenreAlbumArtist = 2,
+  kArtistAlbum = 3,
+  kAlbumArtist = 4,
+  kAlbum = 5,
+  kArtist = 6,
+  kFolders = 7,
+};
+
+// A number that is no order counts as the first one.
+constexpr GroupingOrder ToGroupingOrder(uint32_t number) noexcept {
+  return number >= 1 && number <= 7 ? static_cast<GroupingOrder>(number)
+                                    : GroupingOrder::kGenreArtistAlbum;
+}
 
 // Groups the entries into an empty tree and stores each one's node in its item word; 0 where there
 // is none: the entry has no path, or its node or a node above it could not be inserted. Without

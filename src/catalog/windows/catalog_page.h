@@ -11,6 +11,27 @@
 
 namespace kelvo {
 
+// The images of a check box, in lists and in the tree.
+inline constexpr UINT kUncheckedImage = 1;
+inline constexpr UINT kCheckedImage = 2;
+
+// A control draws nothing while this lives, then all of itself once.
+class RedrawPause {
+ public:
+  explicit RedrawPause(HWND control) noexcept : control_(control) {
+    SendMessageW(control_, WM_SETREDRAW, FALSE, 0);
+  }
+  ~RedrawPause() {
+    SendMessageW(control_, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(control_, nullptr, TRUE);
+  }
+  RedrawPause(const RedrawPause&) = delete;
+  RedrawPause& operator=(const RedrawPause&) = delete;
+
+ private:
+  HWND control_;
+};
+
 // One page of the sheet: a control that fills it above the row of tabs, and a menu bar. The object
 // outlives the sheet.
 class CatalogPage : public ModalDialog {

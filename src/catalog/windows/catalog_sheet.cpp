@@ -3,7 +3,8 @@
 #include <stddef.h>
 
 #include "base/windows/platform.h"
-#include "catalog/tree/device_scan.h"
+#include "catalog/lists/device_scan.h"
+#include "catalog/windows/catalog_dialogs.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"

@@ -1,10 +1,83 @@
+// The sheet and its three pages.
 #pragma once
 
-#include "catalog/windows/current_page.h"
-#include "catalog/windows/media_page.h"
-#include "catalog/windows/playlists_page.h"
+#include "catalog/windows/catalog_page.h"
+#include "catalog/windows/media_tree.h"
 
 namespace kelvo {
+
+// "Playlist Catalog": the playlist files found on the device. An item's data is the position in
+// the list of playlist files.
+class PlaylistsPage final : public CatalogPage {
+ public:
+  PlaylistsPage(CatalogState& state, CatalogSheetEvents& events) noexcept;
+  void Fill() noexcept;  // nothing while the page is not there
+
+ private:
+  void OnPageInit() noexcept override;
+  Handled OnCommand(int id, int notification) noexcept override;
+  LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept override;
+  bool OnPageMessage(UINT message, WPARAM wparam) noexcept override;
+
+  void FitColumn() noexcept;
+  int SelectedItem() noexcept;
+  void Rename() noexcept;
+  void Delete() noexcept;
+  void AddCheckedLists() noexcept;
+  void ShowPopup(POINT at) noexcept;
+};
+
+// "Media Catalog": every media file of the device in a tree of groups.
+class MediaPage final : public CatalogPage {
+ public:
+  MediaPage(CatalogState& state, CatalogSheetEvents& events) noexcept;
+  // Nothing while the page is not there, or a scan runs.
+  void RebuildTree() noexcept;
+
+ private:
+  void OnPageInit() noexcept override;
+  void OnPageDestroy() noexcept override;
+  Handled OnCommand(int id, int notification) noexcept override;
+  LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept override;
+  bool OnPageMessage(UINT message, WPARAM wparam) noexcept override;
+
+  void ChangeChecks(int id) noexcept;
+  void SetOrder(GroupingOrder order) noexcept;
+  void MarkOrder() noexcept;
+  void UpdateFileCommands() noexcept;
+  void AddCheckedFilesToPlaylist() noexcept;
+  void DeleteSelectedFile() noexcept;
+  void EditSelectedTag() noexcept;
+
+  MediaTree tree_;
+};
+
+// "Curr. Playlist": the files that the user puts together. An item's data is its entry's position,
+// its check box the entry's flag.
+class CurrentPage final : public CatalogPage {
+ public:
+  CurrentPage(CatalogState& state, CatalogSheetEvents& events) noexcept;
+  void Fill() noexcept;  // nothing while the page is not there
+
+ private:
+  void OnPageInit() noexcept override;
+  Handled OnCommand(int id, int notification) noexcept override;
+  LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept override;
+
+  void InsertColumns() noexcept;
+  bool Select(int id) noexcept;  // the commands that change checks and selection
+  bool ChangeItems(int id) noexcept;
+  void Play() noexcept;
+  void Save() noexcept;
+  void Edit(int id) noexcept;
+  void Sort(int column) noexcept;
+  void Renumber() noexcept;
+  void UpdateButtons() noexcept;
+
+  bool changing_ = false;  // items are behind their entries: their changes mean nothing
+  bool changing_all_ = false;
+  wchar_t label_[kColumnCapacity] = {};
+};
 
 // "Playlist Organizer", the sheet with the three pages, for one showing.
 class CatalogSheet final : private CatalogSheetEvents {

@@ -3,12 +3,11 @@
 #include <windows.h>
 
 #include "base/files/file_system.h"
+#include "catalog/lists/current_playlist.h"
+#include "catalog/lists/device_scan.h"
 #include "catalog/media/entry_list.h"
-#include "catalog/media/media_information.h"
-#include "catalog/pages/hand_over.h"
-#include "catalog/pages/playlist_edit.h"
-#include "catalog/tree/grouping_order.h"
-#include "catalog/tree/playlist_files.h"
+#include "catalog/media/add_entry.h"
+#include "catalog/tree/build_tree.h"
 
 namespace kelvo {
 
@@ -41,18 +40,6 @@ class CatalogSheetEvents {
 
  protected:
   ~CatalogSheetEvents() = default;
-};
-
-// The wait cursor for as long as it lives.
-class WaitCursor {
- public:
-  WaitCursor() noexcept : before_(SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32514)))) {}
-  ~WaitCursor() { SetCursor(before_); }
-  WaitCursor(const WaitCursor&) = delete;
-  WaitCursor& operator=(const WaitCursor&) = delete;
-
- private:
-  HCURSOR before_;
 };
 
 }  // namespace kelvo

@@ -1,4 +1,4 @@
-#include "catalog/windows/current_page.h"
+#include "catalog/windows/catalog_sheet.h"
 
 #include "base/messages/post_message.h"
 #include "base/text/wide.h"
@@ -49,8 +49,8 @@ void CurrentPage::InsertColumns() noexcept {
 
 void CurrentPage::Fill() noexcept {
   if (!is_open()) return;
+  const RedrawPause pause(view());
   changing_ = true;
-  SendMessageW(view(), WM_SETREDRAW, FALSE, 0);
   ListView_DeleteAllItems(view());
   for (size_t i = 0; i < state().current.size(); ++i) {
     LVITEMW item = {};
@@ -65,8 +65,6 @@ void CurrentPage::Fill() noexcept {
     }
     SetItemChecked(view(), static_cast<int>(at), state().current[i].item != 0);
   }
-  SendMessageW(view(), WM_SETREDRAW, TRUE, 0);
-  InvalidateRect(view(), nullptr, TRUE);
   changing_ = false;
   UpdateButtons();
 }
@@ -97,6 +95,7 @@ ModalDialog::Handled CurrentPage::OnCommand(int id, int) noexcept {
 
 // The buttons follow once all items have changed.
 bool CurrentPage::Select(int id) noexcept {
+  const RedrawPause pause(view());
   changing_all_ = true;
   const bool selected = ChangeItems(id);
   changing_all_ = false;

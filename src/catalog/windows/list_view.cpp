@@ -1,23 +1,19 @@
 #include "catalog/windows/list_view.h"
 
+#include "catalog/windows/catalog_page.h"
+
 namespace kelvo {
-namespace {
-
-constexpr UINT kChecked = 2;  // state images: 1 unchecked, 2 checked
-
-}  // namespace
-
 int CountItems(HWND list) noexcept {
   return ListView_GetItemCount(list);
 }
 
 bool IsItemChecked(HWND list, int at) noexcept {
   return ListView_GetItemState(list, at, LVIS_STATEIMAGEMASK) ==
-         static_cast<UINT>(INDEXTOSTATEIMAGEMASK(kChecked));
+         static_cast<UINT>(INDEXTOSTATEIMAGEMASK(kCheckedImage));
 }
 
 void SetItemChecked(HWND list, int at, bool checked) noexcept {
-  const UINT image = checked ? kChecked : 1;
+  const UINT image = checked ? kCheckedImage : kUncheckedImage;
   ListView_SetItemState(list, at, INDEXTOSTATEIMAGEMASK(image), LVIS_STATEIMAGEMASK);
 }
 

@@ -5,7 +5,7 @@
 
 #include <commctrl.h>
 
-#include "catalog/pages/playlist_edit.h"
+#include "catalog/lists/current_playlist.h"
 
 namespace kelvo {
 

@@ -1,14 +1,12 @@
-#include "catalog/windows/media_page.h"
+#include "catalog/windows/catalog_sheet.h"
 
 #include "base/windows/pocketpc.h"
+#include "catalog/lists/file_changes.h"
 #include "catalog/media/id3v1.h"
 #include "catalog/media/media_kind.h"
-#include "catalog/pages/delete_entry.h"
-#include "catalog/tag_editor/tag_edit.h"
 #include "catalog/tree/build_tree.h"
-#include "catalog/tree/checked_files.h"
-#include "catalog/windows/ask_delete.h"
-#include "catalog/windows/tag_editor_dialog.h"
+#include "catalog/tree/checks.h"
+#include "catalog/windows/catalog_dialogs.h"
 #include "res/resource_ids.h"
 
 namespace kelvo {
@@ -42,10 +40,9 @@ void MediaPage::OnPageDestroy() noexcept {
 void MediaPage::RebuildTree() noexcept {
   if (!is_open() || state().scanning) return;
   const WaitCursor wait;
-  tree_.SetRedraw(false);
+  const RedrawPause pause(view());
   tree_.Clear();
   BuildTree(state().media, state().order, tree_);
-  tree_.SetRedraw(true);
   UpdateFileCommands();
 }
 
@@ -62,13 +59,9 @@ ModalDialog::Handled MediaPage::OnCommand(int id, int) noexcept {
       events().Rescan();
       break;
     case ID_CHECK_ALL:
-      SetChecksBelow(tree_, kNoNode, true);
-      break;
     case ID_CHECK_NONE:
-      SetChecksBelow(tree_, kNoNode, false);
-      break;
     case ID_INVERT_CHECKS:
-      InvertChecksBelow(tree_, kNoNode);
+      ChangeChecks(id);
       break;
     case ID_ADD_CHECKED:
       AddCheckedFilesToPlaylist();
@@ -112,6 +105,15 @@ bool MediaPage::OnPageMessage(UINT message, WPARAM) noexcept {
   if (message != kRefreshMessage) return false;
   UpdateFileCommands();
   return true;
+}
+
+void MediaPage::ChangeChecks(int id) noexcept {
+  const RedrawPause pause(view());
+  if (id == ID_INVERT_CHECKS) {
+    InvertChecksBelow(tree_, kNoNode);
+  } else {
+    SetChecksBelow(tree_, kNoNode, id == ID_CHECK_ALL);
+  }
 }
 
 void MediaPage::SetOrder(GroupingOrder order) noexcept {

@@ -1,14 +1,12 @@
 #include "catalog/windows/media_tree.h"
 
 #include "base/text/wide.h"
+#include "catalog/windows/catalog_page.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"
 
 namespace kelvo {
 namespace {
-
-constexpr UINT kUnchecked = 1;
-constexpr UINT kChecked = 2;
 
 HTREEITEM Item(TreeNode node) noexcept {
   return reinterpret_cast<HTREEITEM>(node);
@@ -44,11 +42,6 @@ void MediaTree::Detach() noexcept {
 
 void MediaTree::Clear() noexcept {
   TreeView_DeleteAllItems(tree_);
-}
-
-void MediaTree::SetRedraw(bool redraw) noexcept {
-  SendMessageW(tree_, WM_SETREDRAW, redraw, 0);
-  if (redraw) InvalidateRect(tree_, nullptr, TRUE);
 }
 
 void MediaTree::Remove(TreeNode node) noexcept {
@@ -87,7 +80,7 @@ TreeNode MediaTree::Add(TreeNode parent, NodeKind kind, const wchar_t* label) no
   item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_STATE | TVIF_CHILDREN | TVIF_PARAM;
   item.pszText = const_cast<wchar_t*>(label);  // only read
   item.iImage = item.iSelectedImage = static_cast<int>(kind);
-  item.state = INDEXTOSTATEIMAGEMASK(kUnchecked);
+  item.state = INDEXTOSTATEIMAGEMASK(kUncheckedImage);
   item.stateMask = TVIS_STATEIMAGEMASK;
   item.cChildren = kind == NodeKind::kFile ? 0 : 1;
   const TreeNode node = static_cast<TreeNode>(
@@ -144,14 +137,14 @@ bool MediaTree::IsChecked(TreeNode node) noexcept {
   TVITEMW item = {};
   item.mask = TVIF_STATE;
   item.stateMask = TVIS_STATEIMAGEMASK;
-  return GetItem(tree_, node, &item) && (item.state >> 12 & 15) == kChecked;
+  return GetItem(tree_, node, &item) && (item.state >> 12 & 15) == kCheckedImage;
 }
 
 void MediaTree::SetChecked(TreeNode node, bool checked) noexcept {
   TVITEMW item = {};
   item.mask = TVIF_HANDLE | TVIF_STATE;
   item.hItem = Item(node);
-  item.state = static_cast<UINT>(INDEXTOSTATEIMAGEMASK(checked ? kChecked : kUnchecked));
+  item.state = static_cast<UINT>(INDEXTOSTATEIMAGEMASK(checked ? kCheckedImage : kUncheckedImage));
   item.stateMask = TVIS_STATEIMAGEMASK;
   SendMessageW(tree_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }

@@ -4,9 +4,9 @@
 
 #include <commctrl.h>
 
-#include "base/windows/image_list.h"
-#include "catalog/tree/check_rules.h"
-#include "catalog/tree/tree_sink.h"
+#include "base/windows/list_look.h"
+#include "catalog/tree/catalog_tree.h"
+#include "catalog/tree/checks.h"
 
 namespace kelvo {
 
@@ -18,7 +18,6 @@ class MediaTree final : public TreeSink, public CheckTree {
   void Detach() noexcept;           // before the control goes
 
   void Clear() noexcept;
-  void SetRedraw(bool redraw) noexcept;
   void Remove(TreeNode node) noexcept;
   TreeNode Selected() noexcept;
   void Select(TreeNode node) noexcept;  // shows it as well

@@ -1,10 +1,10 @@
-#include "catalog/windows/playlists_page.h"
+#include "catalog/windows/catalog_sheet.h"
 
 #include "base/text/wide.h"
 #include "base/windows/pocketpc.h"
+#include "catalog/lists/file_changes.h"
 #include "catalog/media/media_kind.h"
-#include "catalog/pages/renamed_path.h"
-#include "catalog/windows/ask_delete.h"
+#include "catalog/windows/catalog_dialogs.h"
 #include "catalog/windows/list_view.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
@@ -55,7 +55,7 @@ bool PlaylistsPage::OnPageMessage(UINT message, WPARAM wparam) noexcept {
 
 void PlaylistsPage::Fill() noexcept {
   if (!is_open()) return;
-  SendMessageW(view(), WM_SETREDRAW, FALSE, 0);
+  const RedrawPause pause(view());
   ListView_DeleteAllItems(view());
   for (size_t i = 0; i < state().playlists.size(); ++i) {
     wchar_t text[kTextCapacity];
@@ -68,8 +68,6 @@ void PlaylistsPage::Fill() noexcept {
     if (SendMessageW(view(), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)) == -1) break;
   }
   FitColumn();
-  SendMessageW(view(), WM_SETREDRAW, TRUE, 0);
-  InvalidateRect(view(), nullptr, TRUE);
 }
 
 // As wide as the longest path, whose end is the file's name, and at least as the list.
@@ -177,8 +175,7 @@ void PlaylistsPage::ShowPopup(POINT at) noexcept {
   const HMENU menu = CreatePopupMenu();
   if (!menu) return;
   AppendMenuW(menu, MF_STRING, ID_RENAME, LoadLocalizedString(OwnModule(), IDS_RENAME_FILE));
-  AppendMenuW(menu, MF_STRING, ID_DELETE_FILE,
-              LoadLocalizedString(OwnModule(), IDS_DELETE_FILE_ITEM));
+  AppendMenuW(menu, MF_STRING, ID_DELETE_FILE, LoadLocalizedString(OwnModule(), IDS_DELETE_ITEM));
   TrackPopupMenuEx(menu, TPM_LEFTALIGN | TPM_TOPALIGN, at.x, at.y, window(), nullptr);
   DestroyMenu(menu);
 }

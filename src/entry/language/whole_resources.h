@@ -1,5 +1,8 @@
 // A translation may be partial, but a dialog or menu bar is used whole or not at all: one that
 // lacks a control or a command of the built-in one would leave the user without it.
+//
+// Templates are strangers' bytes: one that is cut off lacks what would follow. Dialogs may have the
+// classic or the extended form, menus the classic one, which is all that the device reads.
 #pragma once
 
 #include <windows.h>

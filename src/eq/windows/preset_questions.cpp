@@ -1,9 +1,8 @@
-#include "eq/windows/preset_questions.h"
-
 #include "base/windows/pocketpc.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "entry/language/text_entry_dialog.h"
+#include "eq/presets_feature.h"
 #include "res/resource_ids.h"
 
 namespace kelvo {

@@ -32,7 +32,7 @@ class OggVorbisPlugin : public OggVorbisInput {
                       wchar_t* title) noexcept override;
   void SetNotifyWindow(WindowHandle window) noexcept override { notify_window_ = window; }
 
-  // Playback, the host's side: playback_control.cpp.
+  // Playback: playback.cpp.
   int32_t GetPositionMs(HostWord a, HostWord b) noexcept override;
   int32_t SeekMs(int32_t milliseconds) noexcept override;
   int32_t Stop() noexcept override;
@@ -46,7 +46,7 @@ class OggVorbisPlugin : public OggVorbisInput {
   bool StartThread() noexcept;
   void StopThread() noexcept;
 
-  // The decoding thread: decoding_thread.cpp.
+  // The decoding thread.
   static void ThreadBody(void* plugin) noexcept;
   void RunDecoding() noexcept;
   bool StartOutput() noexcept;

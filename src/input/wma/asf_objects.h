@@ -50,8 +50,7 @@ class AsfCursor {
   void Text(wchar_t (&dst)[kCapacity], uint32_t bytes) noexcept {
     constexpr uint32_t kRoom = (kCapacity - 1) * 2;
     const uint32_t kept = (bytes < kRoom ? bytes : kRoom) & ~1u;
-    const bool whole = bytes <= left() && Read(dst, kept) && Skip(bytes - kept);
-    ok_ = ok_ && whole;
+    const bool whole = Read(dst, kept) && Skip(bytes - kept);
     dst[whole ? kept / 2 : 0] = 0;
   }
 

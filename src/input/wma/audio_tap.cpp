@@ -8,7 +8,7 @@ namespace kelvo {
 
 AudioTap::AudioTap() noexcept : buffer_(static_cast<int16_t*>(HeapTake(kBytes))) {}
 
-void AudioTap::GiveBuffer() noexcept {
+void AudioTap::FreeBuffer() noexcept {
   LockGuard guard(lock_);
   HeapGive(buffer_);
   buffer_ = nullptr;

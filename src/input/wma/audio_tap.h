@@ -15,9 +15,9 @@ class AudioTap {
   static constexpr uint32_t kBytes = 0x40000;
   static constexpr uint32_t kCapacity = kBytes / sizeof(int16_t);
 
-  // Takes the buffer; without memory the tap stores nothing and reads fail.
+  // Allocates the buffer; without memory the tap stores nothing and reads fail.
   AudioTap() noexcept;
-  ~AudioTap() { GiveBuffer(); }
+  ~AudioTap() { FreeBuffer(); }
   AudioTap(const AudioTap&) = delete;
   AudioTap& operator=(const AudioTap&) = delete;
 
@@ -29,7 +29,7 @@ class AudioTap {
   // beyond the end, or without a destination.
   bool Read(int16_t* destination) noexcept;
 
-  void GiveBuffer() noexcept;  // early; as if there had been no memory
+  void FreeBuffer() noexcept;  // early; as if there had been no memory
 
  private:
   Lock lock_;  // guards the rest

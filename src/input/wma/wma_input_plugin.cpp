@@ -58,7 +58,7 @@ void WmaInputPlugin::ShutDown(bool process_ends) noexcept {
 
 void WmaInputPlugin::TearDown() noexcept {
   ShutDown(false);
-  tap_.GiveBuffer();
+  tap_.FreeBuffer();
 }
 
 void WmaInputPlugin::Destroy(uint32_t flags) noexcept {

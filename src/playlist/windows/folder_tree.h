@@ -5,7 +5,7 @@
 #include <commctrl.h>
 
 #include "base/files/file_system.h"
-#include "base/windows/image_list.h"
+#include "base/windows/list_look.h"
 #include "playlist/save_dialog_state.h"
 
 namespace kelvo {

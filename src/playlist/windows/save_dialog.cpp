@@ -2,7 +2,7 @@
 
 #include "base/windows/dialog.h"
 #include "base/windows/feature_dialog.h"
-#include "base/windows/fonts.h"
+#include "base/windows/list_look.h"
 #include "base/windows/pocketpc.h"
 #include "kelvo/host_resources.h"
 #include "playlist/windows/folder_tree.h"
@@ -125,7 +125,8 @@ class SaveDialog final : public ModalDialog {
         ShowMessage(KELVO_HOST_TEXT_EMPTY_PATH, KELVO_HOST_CAPTION_EMPTY_PATH, MB_OK);
         return;
       case SaveDialogState::Check::kExists:
-        if (ShowMessage(KELVO_HOST_TEXT_OVERWRITE, KELVO_HOST_CAPTION_OVERWRITE, MB_YESNO) != IDYES) return;
+        if (ShowMessage(KELVO_HOST_TEXT_OVERWRITE, KELVO_HOST_CAPTION_OVERWRITE, MB_YESNO) != IDYES)
+          return;
         break;
       case SaveDialogState::Check::kFree:
         break;
@@ -199,8 +200,8 @@ bool AskWhereToSave(FileSystem& files, HMODULE host_module, HWND parent,
   if (!guard.taken()) return false;
   state->host_module = host_module;
   SaveDialog dialog(files, state);
-  DialogBoxParamW(host_module, MAKEINTRESOURCEW(KELVO_HOST_SAVE_DIALOG), parent, ModalDialog::Procedure,
-                  dialog.parameter());
+  DialogBoxParamW(host_module, MAKEINTRESOURCEW(KELVO_HOST_SAVE_DIALOG), parent,
+                  ModalDialog::Procedure, dialog.parameter());
   return state->succeeded != 0;
 }
 

@@ -2,11 +2,11 @@
 
 extern "C" {
 
-void* KelvoZipTake(size_t bytes) {
+void* KelvoZipAllocate(size_t bytes) {
   return kelvo::HeapTake(bytes);
 }
 
-void KelvoZipGive(void* block) {
+void KelvoZipFree(void* block) {
   kelvo::HeapGive(block);
 }
 

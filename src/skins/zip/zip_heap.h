@@ -8,8 +8,8 @@
 extern "C" {
 #endif
 
-void* KelvoZipTake(size_t bytes);
-void KelvoZipGive(void* block); /* null is allowed */
+void* KelvoZipAllocate(size_t bytes);
+void KelvoZipFree(void* block); /* null is allowed */
 
 #ifdef __cplusplus
 }

@@ -18,8 +18,7 @@ namespace kelvo {
 class ZipStream {
  public:
   // The source is borrowed and must outlive the stream.
-  explicit ZipStream(ByteSource& source) noexcept
-      : source_(source), end_(source.SizeBytes()) {}
+  explicit ZipStream(ByteSource& source) noexcept : source_(source), end_(source.SizeBytes()) {}
   ZipStream(const ZipStream&) = delete;
   ZipStream& operator=(const ZipStream&) = delete;
 

@@ -1,5 +1,6 @@
-// The bridge with a small library of the device behind it (tools/device/fixture/probe.cpp): what the
-// chain from compiler to loader promises, and that it lets nothing pass that the device would not.
+// The bridge with a small library of the device behind it (tools/device/fixture/probe.cpp): what
+// the chain from compiler to loader promises, and that it lets nothing pass that the device would
+// not.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -44,7 +45,8 @@ int64_t __stdcall Seek(HostSeek* host, uint32_t low, uint32_t high, uint32_t ori
 using GetFeatureFunction = Probe*(__cdecl*)(int32_t);
 
 Probe* GetProbe(HMODULE module) {
-  return reinterpret_cast<GetFeatureFunction>(reinterpret_cast<void*>(GetProcAddress(module, "GetFeature")))(1);
+  return reinterpret_cast<GetFeatureFunction>(
+      reinterpret_cast<void*>(GetProcAddress(module, "GetFeature")))(1);
 }
 
 void WriteAll(const std::string& name, const std::string& bytes) {
@@ -63,14 +65,16 @@ TEST(BridgeTest, PassesArgumentsAndResultsAsTheDeviceDoes) {
   EXPECT_STREQ(probe->GetTrace(), "abc+") << "constructors come before the attach handler";
   const void* const table[] = {nullptr, reinterpret_cast<const void*>(&Seek)};
   HostSeek host = {table, 0, 0, 0};
-  EXPECT_EQ(probe->SeekScaled(&host, 0x23456789, 0xFFFFFFFE), INT32_MAX) << "0x180000000 * 1000 / 3";
+  EXPECT_EQ(probe->SeekScaled(&host, 0x23456789, 0xFFFFFFFE), INT32_MAX)
+      << "0x180000000 * 1000 / 3";
   EXPECT_EQ(host.low, 0x23456789u);
   EXPECT_EQ(host.high, 0xFFFFFFFEu);
   EXPECT_EQ(host.origin, 2u);
   EXPECT_EQ(probe->JumpOut(1), 7);
   EXPECT_EQ(probe->JumpOut(200), 7);
   EXPECT_EQ(probe->ThreadSlot(0x1234), 0x1234u);
-  EXPECT_EQ(probe->Divide(5, 0x7000003, 7), ((uint64_t{0x7000003} << 32) + 5) / 7) << "64 bits come back";
+  EXPECT_EQ(probe->Divide(5, 0x7000003, 7), ((uint64_t{0x7000003} << 32) + 5) / 7)
+      << "64 bits come back";
   EXPECT_EQ(probe->Event(1), static_cast<uint32_t>(WAIT_OBJECT_0));
   EXPECT_EQ(probe->Event(0), static_cast<uint32_t>(WAIT_TIMEOUT));
   FreeLibrary(module);
@@ -86,7 +90,8 @@ TEST(BridgeTest, ReadsFoldersInTheDevicesLayout) {
   WriteAll("probe_files\\two.mp3", "123456789");
   wchar_t names[64];
   EXPECT_EQ(probe->List(L"probe_files\\*.ogg", names, 64), 2u);
-  EXPECT_TRUE(std::wstring(names) == L"four.ogg/,one.ogg," || std::wstring(names) == L"one.ogg,four.ogg/,");
+  EXPECT_TRUE(std::wstring(names) == L"four.ogg/,one.ogg," ||
+              std::wstring(names) == L"one.ogg,four.ogg/,");
   char bytes[16] = {};
   EXPECT_EQ(probe->ReadTail(L"probe_files\\two.mp3", bytes, 2), 7u);
   EXPECT_STREQ(bytes, "3456789");
@@ -155,7 +160,8 @@ Ending RunChild(const std::string& argument) {
   std::string line = '"' + std::string(path) + "\" " + argument;
   PROCESS_INFORMATION child = {};
   Ending ending;
-  if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &child)) {
+  if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
+                     &child)) {
     WaitForSingleObject(child.hProcess, INFINITE);
     GetExitCodeProcess(child.hProcess, &ending.code);
     CloseHandle(child.hThread);
@@ -168,10 +174,22 @@ Ending RunChild(const std::string& argument) {
 
 TEST(BridgeTest, EndsTheRunWhereTheDeviceWouldNotGoOn) {
   // By the number of the fault in the probe.
-  const char* const kMessages[] = {
-      "unaligned", "unaligned", "is no block", "a block of 8 bytes is overrun", "what lies before a block",
-      "no memory in page 0", "a write to constant data", "a stack of more than 64 KB", "a page of the stack is skipped",
-      "GetVersionExW: a record of 148 bytes, not 276", "fetch", "lacks", "lacks", "lacks", "lacks", "lacks"};
+  const char* const kMessages[] = {"unaligned",
+                                   "unaligned",
+                                   "is no block",
+                                   "a block of 8 bytes is overrun",
+                                   "what lies before a block",
+                                   "no memory in page 0",
+                                   "a write to constant data",
+                                   "a stack of more than 64 KB",
+                                   "a page of the stack is skipped",
+                                   "GetVersionExW: a record of 148 bytes, not 276",
+                                   "fetch",
+                                   "lacks",
+                                   "lacks",
+                                   "lacks",
+                                   "lacks",
+                                   "lacks"};
   int number = 0;
   for (const char* message : kMessages) {
     const Ending ending = RunChild("fault " + std::to_string(number++));
@@ -200,7 +218,8 @@ TEST(BridgeTest, RefusesToLoadWhatTheDeviceWouldNot) {
     WriteAll("other_arm.dll", other);
     const Ending ending = RunChild("load");
     EXPECT_EQ(ending.code, 99u) << c.to;
-    EXPECT_NE(ending.text.find(c.message), std::string::npos) << c.message << ", but: " << ending.text;
+    EXPECT_NE(ending.text.find(c.message), std::string::npos)
+        << c.message << ", but: " << ending.text;
   }
 }
 

@@ -28,5 +28,5 @@ int main(int argc, char** argv) {
     if (!arguments.Append(text.data()) || !texts.Append(std::move(text))) return 1;
   }
   const int result = kelvo::tool::Run(argc - 1, arguments.data());
-  return fflush(stdout) == 0 ? result : 1;
+  return fflush(stdout) == 0 && !ferror(stdout) ? result : 1;
 }

@@ -28,5 +28,5 @@ extern "C" int wmain(int argc, wchar_t** argv) {
     for (wchar_t* c = argv[i]; *c != 0; ++c) *c = *c == L'/' ? L'\\' : *c;
   }
   const int result = kelvo::tool::Run(argc - 1, argv + 1);
-  return fflush(stdout) == 0 ? result : 1;
+  return fflush(stdout) == 0 && !ferror(stdout) ? result : 1;
 }

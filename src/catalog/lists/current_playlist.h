@@ -1,0 +1,73 @@
+// What the commands of the Curr. Playlist page do to its list of entries.
+#pragma once
+
+#include "base/memory/array.h"
+#include "catalog/media/entry_list.h"
+#include "kelvo/catalog.h"
+
+namespace kelvo {
+
+// The page's list as the commands see it: one item an entry, at the entry's position.
+class SelectableItems {
+ public:
+  virtual bool IsSelected(size_t at) noexcept = 0;
+  virtual void SetSelected(size_t at, bool selected) noexcept = 0;
+  virtual bool IsFocused(size_t at) noexcept = 0;
+  virtual void SetFocused(size_t at) noexcept = 0;
+  // The entry of this item is gone: so is the item.
+  virtual void Remove(size_t at) noexcept = 0;
+  // The entries of these two items have been swapped: so are their texts and checks.
+  virtual void Swapped(size_t a, size_t b) noexcept = 0;
+
+ protected:
+  ~SelectableItems() = default;
+};
+
+enum class Direction { kUp, kDown };
+
+void RemoveSelected(EntryList& entries, SelectableItems& items) noexcept;
+// Moves every selected item by one position. Nothing moves when the first item in the direction of
+// the move is selected.
+void MoveSelected(EntryList& entries, SelectableItems& items, Direction direction) noexcept;
+
+// The columns, left to right.
+enum class PlaylistColumn : int { kTitle = 0, kArtist = 1, kAlbum = 2, kGenre = 3 };
+inline constexpr int kPlaylistColumns = 4;
+
+// What a column shows of an entry; at most 255 characters.
+inline constexpr size_t kColumnCapacity = 256;
+void ColumnText(const MediaEntry& entry, PlaylistColumn column,
+                wchar_t (&text)[kColumnCapacity]) noexcept;
+
+struct SortState {
+  int column = -1;  // none yet
+  int direction = 1;
+  // A tap on a column's header: sorts by it, or the other way round when it was the sort column.
+  void Tap(int tapped) noexcept {
+    direction = tapped == column ? -direction : 1;
+    column = tapped;
+  }
+};
+
+// Negative, 0, positive, without regard to case and times the direction.
+int CompareEntries(const MediaEntry& a, const MediaEntry& b, const SortState& sort) noexcept;
+
+// Puts the entries into the order given: order[i] is the old position of the new i-th entry. Each
+// position occurs once in it; it is used up.
+void Reorder(EntryList& entries, Array<size_t>& order) noexcept;
+
+// Whether there is something to play, enqueue or save.
+bool AnyChecked(const EntryList& entries) noexcept;
+
+struct HostCallback {
+  CatalogCallback function = nullptr;
+  HostWord cookie = 0;
+  bool is_set() const noexcept { return function && cookie != 0; }
+};
+
+// Tells the host the path of every flagged entry, in order, and the end; for playing, to clear its
+// list first. Nothing without a callback or without a cookie.
+enum class HandOver { kPlay, kEnqueue };
+void HandOverEntries(const HostCallback& host, HandOver how, const EntryList& entries) noexcept;
+
+}  // namespace kelvo

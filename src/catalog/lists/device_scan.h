@@ -1,0 +1,48 @@
+// Finds the media files and playlists of the device.
+#pragma once
+
+#include "base/files/file_system.h"
+#include "base/memory/array.h"
+#include "base/memory/heap_text.h"
+#include "catalog/media/entry_list.h"
+#include "catalog/media/add_entry.h"
+
+namespace kelvo {
+
+// The paths of the playlists found on the device. Grows by 100 at a time.
+class PlaylistFiles {
+ public:
+  static constexpr size_t kGrowth = 100;
+
+  // False, with the list as before, when memory is out.
+  bool Add(const wchar_t* path) noexcept {
+    if (paths_.size() == paths_.capacity() && !paths_.Reserve(paths_.capacity() + kGrowth)) {
+      return false;
+    }
+    HeapText copy;
+    return copy.Assign(path) && paths_.Append(std::move(copy));
+  }
+  size_t size() const noexcept { return paths_.size(); }
+  const wchar_t* operator[](size_t i) const noexcept { return paths_[i].c_str(); }
+  void Replace(size_t i, HeapText path) noexcept { paths_[i] = std::move(path); }
+  void RemoveAt(size_t i) noexcept { paths_.RemoveAt(i); }
+  void Clear() noexcept { paths_.Clear(); }
+
+ private:
+  Array<HeapText> paths_;
+};
+
+// Paths of more characters, terminator included, are passed over.
+inline constexpr size_t kScanPathCapacity = 256;
+
+struct ScanResult {
+  EntryList* media;
+  PlaylistFiles* playlists;
+};
+
+// Appends every media file and playlist below `folder` (no backslash at its end; the empty text is
+// the whole device) in the file system's order. What cannot be read or has no memory is left out.
+void ScanFolder(FileSystem& files, MediaInformation& information, const wchar_t* folder,
+                const ScanResult& result) noexcept;
+
+}  // namespace kelvo

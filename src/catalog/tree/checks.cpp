@@ -1,0 +1,115 @@
+#include "catalog/tree/checks.h"
+
+#include "base/memory/array.h"
+
+namespace kelvo {
+namespace {
+
+// A group is shown as checked only while everything in it is.
+void UncheckAncestors(CheckTree& tree, TreeNode node) noexcept {
+  for (node = tree.Parent(node); node != kNoNode; node = tree.Parent(node)) {
+    tree.SetChecked(node, false);
+  }
+}
+
+bool AddCopy(const MediaEntry& entry, EntryList* list) noexcept {
+  MediaEntry* copy = list->Add(entry.path.c_str());
+  if (!copy) return false;
+  if (entry.tag) copy->tag.Reset(HeapNew<TagBlock>(*entry.tag));
+  copy->item = kEntryFlag;
+  return true;
+}
+
+// The entries by their nodes: a walk over all of them for each checked file would take seconds.
+class NodeTable {
+ public:
+  explicit NodeTable(const EntryList& entries) noexcept : entries_(entries) {
+    size_t slots = 2;
+    while (slots < 2 * entries.size()) slots *= 2;
+    if (!slots_.Resize(slots)) return;
+    for (size_t i = 0; i < entries.size(); ++i) {
+      uint32_t& slot = SlotOf(entries[i].item);
+      if (slot == 0) slot = static_cast<uint32_t>(i) + 1;  // of twins the first one
+    }
+  }
+
+  // size() of the list when there is none.
+  size_t Find(TreeNode node) noexcept {
+    if (slots_.empty()) return IndexOfNode(entries_, node);  // memory is out
+    const uint32_t slot = SlotOf(node);
+    return slot == 0 ? entries_.size() : slot - 1;
+  }
+
+ private:
+  // The node's slot, or the empty one where it belongs.
+  uint32_t& SlotOf(TreeNode node) noexcept {
+    const size_t mask = slots_.size() - 1;
+    size_t at = static_cast<uint32_t>(node >> 3) * 2654435769u >> 4 & mask;
+    while (slots_[at] != 0 && entries_[slots_[at] - 1].item != node) at = (at + 1) & mask;
+    return slots_[at];
+  }
+
+  const EntryList& entries_;
+  Array<uint32_t> slots_;  // positions counted from 1; half of them at least are empty
+};
+
+}  // namespace
+
+TreeNode NextBelow(CheckTree& tree, TreeNode top, TreeNode node) noexcept {
+  const TreeNode child = tree.FirstChild(node);
+  if (child != kNoNode) return child;
+  while (node != top) {
+    const TreeNode sibling = tree.NextSibling(node);
+    if (sibling != kNoNode) return sibling;
+    node = tree.Parent(node);
+  }
+  return kNoNode;
+}
+
+void SetChecksBelow(CheckTree& tree, TreeNode top, bool checked) noexcept {
+  for (TreeNode node = NextBelow(tree, top, top); node != kNoNode;
+       node = NextBelow(tree, top, node)) {
+    tree.SetChecked(node, checked);
+  }
+}
+
+void InvertChecksBelow(CheckTree& tree, TreeNode top) noexcept {
+  for (TreeNode node = NextBelow(tree, top, top); node != kNoNode;
+       node = NextBelow(tree, top, node)) {
+    const bool was_checked = tree.IsChecked(node);
+    tree.SetChecked(node, !was_checked);
+    if (was_checked) UncheckAncestors(tree, node);
+  }
+}
+
+void CheckBoxTapped(CheckTree& tree, TreeNode node) noexcept {
+  if (tree.IsChecked(node)) {
+    UncheckAncestors(tree, node);
+  } else {
+    SetChecksBelow(tree, node, true);
+  }
+}
+
+size_t IndexOfNode(const EntryList& entries, TreeNode node) noexcept {
+  size_t i = 0;
+  if (node == kNoNode) return entries.size();
+  while (i < entries.size() && entries[i].item != node) ++i;
+  return i;
+}
+
+MediaEntry* EntryOfNode(EntryList& entries, TreeNode node) noexcept {
+  const size_t i = IndexOfNode(entries, node);
+  return i < entries.size() ? &entries[i] : nullptr;
+}
+
+void AddCheckedFiles(CheckTree& tree, const EntryList& media, EntryList* playlist) noexcept {
+  NodeTable table(media);
+  for (TreeNode node = NextBelow(tree, kNoNode, kNoNode); node != kNoNode;
+       node = NextBelow(tree, kNoNode, node)) {
+    if (!tree.IsFile(node) || !tree.IsChecked(node)) continue;
+    const size_t at = table.Find(node);
+    if (at < media.size()) AddCopy(media[at], playlist);
+  }
+}
+
+}  // namespace kelvo
