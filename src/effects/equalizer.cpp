@@ -47,28 +47,35 @@ void Finish(const EqualizerPass& pass, int16_t* samples) noexcept {
 class Block {
  public:
   Block(const EffectsState& state, EqualizerPass& pass, BandsLoop loop) noexcept
-      : state_(state), pass_(pass), loop_(loop),
+      : state_(state),
+        pass_(pass),
+        loop_(loop),
         finish_(AreGainsNarrow(state) ? Finish<int32_t> : Finish<int64_t>) {}
 
   void RunPass(int16_t* samples, int frames) noexcept {
     const int32_t level = state_.preamp_index + 2;  // Q4; 16 leaves a sample as it is
-    const auto start = [level](int16_t sample, int32_t* before, int32_t* difference) {
-      const int32_t input = level * sample >> 4;
-      *difference = input - *before;
-      before[2 * kChannels] = input;
-    };
-    int32_t* before = pass_.input;
+    int32_t newer[kChannels], older[kChannels];
+    memcpy(older, pass_.input, sizeof(older));
+    memcpy(newer, pass_.input + kChannels, sizeof(newer));
     const int16_t* sample = samples;
+    int32_t* input = pass_.input + 2 * kChannels;
     for (BandsFrame* frame = pass_.work; frame != pass_.work + frames; ++frame) {
-      start(sample[0], before, &frame->difference[0]);
-      start(sample[1], before + 1, &frame->difference[1]);
+      const auto start = [&](int c) {
+        const int32_t in = level * sample[c] >> 4;
+        frame->difference[c] = in - older[c];
+        older[c] = newer[c];
+        newer[c] = input[c] = in;
+      };
+      start(0);
+      start(1);
       sample += kChannels;
-      before += kChannels;
+      input += kChannels;
     }
     pass_.frames = frames;
     loop_(state_, pass_);
     finish_(pass_, samples);
-    memmove(pass_.input, before, 2 * kChannels * sizeof(pass_.input[0]));
+    memcpy(pass_.input, older, sizeof(older));
+    memcpy(pass_.input + kChannels, newer, sizeof(newer));
   }
 
  private:
