@@ -13,6 +13,27 @@ namespace {
 constexpr uint32_t kStubBytes = 32;
 constexpr uint32_t kLoadPc = 0xE51FF004;  // ldr pc, [pc, #-4]: the next word
 
+// The desktop's lists pack the record of a pressed key and put it at any address; on the device all
+// records lie where words can be read. A window procedure gets such a one as a copy.
+class AlignedNotification {
+ public:
+  AlignedNotification(uint32_t* words, uint32_t count) {
+    if (count != 4 || words[1] != WM_NOTIFY || words[3] % 4 == 0) return;
+    original_ = reinterpret_cast<void*>(words[3]);
+    memcpy(record_, original_, sizeof(record_));
+    words[3] = reinterpret_cast<uint32_t>(record_);
+  }
+  ~AlignedNotification() {
+    if (original_) memcpy(original_, record_, sizeof(record_));
+  }
+  AlignedNotification(const AlignedNotification&) = delete;
+  AlignedNotification& operator=(const AlignedNotification&) = delete;
+
+ private:
+  void* original_ = nullptr;
+  alignas(8) uint8_t record_[18];  // NMLVKEYDOWN and NMTVKEYDOWN
+};
+
 // Called by every stub. `arguments` are those on the stack, `object` is what the register held.
 extern "C" __attribute__((force_align_arg_pointer)) uint64_t EnterDevice(
     const Stubs::Target* target, const uint32_t* arguments, uint32_t object) {
@@ -20,6 +41,7 @@ extern "C" __attribute__((force_align_arg_pointer)) uint64_t EnterDevice(
   uint32_t count = 0;
   if (target->convention == Convention::kThis) words[count++] = object;
   for (uint32_t i = 0; i < target->words; ++i) words[count++] = arguments[i];
+  const AlignedNotification notification(words, count);
   return CurrentEngine().Call(target->function, words, count);
 }
 
