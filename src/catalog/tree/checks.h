@@ -10,7 +10,7 @@ namespace kelvo {
 // itself. kNoNode at the end.
 TreeNode NextBelow(CheckTree& tree, TreeNode top, TreeNode node) noexcept;
 
-// All descendants; not the node itself.
+// All descendants of `top`; not itself.
 void SetChecksBelow(CheckTree& tree, TreeNode top, bool checked) noexcept;
 void InvertChecksBelow(CheckTree& tree, TreeNode top) noexcept;
 
