@@ -1,5 +1,6 @@
 #include "tests/pocketpc/reference_decode.h"
 
+#include <stdlib.h>
 #include <windows.h>
 
 #include <wmsdkidl.h>
@@ -7,6 +8,15 @@
 #include "base/windows/com_ptr.h"
 
 namespace kelvo {
+
+size_t Reference::FirstDifference(const std::vector<int16_t>& played, size_t copies) const {
+  size_t i = settled * copies;
+  while (i < played.size() && i < samples.size() * copies &&
+         abs(played[i] - samples[i / copies]) <= kRoundingSteps) {
+    ++i;
+  }
+  return i;
+}
 
 Reference DecodeWithSystem(const wchar_t* path) {
   Reference reference;

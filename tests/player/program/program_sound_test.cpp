@@ -91,9 +91,7 @@ TEST(ProgramSound, IsThatOfTheFilesAndTheEffectsToTheLastBit) {
   const kelvo::Reference wma = kelvo::DecodeWithSystem(L"..\\..\\media\\sample.wma");
   const Samples third_recorded = recordings.Read(3);
   ASSERT_EQ(third_recorded.size(), wma.samples.size());
-  const auto settled = static_cast<ptrdiff_t>(wma.settled);
-  EXPECT_TRUE(std::equal(wma.samples.begin() + settled, wma.samples.end(),
-                         third_recorded.begin() + settled));
+  EXPECT_EQ(wma.FirstDifference(third_recorded), wma.samples.size());
 }
 
 }  // namespace
