@@ -6,8 +6,8 @@
 
 #include "host/command.h"
 #include "host/console.h"
-#include "host/system.h"
 #include "host/library.h"
+#include "host/system.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "host/sound_state.h"
 #include "host/library.h"
+#include "host/sound_state.h"
 
 namespace velmora {
 

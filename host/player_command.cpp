@@ -4,9 +4,9 @@
 #include <shlobj.h>
 
 #include "host/command.h"
-#include "host/system.h"
 #include "host/player/session_file.h"
 #include "host/player/windows/player_app.h"
+#include "host/system.h"
 
 namespace velmora {
 namespace {

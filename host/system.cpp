@@ -22,12 +22,12 @@ std::wstring FullPath(const std::wstring& path) {
 void RegisterInstallation() {
   const std::wstring folder = ProgramFolder();
   HKEY key;
-  if (folder.empty() ||
-      RegCreateKeyExW(HKEY_LOCAL_MACHINE, kelvo::kInstallationKey, 0, nullptr, 0,
-                      KEY_SET_VALUE, nullptr, &key, nullptr) != ERROR_SUCCESS) {
+  if (folder.empty() || RegCreateKeyExW(HKEY_LOCAL_MACHINE, kelvo::kInstallationKey, 0, nullptr, 0,
+                                        KEY_SET_VALUE, nullptr, &key, nullptr) != ERROR_SUCCESS) {
     return;
   }
-  RegSetValueExW(key, kelvo::kInstallFolderValue, 0, REG_SZ, reinterpret_cast<const BYTE*>(folder.c_str()),
+  RegSetValueExW(key, kelvo::kInstallFolderValue, 0, REG_SZ,
+                 reinterpret_cast<const BYTE*>(folder.c_str()),
                  static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t)));
   RegCloseKey(key);
 }

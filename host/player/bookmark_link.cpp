@@ -9,8 +9,7 @@
 namespace velmora {
 
 BookmarkLink::BookmarkLink(const Library& library, Player& player)
-    : player_(player),
-      bookmarks_(library.Get<kelvo::Bookmarks>(kelvo::kFeatureBookmarks)) {
+    : player_(player), bookmarks_(library.Get<kelvo::Bookmarks>(kelvo::kFeatureBookmarks)) {
   if (bookmarks_) bookmarks_->LoadBookmarks();
 }
 

@@ -24,7 +24,8 @@ LANGID LanguageOf(const std::wstring& name) {
 }
 
 bool HasName(LANGID language) {
-  return GetLocaleInfoW(MAKELCID(language, SORT_DEFAULT), LOCALE_SNATIVELANGUAGENAME, nullptr, 0) > 0;
+  return GetLocaleInfoW(MAKELCID(language, SORT_DEFAULT), LOCALE_SNATIVELANGUAGENAME, nullptr, 0) >
+         0;
 }
 
 }  // namespace

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "host/sound_state.h"
 #include "host/library.h"
 #include "host/player/play_order.h"
 #include "host/player/playback.h"
 #include "host/player/track_list.h"
+#include "host/sound_state.h"
 
 namespace velmora {
 

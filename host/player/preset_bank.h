@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "host/sound_state.h"
 #include "host/library.h"
+#include "host/sound_state.h"
 
 namespace kelvo {
 class EqualizerPresets;

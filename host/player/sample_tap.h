@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "host/system.h"
 #include "host/player/spectrum.h"
+#include "host/system.h"
 
 namespace velmora {
 

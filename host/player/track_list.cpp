@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "host/system.h"
 #include "host/input.h"
+#include "host/system.h"
 
 namespace velmora {
 namespace {

@@ -13,9 +13,9 @@
 // The object holds, in this order: the table of operations; the bookmarks window, its list and its
 // menu bar (null while it is closed); the array of bookmarks, their count and the array's capacity
 // (0, or a multiple of 50); 24 characters in which the window formats positions; the column that
-// the window is sorted by (0 state, 1 time, 2 title) and the direction (1 ascending, -1). A bookmark
-// is its path, its description and its position. Texts, handles and the array are pointers, the
-// rest 32-bit numbers. What follows is the library's own; so is changing any of this.
+// the window is sorted by (0 state, 1 time, 2 title) and the direction (1 ascending, -1). A
+// bookmark is its path, its description and its position. Texts, handles and the array are
+// pointers, the rest 32-bit numbers. What follows is the library's own; so is changing any of this.
 #pragma once
 
 #include "kelvo/types.h"

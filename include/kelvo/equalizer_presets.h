@@ -5,9 +5,9 @@
 // inside. The list of names is filled by ListPresets and holds at most kMaxPresets; indices are
 // positions in it, and an index outside the list is an empty slot.
 //
-// The object holds, in this order: the table of operations; kMaxPresets pointers to the names of the
-// files ("Rock.eqf"), null for an empty slot; their count, 32 bits. What follows is the library's
-// own; so is changing any of this.
+// The object holds, in this order: the table of operations; kMaxPresets pointers to the names of
+// the files ("Rock.eqf"), null for an empty slot; their count, 32 bits. What follows is the
+// library's own; so is changing any of this.
 //
 // Thread: all operations on the host's user-interface thread. Only SavePreset shows anything.
 #pragma once

@@ -18,9 +18,9 @@ void RunStage(const BassPass& pass, BassPass::Memory& memory, Source source, Sin
   BassPass::Memory m = memory;
   for (int f = 0; f < pass.frames; ++f) {
     const int32_t in = source(f);
-    const int32_t out = FromQ28(Product(pass.numbers.c1, WrapSubtract(in, m.older_in)) -
-                                Product(pass.numbers.c0, m.older_out) +
-                                Product(pass.numbers.c2, m.newer_out));
+    const int32_t out =
+        FromQ28(Product(pass.numbers.c1, WrapSubtract(in, m.older_in)) -
+                Product(pass.numbers.c0, m.older_out) + Product(pass.numbers.c2, m.newer_out));
     m = {in, m.newer_in, out, m.newer_out};
     sink(f, in, FromQ28(Product(out, pass.gain)));
   }

@@ -13,8 +13,8 @@ bool StartFeatures(void* module) noexcept;
 // threads are gone already.
 void ShutDownFeatures(bool process_ends) noexcept;
 
-// The object of a feature id, or null for an id that has none or that this device cannot offer. From
-// any thread.
+// The object of a feature id, or null for an id that has none or that this device cannot offer.
+// From any thread.
 void* FeatureObject(int32_t id) noexcept;
 
 }  // namespace kelvo

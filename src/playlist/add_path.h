@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/files/file_system.h"
-#include "catalog/media/entry_list.h"
 #include "catalog/media/add_entry.h"
+#include "catalog/media/entry_list.h"
 #include "playlist/expansion.h"
 
 namespace kelvo {

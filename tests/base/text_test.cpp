@@ -51,22 +51,14 @@ TEST(WideTest, TextsFoldAsTheSystemDoesAndKeysInAsciiOnly) {
     int want;
     bool same_key;
   } kCases[] = {
-      {"Rock", "rOCK", 0, true},
-      {"", "", 0, true},
-      {"a", "b", -1, false},
-      {"ab", "a", 1, false},
-      {"_", "a", -1, false},
-      {"_", "A", -1, false},
-      {"[", "{", -1, false},
-      {"Жук", "жУК", 0, false},
-      {"Été", "éTÉ", 0, false},
-      {"ÜBER", "über", 0, false},
-      {"Łódź", "łÓDŹ", 0, false},
-      {"Ωμ", "ωΜ", 0, false},
-      {"z", "é", -1, false},
-      {"Жук", "Жуки", -1, false},
-      {"表", "裏", -1, false},
-      {"\U0001F600", "\U0001F601", -1, false},
+      {"Rock", "rOCK", 0, true},  {"", "", 0, true},
+      {"a", "b", -1, false},      {"ab", "a", 1, false},
+      {"_", "a", -1, false},      {"_", "A", -1, false},
+      {"[", "{", -1, false},      {"Жук", "жУК", 0, false},
+      {"Été", "éTÉ", 0, false},   {"ÜBER", "über", 0, false},
+      {"Łódź", "łÓDŹ", 0, false}, {"Ωμ", "ωΜ", 0, false},
+      {"z", "é", -1, false},      {"Жук", "Жуки", -1, false},
+      {"表", "裏", -1, false},    {"\U0001F600", "\U0001F601", -1, false},
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.a);
@@ -131,7 +123,8 @@ TEST(AnsiTest, ConvertsWithEveryCodePage) {
       EXPECT_EQ(bytes.substr(0, length), c.bytes.substr(0, length));
       wchar_t back[16];
       const size_t count = AnsiToWide(bytes.data(), length, back, 16);
-      EXPECT_TRUE(count <= units && memcmp(back, wide.c_str(), count * sizeof(wchar_t)) == 0) << count;
+      EXPECT_TRUE(count <= units && memcmp(back, wide.c_str(), count * sizeof(wchar_t)) == 0)
+          << count;
       EXPECT_EQ(count == units, length == c.bytes.size());
       EXPECT_EQ(AnsiFolderLength(bytes.data(), length), 0u) << "no backslash among them";
     }
@@ -166,7 +159,8 @@ TEST(AnsiTest, ReplacesWhatTheCodePageLacksAndWhatIsBroken) {
     EXPECT_EQ(AnsiToWide("ab\0cd", 5, wide, 8), 2u);
   }
   const test::CodePage code_page(kUtf8CodePage);
-  for (const char* broken : {"\xC3z", "\xE8\xA1z", "\x80z", "\xFFz", "\xC0\x80z", "\xED\xA0\x80z"}) {
+  for (const char* broken :
+       {"\xC3z", "\xE8\xA1z", "\x80z", "\xFFz", "\xC0\x80z", "\xED\xA0\x80z"}) {
     const size_t count = AnsiToWide(broken, 99, wide, 8);
     ASSERT_GE(count, 2u) << broken;
     EXPECT_EQ(wide[0], 0xFFFD) << broken;
@@ -187,10 +181,10 @@ TEST(AnsiTest, FindsFoldersBetweenCharacters) {
       {"\\", 1},
       {"\\a\\b", 3},
       {"\\a\\", 3},
-      {"\x83\x5C.mp3", 0},      // the backslash is half of a character
-      {"\x95\x5C\\a", 3},       // and here a backslash follows it
-      {"\xB1\\a", 2},           // a character of one byte
-      {"\\\x95", 1},            // cut off behind the lead byte
+      {"\x83\x5C.mp3", 0},  // the backslash is half of a character
+      {"\x95\x5C\\a", 3},   // and here a backslash follows it
+      {"\xB1\\a", 2},       // a character of one byte
+      {"\\\x95", 1},        // cut off behind the lead byte
       {"\\\xE0\x5C\xFC\x5C", 1},
       {"\xA0\\a", 2},
   };

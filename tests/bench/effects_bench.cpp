@@ -28,8 +28,7 @@ int RunFile(bool equalize, const char* in_path, const char* out_path) {
     const size_t frames = fread(block, sizeof(int16_t) * kelvo::kChannels, kBlockFrames, in);
     if (frames == 0) break;
     if (equalize) {
-      kelvo::RunEqualizer(state, pass, kelvo::RunBands, block,
-                          static_cast<uint32_t>(frames));
+      kelvo::RunEqualizer(state, pass, kelvo::RunBands, block, static_cast<uint32_t>(frames));
     }
     fine = fwrite(block, sizeof(int16_t) * kelvo::kChannels, frames, out) == frames;
   }

@@ -7,8 +7,8 @@
 #include <random>
 #include <string>
 
-#include "tests/bench/measure.h"
 #include "catalog/tree/build_tree.h"
+#include "tests/bench/measure.h"
 #include "tests/support/wide_text.h"
 
 namespace {

@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "tests/bench/measure.h"
 #include "playlist/expansion.h"
+#include "tests/bench/measure.h"
 #include "tests/support/wide_text.h"
 
 namespace {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/bench/measure.h"
 #include "catalog/media/add_entry.h"
+#include "tests/bench/measure.h"
 #include "tests/support/fake_information.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/wide_text.h"

@@ -9,10 +9,10 @@
 
 #include "base/memory/heap.h"
 #include "base/messages/post_message.h"
-#include "tests/bench/measure.h"
 #include "input/vorbis/decoder_heap.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "ivorbisfile.h"
+#include "tests/bench/measure.h"
 #include "tests/support/memory_reader.h"
 
 namespace {

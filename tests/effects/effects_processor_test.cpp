@@ -113,9 +113,9 @@ const T& OneOf(const T (&choices)[kSize], std::mt19937& random) {
 
 // Every field and every sample, whatever is called in whatever order.
 TEST_F(Effects, EqualTheReferenceBetweenAnyTwoCalls) {
-  static const int32_t kBytes[] = {0,   1,   2,   3,   4,   5,   6,   7,   8,        10,
-                                   12,  14,  252, 256, 258, 260, 262, 512, 1000,     1022,
-                                   -1,  -4,  764, 20,  24,  28,  32,  36,  INT32_MIN};
+  static const int32_t kBytes[] = {0,  1,  2,   3,   4,   5,   6,   7,   8,        10,
+                                   12, 14, 252, 256, 258, 260, 262, 512, 1000,     1022,
+                                   -1, -4, 764, 20,  24,  28,  32,  36,  INT32_MIN};
   static const int32_t kModes[] = {0, 1, 2, 3, 4, 5, -1, 0, INT32_MIN, INT32_MAX};
   static const int32_t kPreamps[] = {0, 3, 13, 13, 14, 27, 28, -1, INT32_MIN, INT32_MAX};
   ExpectFields();
@@ -133,8 +133,9 @@ TEST_F(Effects, EqualTheReferenceBetweenAnyTwoCalls) {
         int32_t sliders[kBands];
         const uint32_t choice = random() % 4;  // all in the middle, one apart, in range, any
         for (int32_t& slider : sliders) {
-          slider = choice == 3 ? OneOf(kSliderGains, random).slider
-                               : choice == 2 ? static_cast<int32_t>(random() % 28) : 14;
+          slider = choice == 3   ? OneOf(kSliderGains, random).slider
+                   : choice == 2 ? static_cast<int32_t>(random() % 28)
+                                 : 14;
         }
         if (choice == 1) sliders[random() % kBands] = 13;
         SetEqualizer(OneOf(kPreamps, random), random() % 9 == 0 ? nullptr : sliders);
@@ -215,7 +216,8 @@ TEST_F(Effects, AllWorkIsDoneUnderTheLock) {
   g_on_lock = nullptr;
 }
 
-// Whatever arrives between the look at the mode and the block: played at full strength, or not at all.
+// Whatever arrives between the look at the mode and the block: played at full strength, or not at
+// all.
 TEST_F(Effects, ABlockIsNeverAtHalfLevel) {
   for (const int32_t mode : {0, 1}) {
     SetBassMode(4);
@@ -226,8 +228,10 @@ TEST_F(Effects, ABlockIsNeverAtHalfLevel) {
     };
     CallBass(&samples, 4);
     g_on_lock = nullptr;
-    if (mode == 0) EXPECT_EQ(frame[0], 30000);
-    else EXPECT_GT(frame[0], 15000);
+    if (mode == 0)
+      EXPECT_EQ(frame[0], 30000);
+    else
+      EXPECT_GT(frame[0], 15000);
   }
 }
 

@@ -69,11 +69,11 @@ TEST_F(ExternalLibrary, OnItsProcessorsOnly) {
     ProcessorIdentity identity;
     bool fits;
   } kCases[] = {
-      {{2577, 4, 3}, true},  {{2577, 4, 4}, true},  {{2577, 4, 5}, true},
-      {{2577, 4, 6}, true},  {{2577, 4, 2}, false}, {{2577, 4, 7}, false},
-      {{2577, 4, 0}, false}, {{2577, 4, 0x10003}, false},
-      {{2577, 3, 5}, false}, {{2577, 5, 5}, false}, {{2576, 4, 5}, false},
-      {{586, 4, 5}, false},  {{0, 0, 0}, false},
+      {{2577, 4, 3}, true},  {{2577, 4, 4}, true},        {{2577, 4, 5}, true},
+      {{2577, 4, 6}, true},  {{2577, 4, 2}, false},       {{2577, 4, 7}, false},
+      {{2577, 4, 0}, false}, {{2577, 4, 0x10003}, false}, {{2577, 3, 5}, false},
+      {{2577, 5, 5}, false}, {{2576, 4, 5}, false},       {{586, 4, 5}, false},
+      {{0, 0, 0}, false},
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(std::to_string(c.identity.type) + " " + std::to_string(c.identity.level) + " " +

@@ -12,8 +12,8 @@ TEST(EqualizerLoops, EqualTheReference) {
   const int32_t sliders[][kBands] = {{0, 27, 14, 3, 20, 9, 27, 0, 13, 15},
                                      {27, 27, 27, 27, 27, 27, 27, 27, 27, 27},
                                      {0, INT32_MIN, -100, INT32_MAX, -1, 28, 5, 6, 7, 8},
-                                     {INT32_MIN, INT32_MIN, INT32_MIN, INT32_MIN, INT32_MIN, INT32_MAX,
-                                      INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX}};
+                                     {INT32_MIN, INT32_MIN, INT32_MIN, INT32_MIN, INT32_MIN,
+                                      INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX}};
   for (const BandsLoop loop : {&RunBandByBand, &RunBands}) {
     for (const Signal& signal : AllSignals(700)) {
       SCOPED_TRACE(signal.name);

@@ -5,8 +5,8 @@
 #include <string.h>
 
 #include "base/bytes/memory_source.h"
-#include "tests/fuzz/require.h"
 #include "input/wma/asf_header.h"
+#include "tests/fuzz/require.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Any bytes as a bitmap: a picture within the limits, or nothing.
-#include "tests/fuzz/require.h"
 #include "host/player/skin/bmp.h"
+#include "tests/fuzz/require.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using kelvo::fuzz::Require;

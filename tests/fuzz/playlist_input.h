@@ -1,5 +1,5 @@
-// What the playlist targets have in common: the input is a playlist and, separated by bytes 0x1D, up
-// to three others that it may name: 1.m3u, 2.pls and 3.asx in its folder. There are no other
+// What the playlist targets have in common: the input is a playlist and, separated by bytes 0x1D,
+// up to three others that it may name: 1.m3u, 2.pls and 3.asx in its folder. There are no other
 // playlists; every media path exists, without a tag. What is read is compared with a model that
 // goes by the letter.
 #pragma once
@@ -17,9 +17,9 @@
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
 #include "catalog/media/media_kind.h"
-#include "tests/fuzz/require.h"
 #include "playlist/add_path.h"
 #include "playlist/m3u_writer.h"
+#include "tests/fuzz/require.h"
 
 namespace kelvo::fuzz {
 
@@ -100,7 +100,9 @@ class FewFiles final : public FileSystem {
 // Ends soon: a few lists that name each other crosswise are worth no longer look.
 class FewLists final : public NestingGuard {
  public:
-  bool Enter(const wchar_t* path) noexcept override { return ++entered_ < 30 && chain_.Enter(path); }
+  bool Enter(const wchar_t* path) noexcept override {
+    return ++entered_ < 30 && chain_.Enter(path);
+  }
   void Leave() noexcept override { chain_.Leave(); }
   bool CountLine() noexcept override { return true; }
   bool CountMedia() noexcept override { return true; }
@@ -161,9 +163,7 @@ class LiteralExpansion {
     }
     return lines;
   }
-  static bool HasBackslash(const std::string& text) {
-    return text.find('\\') != std::string::npos;
-  }
+  static bool HasBackslash(const std::string& text) { return text.find('\\') != std::string::npos; }
   static std::string M3u(const std::string& line, const std::string& folder) {
     if (line[0] == '#') return "";
     return HasBackslash(line) ? line : folder + line;

@@ -108,7 +108,8 @@ TEST_F(KelvotoolTest, SavesOverPlaylistsOnlyAndWhole) {
 
 // A full disk is a failure, whatever is written to it.
 TEST_F(KelvotoolTest, FailsWhenItsOutputCannotBeWritten) {
-  for (const char* verb : {"tags kelvotool_test/a.mp3", "playlist kelvotool_test/list.m3u", "--help"}) {
+  for (const char* verb :
+       {"tags kelvotool_test/a.mp3", "playlist kelvotool_test/list.m3u", "--help"}) {
     EXPECT_EQ(Run(std::string(verb) + " >/dev/full"), "exit 1") << verb;
   }
   Write("old.m3u", "old");

@@ -123,16 +123,11 @@ TEST_P(EachLanguage, HeadingsCaptionsAndTabsFit) {
     int room;
     bool bold;
   } rooms[] = {
-      {IDS_TITLE, 150 - kColumnEdges, false},
-      {IDS_COLUMN_ARTIST, 60 - kColumnEdges, false},
-      {IDS_COLUMN_ALBUM, 150 - kColumnEdges, false},
-      {IDS_COLUMN_GENRE, 80 - kColumnEdges, false},
-      {IDS_TIME, 45 - kColumnEdges, false},
-      {IDS_CATALOG_CAPTION, kCaption, true},
-      {IDS_DELETE_CAPTION, kCaption, true},
-      {IDS_FILE_EXISTS, kCaption, true},
-      {IDS_RENAME_FILE, kMenuItem, false},
-      {IDS_DELETE_ITEM, kMenuItem, false},
+      {IDS_TITLE, 150 - kColumnEdges, false},        {IDS_COLUMN_ARTIST, 60 - kColumnEdges, false},
+      {IDS_COLUMN_ALBUM, 150 - kColumnEdges, false}, {IDS_COLUMN_GENRE, 80 - kColumnEdges, false},
+      {IDS_TIME, 45 - kColumnEdges, false},          {IDS_CATALOG_CAPTION, kCaption, true},
+      {IDS_DELETE_CAPTION, kCaption, true},          {IDS_FILE_EXISTS, kCaption, true},
+      {IDS_RENAME_FILE, kMenuItem, false},           {IDS_DELETE_ITEM, kMenuItem, false},
   };
   for (const auto& room : rooms) ExpectFits(Text(room.text), room.room, room.bold);
   int tabs = 0;

@@ -80,8 +80,8 @@ TEST(Id3v1Test, NamesTheGenres) {
   const struct {
     unsigned number;
     const char* want;
-  } kNames[] = {{0, "Blues"},      {31, "Trance"}, {67, "Psychadelic"},
-                {79, "Hard Rock"}, {85, "Bebob"},  {123, "A capella"},
+  } kNames[] = {{0, "Blues"},       {31, "Trance"},    {67, "Psychadelic"},
+                {79, "Hard Rock"},  {85, "Bebob"},     {123, "A capella"},
                 {133, "Afro-Punk"}, {147, "Synthpop"}, {148, ""}};
   for (const auto& c : kNames) EXPECT_STREQ(GenreName(c.number), c.want) << c.number;
   uint32_t sum = 2166136261u;

@@ -75,10 +75,14 @@ TEST(SaveDialogStateTest, ProvesThatTheFileCanBeWritten) {
     Check check;
     bool writable;
   } cases[] = {
-      {L"", Check::kEmpty, false},          {L"\\new.m3u", Check::kFree, true},
-      {L"\\none\\a.m3u", Check::kFree, false}, {L"\\Docs", Check::kExists, false},
-      {L"\\", Check::kExists, false},        {L"\\Docs\\", Check::kExists, false},
-      {L"\\old.m3u", Check::kExists, true}, {L"\\guarded.m3u", Check::kExists, false},
+      {L"", Check::kEmpty, false},
+      {L"\\new.m3u", Check::kFree, true},
+      {L"\\none\\a.m3u", Check::kFree, false},
+      {L"\\Docs", Check::kExists, false},
+      {L"\\", Check::kExists, false},
+      {L"\\Docs\\", Check::kExists, false},
+      {L"\\old.m3u", Check::kExists, true},
+      {L"\\guarded.m3u", Check::kExists, false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(Utf8(c.path));

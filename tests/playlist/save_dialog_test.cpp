@@ -42,7 +42,9 @@ TEST(SaveDialog, IsLaidOutAsHostsReadItAndOpensARootWithPlaylistsOnly) {
   MemoryFiles files;
   files.Put("\\top.m3u", "");
   SaveDialogState state;
-  const auto field = [&](size_t word) { return test::RawField<HWND>(&state, word * sizeof(void*)); };
+  const auto field = [&](size_t word) {
+    return test::RawField<HWND>(&state, word * sizeof(void*));
+  };
   const auto flag = [&] { return test::RawField<int32_t>(&state, 4 * sizeof(void*)); };
   const auto text = [&](size_t index) {
     return Utf8(reinterpret_cast<const wchar_t*>(reinterpret_cast<const char*>(&state) +

@@ -9,8 +9,8 @@ namespace kelvo {
 constexpr int kRoundingSteps = 4;
 
 // A whole file as the system's reader decodes it. Its first block is never the same twice, and the
-// second overlaps it: from the third on, where `settled` is, decodings agree; the decoder's rounding
-// depends on what came before, so agreeing means within a few steps.
+// second overlaps it: from the third on, where `settled` is, decodings agree; the decoder's
+// rounding depends on what came before, so agreeing means within a few steps.
 struct Reference {
   // The first sample that is not the reference's, each of which stands `copies` times in `played`;
   // the count of samples when there is none.

@@ -15,8 +15,8 @@ class MemoryReader final : public MediaReader {
  public:
   explicit MemoryReader(std::vector<char> bytes) : bytes_(std::move(bytes)) {}
 
-  int fail_reads_from = -1;  // the n-th read and all later ones fail, though with a count
-  int failing_seeks = 0;   // so many more seeks fail; below 0: all
+  int fail_reads_from = -1;           // the n-th read and all later ones fail, though with a count
+  int failing_seeks = 0;              // so many more seeks fail; below 0: all
   int64_t failed_seek = kSeekFailed;  // what such a seek answers
   bool fail_open = false;
   bool refuse_release = false;

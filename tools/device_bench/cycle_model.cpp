@@ -9,9 +9,9 @@
 namespace bench {
 namespace {
 
-constexpr double kLineCycles = 0.1 * CycleModel::kMhz;         // 100 ns for a line of 32 bytes
-constexpr double kBlockCycles = kLineCycles / 2;               // for 16 bytes to memory
-constexpr double kBranchCycles = 1, kOtherJumpCycles = 2;      // lost when taken
+constexpr double kLineCycles = 0.1 * CycleModel::kMhz;     // 100 ns for a line of 32 bytes
+constexpr double kBlockCycles = kLineCycles / 2;           // for 16 bytes to memory
+constexpr double kBranchCycles = 1, kOtherJumpCycles = 2;  // lost when taken
 
 }  // namespace
 
@@ -82,8 +82,8 @@ void CycleModel::Step(uint32_t address) {
   for (uint32_t reads = instruction.reads; reads != 0; reads &= reads - 1) {
     now_ = std::max(now_, ready_[__builtin_ctz(reads)]);
   }
-  const bool multiplies = instruction.kind == Instruction::kMultiply ||
-                          instruction.kind == Instruction::kLongMultiply;
+  const bool multiplies =
+      instruction.kind == Instruction::kMultiply || instruction.kind == Instruction::kLongMultiply;
   if (multiplies) {
     delay = MultiplyDelay(instruction);
     now_ = std::max(now_, multiplier_ready_);

@@ -1,5 +1,5 @@
-// Estimates the cycles that an SA-1110 at 206 MHz spends on what the emulator carries out. Where the
-// figures are from is in docs/device-speed.md.
+// Estimates the cycles that an SA-1110 at 206 MHz spends on what the emulator carries out. Where
+// the figures are from is in docs/device-speed.md.
 #pragma once
 
 #include <stdint.h>
@@ -43,10 +43,10 @@ class CycleModel {
   std::vector<Instruction> code_;
 
   double now_ = 0;
-  double ready_[16] = {};         // registers
+  double ready_[16] = {};  // registers
   double multiplier_ready_ = 0;
-  uint32_t expected_ = 0;         // the address after the last instruction
-  double jump_ = 0;               // what it costs when another one comes
+  uint32_t expected_ = 0;  // the address after the last instruction
+  double jump_ = 0;        // what it costs when another one comes
   uint32_t code_line_ = ~0u;
   Cache code_cache_{16 * 1024}, data_cache_{8 * 1024};
   WriteBuffer write_buffer_;

@@ -41,12 +41,12 @@ void Report::Figure(const std::string& name, double millions) {
 
 void Report::Figure(const std::string& name, const Cycles& cycles, double seconds) {
   const double per_second = 1e-6 / seconds;
-  printf("     %-20s %6.2f M instructions, %6.2f MHz; %4.1f %% of it waiting for memory "
-         "(%.0f lines of code and %.0f of data a second)\n",
-         name.c_str(), static_cast<double>(cycles.instructions) * per_second,
-         cycles.all * per_second, 100 * cycles.memory / cycles.all,
-         static_cast<double>(cycles.code_misses) / seconds,
-         static_cast<double>(cycles.data_misses) / seconds);
+  printf(
+      "     %-20s %6.2f M instructions, %6.2f MHz; %4.1f %% of it waiting for memory "
+      "(%.0f lines of code and %.0f of data a second)\n",
+      name.c_str(), static_cast<double>(cycles.instructions) * per_second, cycles.all * per_second,
+      100 * cycles.memory / cycles.all, static_cast<double>(cycles.code_misses) / seconds,
+      static_cast<double>(cycles.data_misses) / seconds);
   WithinBudget(name + "_mhz", cycles.all * per_second, "MHz");
 }
 

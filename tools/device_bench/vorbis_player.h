@@ -44,7 +44,7 @@ class VorbisPlayer {
   HostReader reader;
   HostOutput output;
   uint32_t plugin = 0;
-  uint32_t text = 0;                // room for a text of 260 characters
+  uint32_t text = 0;  // room for a text of 260 characters
 };
 
 }  // namespace bench

@@ -169,8 +169,8 @@ int Run(int count, const wchar_t* const* arguments) noexcept {
   }
   for (const Command& command : kCommands) {
     if (count == 0 || CompareWide(arguments[0], command.name) != 0) continue;
-    const bool forced = count > 1 && command.run == &Tool::Save &&
-                        CompareWide(arguments[1], L"--force") == 0;
+    const bool forced =
+        count > 1 && command.run == &Tool::Save && CompareWide(arguments[1], L"--force") == 0;
     if (count - 1 - forced < command.least_arguments) {
       PrintError(arguments[0], "a file is missing; see kelvotool --help");
       return 2;

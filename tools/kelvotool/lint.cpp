@@ -127,8 +127,7 @@ const char* Lint::PathProblem(const wchar_t* path, const ListPosition& from) noe
   return files_.Exists(path) ? nullptr : "no such file";
 }
 
-const char* Lint::SkipProblem(Skipped why, const wchar_t* path,
-                                 const ListPosition& from) noexcept {
+const char* Lint::SkipProblem(Skipped why, const wchar_t* path, const ListPosition& from) noexcept {
   if (from.text.continues) return "longer than 259 characters, read in pieces";
   switch (why) {
     case Skipped::kLine:

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "host/text.h"
-#include "host/player/windows/player_app.h"
 #include "host/player/windows/gdi_text.h"
+#include "host/player/windows/player_app.h"
+#include "host/text.h"
 
 namespace velmora {
 namespace {

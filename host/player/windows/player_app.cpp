@@ -2,11 +2,11 @@
 
 #include <kelvo/messages.h>
 
-#include "host/text.h"
 #include "host/player/windows/choices.h"
 #include "host/player/windows/commands.h"
 #include "host/player/windows/skin_source.h"
 #include "host/system.h"
+#include "host/text.h"
 
 namespace velmora {
 namespace {

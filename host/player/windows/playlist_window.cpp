@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "host/text.h"
 #include "host/player/windows/player_app.h"
+#include "host/text.h"
 
 namespace velmora {
 namespace {

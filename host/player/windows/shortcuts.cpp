@@ -1,6 +1,5 @@
 #include "host/player/windows/commands.h"
 
-
 namespace velmora {
 namespace {
 

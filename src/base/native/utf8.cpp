@@ -33,7 +33,12 @@ size_t EncodeUtf8(const wchar_t* src, size_t length, char (&bytes)[4], size_t* u
 
 size_t DecodeUtf8(const char* src, size_t length, wchar_t (&units)[2], size_t* used) noexcept {
   const uint8_t lead = static_cast<uint8_t>(*src);
-  const size_t count = lead < 0x80 ? 1 : lead < 0xC0 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF8 ? 4 : 0;
+  const size_t count = lead < 0x80   ? 1
+                       : lead < 0xC0 ? 0
+                       : lead < 0xE0 ? 2
+                       : lead < 0xF0 ? 3
+                       : lead < 0xF8 ? 4
+                                     : 0;
   constexpr uint32_t kLeast[5] = {0, 0, 0x80, 0x800, 0x10000};
   uint32_t c = count < 2 ? lead : lead & (0x7Fu >> count);
   *used = 1;

@@ -31,7 +31,8 @@ const wchar_t* FindWide(const wchar_t* text, wchar_t c) noexcept;
 const wchar_t* FileNameOf(const wchar_t* path) noexcept;
 
 // User-visible text and paths: without regard to case as the system sees it, in every script.
-// Characters that count as the same have the same fold; A-Z become a-z, so "_" sorts before letters.
+// Characters that count as the same have the same fold; A-Z become a-z, so "_" sorts before
+// letters.
 wchar_t FoldCase(wchar_t c) noexcept;
 // What FoldCase() asks beyond ASCII; base/windows/upper_case.cpp, base/native/upper_case.cpp.
 wchar_t SystemUpperCase(wchar_t c) noexcept;

@@ -44,8 +44,8 @@ int Encode(UINT code_page, const wchar_t* src, int units, char (&encoded)[8]) no
                                nullptr);
   }
   BOOL used_default = FALSE;
-  const int length = WideCharToMultiByte(code_page, 0, src, units, encoded, sizeof(encoded), "?",
-                                         &used_default);
+  const int length =
+      WideCharToMultiByte(code_page, 0, src, units, encoded, sizeof(encoded), "?", &used_default);
   return used_default ? 0 : length;
 }
 

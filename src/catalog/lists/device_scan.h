@@ -4,8 +4,8 @@
 #include "base/files/file_system.h"
 #include "base/memory/array.h"
 #include "base/memory/heap_text.h"
-#include "catalog/media/entry_list.h"
 #include "catalog/media/add_entry.h"
+#include "catalog/media/entry_list.h"
 
 namespace kelvo {
 

@@ -38,10 +38,10 @@ class MediaInformation {
   ~MediaInformation() = default;
 };
 
-// Appends the entry of a media file, with its tag; its item word is 0. False when nothing was added:
-// the kind is no media file's, memory is out, or Windows Media is not available. An MPEG file
-// without a tag that can be read has no tag block; one that a plug-in cannot read has one with empty
-// fields, or none when memory is out for it.
+// Appends the entry of a media file, with its tag; its item word is 0. False when nothing was
+// added: the kind is no media file's, memory is out, or Windows Media is not available. An MPEG
+// file without a tag that can be read has no tag block; one that a plug-in cannot read has one with
+// empty fields, or none when memory is out for it.
 bool AddMediaEntry(MediaKind kind, FileSystem& files, MediaInformation& information,
                    const wchar_t* path, EntryList* list) noexcept;
 

@@ -5,8 +5,8 @@
 #include "base/files/file_system.h"
 #include "catalog/lists/current_playlist.h"
 #include "catalog/lists/device_scan.h"
-#include "catalog/media/entry_list.h"
 #include "catalog/media/add_entry.h"
+#include "catalog/media/entry_list.h"
 #include "catalog/tree/build_tree.h"
 
 namespace kelvo {

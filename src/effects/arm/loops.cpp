@@ -37,8 +37,8 @@ void RunBands(const EffectsState& state, EqualizerPass& pass) noexcept {
     const ResonatorCoefficients& numbers = state.equalizer_table[b];
     int32_t(&newer)[kChannels] = pass.newer[b];
     int32_t(&older)[kChannels] = pass.older[b];
-    Band band = {-numbers.c0,          numbers.c1,           numbers.c2,
-                 state.gains_q14[b],   {newer[0], newer[1]}, {older[0], older[1]}};
+    Band band = {-numbers.c0,        numbers.c1,           numbers.c2,
+                 state.gains_q14[b], {newer[0], newer[1]}, {older[0], older[1]}};
     const auto loop = b == 0 ? KelvoStartSums : KelvoAddToSums;
     loop(&band, pass.work, pass.work + pass.frames);
     for (int c = 0; c < kChannels; ++c) {

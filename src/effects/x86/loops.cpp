@@ -38,8 +38,7 @@ inline void Step(const Bank& bank, Lanes (&older)[kBands], const Lanes (&newer)[
                                      _mm_mul_epu32(bank.minus_c0[b], older[b]));
     older[b] = _mm_srai_epi32(_mm_add_epi32(_mm_mul_epu32(bank.c1[b], in), past), 14);
     outputs = _mm_add_epi32(outputs, older[b]);
-    products =
-        _mm_add_epi64(products, _mm_mul_epu32(_mm_xor_si128(older[b], sign), bank.gain[b]));
+    products = _mm_add_epi64(products, _mm_mul_epu32(_mm_xor_si128(older[b], sign), bank.gain[b]));
   }
   _mm_storeu_si128(reinterpret_cast<Lanes*>(frame.sum), _mm_sub_epi64(products, Scaled(outputs)));
 }

@@ -1,5 +1,5 @@
-/* Included before those files of the decoder that take codewords out of packets or make samples: the
-   same results in fewer instructions, by functions that the compiler can put in place. */
+/* Included before those files of the decoder that take codewords out of packets or make samples:
+   the same results in fewer instructions, by functions that the compiler can put in place. */
 #ifndef KELVO_DECODER_SPEED_H
 #define KELVO_DECODER_SPEED_H
 

@@ -1,5 +1,5 @@
-/* Included before every file of the decoder, which takes scratch memory from the stack by sizes that
-   the stream names: a codebook of a million entries, or the larger ones of six channels on the
+/* Included before every file of the decoder, which takes scratch memory from the stack by sizes
+   that the stream names: a codebook of a million entries, or the larger ones of six channels on the
    device's 64 KB. Above this size it comes from the stream's heap. */
 #ifndef KELVO_DECODER_STACK_H
 #define KELVO_DECODER_STACK_H
