@@ -120,12 +120,12 @@ bool BookmarkList::Grow() noexcept {
   if (count_ < capacity_) return true;
   if (capacity_ > INT32_MAX - kStep) return false;
   const int32_t capacity = capacity_ + kStep;
-  void* block = HeapTakeZeroed(static_cast<size_t>(capacity), sizeof(Bookmark));
+  void* block = HeapAllocateZeroed(static_cast<size_t>(capacity), sizeof(Bookmark));
   if (!block) return false;
   Bookmark* grown = static_cast<Bookmark*>(block);
   for (int32_t i = 0; i < capacity; ++i) ::new (static_cast<void*>(grown + i)) Bookmark();
   for (int32_t i = 0; i < count_; ++i) grown[i] = std::move(items_[i]);
-  HeapGive(std::exchange(items_, grown));  // what was in it has moved
+  HeapFree(std::exchange(items_, grown));  // what was in it has moved
   capacity_ = capacity;
   return true;
 }
@@ -144,7 +144,7 @@ void BookmarkList::RemoveAt(int32_t at) noexcept {
 
 void BookmarkList::Clear() noexcept {
   while (count_ > 0) items_[--count_] = Bookmark();
-  HeapGive(std::exchange(items_, nullptr));
+  HeapFree(std::exchange(items_, nullptr));
   capacity_ = 0;
 }
 

@@ -19,7 +19,7 @@ class DestroyedPlugin final : public Interface {
   DestroyedPlugin(const DestroyedPlugin&) noexcept = default;
 
   void Destroy(uint32_t flags) noexcept override {
-    if ((flags & 1) != 0) HeapGive(this);
+    if ((flags & 1) != 0) HeapFree(this);
   }
 };
 

@@ -72,11 +72,11 @@ Rank RankOf(const char* member, const char* name) noexcept {
 }
 
 void* AllocateForInflate(void*, unsigned count, unsigned bytes_each) {
-  return HeapTakeZeroed(count, bytes_each);
+  return HeapAllocateZeroed(count, bytes_each);
 }
 
 void FreeForInflate(void*, void* block) {
-  HeapGive(block);
+  HeapFree(block);
 }
 
 // Unpacks a member while it is read. Too large for the stack.

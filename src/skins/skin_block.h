@@ -16,11 +16,11 @@ class SkinBlock {
   SkinBlock(SkinBlock&& other) noexcept
       : bytes_(std::exchange(other.bytes_, nullptr)), size_(std::exchange(other.size_, 0)) {}
   SkinBlock& operator=(SkinBlock&&) = delete;
-  ~SkinBlock() { HeapGive(bytes_); }
+  ~SkinBlock() { HeapFree(bytes_); }
 
   // A block of zeros; false when memory is out. For an empty block.
   [[nodiscard]] bool Allocate(uint32_t size) noexcept {
-    bytes_ = HeapTakeZeroed(size, 1);
+    bytes_ = HeapAllocateZeroed(size, 1);
     size_ = bytes_ ? size : 0;
     return bytes_ != nullptr;
   }

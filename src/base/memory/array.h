@@ -44,13 +44,13 @@ class Array {
   [[nodiscard]] bool Reserve(size_t capacity) noexcept {
     if (capacity <= capacity_) return true;
     if (capacity > static_cast<size_t>(-1) / sizeof(T)) return false;
-    T* grown = static_cast<T*>(HeapTake(capacity * sizeof(T)));
+    T* grown = static_cast<T*>(HeapAllocate(capacity * sizeof(T)));
     if (!grown) return false;
     for (size_t i = 0; i < size_; ++i) {
       ::new (static_cast<void*>(grown + i)) T(std::move(items_[i]));
       items_[i].~T();
     }
-    HeapGive(items_);
+    HeapFree(items_);
     items_ = grown;
     capacity_ = capacity;
     return true;
@@ -98,7 +98,7 @@ class Array {
   // Also gives the storage back.
   void Clear() noexcept {
     while (size_ > 0) items_[--size_].~T();
-    HeapGive(items_);
+    HeapFree(items_);
     items_ = nullptr;
     capacity_ = 0;
   }

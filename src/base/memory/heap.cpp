@@ -19,11 +19,11 @@ void SetHeapFaultHook(HeapFaultHook should_fail, void* context) noexcept {
   g_fault_context = context;
 }
 
-void* HeapTake(size_t bytes) noexcept {
+void* HeapAllocate(size_t bytes) noexcept {
   return Fails() ? nullptr : malloc(bytes ? bytes : 1);
 }
 
-void* HeapTakeZeroed(size_t count, size_t bytes_each) noexcept {
+void* HeapAllocateZeroed(size_t count, size_t bytes_each) noexcept {
   if (count == 0 || bytes_each == 0) count = bytes_each = 1;
   if (count > static_cast<size_t>(-1) / bytes_each) return nullptr;
   return Fails() ? nullptr : calloc(count, bytes_each);
@@ -33,7 +33,7 @@ void* HeapResize(void* block, size_t bytes) noexcept {
   return Fails() ? nullptr : realloc(block, bytes ? bytes : 1);
 }
 
-void HeapGive(void* block) noexcept {
+void HeapFree(void* block) noexcept {
   free(block);
 }
 

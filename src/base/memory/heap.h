@@ -10,11 +10,11 @@
 namespace kelvo {
 
 // Null when memory is out (also for requests that overflow). Zero bytes give a valid block.
-[[nodiscard]] void* HeapTake(size_t bytes) noexcept;
-[[nodiscard]] void* HeapTakeZeroed(size_t count, size_t bytes_each) noexcept;
+[[nodiscard]] void* HeapAllocate(size_t bytes) noexcept;
+[[nodiscard]] void* HeapAllocateZeroed(size_t count, size_t bytes_each) noexcept;
 // On failure the old block is untouched and null is returned.
 [[nodiscard]] void* HeapResize(void* block, size_t bytes) noexcept;
-void HeapGive(void* block) noexcept;  // null is allowed
+void HeapFree(void* block) noexcept;  // null is allowed
 
 // Tests decide which request fails: the hook is asked before each one. Null (the default) lets all
 // through. Not for use while other threads allocate.
@@ -24,7 +24,7 @@ void SetHeapFaultHook(HeapFaultHook should_fail, void* context) noexcept;
 // new/delete without exceptions. HeapDelete accepts null.
 template <class T, class... Args>
 [[nodiscard]] T* HeapNew(Args&&... args) noexcept {
-  void* block = HeapTake(sizeof(T));
+  void* block = HeapAllocate(sizeof(T));
   return block ? ::new (block) T(std::forward<Args>(args)...) : nullptr;
 }
 
@@ -32,7 +32,7 @@ template <class T>
 void HeapDelete(T* object) noexcept {
   if (!object) return;
   object->~T();
-  HeapGive(object);
+  HeapFree(object);
 }
 
 // Owns one object made by HeapNew.

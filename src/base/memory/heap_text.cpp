@@ -12,11 +12,11 @@ bool HeapText::Assign(const wchar_t* text) noexcept {
 
 bool HeapText::Assign(const wchar_t* text, size_t length) noexcept {
   if (length >= static_cast<size_t>(-1) / sizeof(wchar_t)) return false;
-  wchar_t* copy = static_cast<wchar_t*>(HeapTake((length + 1) * sizeof(wchar_t)));
+  wchar_t* copy = static_cast<wchar_t*>(HeapAllocate((length + 1) * sizeof(wchar_t)));
   if (!copy) return false;
   memcpy(copy, text, length * sizeof(wchar_t));
   copy[length] = 0;
-  HeapGive(std::exchange(text_, copy));
+  HeapFree(std::exchange(text_, copy));
   return true;
 }
 

@@ -20,7 +20,7 @@ class HeapText {
   }
   ~HeapText() {
     // Moved-from texts by the thousand when a long list grows: no call for those.
-    if (text_) HeapGive(text_);
+    if (text_) HeapFree(text_);
   }
 
   // Replace the text by a copy; false, with the old text kept, when memory is out.
@@ -31,7 +31,7 @@ class HeapText {
   [[nodiscard]] bool Reserve(size_t length) noexcept;
   // After Reserve() for this length.
   void Overwrite(const wchar_t* text, size_t length) noexcept;
-  void Clear() noexcept { HeapGive(std::exchange(text_, nullptr)); }
+  void Clear() noexcept { HeapFree(std::exchange(text_, nullptr)); }
 
   bool has_value() const noexcept { return text_ != nullptr; }
   // Null when there is none.

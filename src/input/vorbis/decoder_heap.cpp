@@ -34,8 +34,8 @@ DecoderHeap* DecoderHeap::Current() noexcept {
 }
 
 DecoderHeap::~DecoderHeap() {
-  for (size_t i = 0; i < places_; ++i) HeapGive(blocks_[i].payload);
-  HeapGive(blocks_);
+  for (size_t i = 0; i < places_; ++i) HeapFree(blocks_[i].payload);
+  HeapFree(blocks_);
 }
 
 // The compiler's own jump is used: the C library's unwinds on some targets, and the device's
@@ -65,7 +65,7 @@ bool DecoderHeap::Fits(size_t bytes) const noexcept {
 }
 
 void* DecoderHeap::Obtain(size_t bytes) noexcept {
-  void* payload = Fits(bytes) ? HeapTake(bytes) : nullptr;
+  void* payload = Fits(bytes) ? HeapAllocate(bytes) : nullptr;
   if (!payload) Abandon();
   bytes_ += bytes + kBytesAround;
   return payload;
@@ -109,13 +109,13 @@ void DecoderHeap::Free(void* payload) noexcept {
   Block* block = Find(payload);
   bytes_ -= block->bytes + kBytesAround;
   Remove(block);
-  HeapGive(payload);
+  HeapFree(payload);
 }
 
 void DecoderHeap::FreeScratch() noexcept {
   for (const Block& block : scratch_) {
     bytes_ -= block.bytes + kBytesAround;
-    HeapGive(block.payload);
+    HeapFree(block.payload);
   }
   static_cast<void>(scratch_.Resize(0));
 }
@@ -162,7 +162,7 @@ void DecoderHeap::ReserveOne() noexcept {
   if ((used_ + 1) * 3 <= places_ * 2) return;
   const size_t old_places = places_;
   const size_t new_places = old_places == 0 ? kFirstPlaces : old_places * 2;
-  Block* grown = static_cast<Block*>(HeapTakeZeroed(new_places, sizeof(Block)));
+  Block* grown = static_cast<Block*>(HeapAllocateZeroed(new_places, sizeof(Block)));
   if (!grown) Abandon();
   Block* old = blocks_;
   blocks_ = grown;
@@ -171,7 +171,7 @@ void DecoderHeap::ReserveOne() noexcept {
   for (size_t i = 0; i < old_places; ++i) {
     if (old[i].payload) Insert(old[i]);
   }
-  HeapGive(old);
+  HeapFree(old);
 }
 
 }  // namespace kelvo

@@ -84,7 +84,7 @@ void OggVorbisPlugin::Destroy(uint32_t flags) noexcept {
   StopThread();
   TearDown();
   if ((flags & 1) != 0) {
-    HeapGive(this);
+    HeapFree(this);
   } else {
     RestoreBaseOperations<OggVorbisInput>(this);
   }

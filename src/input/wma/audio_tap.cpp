@@ -6,11 +6,11 @@
 
 namespace kelvo {
 
-AudioTap::AudioTap() noexcept : buffer_(static_cast<int16_t*>(HeapTake(kBytes))) {}
+AudioTap::AudioTap() noexcept : buffer_(static_cast<int16_t*>(HeapAllocate(kBytes))) {}
 
 void AudioTap::FreeBuffer() noexcept {
   LockGuard guard(lock_);
-  HeapGive(buffer_);
+  HeapFree(buffer_);
   buffer_ = nullptr;
 }
 

@@ -3,11 +3,11 @@
 extern "C" {
 
 void* KelvoZipAllocate(size_t bytes) {
-  return kelvo::HeapTake(bytes);
+  return kelvo::HeapAllocate(bytes);
 }
 
 void KelvoZipFree(void* block) {
-  kelvo::HeapGive(block);
+  kelvo::HeapFree(block);
 }
 
 }  // extern "C"
