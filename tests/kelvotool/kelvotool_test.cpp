@@ -169,11 +169,26 @@ TEST_F(KelvotoolTest, TellsWhyLinesAreDropped) {
             std::string::npos);
 }
 
+TEST_F(KelvotoolTest, ReadsADevicesListsByItsOwnPathsAndInAnyCase) {
+  Write("sub/list.m3u", "\\SUB\\C.wma\nc.WMA\n\\A.mp3\n\\sub\\none.mp3\nkelvotool_test\\a.mp3\n");
+  const std::string want =
+      "\\sub\\list.m3u:4: no such file: \\sub\\none.mp3\n"
+      "\\sub\\list.m3u:5: a relative path: kelvotool_test\\a.mp3\n";
+  for (const char* root : {"kelvotool_test", "kelvotool_test/", "$PWD/kelvotool_test"}) {
+    EXPECT_EQ(Run(std::string("lint --device ") + root + " " + root + "/sub/list.m3u"),
+              want + "exit 1")
+        << root;
+  }
+  EXPECT_EQ(Run("lint --device kelvotool_test/sub kelvotool_test/list.m3u"),
+            "kelvotool: kelvotool_test\\list.m3u: not in the device's folder\nexit 1");
+}
+
 TEST_F(KelvotoolTest, ExplainsItself) {
   const std::string help = Run("--help");
-  EXPECT_NE(help.find("lint LIST..."), std::string::npos);
+  EXPECT_NE(help.find("lint [--device FOLDER] LIST..."), std::string::npos);
   EXPECT_NE(help.find("exit 0"), std::string::npos);
-  for (const char* wrong : {"", "tags", "save kelvotool_test/out.m3u", "frobnicate x", "help"}) {
+  for (const char* wrong :
+       {"", "tags", "save kelvotool_test/out.m3u", "lint --device .", "frobnicate x", "help"}) {
     const std::string output = Run(wrong);
     EXPECT_EQ(output.substr(output.size() - 6), "exit 2") << wrong;
     EXPECT_NE(output.find("--help"), std::string::npos) << wrong;

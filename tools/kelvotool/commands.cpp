@@ -5,6 +5,7 @@
 #include "playlist/add_path.h"
 #include "playlist/m3u_writer.h"
 #include "tools/kelvotool/console.h"
+#include "tools/kelvotool/device_files.h"
 #include "tools/kelvotool/linked_information.h"
 #include "tools/kelvotool/lint.h"
 
@@ -21,8 +22,9 @@ constexpr char kHelp[] =
     "  save [--force] OUT.m3u FILE...\n"
     "                         writes the entries of playlists and media files as extended M3U;\n"
     "                         unless forced to, replaces playlists only\n"
-    "  lint LIST...           the lines of playlists that the player drops or takes literally,\n"
-    "                         and why\n"
+    "  lint [--device FOLDER] LIST...\n"
+    "                         the lines of playlists that the player drops or takes literally,\n"
+    "                         and why; FOLDER is where a device's files lie, the lists among them\n"
     "  --help                 this text\n"
     "\n"
     "Exit code: 0 when all went well, 1 when some file could not be used or written or lint\n"
@@ -30,8 +32,9 @@ constexpr char kHelp[] =
 
 class Tool {
  public:
-  Tool(int count, const wchar_t* const* files, bool forced) noexcept
-      : count_(count), arguments_(files), forced_(forced) {}
+  // `device`: where a device's files lie; null for those of this machine.
+  Tool(int count, const wchar_t* const* files, bool forced, const wchar_t* device) noexcept
+      : count_(count), arguments_(files), forced_(forced), device_(device) {}
 
   int Tags() noexcept {
     for (int i = 0; i < count_; ++i) {
@@ -79,9 +82,15 @@ class Tool {
   }
 
   int Check() noexcept {
-    Lint lint(files_);
+    DeviceFiles device(files_, device_);
+    Lint lint(device_ ? device : files_);
     for (int i = 0; i < count_; ++i) {
-      if (!lint.Check(arguments_[i])) result_ = 1;
+      const wchar_t* const path = device_ ? device.DevicePath(arguments_[i]) : arguments_[i];
+      if (!path) {
+        Fail(arguments_[i], "not in the device's folder");
+      } else if (!lint.Check(path)) {
+        result_ = 1;
+      }
     }
     return result_;
   }
@@ -144,6 +153,7 @@ class Tool {
   int count_;
   const wchar_t* const* arguments_;
   bool forced_;
+  const wchar_t* device_;
   FileSystem& files_ = SystemFiles();
   LinkedInformation information_{files_};
   int result_ = 0;
@@ -169,13 +179,16 @@ int Run(int count, const wchar_t* const* arguments) noexcept {
   }
   for (const Command& command : kCommands) {
     if (count == 0 || CompareWide(arguments[0], command.name) != 0) continue;
-    const bool forced =
-        count > 1 && command.run == &Tool::Save && CompareWide(arguments[1], L"--force") == 0;
-    if (count - 1 - forced < command.least_arguments) {
+    const auto has = [&](int (Tool::*run)() noexcept, const wchar_t* option) {
+      return count > 1 && command.run == run && CompareWide(arguments[1], option) == 0;
+    };
+    const bool forced = has(&Tool::Save, L"--force"), on_device = has(&Tool::Check, L"--device");
+    const int first = 1 + forced + 2 * on_device;
+    if (count - first < command.least_arguments) {
       PrintError(arguments[0], "a file is missing; see kelvotool --help");
       return 2;
     }
-    Tool tool(count - 1 - forced, arguments + 1 + forced, forced);
+    Tool tool(count - first, arguments + first, forced, on_device ? arguments[2] : nullptr);
     return (tool.*command.run)();
   }
   if (count > 0) PrintError(arguments[0], "no such command");
