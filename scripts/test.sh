@@ -42,11 +42,25 @@ for preset in "${presets[@]}"; do
   printf 'subdirs("%s")\n' "$(build_folder "$preset")"
 done >"$all/CTestTestfile.cmake"
 
+# A line a build instead of one a test; all that a failing test says.
+shorten() {
+  awk '
+    /^ *Start +[0-9]+: / { next }
+    / Test +#[0-9]+: .* Passed / {
+      sub(/.*#[0-9]+: /, ""); sub(/\..*/, "")
+      if (!($0 in seen)) print "tests: " $0
+      seen[$0] = 1
+      fflush()
+      next
+    }
+    { print; fflush() }'
+}
+
 # The tests' windows open on displays of their own, not on the user's.
 unset DISPLAY
 result=0
-ctest --test-dir "$all" -j "${KELVO_JOBS:-$(nproc)}" --output-on-failure --no-tests=error "$@" ||
-  result=$?
+ctest --test-dir "$all" -j "${KELVO_JOBS:-$(nproc)}" --output-on-failure --no-tests=error "$@" |
+  shorten || result=$?
 for arch in i686 x86_64 device; do "$kelvo_root/scripts/wine.sh" "$arch" --stop >/dev/null 2>&1 || true; done
 [[ -z $missing ]] || say "$missing"
 exit "$result"
