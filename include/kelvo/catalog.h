@@ -32,7 +32,7 @@ class Catalog {
   // Slot 1. Shows the sheet above `parent`, which also receives the messages, and returns when the
   // user has closed it. `host_module` supplies the dialog for saving playlists with its menu bar,
   // icons and strings (host_resources.h). 1 when the sheet was shown; 0 when it could not be
-  // created.
+  // created or is open already.
   virtual int32_t ShowCatalog(ModuleHandle host_module, WindowHandle parent) noexcept = 0;
 
   // Slot 2. Frees the lists; harmless when repeated. Bit 0 of `flags` asks to give the object's own

@@ -46,7 +46,7 @@ class EqualizerPresets {
 
   // Slot 5. Appends the presets of the folder to the list, in the file system's order, and returns
   // the list's length. It does not empty the list first. A missing folder holds none. Presets
-  // beyond kMaxPresets, and those for whose names memory is out, are left out.
+  // beyond kMaxPresets are left out, and all from the first one for whose name memory is out.
   virtual int32_t ListPresets(const wchar_t* base_folder) noexcept = 0;
 
   // Slot 6. Frees the list; harmless when repeated. Bit 0 of `flags` asks to give the object's own

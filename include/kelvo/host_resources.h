@@ -22,7 +22,7 @@
 #define KELVO_HOST_ICON_STATE_2 106
 #define KELVO_HOST_ICON_STATE_3 107
 
-/* Strings, each with an explicit NUL at its end: they are used in place. */
+/* Strings. */
 #define KELVO_HOST_TEXT_EMPTY_PATH 6200
 #define KELVO_HOST_CAPTION_EMPTY_PATH 6201
 #define KELVO_HOST_TEXT_OVERWRITE 6202

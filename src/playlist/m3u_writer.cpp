@@ -10,18 +10,27 @@ namespace {
 constexpr char kHeader[] = "#EXTM3U:\r\n";
 constexpr size_t kLongestPath = 255;  // bytes
 
-// One line, written at once; the longest part of one is a path.
+// One line, written at once; the longest part of one is a path. What would end it in the middle is
+// a blank: the rest of a title must not become an entry.
 class Line {
  public:
   void Text(const char* text) noexcept {
-    while (*text != 0) bytes_[used_++] = *text++;
+    for (; *text != 0; ++text) bytes_[used_++] = InLine(*text);
   }
   void Path(const wchar_t* path) noexcept {
-    used_ += WideToAnsi(path, kLongestPath, bytes_ + used_, kLongestPath, nullptr);
+    const size_t end =
+        used_ + WideToAnsi(path, kLongestPath, bytes_ + used_, kLongestPath, nullptr);
+    for (; used_ < end; ++used_) bytes_[used_] = InLine(bytes_[used_]);
   }
-  [[nodiscard]] bool WriteTo(FileWriter& file) const noexcept { return file.Write(bytes_, used_); }
+  [[nodiscard]] bool WriteTo(FileWriter& file) noexcept {
+    bytes_[used_++] = '\r';
+    bytes_[used_++] = '\n';
+    return file.Write(bytes_, used_);
+  }
 
  private:
+  static char InLine(char c) noexcept { return c == '\r' || c == '\n' ? ' ' : c; }
+
   size_t used_ = 0;
   char bytes_[kLongestPath + 3];
 };
@@ -32,7 +41,6 @@ class Line {
   line.Text(tag.artist);
   line.Text(" - ");
   line.Text(tag.title);
-  line.Text("\r\n");
   return line.WriteTo(file);
 }
 
@@ -40,7 +48,6 @@ class Line {
   if (entry.tag && !WriteTag(*entry.tag, file)) return false;
   Line line;
   line.Path(entry.path.c_str());
-  line.Text("\r\n");
   return line.WriteTo(file);
 }
 

@@ -141,7 +141,9 @@ TEST_F(KelvotoolTest, TellsWhyLinesAreDropped) {
        "[playlist]\nTitle1=A\nFile1 = a.mp3\n File1=a.mp3\nFilea=1\nFile=3\nFile1\n"
        "File1=kelvotool_test\\a.mp3\nFile2=\nFile4=a.mp3\n",
        "3: blanks around the key: File1 = a.mp3\n4: blanks around the key:  File1=a.mp3\n"
-       "9: without a value: File2=\n10: gap in the numbering: File4=a.mp3\n"},
+       "5: not of the form FileN=PATH: Filea=1\n6: not of the form FileN=PATH: File=3\n"
+       "7: not of the form FileN=PATH: File1\n"
+       "9: without a value: File2=\n10: not the next number: File4=a.mp3\n"},
       {"list.asx",
        "<asx>\n<ref  href=\"a.mp3\"/>\n<EntryRef href=\"a.mp3\"/>\n"
        "<ref href=\"a.mp3\"/><REF href=\"a.mp3\"/>\n",

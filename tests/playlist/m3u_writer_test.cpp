@@ -30,17 +30,20 @@ TEST_F(M3uWriterTest, WritesGoldenBytes) {
   EXPECT_EQ(Written(), "#EXTM3U:\r\n");
   const std::string thirty(30, 'f');
   Entry("\\m\\Song.mp3", "Artist", "Title");
-  Entry("\\m\\plain.mp3");
+  Entry("\\m\\pl\nain.mp3");
   Entry("\\m\\empty.ogg", "", "");
+  Entry("\\m\\live.ogg", "X\r\nY", "\n\\b.mp3");
   Entry("\\\u00E9\u4E2D.wma", thirty.c_str(), thirty.c_str());
   Entry("\\" + std::string(258, 'p'));
   EXPECT_EQ(Written(),
             "#EXTM3U:\r\n"
             "#EXTINF:-1,Artist - Title\r\n"
             "\\m\\Song.mp3\r\n"
-            "\\m\\plain.mp3\r\n"
+            "\\m\\pl ain.mp3\r\n"
             "#EXTINF:-1, - \r\n"
             "\\m\\empty.ogg\r\n"
+            "#EXTINF:-1,X  Y -  \\b.mp3\r\n"
+            "\\m\\live.ogg\r\n"
             "#EXTINF:-1," +
                 thirty + " - " + thirty +
                 "\r\n"

@@ -39,13 +39,13 @@ TEST_F(NestingTest, LosesTheRestOfAnOuterListThatVanishes) {
 }
 
 TEST_F(NestingTest, GuardRefusesListsInsideThemselves) {
-  files_.Put("\\self.m3u", "x.mp3\n\\SELF.M3U\nx.mp3\n");
+  files_.Put("\\\u00C9self.m3u", "x.mp3\n\\\xE9SELF.M3U\nx.mp3\n");
   files_.Put("\\a.m3u", "b.m3u\nx.mp3\nb.m3u\n");
   files_.Put("\\b.m3u", "x.mp3\na.m3u\n");
   const struct {
     const char* path;
     size_t want;
-  } kCases[] = {{"\\self.m3u", 2}, {"\\a.m3u", 3}, {"\\b.m3u", 2}, {"\\missing.m3u", 0}};
+  } kCases[] = {{"\\\u00C9self.m3u", 2}, {"\\a.m3u", 3}, {"\\b.m3u", 2}, {"\\missing.m3u", 0}};
   for (const auto& c : kCases) {
     ChainGuard guard;
     Added(c.path, &guard);

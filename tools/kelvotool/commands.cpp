@@ -104,8 +104,7 @@ class Tool {
   // False, with a message, when the file gives no entry.
   bool Add(const wchar_t* path, EntryList* list) noexcept {
     const size_t before = list->size();
-    ChainGuard guard;
-    AddPath({files_, information_, &guard}, path, list);
+    AddPath({files_, information_, &guard_}, path, list);
     if (list->size() > before) return true;
     const MediaKind kind = MediaKindOf(path);
     ListFormat format;
@@ -156,6 +155,7 @@ class Tool {
   const wchar_t* device_;
   FileSystem& files_ = SystemFiles();
   LinkedInformation information_{files_};
+  ChainGuard guard_;  // bounds what one command takes
   int result_ = 0;
 };
 

@@ -40,8 +40,10 @@ bool IsAbsolute(const wchar_t* path) noexcept {
   return path[0] == '\\' || (path[0] != 0 && path[1] == ':');
 }
 
-// "File", a number and an equals sign, in any case; *exact is false when there are blanks between.
-bool IsFileKey(const TextLine& line, bool* exact) noexcept {
+enum class PlsKeyForm { kNone, kExact, kWithBlanks, kIncomplete };
+
+// How much of "FileN=" there is, in any case.
+PlsKeyForm FormOfKey(const TextLine& line) noexcept {
   size_t at = 0;
   const auto skip_blanks = [&] {
     const size_t from = at;
@@ -49,23 +51,32 @@ bool IsFileKey(const TextLine& line, bool* exact) noexcept {
     return at > from;
   };
   bool blanks = skip_blanks();
-  if (line.length - at < 4 || !EqualAsciiNoCase(line.text + at, "File", 4)) return false;
+  if (line.length - at < 4 || !EqualAsciiNoCase(line.text + at, "File", 4))
+    return PlsKeyForm::kNone;
   at += 4;
   const size_t digits = at;
   while (at < line.length && line.text[at] >= '0' && line.text[at] <= '9') ++at;
-  if (at == digits) return false;
+  if (at == digits) return PlsKeyForm::kIncomplete;
   blanks |= skip_blanks();
-  *exact = !blanks;
-  return at < line.length && line.text[at] == '=';
+  if (at == line.length || line.text[at] != '=') return PlsKeyForm::kIncomplete;
+  return blanks ? PlsKeyForm::kWithBlanks : PlsKeyForm::kExact;
 }
 
 // Why a line that names nothing is hardly meant so; null for comments, titles and the like.
 const char* LineProblem(const ListPosition& from) noexcept {
-  bool exact;
   switch (MediaKindOf(from.list)) {
     case MediaKind::kPls:
-      if (!IsFileKey(from.text, &exact)) return nullptr;
-      return exact ? "gap in the numbering" : "blanks around the key";
+      switch (FormOfKey(from.text)) {
+        case PlsKeyForm::kNone:
+          return nullptr;
+        case PlsKeyForm::kExact:
+          return "not the next number";
+        case PlsKeyForm::kWithBlanks:
+          return "blanks around the key";
+        case PlsKeyForm::kIncomplete:
+          return "not of the form FileN=PATH";
+      }
+      return nullptr;
     case MediaKind::kAsx:
       if (Count(from.text, "<ref") + Count(from.text, "<entryref") == 0) return nullptr;
       return "not of the form <ref href=\"...\">";

@@ -121,7 +121,7 @@ bool PlayerApp::DoSound(int command) {
       // No is also the answer when the user declines: a hint either way, never silence.
       ShowHint(presets_.Save(sound, main_.handle())
                    ? L"PRESET SAVED"
-                   : L"NO PRESET SAVED; A NAME CANNOT HOLD \\ / : * ? < > |");
+                   : L"NO PRESET SAVED; A NAME CANNOT HOLD \\ / : * ? \" < > |");
       return true;
     default:
       return false;

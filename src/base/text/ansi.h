@@ -16,7 +16,8 @@ void UseAnsiCodePage(unsigned code_page) noexcept;
 
 // Converts until the terminator, `chars` characters, or until the next character's bytes would not
 // fit in `bytes` bytes. No terminator is written. Characters that the code page lacks become "?"
-// and set *lossy (which is otherwise left alone; null is allowed). Returns the bytes written.
+// and set *lossy (which is otherwise left alone; null is allowed), but for those that the system
+// knows a similar one for. Returns the bytes written.
 size_t WideToAnsi(const wchar_t* src, size_t chars, char* dst, size_t bytes, bool* lossy) noexcept;
 
 // Converts until the terminator or `bytes` bytes, as much as fits in `capacity` - 1 characters, and

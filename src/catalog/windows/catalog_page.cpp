@@ -37,6 +37,7 @@ bool CatalogPage::OnInit() noexcept {
   font_ = MakeListFont();
   SendMessageW(view_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
   LayOut();
+  menu_bar_language_ = LanguageHold();
   menu_bar_ = CreateBar(window(), menu_bar_id_);
   OnPageInit();
   return true;

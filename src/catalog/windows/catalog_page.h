@@ -8,6 +8,7 @@
 #include "base/windows/dialog.h"
 #include "base/windows/unique_handle.h"
 #include "catalog/windows/catalog_state.h"
+#include "entry/language/modules.h"
 
 namespace kelvo {
 
@@ -78,6 +79,7 @@ class CatalogPage : public ModalDialog {
   HWND view_ = nullptr;
   HWND menu_bar_ = nullptr;
   UniqueFont font_;
+  LanguageHold menu_bar_language_;  // the bar reads its tips when they are wanted
 };
 
 }  // namespace kelvo

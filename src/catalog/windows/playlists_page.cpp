@@ -35,6 +35,7 @@ PlaylistsPage::PlaylistsPage(CatalogState& state, CatalogSheetEvents& events) no
 
 void PlaylistsPage::OnPageInit() noexcept {
   StyleList(view());
+  SetWindowLongW(view(), GWL_STYLE, GetWindowLongW(view(), GWL_STYLE) | LVS_SORTASCENDING);
   LVCOLUMNW column = {};
   SendMessageW(view(), LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
   if (state().first_showing) {
