@@ -72,15 +72,15 @@ class InputPlugin {
 
   // Slot 9. Goes to a position in milliseconds. Non-zero on success; a position at or behind the
   // end is refused, a negative one is the start. (Ogg Vorbis: a seek while the last buffers drain
-  // ends the thread with its message; the state stays kPlaying and the output open until the host
-  // sets the state.)
+  // ends the thread with its message; the state stays kPlaying and the output open: the next Play
+  // opens it anew.)
   virtual int32_t SeekMs(int32_t milliseconds) noexcept {
     static_cast<void>(milliseconds);
     return 0;
   }
 
-  // Slot 10. Ends playback. The file stays where it was: a plain Play goes on there (Ogg Vorbis:
-  // counting the position from 0), a new Open starts at the beginning.
+  // Slot 10. Ends playback. A plain Play afterwards goes on where the file was (Ogg Vorbis: counting
+  // the position from 0) or starts at the beginning (Windows Media); a new Open always starts there.
   virtual int32_t Stop() noexcept { return 0; }
 
   // Slot 11. Pauses when playing, resumes when paused. (Result: some plug-ins only.)

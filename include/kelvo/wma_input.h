@@ -21,7 +21,8 @@
 // The state stays kPlaying when the file ends: the host calls Stop when it gets the message.
 //
 // Thread: all operations on the thread that loaded the library. Unloading while a file plays, or on
-// another thread, is safe, but may take some seconds.
+// another thread, is safe, but may take some seconds; on another thread a bare window is left to the
+// loading one until that looks at its messages, and its apartment stays.
 #pragma once
 
 #include "kelvo/input_plugin.h"
@@ -34,7 +35,8 @@ class WmaInput : public InputPlugin {
  public:
   // Slot 16. The next kVisualisationSamples samples (16 bits, first channel, after the effects) of
   // the block that was handed to the sound device last, padded with zeros. 1 when they were
-  // written; 0, and nothing is written, when the block is used up or `samples` is null.
+  // written; 0, and nothing is written, when a read before went beyond the block's end or
+  // `samples` is null. A read that begins exactly at the end, as the first one ever, gives silence.
   virtual int32_t GetVisualisation(int16_t* samples) noexcept {
     static_cast<void>(samples);
     return 0;

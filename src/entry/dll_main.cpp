@@ -11,8 +11,6 @@
 namespace kelvo {
 namespace {
 
-bool g_features_started = false;
-
 // "Velmora Feature Pack", a carriage return, "version 2.51 installed.", in the user's language. The
 // same buffer each time, rewritten by each call.
 wchar_t* VersionText() noexcept {
@@ -30,8 +28,8 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID process_
   if (reason == DLL_PROCESS_ATTACH) {
     kelvo::SetOwnModule(instance);
     kelvo::SwitchToConfiguredLanguage();
-    kelvo::g_features_started = kelvo::StartFeatures(instance);
-  } else if (reason == DLL_PROCESS_DETACH && kelvo::g_features_started) {
+    kelvo::StartFeatures(instance);
+  } else if (reason == DLL_PROCESS_DETACH) {
     kelvo::ShutDownFeatures(process_ends != nullptr);
   }
   return TRUE;

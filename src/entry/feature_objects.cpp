@@ -36,6 +36,7 @@ OggVorbisPlugin g_ogg_vorbis(SystemFiles());
 BookmarksFeature g_bookmarks(SystemFiles(), g_install_folder, &g_bookmarks_shell);
 WmaInputPlugin g_wma(SystemFiles());
 FixedPointEffects g_effects(SystemEffectsPlatform());
+bool g_wma_started = false;
 
 bool FeatureInformation::OggInformation(const wchar_t* path, MediaTexts* texts) noexcept {
   return QueryPlugin(g_ogg_vorbis, path, texts);
@@ -51,12 +52,13 @@ bool FeatureInformation::WmaAvailable() noexcept {
 
 }  // namespace
 
-bool StartFeatures(void* module) noexcept {
-  return g_wma.Start(static_cast<HINSTANCE>(module), g_effects);
+void StartFeatures(void* module) noexcept {
+  g_wma_started = g_wma.Start(static_cast<HINSTANCE>(module), g_effects);
 }
 
 void ShutDownFeatures(bool process_ends) noexcept {
-  g_wma.ShutDown(process_ends);
+  if (process_ends) g_ogg_vorbis.ForgetFile();
+  if (g_wma_started) g_wma.ShutDown(process_ends);
 }
 
 void* FeatureObject(int32_t id) noexcept {

@@ -6,11 +6,11 @@
 
 namespace kelvo {
 
-// From the attach handler: starts what must be running before a host asks. False when it could not;
-// those features are then not offered.
-bool StartFeatures(void* module) noexcept;
-// From the detach handler, after a StartFeatures that succeeded. When the process ends, its other
-// threads are gone already.
+// From the attach handler: starts what must be running before a host asks. What cannot be started
+// is not offered.
+void StartFeatures(void* module) noexcept;
+// From the detach handler. When the process ends, its other threads are gone already, and what the
+// host lent may be gone as well: nothing of it is called any more.
 void ShutDownFeatures(bool process_ends) noexcept;
 
 // The object of a feature id, or null for an id that has none or that this device cannot offer.

@@ -291,8 +291,8 @@ TEST(AsfHeaderTest, EndsTheWalkAtImpossibleSizesAndCounts) {
                             .Object(AsfBuilder::kExtended,
                                     Le(1, 2) + AsfBuilder::Text("WM/Genre", "G"), 5000)
                             .Build())),
-            "||||x")
-      << "one that is known, but cannot be whole";
+            "|||G|x")
+      << "one that is known is read by what is in it";
   EXPECT_EQ(Texts(*Read(AsfBuilder()
                             .Object(AsfBuilder::kExtended,
                                     Le(0xFFFF, 2) + AsfBuilder::Text("WM/Genre", "G"))

@@ -20,6 +20,9 @@ class OggVorbisPlugin : public OggVorbisInput {
   // Playback has been stopped before: a thread's end cannot be awaited while a library unloads.
   ~OggVorbisPlugin();
 
+  // Lets go of an open file without a call into the host's reader.
+  void ForgetFile() noexcept { stream_.Forget(); }
+
   // The file: ogg_vorbis_plugin.cpp.
   int32_t GetDisplayTitle(wchar_t* title) noexcept override;
   void GetMediaInfo(MediaInfo* info) noexcept override;

@@ -17,12 +17,12 @@ constexpr AsfGuid kStreamBitrates = {0xCE, 0x75, 0xF8, 0x7B, 0x8D, 0x46, 0xD1, 0
 constexpr AsfGuid kCodecList = {0x40, 0x52, 0xD1, 0x86, 0x1D, 0x31, 0xD0, 0x11,
                                 0xA3, 0xA4, 0x00, 0xA0, 0xC9, 0x03, 0x48, 0xF6};
 
-// False when the walk ends here: at the end of the file, or at a size that leads nowhere.
+// False when the walk ends here: at the end of the file, or at a size that leads nowhere. The known
+// ones are read by what is in them, whatever their size says.
 bool ReadObject(AsfCursor& cursor, AsfScratch* scratch, AsfInfo* out) noexcept {
   uint8_t header[kAsfObjectBytes];
   if (!cursor.Read(header, sizeof(header))) return false;
   const uint64_t size = LoadU64(header + sizeof(AsfGuid));
-  if (size < kAsfObjectBytes || size - kAsfObjectBytes > cursor.left()) return false;
   if (IsAsfObject(header, kContentDescription)) {
     ReadContentDescription(cursor, out);
   } else if (IsAsfObject(header, kExtendedContent)) {
@@ -34,6 +34,7 @@ bool ReadObject(AsfCursor& cursor, AsfScratch* scratch, AsfInfo* out) noexcept {
   } else if (IsAsfObject(header, kAsfFileProperties)) {
     ReadFileProperties(cursor, out);
   } else {
+    if (size < kAsfObjectBytes || size - kAsfObjectBytes > cursor.left()) return false;
     cursor.Skip(size - kAsfObjectBytes);
   }
   return cursor.ok();

@@ -91,6 +91,7 @@ HRESULT EventSink::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* paramete
 bool ControlHost::StartUp(HINSTANCE instance) noexcept {
   if (started_ || FAILED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) return false;
   instance_ = instance;
+  thread_ = GetCurrentThreadId();
   // Loaded by name: a machine without it still gets the rest of the library.
   containers_.Reset(LoadLibraryW(kContainerModule));
   using Init = BOOL(WINAPI*)();
@@ -106,14 +107,21 @@ bool ControlHost::StartUp(HINSTANCE instance) noexcept {
 bool ControlHost::MakeWindow() noexcept {
   WNDCLASSW window_class = {};
   window_class.style = CS_HREDRAW | CS_VREDRAW;
-  window_class.lpfnWndProc = &Procedure;
+  window_class.lpfnWndProc = &DefWindowProcW;  // the class may outlive this code
   window_class.hInstance = instance_;
   window_class.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
   window_class.lpszClassName = kWindowClass;
   RegisterClassW(&window_class);
-  window_ = CreateWindowExW(0, kWindowClass, L"", 0, 0, 0, 1, 1, nullptr, nullptr, instance_, this);
-  if (!window_) UnregisterClassW(kWindowClass, instance_);
-  return window_ != nullptr;
+  window_ =
+      CreateWindowExW(0, kWindowClass, L"", 0, 0, 0, 1, 1, nullptr, nullptr, instance_, nullptr);
+  if (!window_) {
+    UnregisterClassW(kWindowClass, instance_);
+    return false;
+  }
+  SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
+  ConnectControl();
+  return true;
 }
 
 void ControlHost::ShutDown(bool process_ends) noexcept {
@@ -125,7 +133,8 @@ void ControlHost::ShutDown(bool process_ends) noexcept {
     CloseWindow();
   }
   containers_.Reset();
-  CoUninitialize();
+  // Another thread's apartment is its own; that of the loading thread ends with it.
+  if (GetCurrentThreadId() == thread_) CoUninitialize();
 }
 
 void ControlHost::CloseWindow() noexcept {
@@ -137,6 +146,7 @@ void ControlHost::CloseWindow() noexcept {
     SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&DefWindowProcW));
     if (!DestroyWindow(window_)) {
       CloseControl(control.get());
+      PostMessageW(window_, WM_CLOSE, 0, 0);  // it ends when its thread next looks at its messages
       static_cast<void>(containers_.Release());
     }
     window_ = nullptr;
@@ -154,12 +164,6 @@ void ControlHost::Abandon() noexcept {
 
 LRESULT CALLBACK ControlHost::Procedure(HWND window, UINT message, WPARAM wparam,
                                         LPARAM lparam) noexcept {
-  if (message == WM_CREATE) {
-    void* const host = reinterpret_cast<const CREATESTRUCTW*>(lparam)->lpCreateParams;
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(host));
-    static_cast<ControlHost*>(host)->OnCreate(window);
-    return 0;
-  }
   if (message == WM_DESTROY) {
     auto* const host = reinterpret_cast<ControlHost*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     host->Disconnect();
@@ -170,11 +174,11 @@ LRESULT CALLBACK ControlHost::Procedure(HWND window, UINT message, WPARAM wparam
   return DefWindowProcW(window, message, wparam, lparam);
 }
 
-void ControlHost::OnCreate(HWND window) noexcept {
+void ControlHost::ConnectControl() noexcept {
   using GetControl = HRESULT(WINAPI*)(HWND, IUnknown**);
   const auto get_control = FindFunction<GetControl>(containers_.get(), "AtlAxGetControl");
   const HWND container =
-      CreateWindowExW(0, kContainerClass, kPlayerClassText, WS_CHILD, 0, 0, 1, 1, window,
+      CreateWindowExW(0, kContainerClass, kPlayerClassText, WS_CHILD, 0, 0, 1, 1, window_,
                       reinterpret_cast<HMENU>(kContainerId), instance_, nullptr);
   if (!container || !get_control) return;
   ComPtr<IUnknown> hosted;

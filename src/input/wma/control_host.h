@@ -71,7 +71,8 @@ class ControlHost {
   bool started() const noexcept { return started_; }
 
   // Lets go of control, window and apartment. On another thread than StartUp's the window cannot be
-  // destroyed: it stays as a bare window of the system's, its control silent. When the process
+  // destroyed: it stays as a bare window of the system's, its control silent, until its own thread
+  // looks at its messages; the apartment is left to that thread as well. When the process
   // ends, there is no call into the control: its threads are gone and would never answer.
   void ShutDown(bool process_ends) noexcept;
 
@@ -79,7 +80,7 @@ class ControlHost {
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam,
                                     LPARAM lparam) noexcept;
   bool MakeWindow() noexcept;
-  void OnCreate(HWND window) noexcept;
+  void ConnectControl() noexcept;
   void Connect(IUnknown* hosted) noexcept;
   bool Configure() noexcept;
   void Disconnect() noexcept;
@@ -90,6 +91,7 @@ class ControlHost {
   EventSink sink_;
   HINSTANCE instance_ = nullptr;
   HWND window_ = nullptr;
+  DWORD thread_ = 0;  // that StartUp ran on
   bool started_ = false;
   UniqueModule containers_;  // keeps the code of the control's container loaded
 };
