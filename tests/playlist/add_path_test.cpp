@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <optional>
 #include <sstream>
 
 #include "tests/playlist/playlist_fixture.h"
@@ -10,6 +12,7 @@ namespace {
 
 using test::HeapFaults;
 using test::Id3v1Tag;
+using test::Wide;
 
 // Whether `part` is `whole` with some of its words left out.
 bool IsPartInOrder(const std::string& part, const std::string& whole) {
@@ -23,6 +26,10 @@ bool IsPartInOrder(const std::string& part, const std::string& whole) {
   return true;
 }
 
+std::string Name(int i) {
+  return "\\" + std::to_string(i) + ".m3u";
+}
+
 class AddPathTest : public test::PlaylistFixture {
  protected:
   AddPathTest() {
@@ -32,6 +39,16 @@ class AddPathTest : public test::PlaylistFixture {
     files_.PutFolder("\\m\\folder.mp3");
     files_.PutFolder("\\m\\folder.m3u");
     information_.known["\\m\\b.ogg"] = {"Ogg", "", "", ""};
+    files_.Put("\\x.mp3", "");
+  }
+  // Lists 0 to depth - 1, each with the next one between two entries.
+  void PutChain(int depth) {
+    for (int i = 0; i < depth; ++i) {
+      files_.Put(Name(i), "\\x.mp3\n" + (i + 1 < depth ? Name(i + 1) : "") + "\n\\x.mp3\n");
+    }
+  }
+  size_t Opened(const std::string& path) {
+    return static_cast<size_t>(std::count(files_.log.begin(), files_.log.end(), "open " + path));
   }
 };
 
@@ -113,43 +130,27 @@ TEST_F(AddPathTest, SkipsWhatIsTooLongAndGoesOn) {
 }
 
 TEST_F(AddPathTest, SurvivesEveryFault) {
-  files_.Put("\\m\\inner.pls", "File1=\\m\\b.ogg\nFile2=\\m\\a.mp3\n");
+  // Deeper than lists stay open.
+  files_.Put("\\m\\inner.pls", "File1=\\m\\b.ogg\nFile2=\\m\\a.mp3\nFile3=\\0.m3u\n");
   files_.Put("\\m\\outer.m3u", "a.mp3\ninner.pls\nc.wma\n");
-  const std::string whole = "\\m\\a.mp3 \\m\\b.ogg \\m\\a.mp3 \\m\\c.wma ";
-  ASSERT_EQ(Added("\\m\\outer.m3u"), whole);
-  for (const HeapFaults::Mode mode : {HeapFaults::Mode::kOnce, HeapFaults::Mode::kFromThenOn}) {
-    for (long n = 0;; ++n) {
-      ASSERT_LT(n, 200);
-      SCOPED_TRACE(n);
-      std::string paths;
-      bool triggered;
-      {
-        HeapFaults faults(n, mode);
-        paths = Added("\\m\\outer.m3u");
-        triggered = faults.triggered();
-      }
-      EXPECT_TRUE(IsPartInOrder(paths, whole)) << paths;
-      EXPECT_EQ(Added("\\m\\c.wma"), "\\m\\c.wma ") << "usable afterwards";
-      if (triggered) continue;
-      EXPECT_EQ(paths, whole);
-      EXPECT_GT(n, 10);
-      break;
-    }
-  }
-  for (const bool from_then_on : {false, true}) {
-    for (long n = 0;; ++n) {
-      ASSERT_LT(n, 200);
-      SCOPED_TRACE(n);
-      files_.FailAfter(n, from_then_on);
-      const std::string paths = Added("\\m\\outer.m3u");
-      const bool triggered = files_.fault_triggered();
+  PutChain(9);
+  const std::string whole = Added("\\m\\outer.m3u");
+  ASSERT_EQ(whole.size(), 36u + 18 * 7);
+  for (const int kind : {0, 1, 2, 3}) {
+    const bool from_then_on = kind % 2, memory = kind < 2;
+    test::Sweep([&](long n) {
+      ChainGuard guard;
+      std::optional<HeapFaults> faults;
+      if (memory) faults.emplace(n, static_cast<HeapFaults::Mode>(from_then_on));
+      if (!memory) files_.FailAfter(n, from_then_on);
+      const std::string paths = Added("\\m\\outer.m3u", &guard);
+      const bool failed = memory ? faults->triggered() : files_.fault_triggered();
+      faults.reset();
       files_.FailAfter(-1);
-      if (!triggered) {
-        EXPECT_EQ(paths, whole);
-        break;
-      }
-      EXPECT_TRUE(IsPartInOrder(paths, whole)) << paths;
-    }
+      EXPECT_FALSE(guard.IsOpen(Wide("\\m\\outer.m3u")));
+      EXPECT_TRUE(failed ? IsPartInOrder(paths, whole) : paths == whole) << paths;
+      return failed;
+    });
   }
 }
 
@@ -157,11 +158,93 @@ TEST_F(AddPathTest, ToleratesFilesThatVanish) {
   files_.Put("\\m\\outer.m3u", "inner.m3u\na.mp3\n");
   files_.Put("\\m\\inner.m3u", "b.ogg\n");
   files_.before = [](test::MemoryFiles& files, const std::string& call) {
-    if (call == "attributes \\m\\b.ogg") files.Delete(test::Wide("\\m\\outer.m3u"));
-    if (call == "open \\m\\a.mp3") files.Delete(test::Wide("\\m\\a.mp3"));
+    if (call == "attributes \\m\\b.ogg") files.Delete(Wide("\\m\\outer.m3u"));
+    if (call == "open \\m\\a.mp3") files.Delete(Wide("\\m\\a.mp3"));
   };
   EXPECT_EQ(Added("\\m\\outer.m3u"), "\\m\\b.ogg \\m\\a.mp3 ") << "an open list is read to its end";
   EXPECT_FALSE(list_[1].tag) << "the file went between the two looks at it";
+}
+
+TEST_F(AddPathTest, ExpandsAThousandListsInEachOther) {
+  PutChain(1000);
+  Added(Name(0));
+  EXPECT_EQ(list_.size(), 2000u);
+  EXPECT_LE(files_.most_open, 10) << "eight lists and the entry's own file";
+  ChainGuard guard;
+  Added(Name(0), &guard);
+  EXPECT_EQ(list_.size(), 2000u);
+  EXPECT_FALSE(guard.IsOpen(Wide(Name(0)))) << "left again";
+}
+
+TEST_F(AddPathTest, LosesTheRestOfAnOuterListThatVanishes) {
+  PutChain(12);
+  files_.before = [](test::MemoryFiles& files, const std::string& call) {
+    if (call == "open " + Name(11)) files.Delete(Wide(Name(0)));
+  };
+  Added(Name(0));
+  EXPECT_EQ(list_.size(), 23u);
+}
+
+TEST_F(AddPathTest, GuardRefusesListsInsideThemselves) {
+  files_.Put("\\self.m3u", "x.mp3\n\\SELF.M3U\nx.mp3\n");
+  files_.Put("\\a.m3u", "b.m3u\nx.mp3\nb.m3u\n");
+  files_.Put("\\b.m3u", "x.mp3\na.m3u\n");
+  files_.Put("\\gone.m3u", "missing.m3u\nx.mp3\n");
+  const struct {
+    const char* path;
+    size_t want;
+  } kCases[] = {{"\\self.m3u", 2}, {"\\a.m3u", 3}, {"\\b.m3u", 2}, {"\\gone.m3u", 1}};
+  for (const auto& c : kCases) {
+    ChainGuard guard;
+    Added(c.path, &guard);
+    EXPECT_EQ(list_.size(), c.want) << c.path;
+    for (const wchar_t* left : {L"\\missing.m3u", L"\\gone.m3u"}) EXPECT_FALSE(guard.IsOpen(left));
+  }
+  const HeapFaults faults(2000, HeapFaults::Mode::kFromThenOn);
+  Added("\\self.m3u");
+  EXPECT_GT(list_.size(), 100u) << "again and again, as long as there is memory";
+}
+
+TEST_F(AddPathTest, GuardEndsListsThatNameEachOtherCrosswise) {
+  std::string all;
+  for (int i = 0; i < 12; ++i) all += Name(i) + "\n";
+  for (int i = 0; i < 12; ++i) files_.Put(Name(i), all);
+  ChainGuard guard;
+  Added(Name(0), &guard);
+  size_t opened = 0;
+  for (int i = 0; i < 12; ++i) opened += Opened(Name(i));
+  EXPECT_GT(opened, ChainGuard::kMostLists);
+  EXPECT_LT(opened, ChainGuard::kMostLists * 3) << "and outer lists opened again";
+}
+
+// Two small files that name 2000 x 300 songs, or lines without any.
+TEST_F(AddPathTest, GuardBoundsWhatListsInListsAmountTo) {
+  const struct {
+    const char* line;
+    size_t lines, most;
+  } kCases[] = {{"\\x.mp3\n", 300, ChainGuard::kMostNestedMedia},
+                {"#\n", 3000, ChainGuard::kMostNestedLines}};
+  std::string outer;
+  for (int i = 0; i < 2000; ++i) outer += "inner.m3u\n\\x.mp3\n";
+  files_.Put("\\outer.m3u", outer);
+  for (const auto& c : kCases) {
+    std::string inner;
+    for (size_t i = 0; i < c.lines; ++i) inner += c.line;
+    files_.Put("\\inner.m3u", inner);
+    class Counter final : public PathSink {
+     public:
+      void AddMedia(MediaKind, const wchar_t*, const ListPosition* from) noexcept override {
+        ++(from->list[1] == L'o' ? outer : inner);
+      }
+      size_t outer = 0, inner = 0;
+    } counter;
+    ChainGuard guard;
+    files_.log.clear();
+    ExpandPath(files_, L"\\outer.m3u", &guard, counter);
+    EXPECT_EQ(counter.outer, 2000u) << "a list's own songs are all taken";
+    EXPECT_EQ(counter.inner, c.line[0] == '#' ? 0 : c.most);
+    EXPECT_EQ(Opened("\\inner.m3u"), c.most / c.lines + 1);
+  }
 }
 
 }  // namespace

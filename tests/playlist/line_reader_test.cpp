@@ -11,15 +11,18 @@ namespace {
 
 using test::FailingSource;
 
-// Lines in brackets; "+" marks one that continues.
+// A line in brackets; "+" marks one that continues.
+std::string Shown(const TextLine& line) {
+  return "[" + std::string(line.text, line.length) + (line.continues ? "+]" : "]");
+}
+
 std::string Lines(FailingSource& source, uint64_t offset = 0) {
   LineReader reader;
   reader.Start(&source, offset);
   std::string all;
   TextLine line;
   while (reader.Next(&line)) {
-    all += "[" + std::string(line.text, line.length) + (line.continues ? "+]" : "]");
-    EXPECT_LE(line.length, LineReader::kLongestLine);
+    all += Shown(line);
   }
   EXPECT_FALSE(reader.Next(&line)) << "the end stays the end";
   return all;
@@ -30,7 +33,8 @@ std::string Lines(const std::string& text) {
   return Lines(source);
 }
 
-TEST(LineReaderTest, ReadsLikeTextMode) {
+TEST(LineReaderTest, ReadsLikeTextModeAndSplitsLongLines) {
+  const std::string x258(258, 'x'), x259(259, 'x');
   const struct {
     const char* name;
     std::string text, want;
@@ -55,16 +59,6 @@ TEST(LineReaderTest, ReadsLikeTextMode) {
        "a\n",
        "[\xEF\xBB\xBF"
        "a]"},
-  };
-  for (const auto& c : kCases) EXPECT_EQ(Lines(c.text), c.want) << c.name;
-}
-
-TEST(LineReaderTest, SplitsLongLines) {
-  const std::string x258(258, 'x'), x259(259, 'x');
-  const struct {
-    const char* name;
-    std::string text, want;
-  } kCases[] = {
       {"258 and LF", x258 + "\nb", "[" + x258 + "][b]"},
       {"258 and CR LF", x258 + "\r\nb", "[" + x258 + "][b]"},
       {"258, CR and more", x258 + "\rb\n", "[" + x258 + "\r+][b]"},
@@ -110,7 +104,7 @@ TEST(LineReaderTest, GoesOnWhereAnotherReaderStopped) {
   std::string seen;
   TextLine line;
   while (reader.Next(&line)) {
-    seen += "[" + std::string(line.text, line.length) + (line.continues ? "+]" : "]");
+    seen += Shown(line);
     EXPECT_EQ(seen + Lines(source, reader.offset()), whole);
   }
   reader.Start(nullptr, 0);
@@ -120,12 +114,12 @@ TEST(LineReaderTest, GoesOnWhereAnotherReaderStopped) {
 TEST(LineReaderTest, DropsTheLineThatAReadCutsOff) {
   const std::string text = std::string(4000, '\n') + std::string(200, 'x') + "\ny\n";
   const std::string whole = Lines(text);
-  for (long n = 0;; ++n) {
+  test::Sweep([&](long n) {
     FailingSource source(text, n);
     const std::string lines = Lines(source);
-    if (!source.triggered()) break;
-    EXPECT_EQ(lines, n == 0 ? "" : n == 1 ? whole.substr(0, 8000) : whole) << n;
-  }
+    EXPECT_EQ(lines, n == 0 ? "" : n == 1 ? whole.substr(0, 8000) : whole);
+    return source.triggered();
+  });
 }
 
 }  // namespace

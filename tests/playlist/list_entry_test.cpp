@@ -30,60 +30,73 @@ std::string Path(ListFormat format, const std::string& text, PlsKey* key) {
   return Utf8(path);
 }
 
-struct Case {
-  const char* name;
-  std::string line;
-  std::string want;
-};
-
-void Check(ListFormat format, const Case* cases, size_t count) {
-  for (size_t i = 0; i < count; ++i) {
+TEST(ListEntryTest, NamesAFileOrNothing) {
+  constexpr ListFormat m3u = ListFormat::kM3u, pls = ListFormat::kPls, asx = ListFormat::kAsx;
+  const struct {
+    ListFormat format;
+    const char* name;
+    std::string line, want;
+  } kCases[] = {
+      {m3u, "file name", "song.mp3", "C:\\Music\\song.mp3"},
+      {m3u, "relative with a folder", "sub\\song.mp3", "sub\\song.mp3"},
+      {m3u, "absolute", "D:\\x.mp3", "D:\\x.mp3"},
+      {m3u, "parent folder is not interpreted", "..\\x.mp3", "..\\x.mp3"},
+      {m3u, "forward slash is no backslash", "sub/x.mp3", "C:\\Music\\sub/x.mp3"},
+      {m3u, "URL is not interpreted", "http://h/x.mp3", "C:\\Music\\http://h/x.mp3"},
+      {m3u, "header", "#EXTM3U", "-"},
+      {m3u, "information", "#EXTINF:-1,A - B", "-"},
+      {m3u, "blank before the number sign", " #x", "C:\\Music\\ #x"},
+      {m3u, "empty", "", "C:\\Music\\"},
+      {m3u, "code page", "\xE9\x80.mp3", "C:\\Music\\\u00E9\u20AC.mp3"},
+      {m3u, "as long as a path may be", std::string(250, 'n'),
+       "C:\\Music\\" + std::string(250, 'n')},
+      {m3u, "one more", std::string(251, 'n'), "too long"},
+      {m3u, "long without folder", "\\" + std::string(258, 'n'), "\\" + std::string(258, 'n')},
+      {pls, "first key", "File1=a.mp3", "a.mp3"},
+      {pls, "lower case", "file1=a.mp3", "a.mp3"},
+      {pls, "upper case", "FILE1=a.mp3", "a.mp3"},
+      {pls, "second equals sign", "File1=a=b.mp3", "a=b.mp3"},
+      {pls, "blank behind the sign belongs to the value", "File1= a.mp3", " a.mp3"},
+      {pls, "empty value", "File1=", ""},
+      {pls, "never in the folder", "File1=sub\\a.mp3", "sub\\a.mp3"},
+      {pls, "section", "[playlist]", "-"},
+      {pls, "section before a key", "[File1=a.mp3", "-"},
+      {pls, "blank before the sign", "File1 =a.mp3", "-"},
+      {pls, "blank before the key", " File1=a.mp3", "-"},
+      {pls, "second key first", "File2=a.mp3", "-"},
+      {pls, "leading zero", "File01=a.mp3", "-"},
+      {pls, "longer number", "File11=a.mp3", "-"},
+      {pls, "cut off", "File1", "-"},
+      {pls, "title", "Title1=a.mp3", "-"},
+      {pls, "empty", "", "-"},
+      {asx, "upper case", "<REF HREF=\"a.wma\"/>", "C:\\Music\\a.wma"},
+      {asx, "lower case", "<ref href=\"a.wma\" />", "C:\\Music\\a.wma"},
+      {asx, "in the line", "  <Entry><Ref HRef = \"a.wma\"></Entry>", "C:\\Music\\a.wma"},
+      {asx, "absolute", "<ref href=\"D:\\a.wma\"/>", "D:\\a.wma"},
+      {asx, "backslash behind the value", "<ref href=\"a.wma\"/> \\", "a.wma"},
+      {asx, "backslash before the value", "\\<ref href=\"a.wma\"/>", "C:\\Music\\a.wma"},
+      {asx, "two on a line", "<ref href=\"a.wma\"/><ref href=\"b.wma\"/>", "C:\\Music\\a.wma"},
+      {asx, "two with a backslash in the second", "<ref href=\"a.wma\"/><ref href=\"\\b.wma\"/>",
+       "a.wma"},
+      {asx, "quote before the tag", "\"x\"<ref href=\"a.wma\"", "C:\\Music\\a.wma"},
+      {asx, "single quotes", "<ref href='a.wma'/>", "-"},
+      {asx, "single quotes, then double", "<ref href='a' title=\"b.wma\"/>", "C:\\Music\\b.wma"},
+      {asx, "empty value", "<ref href=\"\"/>", "C:\\Music\\"},
+      {asx, "almost a tag before", "<<ref <ref href=\"a.wma\"", "C:\\Music\\a.wma"},
+      {asx, "two blanks", "<ref  href=\"a.wma\"/>", "-"},
+      {asx, "tab", "<ref\thref=\"a.wma\"/>", "-"},
+      {asx, "no closing quote", "<ref href=\"a.wma", "-"},
+      {asx, "no quote", "<ref href=a.wma>", "-"},
+      {asx, "quotes before only", "\"a\" \"b\" <ref href", "-"},
+      {asx, "other tag", "<title \"a\">", "-"},
+      {asx, "cut off", "<ref hre", "-"},
+      {asx, "empty", "", "-"},
+      {asx, "too long", "<ref href=\"" + std::string(251, 'n') + "\"", "too long"},
+  };
+  for (const auto& c : kCases) {
     PlsKey key;
-    EXPECT_EQ(Path(format, cases[i].line, &key), cases[i].want) << cases[i].name;
+    EXPECT_EQ(Path(c.format, c.line, &key), c.want) << c.name;
   }
-}
-
-TEST(M3uTest, TakesEveryLineButComments) {
-  const Case kCases[] = {
-      {"file name", "song.mp3", "C:\\Music\\song.mp3"},
-      {"relative with a folder", "sub\\song.mp3", "sub\\song.mp3"},
-      {"absolute", "D:\\x.mp3", "D:\\x.mp3"},
-      {"parent folder is not interpreted", "..\\x.mp3", "..\\x.mp3"},
-      {"forward slash is no backslash", "sub/x.mp3", "C:\\Music\\sub/x.mp3"},
-      {"URL is not interpreted", "http://h/x.mp3", "C:\\Music\\http://h/x.mp3"},
-      {"header", "#EXTM3U", "-"},
-      {"information", "#EXTINF:-1,A - B", "-"},
-      {"blank before the number sign", " #x", "C:\\Music\\ #x"},
-      {"empty", "", "C:\\Music\\"},
-      {"code page", "\xE9\x80.mp3", "C:\\Music\\\u00E9\u20AC.mp3"},
-      {"as long as a path may be", std::string(250, 'n'), "C:\\Music\\" + std::string(250, 'n')},
-      {"one more", std::string(251, 'n'), "too long"},
-      {"long without folder", "\\" + std::string(258, 'n'), "\\" + std::string(258, 'n')},
-  };
-  Check(ListFormat::kM3u, kCases, sizeof(kCases) / sizeof(*kCases));
-}
-
-TEST(PlsTest, TakesTheExpectedKeyOnly) {
-  const Case kCases[] = {
-      {"first key", "File1=a.mp3", "a.mp3"},
-      {"lower case", "file1=a.mp3", "a.mp3"},
-      {"upper case", "FILE1=a.mp3", "a.mp3"},
-      {"second equals sign", "File1=a=b.mp3", "a=b.mp3"},
-      {"blank behind the sign belongs to the value", "File1= a.mp3", " a.mp3"},
-      {"empty value", "File1=", ""},
-      {"never in the folder", "File1=sub\\a.mp3", "sub\\a.mp3"},
-      {"section", "[playlist]", "-"},
-      {"section before a key", "[File1=a.mp3", "-"},
-      {"blank before the sign", "File1 =a.mp3", "-"},
-      {"blank before the key", " File1=a.mp3", "-"},
-      {"second key first", "File2=a.mp3", "-"},
-      {"leading zero", "File01=a.mp3", "-"},
-      {"longer number", "File11=a.mp3", "-"},
-      {"cut off", "File1", "-"},
-      {"title", "Title1=a.mp3", "-"},
-      {"empty", "", "-"},
-  };
-  Check(ListFormat::kPls, kCases, sizeof(kCases) / sizeof(*kCases));
 }
 
 TEST(PlsTest, CountsUpWithEachEntry) {
@@ -125,35 +138,6 @@ TEST(ListEntryTest, CutsAtBackslashesNotInsideCharacters) {
     ASSERT_TRUE(FindEntry(c.format, Line(c.line), nullptr, &entry));
     EXPECT_EQ(entry.in_folder, c.in_folder) << c.line;
   }
-}
-
-TEST(AsxTest, TakesTheFirstReferenceOfALine) {
-  const Case kCases[] = {
-      {"upper case", "<REF HREF=\"a.wma\"/>", "C:\\Music\\a.wma"},
-      {"lower case", "<ref href=\"a.wma\" />", "C:\\Music\\a.wma"},
-      {"in the line", "  <Entry><Ref HRef = \"a.wma\"></Entry>", "C:\\Music\\a.wma"},
-      {"absolute", "<ref href=\"D:\\a.wma\"/>", "D:\\a.wma"},
-      {"backslash behind the value", "<ref href=\"a.wma\"/> \\", "a.wma"},
-      {"backslash before the value", "\\<ref href=\"a.wma\"/>", "C:\\Music\\a.wma"},
-      {"two on a line", "<ref href=\"a.wma\"/><ref href=\"b.wma\"/>", "C:\\Music\\a.wma"},
-      {"two with a backslash in the second", "<ref href=\"a.wma\"/><ref href=\"\\b.wma\"/>",
-       "a.wma"},
-      {"quote before the tag", "\"x\"<ref href=\"a.wma\"", "C:\\Music\\a.wma"},
-      {"single quotes", "<ref href='a.wma'/>", "-"},
-      {"single quotes, then double", "<ref href='a' title=\"b.wma\"/>", "C:\\Music\\b.wma"},
-      {"empty value", "<ref href=\"\"/>", "C:\\Music\\"},
-      {"almost a tag before", "<<ref <ref href=\"a.wma\"", "C:\\Music\\a.wma"},
-      {"two blanks", "<ref  href=\"a.wma\"/>", "-"},
-      {"tab", "<ref\thref=\"a.wma\"/>", "-"},
-      {"no closing quote", "<ref href=\"a.wma", "-"},
-      {"no quote", "<ref href=a.wma>", "-"},
-      {"quotes before only", "\"a\" \"b\" <ref href", "-"},
-      {"other tag", "<title \"a\">", "-"},
-      {"cut off", "<ref hre", "-"},
-      {"empty", "", "-"},
-      {"too long", "<ref href=\"" + std::string(251, 'n') + "\"", "too long"},
-  };
-  Check(ListFormat::kAsx, kCases, sizeof(kCases) / sizeof(*kCases));
 }
 
 TEST(ListPathTest, GoesThroughTheCodePage) {
