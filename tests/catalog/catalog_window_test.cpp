@@ -4,7 +4,7 @@
 #include "kelvo/settings.h"
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/catalog/catalog_window_fixture.h"
-#include "tests/language/test_resources.h"
+#include "tests/languages/test_resources.h"
 #include "tests/support/faults.h"
 #include "tests/support/owned_objects.h"
 

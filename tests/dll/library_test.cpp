@@ -15,7 +15,7 @@ using test::LoadedLibrary;
 
 constexpr char kEnglish[] = "Velmora Feature Pack\rversion 2.51 installed.";
 
-// Made for this test: see languages.cmake beside it.
+// Made for tests: tests/languages/
 constexpr DWORD kTranslated = 0x0452;
 constexpr DWORD kHostile = 0x083C;
 constexpr DWORD kMissing = 0x0C0B;
