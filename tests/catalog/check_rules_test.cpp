@@ -71,6 +71,19 @@ TEST(CheckRules, RandomSequencesAgreeWithTheRecursion) {
   }
 }
 
+TEST(CheckRules, EveryOneOfManyCheckedFilesIsFound) {
+  TextTree tree;
+  EntryList media, playlist;
+  for (int i = 0; i < 100; ++i) {
+    ASSERT_TRUE(media.Add(test::Wide(std::to_string(i))));
+    media.back().item = tree.Add(kNoNode, NodeKind::kFile, L"f");
+  }
+  SetChecksBelow(tree, kNoNode, true);
+  AddCheckedFiles(tree, media, &playlist);
+  ASSERT_EQ(playlist.size(), 100u);
+  for (size_t i = 0; i < 100; ++i) EXPECT_EQ(Utf8(playlist[i].path.c_str()), std::to_string(i));
+}
+
 // Files of a tree, in an order of their own in the list; one has no node, one stands there twice.
 class CheckedFilesTest : public testing::Test {
  protected:
