@@ -137,6 +137,7 @@ TEST_F(CheckedFilesTest, AreFoundByTheirNodes) {
   EXPECT_EQ(EntryOfNode(media_, media_[1].item), &media_[1]);
   EXPECT_EQ(EntryOfNode(media_, kNoNode), nullptr);
   EXPECT_EQ(EntryOfNode(media_, 12345), nullptr);
+  EXPECT_EQ(IndexOfNode(media_, 12345), media_.size());
 }
 
 }  // namespace

@@ -1,0 +1,24 @@
+// What the tables by hash in this folder share. A hash here only makes things quick: what has the
+// same one is compared all the same.
+#pragma once
+
+#include <stddef.h>
+#include <stdint.h>
+
+namespace kelvo {
+
+// The slots of a table for so many things: a power of two, so that a mask finds one.
+constexpr size_t SlotsFor(size_t things) noexcept {
+  size_t slots = 1;
+  while (slots < things) slots *= 2;
+  return slots;
+}
+
+inline constexpr uint32_t kHashSeed = 2166136261u;
+
+// Adds a character, folded, to the hash of those before it.
+constexpr uint32_t ExtendedHash(uint32_t hash, uint32_t c) noexcept {
+  return (hash ^ c) * 16777619u;
+}
+
+}  // namespace kelvo
