@@ -1,4 +1,4 @@
-#include "catalog/lists/device_scan.h"
+#include "catalog/lists/device_lists.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <random>
 
-#include "catalog/lists/file_changes.h"
+#include "catalog/lists/device_lists.h"
 #include "catalog/tree/checks.h"
 #include "tests/support/faults.h"
 #include "tests/support/wide_text.h"

@@ -1,5 +1,5 @@
 // The dialog for saving the current playlist, with the reference host's resources.
-#include "playlist/windows/save_dialog.h"
+#include "playlist/save_dialog.h"
 #include "base/windows/feature_dialog.h"
 #include "kelvo/host_resources.h"
 #include "tests/catalog/catalog_window_fixture.h"

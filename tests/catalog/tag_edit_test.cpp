@@ -4,7 +4,7 @@
 #include <string.h>
 
 #include "base/text/wide.h"
-#include "catalog/lists/file_changes.h"
+#include "catalog/lists/device_lists.h"
 #include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"

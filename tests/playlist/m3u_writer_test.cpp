@@ -1,4 +1,4 @@
-#include "playlist/m3u_writer.h"
+#include "playlist/playlist_files.h"
 
 #include "tests/playlist/playlist_fixture.h"
 #include "tests/support/id3v1_tag.h"

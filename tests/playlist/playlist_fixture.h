@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "playlist/add_path.h"
+#include "playlist/playlist_files.h"
 #include "tests/support/fake_information.h"
 #include "tests/support/memory_files.h"
 

@@ -1,4 +1,5 @@
-// What the tables by hash in this folder share. A hash here only makes things quick: what has the
+// What the tables by hash in this folder share. Thousands of files are grouped and looked up by their
+// texts; comparing each with each would take seconds. A hash here only makes it quick: what has the
 // same one is compared all the same.
 #pragma once
 
@@ -16,7 +17,8 @@ constexpr size_t SlotsFor(size_t things) noexcept {
 
 inline constexpr uint32_t kHashSeed = 2166136261u;
 
-// Adds a character, folded, to the hash of those before it.
+// Adds a character to the hash of those before it; whoever does not regard case folds it first, so
+// that what is equal has the same hash.
 constexpr uint32_t ExtendedHash(uint32_t hash, uint32_t c) noexcept {
   return (hash ^ c) * 16777619u;
 }
