@@ -95,12 +95,6 @@ TEST_F(CatalogSheetTest, PagesFillTheSheetAboveItsTabs) {
         GetWindowRect(control, &place);
         EXPECT_EQ(place.bottom, page.bottom - 21);
         EXPECT_EQ(place.right - place.left, page.right - page.left);
-        LOGFONTW font = {};
-        const auto set = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
-        GetObjectW(set, sizeof(font), &font);
-        EXPECT_EQ(Utf8(font.lfFaceName), "Tahoma");
-        EXPECT_EQ(abs(font.lfHeight), 12);
-        EXPECT_EQ(font.lfWeight, FW_NORMAL);
         if (pages[i].control == IDC_LIST) {
           EXPECT_EQ(SendMessageW(control, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0),
                     LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT | LVS_EX_ONECLICKACTIVATE);

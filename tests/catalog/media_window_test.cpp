@@ -93,47 +93,6 @@ TEST_F(MediaPageTest, ShowsGroupsAndFoldersSortedByTheirLabels) {
   });
 }
 
-// An icon of the page's, and beside it what it is to be.
-bool AreTheSame(HIMAGELIST images, int index, int icon_id) {
-  BITMAPINFO info = {};
-  info.bmiHeader = {sizeof(BITMAPINFOHEADER), 32, -16, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-  uint32_t(*rows)[32] = nullptr;
-  const HDC dc = CreateCompatibleDC(nullptr);
-  const HBITMAP bitmap =
-      CreateDIBSection(dc, &info, DIB_RGB_COLORS, reinterpret_cast<void**>(&rows), nullptr, 0);
-  const HGDIOBJ old = SelectObject(dc, bitmap);
-  PatBlt(dc, 0, 0, 32, 16, WHITENESS);
-  ImageList_Draw(images, index, dc, 0, 0, ILD_TRANSPARENT);
-  const auto icon = static_cast<HICON>(
-      LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(icon_id), IMAGE_ICON, 16, 16, 0));
-  DrawIconEx(dc, 16, 0, icon, 16, 16, 0, nullptr, DI_NORMAL);
-  GdiFlush();
-  bool same = true;
-  for (int i = 0; i < 256; ++i) {
-    same &= (rows[i / 16][i % 16] & 0xFFFFFF) == (rows[i / 16][16 + i % 16] & 0xFFFFFF);
-  }
-  DestroyIcon(icon);
-  SelectObject(dc, old);
-  DeleteObject(bitmap);
-  DeleteDC(dc);
-  return same;
-}
-
-TEST_F(MediaPageTest, KindsAndChecksHaveTheirIcons) {
-  ShowAfterScan(1, [&] {
-    Run([&] {
-      for (const int list : {TVSIL_NORMAL, TVSIL_STATE}) {
-        const HIMAGELIST images = TreeView_GetImageList(Tree(), list);
-        std::vector<int> icons = {IDI_GENRE, IDI_ALBUM, IDI_ARTIST, IDI_FILE, IDI_FOLDER};
-        if (list == TVSIL_STATE) icons = {IDI_NO_STATE, IDI_UNCHECKED, IDI_CHECKED};
-        ASSERT_EQ(ImageList_GetImageCount(images), static_cast<int>(icons.size()));
-        int index = 0;
-        for (const int icon : icons) EXPECT_TRUE(AreTheSame(images, index++, icon)) << icon;
-      }
-    });
-  });
-}
-
 TEST_F(MediaPageTest, TapsOnBoxesCheckTapsBesideThemSelect) {
   ShowMediaBy(kArtists, [&] {
     ExpandAll(Tree());
