@@ -1,9 +1,10 @@
 """Mutation testing of one folder, see scripts/mutate.sh.
 
-usage: mutate.py ROOT BUILD FOLDER [N] [--seed S]
+usage: mutate.py ROOT BUILD FOLDER [N] [--seed S] [--own]
 """
 import argparse
 import json
+import os
 import pathlib
 import random
 import re
@@ -47,7 +48,7 @@ def mutants_of_line(line):
             yield f"{match.group().strip()} -> {new.strip()}", line[:match.start()] + new + line[match.end():]
     for match in NUMBER.finditer(code):
         old = match.group(1)
-        value = int(old, 0)
+        value = int(old, 8 if re.match(r"0\d", old) else 0)
         for new in {value + 1, value - 1 if value > 0 else value + 1}:
             yield f"{old} -> {new}", line[:match.start()] + str(new) + line[match.end():]
     match = CONDITION.search(code)
@@ -84,17 +85,20 @@ def copy_tree(root, tree):
 
 
 class Tests:
-    """The test programs that are linked with a source file, quickest first."""
+    """The test programs that are linked with a source file: the folder's own first, because they
+    notice most, then the quickest. Each is built when those before it have noticed nothing."""
 
-    def __init__(self, build, folder):
+    def __init__(self, build, folder, only_own):
         self.build = build
+        self.own = tuple("bin/" + part for part in folder.split("/") if part != "src")
         self.commands = {}  # by program; filled when it is built: CTest knows no sooner
         self.seconds = {}
         for test in self.listing():
             program = "bin/" + test["name"].split(".", 1)[-1]
             inputs = run(["ninja", "-C", str(build), "-t", "inputs", program])
             if inputs.returncode == 0 and f"/{folder}/" in inputs.stdout:
-                self.commands[program] = None
+                if program.startswith(self.own) or not only_own:
+                    self.commands[program] = None
 
     def listing(self):
         shown = run(["ctest", "--test-dir", str(self.build), "--show-only=json-v1"])
@@ -111,12 +115,16 @@ class Tests:
         return run(["ninja", "-C", str(self.build), *self.commands])
 
     def failing(self):
-        """The program that notices the change, None when all pass."""
-        for name in sorted(self.commands, key=lambda name: self.seconds.get(name, 0)):
+        """The program that notices the change, None when all pass, False when it does not compile."""
+        for name in sorted(self.commands, key=lambda name: (not name.startswith(self.own),
+                                                            self.seconds.get(name, 0))):
+            if run(["ninja", "-C", str(self.build), name]).returncode:
+                return False
             command, folder = self.commands[name]
             begin = time.monotonic()
             try:
-                result = run(command, cwd=folder, timeout=10 + 10 * self.seconds.get(name, 60))
+                result = run(command, cwd=folder, timeout=10 + 10 * self.seconds.get(name, 60),
+                             env={**os.environ, "GTEST_FAIL_FAST": "1"})
             except subprocess.TimeoutExpired:
                 return name
             if result.returncode != 0:
@@ -141,17 +149,21 @@ def main():
     parser.add_argument("folder")
     parser.add_argument("count", nargs="?", type=int, default=100)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--own", action="store_true", help="run the tests of the folder's room alone")
     options = parser.parse_args()
     folder = options.folder.strip("/")
     tree = options.build / "mutate" / "tree"
     # Where a preset of the copy would build, so that a compiler cache knows its files.
     build = tree / "build" / "native"
     copy_tree(options.root, tree)
+    # Debug information and linking would take most of a change's time.
+    linker = ["-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld"] if shutil.which("ld.lld") else []
     configured = run(["cmake", "-S", str(tree), "-B", str(build), "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
-                      "-DKELVO_SANITIZE=ON", f"-DKELVO_SOURCES={options.build}/sources"])
+                      "-DCMAKE_CXX_FLAGS_DEBUG=",
+                      "-DKELVO_SANITIZE=ON", *linker, f"-DKELVO_SOURCES={options.build}/sources"])
     if configured.returncode:
         sys.exit(configured.stdout)
-    tests = Tests(build, folder)
+    tests = Tests(build, folder, options.own)
     if not tests.commands:
         sys.exit(f"no native test uses {folder}")
     built = tests.build_all()
@@ -176,9 +188,10 @@ def main():
         before, lines[number] = lines[number], changed
         path.write_text("\n".join(lines))
         try:
-            if tests.build_all().returncode:
-                continue  # It does not compile, so it is no mutant.
-            if tests.failing():
+            found = tests.failing()
+            if found is False:
+                continue  # no mutant
+            if found:
                 killed += 1
             else:
                 place = f"{path.relative_to(tree)}:{number + 1}"
@@ -186,6 +199,7 @@ def main():
                 print(f"survived  {place}  {what}\n    {before.strip()}\n    {changed.strip()}", flush=True)
         finally:
             path.write_text(original)
+        print(f"\r{killed} of {killed + len(survivors)} killed ", end="", file=sys.stderr, flush=True)
     total = killed + len(survivors)
     print(f"{folder}: {killed} of {total} killed ({100 * killed // max(total, 1)} %), "
           f"tests: {', '.join(pathlib.Path(name).name for name in tests.commands)}")

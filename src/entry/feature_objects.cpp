@@ -1,13 +1,19 @@
-#include "entry/feature_objects.h"
+// The library's door: loading, unloading, and its one export. And the feature objects: built when
+// the attach handler runs, destroyed after the detach handler, in an order that is written down
+// here alone.
+#include <windows.h>
 
 #include "bookmarks/bookmarks_feature.h"
 #include "catalog/media/add_entry.h"
 #include "catalog/windows/catalog_feature.h"
 #include "effects/effects_processor.h"
+#include "entry/language/localized.h"
+#include "entry/language/modules.h"
 #include "eq/presets_feature.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "input/wma/wma_input_plugin.h"
 #include "kelvo/features.h"
+#include "res/resource_ids.h"
 #include "skins/skin_feature.h"
 
 namespace kelvo {
@@ -36,7 +42,6 @@ OggVorbisPlugin g_ogg_vorbis(SystemFiles());
 BookmarksFeature g_bookmarks(SystemFiles(), g_install_folder, &g_bookmarks_shell);
 WmaInputPlugin g_wma(SystemFiles());
 FixedPointEffects g_effects(SystemEffectsPlatform());
-bool g_wma_started = false;
 
 bool FeatureInformation::OggInformation(const wchar_t* path, MediaTexts* texts) noexcept {
   return QueryPlugin(g_ogg_vorbis, path, texts);
@@ -50,17 +55,20 @@ bool FeatureInformation::WmaAvailable() noexcept {
   return g_wma.available();
 }
 
-}  // namespace
+// Set when what must be running before a host asks could be started; else it is not offered.
+bool g_features_started = false;
 
-void StartFeatures(void* module) noexcept {
-  g_wma_started = g_wma.Start(static_cast<HINSTANCE>(module), g_effects);
+// "Velmora Feature Pack", a carriage return, "version 2.51 installed.", in the user's language. The
+// same buffer each time, rewritten by each call.
+wchar_t* VersionText() noexcept {
+  constexpr size_t kCapacity = 256;
+  static wchar_t text[kCapacity];
+  FormatLocalized(text, kCapacity, IDS_VERSION, {KELVO_VERSION_MAJOR, KELVO_VERSION_MINOR});
+  return text;
 }
 
-void ShutDownFeatures(bool process_ends) noexcept {
-  if (process_ends) g_ogg_vorbis.ForgetFile();
-  if (g_wma_started) g_wma.ShutDown(process_ends);
-}
-
+// The object of a feature id, or null for an id that has none or that this device cannot offer.
+// From any thread.
 void* FeatureObject(int32_t id) noexcept {
   switch (id) {
     case kFeatureCatalog:
@@ -82,4 +90,31 @@ void* FeatureObject(int32_t id) noexcept {
   }
 }
 
+}  // namespace
 }  // namespace kelvo
+
+// `process_ends` is null when the library is unloaded and the process lives on.
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID process_ends) {
+  if (reason == DLL_PROCESS_ATTACH) {
+    kelvo::SetOwnModule(instance);
+    kelvo::SwitchToConfiguredLanguage();
+    kelvo::g_features_started = kelvo::g_wma.Start(instance, kelvo::g_effects);
+  } else if (reason == DLL_PROCESS_DETACH) {
+    // What the host lent may be gone when its process ends: nothing of it is called any more.
+    if (process_ends) kelvo::g_ogg_vorbis.ForgetFile();
+    if (kelvo::g_features_started) kelvo::g_wma.ShutDown(process_ends != nullptr);
+  }
+  return TRUE;
+}
+
+extern "C" void* __cdecl GetFeature(int32_t id) {
+  switch (id) {
+    case kelvo::kFeatureSwitchLanguage:
+      kelvo::SwitchToConfiguredLanguage();
+      return nullptr;
+    case kelvo::kFeatureVersionText:
+      return kelvo::VersionText();
+    default:
+      return kelvo::FeatureObject(id);
+  }
+}

@@ -1,4 +1,4 @@
-#include "playlist/add_path.h"
+#include "playlist/playlist_files.h"
 
 #include "catalog/media/add_entry.h"
 

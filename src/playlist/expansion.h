@@ -4,7 +4,7 @@
 #include "base/files/file_system.h"
 #include "base/memory/array.h"
 #include "base/memory/heap_text.h"
-#include "catalog/media/media_kind.h"
+#include "catalog/media/entry_list.h"
 #include "playlist/list_entry.h"
 
 namespace kelvo {

@@ -5,7 +5,7 @@
 #include <stdint.h>
 
 #include "base/text/wide.h"
-#include "catalog/media/media_kind.h"
+#include "catalog/media/entry_list.h"
 #include "playlist/line_reader.h"
 
 namespace kelvo {

@@ -1,4 +1,4 @@
-#include "playlist/m3u_writer.h"
+#include "playlist/playlist_files.h"
 
 #include "base/files/file_replacement.h"
 #include "base/text/ansi.h"

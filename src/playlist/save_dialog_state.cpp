@@ -1,4 +1,4 @@
-#include "playlist/save_dialog_state.h"
+#include "playlist/save_dialog.h"
 
 #include <stddef.h>
 #include <string.h>

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/memory/heap.h"
-#include "base/messages/post_message.h"
+#include "base/sync/thread.h"
 #include "input/vorbis/decoder_heap.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "ivorbisfile.h"

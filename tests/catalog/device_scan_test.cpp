@@ -1,4 +1,4 @@
-#include "catalog/lists/device_scan.h"
+#include "catalog/lists/device_lists.h"
 
 #include <gtest/gtest.h>
 
@@ -80,31 +80,17 @@ TEST_F(DeviceScanTest, RefusesWhatDoesNotFitIn256Characters) {
 }
 
 TEST_F(DeviceScanTest, GoesOnBehindEveryFault) {
-  const size_t all = 6;
-  for (long n = 0;; ++n) {
-    ASSERT_LT(n, 200);
-    HeapFaults faults(n);
+  const auto count = [&] { return media_.size() + playlists_.size(); };
+  long n = 0;
+  test::SweepHeap([&] { Scan(); },
+                  [&](bool failed) { EXPECT_GE(count(), failed ? n++ == 0 ? 0u : 2u : 6u); });
+  test::Sweep([&](long call) {
+    files_.FailAfter(call);
     Scan();
-    if (!faults.triggered()) {
-      EXPECT_EQ(media_.size() + playlists_.size(), all);
-      break;
-    }
-    if (n > 0) {
-      EXPECT_GE(media_.size() + playlists_.size(), 2u) << n;
-    }
-  }
-  for (long n = 0;; ++n) {
-    ASSERT_LT(n, 200);
-    files_.FailAfter(n);
-    Scan();
-    if (!files_.fault_triggered()) break;
-    if (n > 0) {
-      EXPECT_GE(media_.size() + playlists_.size(), 3u) << n;
-    }
-  }
-  files_.FailAfter(-1);
-  Scan();
-  EXPECT_EQ(media_.size() + playlists_.size(), all);
+    const bool failed = files_.fault_triggered();
+    EXPECT_GE(count(), failed ? call == 0 ? 0u : 3u : 6u);
+    return failed;
+  });
 }
 
 }  // namespace

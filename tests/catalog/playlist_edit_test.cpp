@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <random>
 
-#include "catalog/lists/file_changes.h"
+#include "catalog/lists/device_lists.h"
 #include "catalog/tree/checks.h"
 #include "tests/support/faults.h"
 #include "tests/support/wide_text.h"
@@ -18,52 +18,50 @@ using test::HeapFaults;
 using test::Utf8;
 using test::Wide;
 
-// The list's items as text: "a b* c!", selected and focused.
-class Items final : public SelectableItems {
+// Entries and the list's items as text: "a b* c!", selected and focused.
+class Playlist final : public SelectableItems {
  public:
-  struct Item {
-    std::string text;
-    bool selected = false;
-    bool focused = false;
-  };
-  std::vector<Item> items;
-
-  bool IsSelected(size_t at) noexcept override { return items[at].selected; }
-  void SetSelected(size_t at, bool selected) noexcept override { items[at].selected = selected; }
-  bool IsFocused(size_t at) noexcept override { return items[at].focused; }
-  void SetFocused(size_t at) noexcept override {
-    for (Item& item : items) item.focused = false;
-    items[at].focused = true;
-  }
-  void Remove(size_t at) noexcept override {
-    items.erase(items.begin() + static_cast<ptrdiff_t>(at));
-  }
-  void Swapped(size_t a, size_t b) noexcept override { std::swap(items[a].text, items[b].text); }
-};
-
-struct Playlist {
-  EntryList entries;
-  Items items;
-
   explicit Playlist(const std::string& text) {
     for (const char c : text) {
-      if (c == '*') items.items.back().selected = true;
-      if (c == '!') items.items.back().focused = true;
+      if (c == '*') items_.back().selected = true;
+      if (c == '!') items_.back().focused = true;
       if (c < 'a') continue;
-      items.items.push_back({std::string(1, c)});
-      EXPECT_TRUE(entries.Add(Wide(items.items.back().text)));
+      items_.push_back({std::string(1, c), false, false});
+      EXPECT_TRUE(entries.Add(Wide(items_.back().text)));
     }
   }
   std::string Text() const {
     std::string text;
-    EXPECT_EQ(entries.size(), items.items.size());
+    EXPECT_EQ(entries.size(), items_.size());
     for (size_t i = 0; i < entries.size(); ++i) {
-      const Items::Item& item = items.items[i];
+      const Item& item = items_[i];
       EXPECT_EQ(Utf8(entries[i].path.c_str()), item.text);
       text += (i ? " " : "") + item.text + (item.selected ? "*" : "") + (item.focused ? "!" : "");
     }
     return text;
   }
+
+  bool IsSelected(size_t at) noexcept override { return items_[at].selected; }
+  void SetSelected(size_t at, bool selected) noexcept override { items_[at].selected = selected; }
+  bool IsFocused(size_t at) noexcept override { return items_[at].focused; }
+  void SetFocused(size_t at) noexcept override {
+    for (Item& item : items_) item.focused = false;
+    items_[at].focused = true;
+  }
+  void Remove(size_t at) noexcept override {
+    items_.erase(items_.begin() + static_cast<ptrdiff_t>(at));
+  }
+  void Swapped(size_t a, size_t b) noexcept override { std::swap(items_[a].text, items_[b].text); }
+
+  EntryList entries;
+
+ private:
+  struct Item {
+    std::string text;
+    bool selected = false;
+    bool focused = false;
+  };
+  std::vector<Item> items_;
 };
 
 TEST(PlaylistEdit, MovesAndRemovesWhatIsSelected) {
@@ -86,9 +84,9 @@ TEST(PlaylistEdit, MovesAndRemovesWhatIsSelected) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.before);
     Playlist up(c.before), down(c.before), removed(c.before);
-    MoveSelected(up.entries, up.items, Direction::kUp);
-    MoveSelected(down.entries, down.items, Direction::kDown);
-    RemoveSelected(removed.entries, removed.items);
+    MoveSelected(up.entries, up, Direction::kUp);
+    MoveSelected(down.entries, down, Direction::kDown);
+    RemoveSelected(removed.entries, removed);
     EXPECT_EQ(up.Text(), c.up);
     EXPECT_EQ(down.Text(), c.down);
     EXPECT_EQ(removed.Text(), c.removed);
@@ -223,12 +221,9 @@ TEST(RenamedPathTest, KeepsTheFolder) {
   for (const auto& c : cases) {
     EXPECT_EQ(Utf8(RenamedPath(Wide(c.path), Wide(c.name)).c_str()), c.want);
   }
-  for (long n = 0;; ++n) {
-    HeapFaults faults(n);
-    const HeapText text = RenamedPath(L"\\Music\\a.m3u", L"b");
-    EXPECT_EQ(text.has_value(), !faults.triggered());
-    if (!faults.triggered()) break;
-  }
+  HeapText text;
+  test::SweepHeap([&] { text = RenamedPath(L"\\Music\\a.m3u", L"b"); },
+                  [&](bool failed) { EXPECT_EQ(text.has_value(), !failed); });
 }
 
 }  // namespace

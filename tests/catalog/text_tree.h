@@ -42,15 +42,6 @@ class TextTree final : public TreeSink, public CheckTree {
   std::string PathOf(TreeNode node) const {
     return node == kNoNode ? "" : PathOf(nodes[node].parent) + "\n" + nodes[node].label;
   }
-  // How many lines of Text() come before the node's.
-  size_t LineOf(TreeNode node) {
-    size_t line = 0;
-    for (TreeNode at = FirstChild(kNoNode); at != node && at != kNoNode; ++line) {
-      at = NextBelow(*this, kNoNode, at);
-    }
-    return line;
-  }
-
   TreeNode FirstChild(TreeNode node) noexcept override {
     return nodes[node].children.empty() ? kNoNode : nodes[node].children[0];
   }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <functional>
 #include <string>
 
 #include "kelvo/features.h"
@@ -15,7 +16,7 @@ using test::LoadedLibrary;
 
 constexpr char kEnglish[] = "Velmora Feature Pack\rversion 2.51 installed.";
 
-// Made for this test: see languages.cmake beside it.
+// Made for tests: tests/languages/
 constexpr DWORD kTranslated = 0x0452;
 constexpr DWORD kHostile = 0x083C;
 constexpr DWORD kMissing = 0x0C0B;
@@ -64,15 +65,14 @@ TEST(LibraryTest, KeepsTheLanguageWhenTheValueCannotBeRead) {
   language.Set(kTranslated);
   const LoadedLibrary library;
   EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51") << "read at load";
-  language.Write(REG_BINARY, "abc", 3);
-  library.Get(kFeatureSwitchLanguage);
-  EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51");
-  language.Write(REG_SZ, L"1033", 10);
-  library.Get(kFeatureSwitchLanguage);
-  EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51");
-  language.Remove();
-  library.Get(kFeatureSwitchLanguage);
-  EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51");
+  const std::function<void()> changes[] = {[&] { language.Write(REG_BINARY, "abc", 3); },
+                                           [&] { language.Write(REG_SZ, L"1033", 10); },
+                                           [&] { language.Remove(); }};
+  for (const auto& change : changes) {
+    change();
+    library.Get(kFeatureSwitchLanguage);
+    EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51");
+  }
 }
 
 TEST(LibraryTest, CanBeLoadedAndUnloadedAgainAndAgain) {

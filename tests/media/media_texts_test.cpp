@@ -5,7 +5,6 @@
 #include <string>
 
 #include "catalog/media/entry_list.h"
-#include "catalog/media/media_kind.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {

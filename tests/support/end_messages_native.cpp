@@ -3,7 +3,7 @@
 #include <condition_variable>
 #include <mutex>
 
-#include "base/messages/post_message.h"
+#include "base/sync/thread.h"
 #include "kelvo/messages.h"
 #include "tests/support/end_messages.h"
 

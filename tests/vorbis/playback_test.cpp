@@ -7,7 +7,7 @@
 #include <mutex>
 #include <random>
 
-#include "base/messages/post_message.h"
+#include "base/sync/thread.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "kelvo/messages.h"
 #include "tests/support/end_messages.h"

@@ -1,9 +1,7 @@
 #include <string.h>
 
 #include "catalog/media/entry_list.h"
-#include "catalog/media/media_kind.h"
-#include "playlist/add_path.h"
-#include "playlist/m3u_writer.h"
+#include "playlist/playlist_files.h"
 #include "tools/kelvotool/console.h"
 #include "tools/kelvotool/device_files.h"
 #include "tools/kelvotool/linked_information.h"

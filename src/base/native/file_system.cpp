@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 #include "base/memory/heap.h"
-#include "base/native/utf8.h"
+#include "base/text/ansi.h"
 #include "base/text/wide.h"
 
 namespace kelvo {

@@ -8,6 +8,8 @@
 namespace kelvo {
 namespace {
 
+PostHook g_post_hook = nullptr;
+
 // One monitor for all events and thread ends: waiting for either of two is then simple.
 pthread_mutex_t g_monitor = PTHREAD_MUTEX_INITIALIZER;
 pthread_cond_t g_changed = PTHREAD_COND_INITIALIZER;
@@ -116,6 +118,14 @@ void* ThreadSlot::Get() const noexcept {
 
 bool ThreadSlot::Set(void* value) noexcept {
   return taken_ && pthread_setspecific(static_cast<pthread_key_t>(index_), value) == 0;
+}
+
+void SetPostHook(PostHook hook) noexcept {
+  g_post_hook = hook;
+}
+
+void PostToWindow(void* window, uint32_t message, uintptr_t wparam, intptr_t lparam) noexcept {
+  if (window && g_post_hook) g_post_hook(window, message, wparam, lparam);
 }
 
 }  // namespace kelvo

@@ -1,5 +1,5 @@
-// Threads, events, waiting, and a pointer per thread. Two implementations: base/windows/thread.cpp,
-// base/native/thread.cpp.
+// Threads, events, waiting, a pointer per thread, and messages to the interface's. Two
+// implementations: base/windows/thread.cpp, base/native/thread.cpp.
 #pragma once
 
 #include <stdint.h>
@@ -76,5 +76,12 @@ class ThreadSlot {
   unsigned long index_ = 0;
   bool taken_ = false;
 };
+
+// Puts a message into a window's queue; null is no window. Any thread. Native builds have no
+// windows: there the hook below receives the message.
+void PostToWindow(void* window, uint32_t message, uintptr_t wparam, intptr_t lparam) noexcept;
+
+using PostHook = void (*)(void* window, uint32_t message, uintptr_t wparam, intptr_t lparam);
+void SetPostHook(PostHook hook) noexcept;  // native builds only
 
 }  // namespace kelvo

@@ -97,4 +97,8 @@ bool ThreadSlot::Set(void* value) noexcept {
   return taken_ && TlsSetValue(index_, value);
 }
 
+void PostToWindow(void* window, uint32_t message, uintptr_t wparam, intptr_t lparam) noexcept {
+  if (window) PostMessageW(static_cast<HWND>(window), message, wparam, lparam);
+}
+
 }  // namespace kelvo

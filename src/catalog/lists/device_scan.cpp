@@ -1,8 +1,8 @@
-#include "catalog/lists/device_scan.h"
+#include "catalog/lists/device_lists.h"
 
 #include "base/text/wide.h"
 #include "catalog/media/add_entry.h"
-#include "catalog/media/media_kind.h"
+#include "catalog/media/entry_list.h"
 
 namespace kelvo {
 namespace {

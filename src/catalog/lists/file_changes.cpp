@@ -1,4 +1,4 @@
-#include "catalog/lists/file_changes.h"
+#include "catalog/lists/device_lists.h"
 
 #include "base/memory/array.h"
 #include "base/text/wide.h"

@@ -2,7 +2,6 @@
 
 #include "base/files/file_system.h"
 #include "catalog/media/entry_list.h"
-#include "catalog/media/media_kind.h"
 #include "kelvo/media_info.h"
 
 namespace kelvo {

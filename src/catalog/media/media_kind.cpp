@@ -1,4 +1,4 @@
-#include "catalog/media/media_kind.h"
+#include "catalog/media/entry_list.h"
 
 #include "base/text/wide.h"
 

@@ -10,6 +10,7 @@
 // those made before it, and one that is made later than an entry finds that entry done.
 #include "base/text/wide.h"
 #include "catalog/tree/build_tree.h"
+#include "catalog/tree/hashing.h"
 
 namespace kelvo {
 namespace {
@@ -25,20 +26,13 @@ struct Folder {
   TreeNode node;  // kNoNode as long as it has not been inserted
 };
 
-// Adds a character to the hash of a path.
-uint32_t Extended(uint32_t hash, wchar_t c) noexcept {
-  return (hash ^ FoldCase(c)) * 16777619u;
-}
-
 class Folders {
  public:
   explicit Folders(const EntryList& entries) noexcept : entries_(entries) {}
 
   // Finds the folder of every entry. False when memory is out.
   bool Assign() noexcept {
-    size_t slots = 1;
-    while (slots < entries_.size()) slots *= 2;
-    if (!places_.Resize(entries_.size()) || !slots_.Resize(slots)) return false;
+    if (!places_.Resize(entries_.size()) || !slots_.Resize(SlotsFor(entries_.size()))) return false;
     if (!folders_.Append({L"", 0, kRoot, 0, kRoot, kNoNode})) return false;
     for (size_t i = 0; i < entries_.size(); ++i) {
       if (entries_[i].path.has_value() && !FindPlace(entries_[i].path.get(), &places_[i])) {
@@ -70,14 +64,14 @@ class Folders {
     for (;;) {
       // Any character may stand between a folder's path and the name below it: the neighbours.
       size_t end = folders_[here].length;
-      uint32_t hash = Extended(2166136261u ^ here, path[end]);
+      uint32_t hash = ExtendedHash(kHashSeed ^ here, FoldCase(path[end]));
       uint32_t first = kRoot;
       while (path[end] != 0) {
         ++end;
         const uint32_t found = FindChild(here, path, end, hash);
         if (found != kRoot && (first == kRoot || found < first)) first = found;
         if (path[end] == L'\\') break;
-        hash = Extended(hash, path[end]);
+        hash = ExtendedHash(hash, FoldCase(path[end]));
       }
       if (first == kRoot) {
         if (path[end] == 0) break;

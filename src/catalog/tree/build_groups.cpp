@@ -5,6 +5,7 @@
 #include "base/text/ansi.h"
 #include "catalog/media/entry_list.h"
 #include "catalog/tree/build_tree.h"
+#include "catalog/tree/hashing.h"
 
 namespace kelvo {
 namespace {
@@ -23,9 +24,9 @@ void GroupText(NodeKind kind, const MediaEntry& entry, TagField& text) noexcept 
 }
 
 uint32_t FoldedHash(const char* text) noexcept {
-  uint32_t hash = 2166136261u;
+  uint32_t hash = kHashSeed;
   for (; *text != 0; ++text) {
-    hash = (hash ^ static_cast<unsigned char>(FoldAscii(*text))) * 16777619u;
+    hash = ExtendedHash(hash, static_cast<unsigned char>(FoldAscii(*text)));
   }
   return hash;
 }
@@ -69,12 +70,6 @@ class Grouping {
   };
   using Members = Array<Member>;
   static constexpr uint32_t kNoMember = 0xFFFFFFFFu;
-
-  static size_t SlotsFor(size_t members) noexcept {
-    size_t slots = 1;
-    while (slots < members) slots *= 2;
-    return slots;
-  }
 
   void AddMember(size_t level, uint32_t index) noexcept {
     TagField text;

@@ -11,7 +11,7 @@ using TreeNode = uintptr_t;
 inline constexpr TreeNode kNoNode = 0;
 
 // The numbers are the positions in the tree's image list.
-enum class NodeKind : int32_t { kGenre = 0, kAlbum = 1, kArtist = 2, kFile = 3, kFolder = 4 };
+enum class NodeKind : int32_t { kGenre, kAlbum, kArtist, kFile, kFolder };
 
 // Receives the tree while it is built.
 class TreeSink {

@@ -1,6 +1,7 @@
 #include "catalog/tree/checks.h"
 
 #include "base/memory/array.h"
+#include "catalog/tree/hashing.h"
 
 namespace kelvo {
 namespace {
@@ -24,9 +25,7 @@ bool AddCopy(const MediaEntry& entry, EntryList* list) noexcept {
 class NodeTable {
  public:
   explicit NodeTable(const EntryList& entries) noexcept : entries_(entries) {
-    size_t slots = 2;
-    while (slots < 2 * entries.size()) slots *= 2;
-    if (!slots_.Resize(slots)) return;
+    if (!slots_.Resize(SlotsFor(2 * entries.size() + 1))) return;
     for (size_t i = 0; i < entries.size(); ++i) {
       uint32_t& slot = SlotOf(entries[i].item);
       if (slot == 0) slot = static_cast<uint32_t>(i) + 1;  // of twins the first one
@@ -44,7 +43,7 @@ class NodeTable {
   // The node's slot, or the empty one where it belongs.
   uint32_t& SlotOf(TreeNode node) noexcept {
     const size_t mask = slots_.size() - 1;
-    size_t at = static_cast<uint32_t>(node >> 3) * 2654435769u >> 4 & mask;
+    size_t at = ExtendedHash(kHashSeed, static_cast<uint32_t>(node >> 3)) >> 4 & mask;
     while (slots_[at] != 0 && entries_[slots_[at] - 1].item != node) at = (at + 1) & mask;
     return slots_[at];
   }

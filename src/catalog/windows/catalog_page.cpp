@@ -1,7 +1,7 @@
 #include "catalog/windows/catalog_page.h"
 
 #include "base/windows/feature_dialog.h"
-#include "base/windows/list_look.h"
+#include "base/windows/resources.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"

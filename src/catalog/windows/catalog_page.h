@@ -7,7 +7,7 @@
 
 #include "base/windows/dialog.h"
 #include "base/windows/unique_handle.h"
-#include "catalog/windows/catalog_state.h"
+#include "catalog/windows/catalog_feature.h"
 #include "entry/language/modules.h"
 
 namespace kelvo {

@@ -3,7 +3,7 @@
 #include <stddef.h>
 
 #include "base/windows/platform.h"
-#include "catalog/lists/device_scan.h"
+#include "catalog/lists/device_lists.h"
 #include "catalog/windows/catalog_dialogs.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"

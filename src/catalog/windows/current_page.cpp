@@ -1,13 +1,13 @@
 #include "catalog/windows/catalog_sheet.h"
 
-#include "base/messages/post_message.h"
+#include "base/sync/thread.h"
 #include "base/text/wide.h"
 #include "catalog/windows/list_view.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "kelvo/messages.h"
-#include "playlist/m3u_writer.h"
-#include "playlist/windows/save_dialog.h"
+#include "playlist/playlist_files.h"
+#include "playlist/save_dialog.h"
 #include "res/resource_ids.h"
 
 namespace kelvo {

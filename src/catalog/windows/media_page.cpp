@@ -1,9 +1,9 @@
 #include "catalog/windows/catalog_sheet.h"
 
 #include "base/windows/pocketpc.h"
-#include "catalog/lists/file_changes.h"
+#include "catalog/lists/device_lists.h"
+#include "catalog/media/entry_list.h"
 #include "catalog/media/id3v1.h"
-#include "catalog/media/media_kind.h"
 #include "catalog/tree/build_tree.h"
 #include "catalog/tree/checks.h"
 #include "catalog/windows/catalog_dialogs.h"

@@ -4,7 +4,7 @@
 
 #include <commctrl.h>
 
-#include "base/windows/list_look.h"
+#include "base/windows/resources.h"
 #include "catalog/tree/catalog_tree.h"
 #include "catalog/tree/checks.h"
 

@@ -2,14 +2,14 @@
 
 #include "base/text/wide.h"
 #include "base/windows/pocketpc.h"
-#include "catalog/lists/file_changes.h"
-#include "catalog/media/media_kind.h"
+#include "catalog/lists/device_lists.h"
+#include "catalog/media/entry_list.h"
 #include "catalog/windows/catalog_dialogs.h"
 #include "catalog/windows/list_view.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "entry/language/text_entry_dialog.h"
-#include "playlist/add_path.h"
+#include "playlist/playlist_files.h"
 #include "res/resource_ids.h"
 
 namespace kelvo {

@@ -2,7 +2,6 @@
 
 #include "base/windows/resources.h"
 #include "entry/language/modules.h"
-#include "entry/language/whole_resources.h"
 
 namespace kelvo {
 

@@ -1,4 +1,4 @@
-#include "entry/language/whole_resources.h"
+#include "entry/language/localized.h"
 
 #include <stddef.h>
 #include <stdint.h>

@@ -1,7 +1,7 @@
 // Playback: what the host asks for on its thread, and the decoding thread, which fills buffer after
 // buffer of the host's output with PCM, straight from the decoder, until the file ends, an error,
 // or a stop.
-#include "base/messages/post_message.h"
+#include "base/sync/thread.h"
 #include "input/vorbis/ogg_vorbis_plugin.h"
 #include "kelvo/messages.h"
 

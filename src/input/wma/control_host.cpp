@@ -2,7 +2,7 @@
 
 #include <oleidl.h>
 
-#include "base/messages/post_message.h"
+#include "base/sync/thread.h"
 #include "base/windows/player_control.h"
 #include "kelvo/messages.h"
 

@@ -5,8 +5,8 @@
 #include <commctrl.h>
 
 #include "base/files/file_system.h"
-#include "base/windows/list_look.h"
-#include "playlist/save_dialog_state.h"
+#include "base/windows/resources.h"
+#include "playlist/save_dialog.h"
 
 namespace kelvo {
 

@@ -1,9 +1,9 @@
-#include "playlist/windows/save_dialog.h"
+#include "playlist/save_dialog.h"
 
 #include "base/windows/dialog.h"
 #include "base/windows/feature_dialog.h"
-#include "base/windows/list_look.h"
 #include "base/windows/pocketpc.h"
+#include "base/windows/resources.h"
 #include "kelvo/host_resources.h"
 #include "playlist/windows/folder_tree.h"
 
@@ -194,14 +194,14 @@ class SaveDialog final : public ModalDialog {
 
 }  // namespace
 
-bool AskWhereToSave(FileSystem& files, HMODULE host_module, HWND parent,
+bool AskWhereToSave(FileSystem& files, ModuleHandle host_module, WindowHandle parent,
                     SaveDialogState* state) noexcept {
   const DialogGuard guard;
   if (!guard.taken()) return false;
   state->host_module = host_module;
   SaveDialog dialog(files, state);
-  DialogBoxParamW(host_module, MAKEINTRESOURCEW(KELVO_HOST_SAVE_DIALOG), parent,
-                  ModalDialog::Procedure, dialog.parameter());
+  DialogBoxParamW(static_cast<HMODULE>(host_module), MAKEINTRESOURCEW(KELVO_HOST_SAVE_DIALOG),
+                  static_cast<HWND>(parent), ModalDialog::Procedure, dialog.parameter());
   return state->succeeded != 0;
 }
 

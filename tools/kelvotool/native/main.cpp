@@ -2,7 +2,7 @@
 #include <string.h>
 
 #include "base/memory/array.h"
-#include "base/native/utf8.h"
+#include "base/text/ansi.h"
 #include "tools/kelvotool/console.h"
 
 namespace kelvo::tool {

@@ -1,4 +1,5 @@
-// Finds the media files and playlists of the device.
+// The media files and playlists of the device: how they are found, and what becomes of the lists
+// when files are deleted, renamed, or get another tag.
 #pragma once
 
 #include "base/files/file_system.h"
@@ -44,5 +45,17 @@ struct ScanResult {
 // the whole device) in the file system's order. What cannot be read or has no memory is left out.
 void ScanFolder(FileSystem& files, MediaInformation& information, const wchar_t* folder,
                 const ScanResult& result) noexcept;
+
+// Takes out the entry of a file that was deleted from the Media Catalog. The later entries move
+// down and the last one then stands in the last two slots: until the next scan it shows twice after
+// a regrouping. The doubled slot owns its own copies. When the last entry itself is taken out, or
+// memory is out for the copies, the last slot stays without a path.
+void DeleteEntry(EntryList& entries, size_t at) noexcept;
+
+// The folder of `path`, a backslash and `name`. Without a value when memory is out.
+HeapText RenamedPath(const wchar_t* path, const wchar_t* name) noexcept;
+
+// Gives the tag of an edited file to its other entries in a playlist.
+void CopyTagToPlaylist(const MediaEntry& edited, EntryList& playlist) noexcept;
 
 }  // namespace kelvo

@@ -8,7 +8,7 @@
 #include "entry/language/modules.h"
 #include "entry/language/text_entry_dialog.h"
 #include "res/resource_ids.h"
-#include "tests/language/test_resources.h"
+#include "tests/languages/test_resources.h"
 #include "tests/support/dialog_driver.h"
 #include "tests/support/wide_text.h"
 
@@ -56,13 +56,11 @@ class LocalizedTest : public ::testing::Test {
 
 TEST_F(LocalizedTest, FindsTheLibraryByItsName) {
   // The general pattern, and letters among the digits: libraries that nobody else has.
-  for (const wchar_t* copy : {L"mui.0452.dll", L"kv_mui.0ABF.dll"}) {
-    ASSERT_TRUE(CopyFileW(L"kv_mui.0452.dll", copy, FALSE));
-  }
+  const wchar_t* const copies[] = {L"mui.0452.dll", L"kv_mui.0ABF.dll"};
+  for (const wchar_t* copy : copies) ASSERT_TRUE(CopyFileW(L"kv_mui.0452.dll", copy, FALSE));
   const struct {
     uint32_t id;
-    bool own;
-    bool loads;
+    bool own, loads;
     const char* name;
   } kCases[] = {
       {kPartial, true, true, "kv_mui.0452.dll"},
@@ -82,29 +80,33 @@ TEST_F(LocalizedTest, FindsTheLibraryByItsName) {
     const std::string name = Utf8(path);
     EXPECT_EQ(name.substr(name.rfind('\\') + 1), c.name);
   }
-  for (const wchar_t* copy : {L"mui.0452.dll", L"kv_mui.0ABF.dll"}) {
+  for (const wchar_t* copy : copies) {
     EXPECT_FALSE(GetModuleHandleW(copy));
     EXPECT_TRUE(DeleteFileW(copy));
   }
 }
 
 TEST_F(LocalizedTest, FallsBackStringByString) {
-  const HMODULE own = OwnModule();
-  wchar_t text[8];
+  const struct {
+    UINT id;
+    const char *english, *translated;  // in place: a text that could be overrun is not used
+    const char *cut, *cut_translated;  // a copy is terminated
+  } kCases[] = {
+      {IDS_DELETE_ITEM, "Delete file", "Dileu", "Delete ", "Dileu"},
+      {IDS_BUILT_IN_ONLY, "Built in", "Built in", "Built i", "Built i"},
+      {IDS_UNTERMINATED, "Terminated", "Terminated", "Termina", "heb ddi"},
+      {9999, "", "", "", ""},
+  };
   for (bool translated : {false, true}) {
     LoadLanguageLibrary(translated ? kPartial : 0, true);
-    EXPECT_EQ(Utf8(LoadLocalizedString(own, IDS_VERSION)).substr(0, 5),
-              translated ? "Pecyn" : "Velmo");
-    EXPECT_EQ(Utf8(LoadLocalizedString(own, IDS_BUILT_IN_ONLY)), "Built in");
-    EXPECT_EQ(Utf8(LoadLocalizedString(own, IDS_UNTERMINATED)), "Terminated")
-        << "a text that could be overrun is not used";
-    EXPECT_EQ(Utf8(LoadLocalizedString(own, 9999)), "");
-    EXPECT_EQ(LoadLocalizedString(own, IDS_BUILT_IN_ONLY, text, 8), 7);
-    EXPECT_EQ(Utf8(text), "Built i");
-    EXPECT_EQ(LoadLocalizedString(own, IDS_UNTERMINATED, text, 8), 7) << "a copy is terminated";
-    EXPECT_EQ(Utf8(text), translated ? "heb ddi" : "Termina");
-    EXPECT_EQ(LoadLocalizedString(own, 9999, text, 8), 0);
-    EXPECT_EQ(Utf8(text), "");
+    for (const auto& c : kCases) {
+      EXPECT_EQ(Utf8(LoadLocalizedString(OwnModule(), c.id)),
+                translated ? c.translated : c.english);
+      wchar_t text[8] = L"old";
+      const std::string cut = translated ? c.cut_translated : c.cut;
+      EXPECT_EQ(LoadLocalizedString(OwnModule(), c.id, text, 8), static_cast<int>(cut.size()));
+      EXPECT_EQ(Utf8(text), cut);
+    }
   }
 }
 

@@ -1,4 +1,4 @@
-// Where a playlist will be saved: what the save dialog decides.
+// Where a playlist will be saved: the dialog, and what it decides.
 #pragma once
 
 #include "base/files/file_system.h"
@@ -41,5 +41,12 @@ struct SaveDialogState {
   // Creates the file and deletes it again at once: an old playlist is gone after this.
   bool ProveWritable(FileSystem& files) noexcept;
 };
+
+// The dialog, windows/save_dialog.cpp: lets the user choose a folder in a tree of the device's
+// folders, and a name. Template, menu bar, icons and texts are the host's. False when the user
+// closed it, or it could not open: a dialog of the library is open already. After true, state->path
+// can be written, and no file is there.
+bool AskWhereToSave(FileSystem& files, ModuleHandle host_module, WindowHandle parent,
+                    SaveDialogState* state) noexcept;
 
 }  // namespace kelvo

@@ -1,4 +1,5 @@
-// Fills a list of entries from paths and playlists. Silent: what cannot be read is not added.
+// Lists of entries from paths and playlists, and written as one. Silent: what cannot be read is not
+// added.
 #pragma once
 
 #include "base/files/file_system.h"
@@ -22,5 +23,11 @@ void AddPath(const PlaylistSources& sources, const wchar_t* path, EntryList* lis
 void ReadM3u(const PlaylistSources& sources, const wchar_t* path, EntryList* list) noexcept;
 void ReadPls(const PlaylistSources& sources, const wchar_t* path, EntryList* list) noexcept;
 void ReadAsx(const PlaylistSources& sources, const wchar_t* path, EntryList* list) noexcept;
+
+// Writes the entries as extended M3U (docs/formats/m3u.md), replacing an existing file. False when
+// no file can be created there; a line that cannot be written is no failure in this sense. But then
+// *complete, which may be null, is false too, and the old file is still there.
+bool WriteM3u(FileSystem& files, const wchar_t* path, const EntryList& list,
+              bool* complete = nullptr) noexcept;
 
 }  // namespace kelvo

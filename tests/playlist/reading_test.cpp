@@ -1,0 +1,292 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "playlist/line_reader.h"
+#include "playlist/list_entry.h"
+#include "tests/support/code_page.h"
+#include "tests/support/faults.h"
+#include "tests/support/wide_text.h"
+
+namespace kelvo {
+namespace {
+
+using test::FailingSource;
+using test::Utf8;
+using test::Wide;
+
+// A line in brackets; "+" marks one that continues.
+std::string Shown(const TextLine& line) {
+  return "[" + std::string(line.text, line.length) + (line.continues ? "+]" : "]");
+}
+
+std::string Lines(FailingSource& source, uint64_t offset = 0) {
+  LineReader reader;
+  reader.Start(&source, offset);
+  std::string all;
+  TextLine line;
+  while (reader.Next(&line)) {
+    all += Shown(line);
+  }
+  EXPECT_FALSE(reader.Next(&line)) << "the end stays the end";
+  return all;
+}
+
+std::string Lines(const std::string& text) {
+  FailingSource source(text, -1);
+  return Lines(source);
+}
+
+TEST(LineReaderTest, ReadsLikeTextModeAndSplitsLongLines) {
+  const std::string x258(258, 'x'), x259(259, 'x');
+  const struct {
+    const char* name;
+    std::string text, want;
+  } kCases[] = {
+      {"empty", "", ""},
+      {"no final newline", "a\nb", "[a][b]"},
+      {"final newline", "a\n", "[a]"},
+      {"CR LF", "a\r\n\r\nb\r\n", "[a][][b]"},
+      {"CR only", "a\rb\r", "[a\rb\r]"},
+      {"CR CR LF", "a\r\r\nb", "[a\r][b]"},
+      {"LF CR", "a\n\rb", "[a][\rb]"},
+      {"NUL ends a line's text", std::string("a\0b\nc", 5), "[a][c]"},
+      {"NUL only", std::string("\0\n", 2), "[]"},
+      {"NUL in a later line", std::string("a\nb\0c\nd\n", 8), "[a][b][d]"},
+      {"end-of-text character",
+       "a\nb\x1A"
+       "c\nd",
+       "[a][b]"},
+      {"end-of-text first", "\x1A", ""},
+      {"byte order mark",
+       "\xEF\xBB\xBF"
+       "a\n",
+       "[\xEF\xBB\xBF"
+       "a]"},
+      {"258 and LF", x258 + "\nb", "[" + x258 + "][b]"},
+      {"258 and CR LF", x258 + "\r\nb", "[" + x258 + "][b]"},
+      {"258, CR and more", x258 + "\rb\n", "[" + x258 + "\r+][b]"},
+      {"258, CR and the end", x258 + "\r", "[" + x258 + "\r+]"},
+      {"259 and LF", x259 + "\nb", "[" + x259 + "+][][b]"},
+      {"259 and CR LF", x259 + "\r\nb", "[" + x259 + "+][][b]"},
+      {"259 and the end", x259, "[" + x259 + "+]"},
+      {"260", x259 + "y\n", "[" + x259 + "+][y]"},
+      {"261", x259 + "yz\n", "[" + x259 + "+][yz]"},
+      {"NUL in a long line", std::string("a\0", 2) + std::string(257, 'x') + "b", "[a+][b]"},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(Lines(c.text), c.want) << c.name;
+  const std::string million = Lines(std::string(1000000, 'm'));
+  EXPECT_EQ(million.size(), 1000000u + 3862 * 3 - 1) << "3862 pieces, the last one not full";
+}
+
+// However the chunks of the reader fall, the lines are those of a plain loop over the bytes.
+TEST(LineReaderTest, GivesTheSameLinesAcrossChunks) {
+  for (size_t before = 4080; before < 4110; ++before) {
+    std::string text;
+    while (text.size() + 60 < before) text += std::string(59, 'a') + "\n";
+    text += std::string(before - text.size(), 'b') + "\r\nlast line\r\n" + std::string(300, 'c');
+    std::string want;
+    for (size_t at = 0; at < text.size();) {
+      size_t end = text.find('\n', at);
+      end = end == std::string::npos ? text.size() : end;
+      std::string line = text.substr(at, end - at);
+      at = end + 1;
+      if (!line.empty() && line.back() == '\r') line.pop_back();
+      want += line.size() > 259 ? "[" + line.substr(0, 259) + "+][" + line.substr(259) + "]"
+                                : "[" + line + "]";
+    }
+    EXPECT_EQ(Lines(text), want) << before;
+  }
+}
+
+TEST(LineReaderTest, GoesOnWhereAnotherReaderStopped) {
+  const std::string text = "one\r\ntwo\n" + std::string(5000, 'x') + "\nlast\n";
+  FailingSource source(text, -1);
+  LineReader reader;
+  reader.Start(&source, 0);
+  const std::string whole = Lines(text);
+  std::string seen;
+  TextLine line;
+  while (reader.Next(&line)) {
+    seen += Shown(line);
+    EXPECT_EQ(seen + Lines(source, reader.offset()), whole);
+  }
+  reader.Start(nullptr, 0);
+  EXPECT_FALSE(reader.Next(&line));
+}
+
+TEST(LineReaderTest, DropsTheLineThatAReadCutsOff) {
+  const std::string text = std::string(4000, '\n') + std::string(200, 'x') + "\ny\n";
+  const std::string whole = Lines(text);
+  test::Sweep([&](long n) {
+    FailingSource source(text, n);
+    const std::string lines = Lines(source);
+    EXPECT_EQ(lines, n == 0 ? "" : n == 1 ? whole.substr(0, 8000) : whole);
+    return source.triggered();
+  });
+}
+
+TextLine Line(const std::string& text) {
+  return {text.data(), text.size(), false};
+}
+
+// The path that a line names in C:\Music\list, or "-".
+std::string Path(ListFormat format, const std::string& text, PlsKey* key) {
+  ListPath list;
+  EXPECT_TRUE(ToListPath(L"C:\\Music\\list", &list));
+  // The copy ends with the line's last byte, so that the sanitizer sees a byte read too many.
+  const std::string copy(text.data(), text.size());
+  ListEntry entry;
+  wchar_t path[kTextCapacity];
+  if (!FindEntry(format, Line(copy), key, &entry)) return "-";
+  if (!MakeEntryPath(entry, list, path)) return "too long";
+  return Utf8(path);
+}
+
+TEST(ListEntryTest, NamesAFileOrNothing) {
+  constexpr ListFormat m3u = ListFormat::kM3u, pls = ListFormat::kPls, asx = ListFormat::kAsx;
+  const struct {
+    ListFormat format;
+    const char* name;
+    std::string line, want;
+  } kCases[] = {
+      {m3u, "file name", "song.mp3", "C:\\Music\\song.mp3"},
+      {m3u, "relative with a folder", "sub\\song.mp3", "sub\\song.mp3"},
+      {m3u, "absolute", "D:\\x.mp3", "D:\\x.mp3"},
+      {m3u, "parent folder is not interpreted", "..\\x.mp3", "..\\x.mp3"},
+      {m3u, "forward slash is no backslash", "sub/x.mp3", "C:\\Music\\sub/x.mp3"},
+      {m3u, "URL is not interpreted", "http://h/x.mp3", "C:\\Music\\http://h/x.mp3"},
+      {m3u, "header", "#EXTM3U", "-"},
+      {m3u, "information", "#EXTINF:-1,A - B", "-"},
+      {m3u, "blank before the number sign", " #x", "C:\\Music\\ #x"},
+      {m3u, "empty", "", "C:\\Music\\"},
+      {m3u, "code page", "\xE9\x80.mp3", "C:\\Music\\\u00E9\u20AC.mp3"},
+      {m3u, "as long as a path may be", std::string(250, 'n'),
+       "C:\\Music\\" + std::string(250, 'n')},
+      {m3u, "one more", std::string(251, 'n'), "too long"},
+      {m3u, "long without folder", "\\" + std::string(258, 'n'), "\\" + std::string(258, 'n')},
+      {pls, "first key", "File1=a.mp3", "a.mp3"},
+      {pls, "lower case", "file1=a.mp3", "a.mp3"},
+      {pls, "upper case", "FILE1=a.mp3", "a.mp3"},
+      {pls, "second equals sign", "File1=a=b.mp3", "a=b.mp3"},
+      {pls, "blank behind the sign belongs to the value", "File1= a.mp3", " a.mp3"},
+      {pls, "empty value", "File1=", ""},
+      {pls, "never in the folder", "File1=sub\\a.mp3", "sub\\a.mp3"},
+      {pls, "section", "[playlist]", "-"},
+      {pls, "section before a key", "[File1=a.mp3", "-"},
+      {pls, "blank before the sign", "File1 =a.mp3", "-"},
+      {pls, "blank before the key", " File1=a.mp3", "-"},
+      {pls, "second key first", "File2=a.mp3", "-"},
+      {pls, "leading zero", "File01=a.mp3", "-"},
+      {pls, "longer number", "File11=a.mp3", "-"},
+      {pls, "cut off", "File1", "-"},
+      {pls, "title", "Title1=a.mp3", "-"},
+      {pls, "empty", "", "-"},
+      {asx, "upper case", "<REF HREF=\"a.wma\"/>", "C:\\Music\\a.wma"},
+      {asx, "lower case", "<ref href=\"a.wma\" />", "C:\\Music\\a.wma"},
+      {asx, "in the line", "  <Entry><Ref HRef = \"a.wma\"></Entry>", "C:\\Music\\a.wma"},
+      {asx, "absolute", "<ref href=\"D:\\a.wma\"/>", "D:\\a.wma"},
+      {asx, "backslash behind the value", "<ref href=\"a.wma\"/> \\", "a.wma"},
+      {asx, "backslash before the value", "\\<ref href=\"a.wma\"/>", "C:\\Music\\a.wma"},
+      {asx, "two on a line", "<ref href=\"a.wma\"/><ref href=\"b.wma\"/>", "C:\\Music\\a.wma"},
+      {asx, "two with a backslash in the second", "<ref href=\"a.wma\"/><ref href=\"\\b.wma\"/>",
+       "a.wma"},
+      {asx, "quote before the tag", "\"x\"<ref href=\"a.wma\"", "C:\\Music\\a.wma"},
+      {asx, "single quotes", "<ref href='a.wma'/>", "-"},
+      {asx, "single quotes, then double", "<ref href='a' title=\"b.wma\"/>", "C:\\Music\\b.wma"},
+      {asx, "empty value", "<ref href=\"\"/>", "C:\\Music\\"},
+      {asx, "almost a tag before", "<<ref <ref href=\"a.wma\"", "C:\\Music\\a.wma"},
+      {asx, "two blanks", "<ref  href=\"a.wma\"/>", "-"},
+      {asx, "tab", "<ref\thref=\"a.wma\"/>", "-"},
+      {asx, "no closing quote", "<ref href=\"a.wma", "-"},
+      {asx, "no quote", "<ref href=a.wma>", "-"},
+      {asx, "quotes before only", "\"a\" \"b\" <ref href", "-"},
+      {asx, "other tag", "<title \"a\">", "-"},
+      {asx, "cut off", "<ref hre", "-"},
+      {asx, "empty", "", "-"},
+      {asx, "too long", "<ref href=\"" + std::string(251, 'n') + "\"", "too long"},
+  };
+  for (const auto& c : kCases) {
+    PlsKey key;
+    EXPECT_EQ(Path(c.format, c.line, &key), c.want) << c.name;
+  }
+}
+
+TEST(PlsTest, CountsUpWithEachEntry) {
+  const struct {
+    const char* line;
+    const char* want;
+  } kLines[] = {
+      {"File2=early", "-"}, {"File1=a", "a"}, {"File1=again", "-"}, {"File3=gap", "-"},
+      {"File2=b", "b"},     {"File3=c", "c"}, {"File5=e", "-"},     {"File4294967300=d", "-"},
+      {"File-4=d", "-"},    {"File4=d", "d"}, {"file5=e", "e"},
+  };
+  PlsKey key;
+  for (const auto& c : kLines) EXPECT_EQ(Path(ListFormat::kPls, c.line, &key), c.want) << c.line;
+  for (int number : {9, 10, 99, 100, 999999999, 1000000000, INT32_MAX}) {
+    const std::string text = "File" + std::to_string(number) + "=";
+    key.Set(number - 1);
+    EXPECT_EQ(Path(ListFormat::kPls, text + "early", &key), "-");
+    EXPECT_EQ(Path(ListFormat::kPls, "File" + std::to_string(number - 1) + "=x", &key), "x");
+    EXPECT_EQ(Path(ListFormat::kPls, text + "y", &key), "y");
+  }
+}
+
+// In Japanese text the second byte of a character may be that of a backslash.
+TEST(ListEntryTest, CutsAtBackslashesNotInsideCharacters) {
+  test::CodePage code_page(932);
+  const struct {
+    ListFormat format;
+    std::string line;
+    bool in_folder;
+  } kCases[] = {
+      {ListFormat::kM3u, "\x83\x5C\x83\x93\x83O.mp3", true},
+      {ListFormat::kM3u, "\x95\x5C\\a.mp3", false},
+      {ListFormat::kM3u, "\xB1\\a.mp3", false},  // a character of one byte before it
+      {ListFormat::kM3u, "\x95", true},
+      {ListFormat::kAsx, "<ref href=\"\x95\x5C.mp3\"/>", true},
+  };
+  for (const auto& c : kCases) {
+    ListEntry entry;
+    ASSERT_TRUE(FindEntry(c.format, Line(c.line), nullptr, &entry));
+    EXPECT_EQ(entry.in_folder, c.in_folder) << c.line;
+  }
+}
+
+TEST(ListPathTest, GoesThroughTheCodePage) {
+  const struct {
+    std::string path, want;
+    bool ok;
+  } kCases[] = {
+      {"C:\\Music\\list.m3u", "C:\\Music\\", true},
+      {"\\list.m3u", "\\", true},
+      {"list.m3u", "", true},
+      {"a/list.m3u", "", true},
+      {"\\\u00E9\\x.pls", "\\\xE9\\", true},
+      {"\\\u4E2D\\x.pls", "", false},
+      {"\\" + std::string(258, 'x'), "\\", true},
+      {"\\" + std::string(259, 'x'), "", false},
+  };
+  test::CodePage code_page(1252);
+  for (const auto& c : kCases) {
+    ListPath list;
+    EXPECT_EQ(ToListPath(Wide(c.path), &list), c.ok) << c.path;
+    if (!c.ok) continue;
+    EXPECT_EQ(std::string(list.folder, list.folder_length), c.want);
+    EXPECT_EQ(Utf8(list.path), c.path);
+  }
+}
+
+TEST(PlaylistExtensionTest, KnowsWhatTheSaveDialogLists) {
+  const struct {
+    const wchar_t* path;
+    int32_t want;
+  } kCases[] = {
+      {L"a.m3u", 3},  {L"\\d\\A.PLS", 3}, {L".m3u", 3},    {L"a.b.Pls", 3},
+      {L"a.asx", -1}, {L"m3u", -1},       {L"a.m3u8", -1}, {L"", -1},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(PlaylistExtension(c.path), c.want) << Utf8(c.path);
+}
+
+}  // namespace
+}  // namespace kelvo
