@@ -5,7 +5,6 @@
 #include "base/memory/heap.h"
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
-#include "skins/archive_skin.h"
 
 namespace kelvo {
 namespace {

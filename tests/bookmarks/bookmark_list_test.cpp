@@ -11,6 +11,8 @@ namespace {
 
 using test::ReadTexts;
 using test::Utf16;
+using test::Utf8;
+using test::Wide;
 using Strings = std::vector<std::string>;
 
 std::string Repeat(size_t count, char c) {
@@ -130,8 +132,8 @@ TEST(BookmarkListTest, WritesWhatReadsBackAsTheSameBookmarks) {
   const auto add = [&](const std::string& path, int32_t position_s, const char* description) {
     Bookmark bookmark;
     bookmark.position_s = position_s;
-    ASSERT_TRUE(bookmark.path.Assign(test::Wide(path)));
-    ASSERT_TRUE(bookmark.description.Assign(test::Wide(description)));
+    ASSERT_TRUE(bookmark.path.Assign(Wide(path)));
+    ASSERT_TRUE(bookmark.description.Assign(Wide(description)));
     ASSERT_TRUE(list.Insert(list.size(), std::move(bookmark)));
   };
   const std::string long_path = "\\Music\\" + Repeat(252, 'x');
@@ -154,6 +156,57 @@ TEST(BookmarkListTest, WritesWhatReadsBackAsTheSameBookmarks) {
   });
   EXPECT_EQ(writes, 2);
   EXPECT_EQ(ReadTexts(want).size(), 3u);
+}
+
+TEST(BookmarkPositionTest, FormatsPositions) {
+  const struct {
+    int32_t position_s;
+    const char *list, *minutes, *seconds;
+  } cases[] = {
+      {0, "0:00", "000", "00"},
+      {9, "0:09", "000", "09"},
+      {90, "1:30", "001", "30"},
+      {3725, "62:05", "062", "05"},
+      {12075, "201:15", "201", "15"},
+      {600000, "10000:00", "10000", "00"},
+      {INT32_MAX, "35791394:07", "35791394", "07"},
+      {-5, "0:-5", "000", "-5"},
+      {-75, "-1:-15", "-01", "-15"},
+      {INT32_MIN, "-35791394:-8", "-35791394", "-8"},
+  };
+  for (const auto& c : cases) {
+    wchar_t list[kPositionTextCapacity];
+    wchar_t minutes[kPositionTextCapacity];
+    wchar_t seconds[kPositionTextCapacity];
+    FormatListPosition(c.position_s, list);
+    FormatEditPosition(c.position_s, minutes, seconds);
+    EXPECT_EQ(Utf8(list), c.list);
+    EXPECT_EQ(Utf8(minutes), c.minutes);
+    EXPECT_EQ(Utf8(seconds), c.seconds);
+  }
+}
+
+TEST(BookmarkPositionTest, ParsesEditedPositions) {
+  const struct {
+    const char *minutes, *seconds;
+    int32_t want;
+  } cases[] = {
+      {"001", "30", 90},
+      {"200", "75", 12075},
+      {"", "", 0},
+      {"abc", "x", 0},
+      {" 2", "\t3", 123},
+      {"2 ", "3x", 123},
+      {"-1", "-1", 0},
+      {"35791394", "7", INT32_MAX},
+      {"35791394", "8", INT32_MAX},
+      {"4294967295", "4294967295", INT32_MAX},
+      {"0", "99999999999999999999999999", INT32_MAX},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ParseEditPosition(Wide(c.minutes), Wide(c.seconds)), c.want)
+        << c.minutes << ":" << c.seconds;
+  }
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/support/faults.h"
 #include "tests/support/memory_files.h"
-#include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {
@@ -179,41 +178,6 @@ TEST_F(BookmarksFeatureTest, RemovesOneOrAllDead) {
   EXPECT_EQ(Saved(), "") << "an empty list leaves an empty file";
 }
 
-TEST_F(BookmarksFeatureTest, IsLaidOutAsHostsReadIt) {
-  using test::RawField;
-  constexpr size_t kWord = sizeof(void*);
-  constexpr size_t kCount = 5 * kWord, kCapacity = kCount + 4, kColumn = kCount + 8 + 48;
-  const auto word = [&](size_t at) { return RawField<int32_t>(&feature_, at); };
-  const auto text = [&](int32_t index, size_t at) {
-    const char* items = RawField<const char*>(&feature_, 4 * kWord);
-    const wchar_t* value =
-        RawField<const wchar_t*>(items + static_cast<size_t>(index) * 3 * kWord, at);
-    return value ? Utf8(value) : "null";
-  };
-  for (size_t at : {kWord, 2 * kWord, 3 * kWord, 4 * kWord}) {
-    EXPECT_EQ(RawField<void*>(&feature_, at), nullptr) << at;
-  }
-  EXPECT_EQ(word(kCapacity), 0);
-  EXPECT_EQ(word(kColumn), 0);
-  EXPECT_EQ(word(kColumn + 4), 1);
-  for (int32_t i = 0; i < 51; ++i) {
-    EXPECT_NE(feature_.AddBookmark(L"p", i, L"d"), 0);
-    EXPECT_EQ(word(kCount), i + 1);
-    EXPECT_EQ(word(kCapacity), i < 50 ? 50 : 100);
-  }
-  feature_.SetLastPlayed(L"\\live", 9, L"T");
-  files_["\\live"];
-  EXPECT_EQ(text(0, 0) + text(0, kWord) + text(50, 0) + text(51, 0) + text(52, 0),
-            "\\live(Last Played) Tppnull");
-  const char* items = RawField<const char*>(&feature_, 4 * kWord);
-  EXPECT_EQ(RawField<int32_t>(items + 3 * kWord, 2 * kWord), 0);
-  EXPECT_EQ(RawField<int32_t>(items + 51 * 3 * kWord, 2 * kWord), 50);
-  EXPECT_EQ(feature_.TakeLastPlayed(nullptr, nullptr), 1);
-  EXPECT_EQ(word(kCount), 51);
-  EXPECT_EQ(text(51, 0) + text(51, kWord), "nullnull");
-  EXPECT_EQ(RawField<int32_t>(items + 51 * 3 * kWord, 2 * kWord), 0) << "the freed slot is zero";
-}
-
 TEST_F(BookmarksFeatureTest, SortsByTheClickedColumn) {
   files_["\\alive"];
   BookmarkStore store(files_, folder_);
@@ -276,15 +240,6 @@ TEST_F(BookmarksFeatureTest, AsksForTheFolderEachTime) {
   EXPECT_NE(feature_.AddBookmark(L"c", 3, L"z"), 0);
   EXPECT_EQ(files_.files().size(), before) << "cannot be saved";
   EXPECT_EQ(feature_.LoadBookmarks(), 0);
-}
-
-TEST_F(BookmarksFeatureTest, AFailedSaveKeepsListAndFile) {
-  Load("a\r\n1\r\nx\r\n");
-  files_.FailAfter(0, false, "write");
-  EXPECT_NE(feature_.AddBookmark(L"b", 2, L"y"), 0);
-  EXPECT_EQ(Saved(), Utf16("a\r\n1\r\nx\r\n"));
-  EXPECT_EQ(List(), (Strings{"a|1|x (dead)", "b|2|y (dead)"}));
-  EXPECT_EQ(files_.open_now, 0);
 }
 
 TEST_F(BookmarksFeatureTest, WithoutMemoryNothingChanges) {

@@ -256,7 +256,12 @@ bool MemoryFiles::List(const wchar_t* pattern, FolderVisitor& visitor) noexcept 
       continue;
     }
     const std::string name = file.path.substr(folder.size());
-    if (name.find('\\') != std::string::npos || !Matches(wildcard.c_str(), name.c_str())) continue;
+    // Desktop systems also look at a short name, whose extension is cut.
+    const std::string cut = name.substr(0, name.rfind('.') + 4);
+    if (name.find('\\') != std::string::npos ||
+        (!Matches(wildcard.c_str(), name.c_str()) && !Matches(wildcard.c_str(), cut.c_str()))) {
+      continue;
+    }
     const Wide wide(name);
     if (!visitor.Visit({wide.c_str(), file.attributes})) break;
   }
