@@ -38,12 +38,9 @@ TEST(AudioTapTest, KeepsTheFirstChannelOfTheLatestBlock) {
     size_t reads;  // the one that begins at the end of the samples gives silence
   } kCases[] = {
       {"empty", 2, 0, 0, 1},
-      {"half a sample", 2, 1, 0, 1},
       {"one sample", 2, 2, 1, 1},
       {"a sample and a half", 2, 3, 1, 1},
       {"one frame", 2, 4, 1, 1},
-      {"a frame and a half", 4, 6, 2, 1},
-      {"256 frames", 512, 1024, 256, 1},
       {"512 frames", 1024, 2048, 512, 2},
       {"513 frames", 1026, 2052, 513, 2},
       {"a sample less than fits", 262142, 524284, 131071, 256},
@@ -64,31 +61,23 @@ TEST(AudioTapTest, KeepsTheFirstChannelOfTheLatestBlock) {
   }
 }
 
-TEST(AudioTapTest, GivesSilenceOnceBeforeTheFirstBlock) {
+TEST(AudioTapTest, GivesSilenceOnceAndStoredSamplesAnewAfterANullBlock) {
   AudioTap tap;
   EXPECT_FALSE(tap.Read(nullptr));
   EXPECT_EQ(ReadAll(tap), std::vector<int16_t>(kRead));
-}
-
-TEST(AudioTapTest, ANullBlockLetsTheStoredSamplesBeReadAnew) {
-  AudioTap tap;
   const std::vector<int16_t> block = Counting(20);
   tap.Store(block.data(), 40);
   const std::vector<int16_t> first = ReadAll(tap);
   tap.Store(nullptr, 40);
   EXPECT_EQ(ReadAll(tap), first);
   EXPECT_EQ(first[9], 19);
-}
-
-TEST(AudioTapTest, WorksWithoutMemory) {
+  tap.FreeBuffer();
   int16_t samples[kRead];
-  AudioTap freed;
-  freed.FreeBuffer();
-  EXPECT_FALSE(freed.Read(samples));
-  const test::HeapFaults faults(0);
-  AudioTap tap;
-  tap.Store(Counting(20).data(), 40);
   EXPECT_FALSE(tap.Read(samples));
+  const test::HeapFaults faults(0);
+  AudioTap without_memory;
+  without_memory.Store(block.data(), 40);
+  EXPECT_FALSE(without_memory.Read(samples));
 }
 
 // A block of one number is never seen in halves, and never mixed with another one's.
