@@ -53,43 +53,28 @@ def check_displays(main, sheets):
 
 def check_states(sheets):
     """Places of one control in all its states: none may look like another."""
-    groups = [("text", [(5 * x, 6 * y, 5, 6)  # but the numeral 0 may be the letter O
-                        for y, first, last in ((0, 0, 28), (1, 1, 31), (2, 0, 5))
-                        for x in range(first, last)] + [(150, 0, 5, 6)]),
-              ("nums_ex", [(9 * i, 0, 9, 13) for i in range(12)]),
-              ("playpaus", [(9 * i, 0, 9, 9) for i in range(4)]),
-              ("playpaus", [(36, 0, 3, 9), (39, 0, 3, 9)]),
-              ("volume", [(0, 15 * i, 68, 13) for i in range(28)]),
-              ("volume", [(0, 422, 14, 11), (15, 422, 14, 11)]),
-              ("balance", [(9, 15 * i, 38, 13) for i in range(28)]),
-              ("balance", [(0, 422, 14, 11), (15, 422, 14, 11)]),
-              ("posbar", [(248, 0, 29, 10), (278, 0, 29, 10)]),
-              ("monoster", [(0, 0, 29, 12), (0, 12, 29, 12)]),
-              ("monoster", [(29, 0, 27, 12), (29, 12, 27, 12)]),
-              ("shufrep", [(0, y, 28, 15) for y in (0, 15, 30, 45)]),
-              ("shufrep", [(28, y, 47, 15) for y in (0, 15, 30, 45)]),
-              ("shufrep", [(x, y, 23, 12) for x in (0, 23, 46, 69) for y in (61, 73)]),
-              ("titlebar", [(27, y, 275, 14) for y in (0, 15)]),
-              ("titlebar", [(27, y, 275, 13) for y in (29, 42)]),
-              ("titlebar", [(0, 0, 9, 9), (0, 9, 9, 9), (9, 0, 9, 9), (9, 9, 9, 9), (18, 0, 9, 9),
-                            (18, 9, 9, 9), (0, 18, 9, 9), (9, 18, 9, 9)]),
-              ("eqmain", [(x, 119, 26, 12) for x in (10, 69, 128, 187)]),
-              ("eqmain", [(x, 119, 32, 12) for x in (36, 95, 154, 213)]),
-              ("eqmain", [(224, 164, 44, 12), (224, 176, 44, 12)]),
-              ("eqmain", [(0, 164, 11, 11), (0, 176, 11, 11)]),
-              ("eqmain", [(0, 116, 9, 9), (0, 125, 9, 9)]),
-              ("eqmain", [(0, 134, 275, 14), (0, 149, 275, 14)]),
-              ("eq_ex", [(0, 0, 275, 14), (0, 15, 275, 14)]),
-              ("pledit", [(0, 0, 25, 20), (0, 21, 25, 20)]),
-              ("pledit", [(26, 0, 100, 20), (26, 21, 100, 20)]),
-              ("pledit", [(153, 0, 25, 20), (153, 21, 25, 20)]),
-              ("pledit", [(52, 53, 8, 18), (61, 53, 8, 18)]),
-              ("cbuttons", [(114, 0, 22, 16), (114, 16, 22, 16)])]
-    groups += [("cbuttons", [(23 * i, y, 23 if i < 4 else 22, 18) for y in (0, 18)])
-               for i in range(5)]
-    # The two steps beside the middle may be one.
-    groups += [("eqmain", [(13 + 15 * i, y, 14, 63) for y in (164, 229) for i in range(14)
-                           if (i, y) != (0, 229)])]
+    pair = (0, 15)
+    groups = [(name, [(x, y, width, height) for y in ys for x in xs]) for name, width, height, xs, ys in [
+        ("nums_ex", 9, 13, range(0, 108, 9), [0]), ("playpaus", 9, 9, range(0, 36, 9), [0]),
+        ("playpaus", 3, 9, (36, 39), [0]), ("volume", 68, 13, [0], range(0, 420, 15)),
+        ("volume", 14, 11, pair, [422]), ("balance", 38, 13, [9], range(0, 420, 15)),
+        ("balance", 14, 11, pair, [422]), ("posbar", 29, 10, (248, 278), [0]),
+        ("monoster", 29, 12, [0], (0, 12)), ("monoster", 27, 12, [29], (0, 12)),
+        ("shufrep", 28, 15, [0], (0, 15, 30, 45)), ("shufrep", 47, 15, [28], (0, 15, 30, 45)),
+        ("shufrep", 23, 12, (0, 23, 46, 69), (61, 73)), ("titlebar", 275, 14, [27], pair),
+        ("titlebar", 275, 13, [27], (29, 42)), ("titlebar", 9, 9, (0, 9), (0, 9, 18)),
+        ("titlebar", 9, 9, [18], (0, 9)), ("eqmain", 26, 12, (10, 69, 128, 187), [119]),
+        ("eqmain", 32, 12, (36, 95, 154, 213), [119]), ("eqmain", 44, 12, [224], (164, 176)),
+        ("eqmain", 11, 11, [0], (164, 176)), ("eqmain", 9, 9, [0], (116, 125)),
+        ("eqmain", 275, 14, [0], (134, 149)), ("eq_ex", 275, 14, [0], pair),
+        ("pledit", 25, 20, [0], (0, 21)), ("pledit", 100, 20, [26], (0, 21)),
+        ("pledit", 25, 20, [153], (0, 21)), ("pledit", 8, 18, (52, 61), [53]),
+        ("cbuttons", 22, 16, [114], (0, 16)), *[("cbuttons", 22, 18, [23 * i], (0, 18)) for i in range(5)]]]
+    groups += [("text", [(5 * x, 6 * y, 5, 6)  # but the numeral 0 may be the letter O
+                         for y, first, last in ((0, 0, 28), (1, 1, 31), (2, 0, 5))
+                         for x in range(first, last)] + [(150, 0, 5, 6)]),
+               ("eqmain", [(13 + 15 * i, y, 14, 63) for y in (164, 229) for i in range(14)
+                           if (i, y) != (0, 229)])]  # the two steps beside the middle may be one
     for name, places in groups:
         seen = {}
         for place in places:
