@@ -13,12 +13,10 @@ namespace {
 
 bool SameName(const std::string& a, const std::string& b) {
   if (a.size() != b.size()) return false;
-  for (size_t i = 0; i < a.size(); ++i) {
-    if (FoldAscii(a[i]) == FoldAscii(b[i])) continue;
-    // Only now and then a name that takes the long way.
-    return (a[i] & b[i] & 0x80) != 0 && EqualNoCase(Wide(a), Wide(b));
-  }
-  return true;
+  const auto same = [](char x, char y) { return FoldAscii(x) == FoldAscii(y); };
+  const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), same);
+  // Only now and then a name takes the long way.
+  return x == a.end() || ((*x & *y & 0x80) != 0 && EqualNoCase(Wide(a), Wide(b)));
 }
 
 // "*" and "?"; "*.*" is every name.
