@@ -76,7 +76,6 @@ TEST(AsfHeaderTest, RefusesWhatIsNoAsfFileAndClearsTheOutputs) {
 
 TEST(AsfHeaderTest, KeepsTheFirstValue) {
   using B = AsfBuilder;
-  const std::string two_tracks = B::Number("WM/TrackNumber", 7) + B::Number("WM/Track", 20);
   const std::string tracks_back = B::Number("WM/Track", 20) + B::Number("WM/TrackNumber", 7);
   const struct {
     const char* name;
@@ -87,7 +86,6 @@ TEST(AsfHeaderTest, KeepsTheFirstValue) {
       {"no object", B(), "||||x", kNoAsfTrack},
       {"second description", B().Description("A", "").Description("B", "C"), "A|C|||C - A",
        kNoAsfTrack},
-      {"title only", B().Description("T", ""), "T|||| - T", kNoAsfTrack},
       {"author only", B().Description("", "P"), "|P|||P - ", kNoAsfTrack},
       {"NUL ends a text", B().Description(std::string("ab\0cd", 5), "P"), "ab|P|||P - ab",
        kNoAsfTrack},
@@ -95,7 +93,6 @@ TEST(AsfHeaderTest, KeepsTheFirstValue) {
        B().Extended(4, B::Text("WM/AlbumTitle", "") + B::Text("WM/ALBUMTITLE", "One") +
                            B::Text("WM/AlbumTitle", "Two") + B::Text("WM/Genre", "G")),
        "||One|G|x", kNoAsfTrack},
-      {"number first", B().Extended(2, two_tracks), "||||x", 7},
       {"zero-based first", B().Extended(2, tracks_back), "||||x", 21},
       {"tracks in two objects",
        B().Extended(1, B::Number("WM/Track", 1)).Extended(1, B::Number("WM/Track", 5)), "||||x", 2},
@@ -177,7 +174,6 @@ TEST(AsfHeaderTest, UnderstandsCodecsBitRatesLengthsAndVersions) {
     const char* want;  // among the numbers
   } kCases[] = {
       {"empty", B().Codec(""), "0 kHz 0 kbps mono"},
-      {"no digits", B().Codec("no digits"), "0 kHz 0 kbps mono"},
       {"both numbers", B().Codec("128 kbps, 48 kHz, stereo"), "48 kHz 128 kbps stereo"},
       {"fraction", B().Codec("at 20.5 kbps"), "0 kHz 20 kbps mono"},
       {"case", B().Codec("20 KBPS, 44 kHz, Stereo"), "0 kHz 20 kbps mono"},
@@ -196,7 +192,6 @@ TEST(AsfHeaderTest, UnderstandsCodecsBitRatesLengthsAndVersions) {
       {"a version without number",
        B().Extended(2, B::Text("WMFSDKVersion", "7") + B::Text("WMFSDKVersion", "x")), "sdk 0"},
       {"the last length", B().FileProperties(50000, 1).FileProperties(70000, 0), " 7 ms"},
-      {"a length of half a millisecond", B().FileProperties(9999, 0), " 0 ms"},
       {"a length less its preroll", B().FileProperties(30019999, 3000), " 1 ms"},
       {"preroll alone", B().FileProperties(0, 1), " 3133608138 ms"},
       {"64 bits", B().FileProperties(uint64_t{1} << 63, 0), " 1566804069 ms"},

@@ -9,6 +9,7 @@
 #include "tests/support/memory_files.h"
 #include "tests/support/memory_reader.h"
 #include "tests/support/ogg_files.h"
+#include "tests/support/raw_slot.h"
 #include "tests/support/recording_output.h"
 #include "tests/support/wide_text.h"
 
@@ -225,17 +226,13 @@ TEST(OggVorbisPluginTest, IsABarePluginAfterItsDestruction) {
     }
     host_pointer->Destroy(0);
     EXPECT_EQ(reader.log, "open close ") << played;
-    const struct Fields {
-      void* table;
-      HostWord context;
-      AudioOutput* output;
-      MediaReader* reader;
-      uint32_t state;
-    }* fields = reinterpret_cast<const Fields*>(host_pointer);
-    EXPECT_EQ(fields->context, 77u);
-    EXPECT_EQ(fields->output, &output);
-    EXPECT_EQ(fields->reader, &reader);
-    EXPECT_EQ(fields->state, kStopped);
+    const auto field = [&](size_t word) {
+      return test::RawField<uintptr_t>(plugin, word * sizeof(void*));
+    };
+    EXPECT_EQ(field(1), 77u);
+    EXPECT_EQ(field(2), reinterpret_cast<uintptr_t>(&output));
+    EXPECT_EQ(field(3), reinterpret_cast<uintptr_t>(&reader));
+    EXPECT_EQ(static_cast<uint32_t>(field(4)), kStopped);
     EXPECT_EQ(host_pointer->Open(L"x.ogg", 0), 0);
     EXPECT_EQ(host_pointer->GetFileInfo(L"x.ogg", nullptr, nullptr, nullptr, nullptr, nullptr,
                                         nullptr, nullptr),
