@@ -103,6 +103,7 @@ TEST_F(BookmarksFeatureTest, IndicesOutsideTheListDoNothing) {
 
 TEST_F(BookmarksFeatureTest, KeepsOneLastPlayedAtTheHead) {
   files_["live"];
+  const std::string blankless = "live\r\n1\r\n(Last Played)\r\n";
   const std::string two = "live\r\n5\r\nmine\r\nlive\r\n6\r\n(Last Played) y\r\n";
   const struct {
     const char* name;
@@ -118,12 +119,7 @@ TEST_F(BookmarksFeatureTest, KeepsOneLastPlayedAtTheHead) {
       {"taken or replaced", "live\r\n5\r\n(Last Played) x\r\n", {}, 1, "live5", 0},
       {"in other letters' case", "live\r\n5\r\n(lAST played) \r\n", {}, 1, "live5", 0},
       {"dead: stays", "b\r\n5\r\n(Last Played) x\r\n", {}, 0, "b5", 1},
-      {"not without the blank",
-       "live\r\n1\r\n(Last Played)\r\n",
-       {"live|1|(Last Played)"},
-       0,
-       "live1",
-       1},
+      {"without the blank", blankless, {"live|1|(Last Played)"}, 0, "live1", 1},
       {"not at index 1", two, {"live|5|mine", "live|6|(Last Played) y"}, 0, "live5", 2},
   };
   for (const auto& c : cases) {
