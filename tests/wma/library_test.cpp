@@ -34,11 +34,11 @@ double Mean(const std::vector<int16_t>& samples) {
 }
 
 TEST(WmaLibraryTest, PlaysThroughFeature9LoadAfterLoad) {
-  const wchar_t* const recording = L"wma_library.wav";
   test::EndMessages messages;
   // As it starts; switched off in the next load.
   for (const bool equalizer : {true, false}) {
     SCOPED_TRACE(equalizer);
+    const wchar_t* const recording = equalizer ? L"wma_library.wav" : L"wma_library_off.wav";
     UseSink(recording, true);
     {
       const LoadedLibrary library;

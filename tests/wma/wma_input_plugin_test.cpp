@@ -76,7 +76,7 @@ TEST_F(WmaInputPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
     EXPECT_FALSE(Start()) << "only once";
     const HWND window = FindPluginWindow();
     EXPECT_TRUE(window && !GetParent(window) && !IsWindowVisible(window));
-    EXPECT_TRUE(GetDlgItem(window, 1333)) << "the container";
+    EXPECT_TRUE(!c.available || GetDlgItem(window, 1333)) << "the container";
     EXPECT_EQ(plugin.available(), c.available);
     EXPECT_EQ(player.TakeLog(), c.log);
     plugin.ShutDown(false);
@@ -159,11 +159,9 @@ TEST_F(WmaInputPluginTest, ChangesItsStateThroughTheObjectsTable) {
 }
 
 TEST_F(WmaInputPluginTest, StartsNothingOnASingleThreadedHost) {
-  std::thread([] {
+  std::thread([this] {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    FixedPointEffects effects{SystemEffectsPlatform()};
-    WmaInputPlugin plugin(SystemFiles());
-    EXPECT_FALSE(plugin.Start(GetModuleHandleW(nullptr), effects));
+    EXPECT_FALSE(Start());
     CoUninitialize();
   }).join();
   EXPECT_FALSE(FindPluginWindow());
