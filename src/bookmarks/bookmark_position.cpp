@@ -1,4 +1,4 @@
-#include "bookmarks/bookmark_position.h"
+#include "bookmarks/bookmark_store.h"
 
 #include "base/text/wide.h"
 

@@ -1,9 +1,8 @@
-#include "skins/archive_skin.h"
-
 #include <string.h>
 
 #include "base/memory/heap.h"
 #include "base/text/wide.h"
+#include "skins/skin_feature.h"
 #include "skins/zip/zip_stream.h"
 
 namespace kelvo {

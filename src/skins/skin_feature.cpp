@@ -5,7 +5,6 @@
 #include "base/memory/heap.h"
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
-#include "skins/archive_skin.h"
 
 namespace kelvo {
 namespace {
@@ -24,11 +23,11 @@ void* SkinReaderFeature::ReadFromFolder(const wchar_t* folder, int32_t number,
                                         uint32_t* size_bytes) noexcept {
   *size_bytes = 0;
   const char* name = SkinFileName(number);
-  if (!folder || !name || WideLength(folder) >= kTextCapacity) return nullptr;
+  if (!folder || !name) return nullptr;
   wchar_t wide_name[kTextCapacity];
   AnsiToWide(name, strlen(name), wide_name, kTextCapacity);
   wchar_t path[kTextCapacity];
-  CopyWide(path, kTextCapacity, folder);
+  CopyWide(path, kTextCapacity, folder);  // one that is cut has no room for the name
   if (!AppendWide(path, kTextCapacity, L"\\") || !AppendWide(path, kTextCapacity, wide_name)) {
     return nullptr;
   }

@@ -1,9 +1,59 @@
+// Skins: their bytes on the way to the host, the archive's reader, and the feature.
 #pragma once
 
+#include <stddef.h>
+#include <stdint.h>
+
+#include <utility>
+
+#include "base/bytes/byte_source.h"
 #include "base/files/file_system.h"
+#include "base/memory/heap.h"
 #include "kelvo/skin_reader.h"
 
 namespace kelvo {
+
+// A skin file's bytes on their way to the host, which frees the block itself.
+class SkinBlock {
+ public:
+  SkinBlock() noexcept = default;
+  SkinBlock(SkinBlock&& other) noexcept
+      : bytes_(std::exchange(other.bytes_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+  SkinBlock& operator=(SkinBlock&&) = delete;
+  ~SkinBlock() { HeapFree(bytes_); }
+
+  // A block of zeros; false when memory is out. For an empty block.
+  [[nodiscard]] bool Allocate(uint32_t size) noexcept {
+    bytes_ = HeapAllocateZeroed(size, 1);
+    size_ = bytes_ ? size : 0;
+    return bytes_ != nullptr;
+  }
+
+  void* data() const noexcept { return bytes_; }
+  uint32_t size() const noexcept { return size_; }
+
+  // Hands the block over; null when there is none. *size gets its size either way.
+  [[nodiscard]] void* Release(uint32_t* size) noexcept {
+    *size = std::exchange(size_, 0);
+    return std::exchange(bytes_, nullptr);
+  }
+
+ private:
+  void* bytes_ = nullptr;
+  uint32_t size_ = 0;
+};
+
+// More is no skin file but an attempt to fill the device's memory.
+constexpr uint32_t kMostSkinBytes = 16u << 20;
+
+// Reads the member of a zip archive that is called `name`; no block when there is none or when it
+// cannot be read and verified: damaged, encrypted, of an unknown method, over kMostSkinBytes, or
+// holding more or fewer bytes than it claims.
+//
+// Skins are packed in many ways, so the best match counts: the exact name at the top level, then
+// the name in other letters' case there, then that behind one folder ("/" or "\" between). Of equal
+// matches the archive's first one.
+SkinBlock ReadFromSkinArchive(ByteSource& archive, const char* name) noexcept;
 
 // Feature 5. One object, static in the library; user-interface thread only.
 class SkinReaderFeature final : public SkinReader {

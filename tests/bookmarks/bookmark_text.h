@@ -19,13 +19,6 @@ class FixedFolder final : public InstallFolder {
   std::string path;
 };
 
-// "ab" -> "a\0b\0".
-inline std::string Utf16(const std::string& ascii) {
-  std::string bytes;
-  for (char c : ascii) bytes += {c, '\0'};
-  return bytes;
-}
-
 inline std::string Text(const Bookmark& bookmark) {
   return Utf8(bookmark.path.c_str()) + "|" + std::to_string(bookmark.position_s) + "|" +
          Utf8(bookmark.description.c_str());

@@ -5,7 +5,6 @@
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/support/faults.h"
 #include "tests/support/memory_files.h"
-#include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {
@@ -102,63 +101,43 @@ TEST_F(BookmarksFeatureTest, IndicesOutsideTheListDoNothing) {
   EXPECT_EQ(feature_.GetBookmark(0, nullptr, nullptr, nullptr), 0);
 }
 
-TEST_F(BookmarksFeatureTest, SetLastPlayedKeepsOneAtTheHead) {
-  const struct {
-    const char *name, *before;
-    Strings want;
-  } cases[] = {
-      {"empty list", "", {"n|9|(Last Played) T (dead)"}},
-      {"user's bookmarks move down",
-       "a\r\n1\r\nx\r\nb\r\n2\r\ny\r\n",
-       {"n|9|(Last Played) T (dead)", "a|1|x (dead)", "b|2|y (dead)"}},
-      {"replaces",
-       "a\r\n1\r\n(Last Played) x\r\nb\r\n2\r\ny\r\n",
-       {"n|9|(Last Played) T (dead)", "b|2|y (dead)"}},
-      {"replaces a user's of that name",
-       "a\r\n1\r\n(last PLAYED) \r\n",
-       {"n|9|(Last Played) T (dead)"}},
-      {"not without the blank",
-       "a\r\n1\r\n(Last Played)\r\n",
-       {"n|9|(Last Played) T (dead)", "a|1|(Last Played) (dead)"}},
-      {"not at index 1",
-       "a\r\n1\r\nx\r\nb\r\n2\r\n(Last Played) y\r\n",
-       {"n|9|(Last Played) T (dead)", "a|1|x (dead)", "b|2|(Last Played) y (dead)"}},
-  };
-  for (const auto& c : cases) {
-    Load(c.before);
-    feature_.SetLastPlayed(L"n", 9, L"T");
-    EXPECT_EQ(List(), c.want) << c.name;
-    feature_.LoadBookmarks();
-    EXPECT_EQ(List(), c.want) << c.name << ", saved";
-  }
-}
-
-TEST_F(BookmarksFeatureTest, TakeLastPlayedConsumesIt) {
+TEST_F(BookmarksFeatureTest, KeepsOneLastPlayedAtTheHead) {
   files_["live"];
+  const std::string blankless = "live\r\n1\r\n(Last Played)\r\n";
+  const std::string two = "live\r\n5\r\nmine\r\nlive\r\n6\r\n(Last Played) y\r\n";
   const struct {
-    const char *name, *before;
-    int32_t result;
-    const char* path;  // what the outputs hold afterwards
-    int32_t position;
+    const char* name;
+    std::string before;
+    Strings behind;  // the new one, when it is set
+    int32_t
+        taken;  // or, when it is taken, the result, what the outputs hold, and how many are left
+    const char* outputs;
     size_t left;
   } cases[] = {
-      {"empty list", "", 0, "-", -1, 0},
-      {"taken", "live\r\n5\r\n(Last Played) x\r\nb\r\n2\r\ny\r\n", 1, "live", 5, 1},
-      {"in other letters' case", "live\r\n5\r\n(lAST played) \r\n", 1, "live", 5, 0},
-      {"dead: stays", "gone\r\n5\r\n(Last Played) x\r\n", 0, "gone", 5, 1},
-      {"a user's: stays, outputs written", "live\r\n5\r\nmine\r\n", 0, "live", 5, 1},
-      {"at index 1: stays", "live\r\n5\r\nmine\r\nlive\r\n6\r\n(Last Played) x\r\n", 0, "live", 5,
-       2},
+      {"empty list", "", {}, 0, "--1", 0},
+      {"a user's, outputs written", "live\r\n5\r\nmine\r\n", {"live|5|mine"}, 0, "live5", 1},
+      {"taken or replaced", "live\r\n5\r\n(Last Played) x\r\n", {}, 1, "live5", 0},
+      {"in other letters' case", "live\r\n5\r\n(lAST played) \r\n", {}, 1, "live5", 0},
+      {"dead: stays", "b\r\n5\r\n(Last Played) x\r\n", {}, 0, "b5", 1},
+      {"without the blank", blankless, {"live|1|(Last Played)"}, 0, "live1", 1},
+      {"not at index 1", two, {"live|5|mine", "live|6|(Last Played) y"}, 0, "live5", 2},
   };
   for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
     Load(c.before);
     wchar_t path[kMaxText] = L"-";
     int32_t position = -1;
-    EXPECT_EQ(feature_.TakeLastPlayed(path, &position), c.result) << c.name;
-    EXPECT_EQ(Utf8(path), c.path) << c.name;
-    EXPECT_EQ(position, c.position) << c.name;
-    EXPECT_EQ(List().size(), c.left) << c.name;
-    EXPECT_EQ(feature_.LoadBookmarks(), int32_t(c.left)) << c.name;
+    EXPECT_EQ(feature_.TakeLastPlayed(path, &position), c.taken);
+    EXPECT_EQ(Utf8(path) + std::to_string(position), c.outputs);
+    EXPECT_EQ(List().size(), c.left);
+    EXPECT_EQ(feature_.LoadBookmarks(), int32_t(c.left));
+    Load(c.before);
+    feature_.SetLastPlayed(L"n", 9, L"T");
+    Strings want = c.behind;
+    want.insert(want.begin(), "n|9|(Last Played) T (dead)");
+    EXPECT_EQ(List(), want);
+    feature_.LoadBookmarks();
+    EXPECT_EQ(List(), want) << "saved";
   }
 }
 
@@ -177,41 +156,6 @@ TEST_F(BookmarksFeatureTest, RemovesOneOrAllDead) {
   files_.Delete(L"live");
   store.RemoveDead();
   EXPECT_EQ(Saved(), "") << "an empty list leaves an empty file";
-}
-
-TEST_F(BookmarksFeatureTest, IsLaidOutAsHostsReadIt) {
-  using test::RawField;
-  constexpr size_t kWord = sizeof(void*);
-  constexpr size_t kCount = 5 * kWord, kCapacity = kCount + 4, kColumn = kCount + 8 + 48;
-  const auto word = [&](size_t at) { return RawField<int32_t>(&feature_, at); };
-  const auto text = [&](int32_t index, size_t at) {
-    const char* items = RawField<const char*>(&feature_, 4 * kWord);
-    const wchar_t* value =
-        RawField<const wchar_t*>(items + static_cast<size_t>(index) * 3 * kWord, at);
-    return value ? Utf8(value) : "null";
-  };
-  for (size_t at : {kWord, 2 * kWord, 3 * kWord, 4 * kWord}) {
-    EXPECT_EQ(RawField<void*>(&feature_, at), nullptr) << at;
-  }
-  EXPECT_EQ(word(kCapacity), 0);
-  EXPECT_EQ(word(kColumn), 0);
-  EXPECT_EQ(word(kColumn + 4), 1);
-  for (int32_t i = 0; i < 51; ++i) {
-    EXPECT_NE(feature_.AddBookmark(L"p", i, L"d"), 0);
-    EXPECT_EQ(word(kCount), i + 1);
-    EXPECT_EQ(word(kCapacity), i < 50 ? 50 : 100);
-  }
-  feature_.SetLastPlayed(L"\\live", 9, L"T");
-  files_["\\live"];
-  EXPECT_EQ(text(0, 0) + text(0, kWord) + text(50, 0) + text(51, 0) + text(52, 0),
-            "\\live(Last Played) Tppnull");
-  const char* items = RawField<const char*>(&feature_, 4 * kWord);
-  EXPECT_EQ(RawField<int32_t>(items + 3 * kWord, 2 * kWord), 0);
-  EXPECT_EQ(RawField<int32_t>(items + 51 * 3 * kWord, 2 * kWord), 50);
-  EXPECT_EQ(feature_.TakeLastPlayed(nullptr, nullptr), 1);
-  EXPECT_EQ(word(kCount), 51);
-  EXPECT_EQ(text(51, 0) + text(51, kWord), "nullnull");
-  EXPECT_EQ(RawField<int32_t>(items + 51 * 3 * kWord, 2 * kWord), 0) << "the freed slot is zero";
 }
 
 TEST_F(BookmarksFeatureTest, SortsByTheClickedColumn) {
@@ -278,15 +222,6 @@ TEST_F(BookmarksFeatureTest, AsksForTheFolderEachTime) {
   EXPECT_EQ(feature_.LoadBookmarks(), 0);
 }
 
-TEST_F(BookmarksFeatureTest, AFailedSaveKeepsListAndFile) {
-  Load("a\r\n1\r\nx\r\n");
-  files_.FailAfter(0, false, "write");
-  EXPECT_NE(feature_.AddBookmark(L"b", 2, L"y"), 0);
-  EXPECT_EQ(Saved(), Utf16("a\r\n1\r\nx\r\n"));
-  EXPECT_EQ(List(), (Strings{"a|1|x (dead)", "b|2|y (dead)"}));
-  EXPECT_EQ(files_.open_now, 0);
-}
-
 TEST_F(BookmarksFeatureTest, WithoutMemoryNothingChanges) {
   const struct {
     const char* name;
@@ -323,26 +258,22 @@ TEST_F(BookmarksFeatureTest, WithoutMemoryNothingChanges) {
   }
 }
 
-TEST_F(BookmarksFeatureTest, ShowsItsWindow) {
-  files_[kFile] = Utf16("a\r\n1\r\nx\r\n");
+TEST_F(BookmarksFeatureTest, ShowsItsWindowAndIsDestroyedTwiceWithoutSaving) {
+  const std::string file = files_[kFile] = Utf16("a\r\n1\r\nx\r\n");
   int host = 0;
   EXPECT_EQ(feature_.ShowBookmarks(&host), 0);
   EXPECT_EQ(window_.last_parent, &host);
   EXPECT_EQ(List().size(), 1u);
   window_.opens = false;
   EXPECT_EQ(feature_.ShowBookmarks(&host), 1);
-  EXPECT_EQ(BookmarksFeature(files_, folder_, nullptr).ShowBookmarks(&host), 1);
-}
-
-TEST_F(BookmarksFeatureTest, DestroysTwiceWithoutSaving) {
-  Load("a\r\n1\r\nx\r\n");
   feature_.Destroy(0);
   feature_.Destroy(0);
   EXPECT_EQ(List(), Strings{});
-  EXPECT_EQ(Saved(), Utf16("a\r\n1\r\nx\r\n"));
   auto* made = HeapNew<BookmarksFeature>(files_, folder_, nullptr);
-  made->LoadBookmarks();
+  EXPECT_EQ(made->ShowBookmarks(&host), 1);
+  EXPECT_EQ(made->LoadBookmarks(), 1);
   made->Destroy(1);  // the leak checker looks
+  EXPECT_EQ(Saved(), file);
 }
 
 }  // namespace

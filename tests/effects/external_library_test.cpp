@@ -64,31 +64,52 @@ class ExternalLibrary : public ::testing::Test {
   int16_t* samples_ = frame_;
 };
 
-TEST_F(ExternalLibrary, OnItsProcessorsOnly) {
+TEST_F(ExternalLibrary, IsUsedOnItsProcessorsAsFarAsItIsThere) {
+  constexpr char kBoth[] = "open Utility.dll; 1; 2; close";
   const struct {
     ProcessorIdentity identity;
-    bool fits;
+    bool fits, library, equalizer, bass;
+    const char* log;
   } kCases[] = {
-      {{2577, 4, 3}, true},  {{2577, 4, 4}, true},        {{2577, 4, 5}, true},
-      {{2577, 4, 6}, true},  {{2577, 4, 2}, false},       {{2577, 4, 7}, false},
-      {{2577, 4, 0}, false}, {{2577, 4, 0x10003}, false}, {{2577, 3, 5}, false},
-      {{2577, 5, 5}, false}, {{2576, 4, 5}, false},       {{586, 4, 5}, false},
-      {{0, 0, 0}, false},
+      {{2577, 4, 3}, true, true, true, true, kBoth},
+      {{2577, 4, 4}, true, true, true, true, kBoth},
+      {{2577, 4, 6}, true, true, true, true, kBoth},
+      {{2577, 4, 2}, false, true, true, true, ""},
+      {{2577, 4, 7}, false, true, true, true, ""},
+      {{2577, 4, 0x10003}, false, true, true, true, ""},
+      {{2577, 3, 5}, false, true, true, true, ""},
+      {{2577, 5, 5}, false, true, true, true, ""},
+      {{2576, 4, 5}, false, true, true, true, ""},
+      {{586, 4, 5}, false, true, true, true, ""},
+      {{2577, 4, 5}, true, false, true, true, "open Utility.dll"},
+      {{2577, 4, 5}, true, true, false, true, kBoth},
+      {{2577, 4, 5}, true, true, true, false, kBoth},
+      {{2577, 4, 5}, true, true, false, false, kBoth},
   };
   for (const auto& c : kCases) {
-    SCOPED_TRACE(std::to_string(c.identity.type) + " " + std::to_string(c.identity.level) + " " +
-                 std::to_string(c.identity.revision));
-    platform_.identity = c.identity;
-    platform_.log.clear();
+    SCOPED_TRACE(&c - kCases);
+    SetUp();
+    FakePlatform platform;
+    platform.identity = c.identity;
+    platform.has_library = c.library;
+    if (!c.equalizer) platform.entries[1] = nullptr;
+    if (!c.bass) platform.entries[2] = nullptr;
     {
-      FixedPointEffects effects(platform_);
+      FixedPointEffects effects(platform);
       const EffectsState& state = StateOf(effects);
+      const bool open = c.fits && c.library;
       EXPECT_EQ(state.processor_matches, c.fits);
-      EXPECT_EQ(state.library, c.fits ? &platform_ : nullptr);
-      EXPECT_EQ(state.external_equalizer, c.fits ? &FakeEqualizer : nullptr);
-      EXPECT_EQ(state.external_bass, c.fits ? &FakeBass : nullptr);
+      EXPECT_EQ(state.library, open ? &platform : nullptr);
+      EXPECT_EQ(state.external_equalizer, open && c.equalizer ? &FakeEqualizer : nullptr);
+      EXPECT_EQ(state.external_bass, open && c.bass ? &FakeBass : nullptr);
+      effects.SetBassMode(4);
+      frame_[0] = 0;
+      EXPECT_EQ(effects.ProcessEqualizer(&samples_, 4), open && c.equalizer ? 4711 : 4);
+      EXPECT_EQ(frame_[0], open && c.equalizer ? 0 : 12500);
+      effects.ProcessBass(&samples_, 4);
+      EXPECT_EQ(g_bass_call.count, open && c.bass ? 1 : 0);
     }
-    EXPECT_EQ(platform_.log, c.fits ? "open Utility.dll; 1; 2; close" : "");
+    EXPECT_EQ(platform.log, c.log);
   }
 }
 
@@ -116,40 +137,6 @@ TEST_F(ExternalLibrary, EntriesGetTheSameArguments) {
   effects.Destroy(0);
   EXPECT_EQ(platform_.log, "open Utility.dll; 1; 2; close");
   EXPECT_EQ(effects.ProcessEqualizer(&samples_, 4), 0) << "the built-in one, and it is off";
-}
-
-TEST_F(ExternalLibrary, WhatIsMissingIsBuiltIn) {
-  const struct {
-    const char* name;
-    bool library;
-    bool equalizer, bass;
-    const char* log;
-  } kCases[] = {
-      {"no library", false, true, true, "open Utility.dll"},
-      {"no equalizer", true, false, true, "open Utility.dll; 1; 2; close"},
-      {"no bass", true, true, false, "open Utility.dll; 1; 2; close"},
-      {"neither", true, false, false, "open Utility.dll; 1; 2; close"},
-  };
-  for (const auto& c : kCases) {
-    SCOPED_TRACE(c.name);
-    SetUp();
-    FakePlatform platform;
-    platform.has_library = c.library;
-    if (!c.equalizer) platform.entries[1] = nullptr;
-    if (!c.bass) platform.entries[2] = nullptr;
-    {
-      FixedPointEffects effects(platform);
-      EXPECT_EQ(StateOf(effects).processor_matches, 1);
-      effects.SetBassMode(4);
-      frame_[0] = 0;
-      const bool external = c.library && c.equalizer;
-      EXPECT_EQ(effects.ProcessEqualizer(&samples_, 4), external ? 4711 : 4);
-      EXPECT_EQ(frame_[0], external ? 0 : 12500);
-      effects.ProcessBass(&samples_, 4);
-      EXPECT_EQ(g_bass_call.count, c.library && c.bass ? 1 : 0);
-    }
-    EXPECT_EQ(platform.log, c.log);
-  }
 }
 
 }  // namespace

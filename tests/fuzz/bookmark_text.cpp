@@ -1,11 +1,10 @@
 // Any bytes as a bookmark file: what is read can be written, and reads back as itself.
-#include <stdlib.h>
-
 #include <string>
 
 #include "base/bytes/memory_source.h"
 #include "base/text/wide.h"
 #include "bookmarks/bookmark_list.h"
+#include "tests/fuzz/require.h"
 
 namespace {
 
@@ -21,9 +20,7 @@ class StringWriter final : public kelvo::FileWriter {
   std::string text;
 };
 
-void Require(bool holds) {
-  if (!holds) abort();
-}
+using kelvo::fuzz::Require;
 
 // What a writer makes of it.
 bool SameLine(const wchar_t* read, const wchar_t* written) {

@@ -2,7 +2,7 @@
 #include <stdlib.h>
 
 #include "base/bytes/memory_source.h"
-#include "skins/archive_skin.h"
+#include "skins/skin_feature.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (const char* name : {"main.bmp", "pledit.txt"}) {

@@ -1,18 +1,28 @@
+// Archives as skins are packed, and those made to do harm, which end in no block.
 #include <gtest/gtest.h>
 
 #include <vector>
 
-#include "tests/skins/archive_text.h"
+#include "skins/skin_feature.h"
 #include "tests/support/faults.h"
-#include "tests/support/memory_files.h"
 #include "tests/support/zip_builder.h"
 
 namespace kelvo {
 namespace {
 
-using test::ReadMember;
+using test::Le;
 using test::ZipBuilder;
 using test::ZipMember;
+
+// "<content>", or "none".
+std::string ReadMember(ByteSource&& source, const char* name = "main.bmp") {
+  const SkinBlock block = ReadFromSkinArchive(source, name);
+  if (!block.data()) return block.size() == 0 ? "none" : "a size without a block";
+  return "<" + std::string(static_cast<const char*>(block.data()), block.size()) + ">";
+}
+std::string ReadMember(const std::string& zip, const char* name = "main.bmp") {
+  return ReadMember(MemorySource(zip.data(), zip.size()), name);
+}
 
 TEST(ArchiveSkinTest, TakesTheBestMatch) {
   const struct {
@@ -58,7 +68,7 @@ std::string Noise(size_t bytes) {
 TEST(ArchiveSkinTest, ReadsContentsOfAllKinds) {
   const std::string contents[] = {
       "",           "x",           std::string("\0\r\n\x1A", 4), std::string(100000, 'z'),
-      Noise(16384), Noise(100001), "PK\x05\x06 PK\x06\x07"};
+      Noise(4092), Noise(100001), "PK\x05\x06 PK\x06\x07"};
   for (const std::string& content : contents) {
     for (int form = 0; form < 4; ++form) {
       ZipMember member{"main.bmp", content, (form & 1) != 0};
@@ -91,13 +101,12 @@ TEST(ArchiveSkinTest, FindsTheEndBehindWhatOnlyLooksLikeIt) {
 
 TEST(ArchiveSkinTest, ReadsOtherExtraFieldsAndWideSizes) {
   ZipMember member{"main.bmp", "content"};
-  member.extra = "\x55\x54" + ZipBuilder::Number(5, 2) + "\x01time";
+  member.extra = "\x55\x54" + Le(5, 2) + "\x01time";
   EXPECT_EQ(ReadMember(ZipBuilder().Add(member).Bytes()), "<content>") << "other extra fields";
 
   // Sizes in the 64-bit extra field.
   member = {"main.bmp", "content", false};
-  member.extra = ZipBuilder::Number(1, 2) + ZipBuilder::Number(16, 2) + ZipBuilder::Number(7, 8) +
-                 ZipBuilder::Number(7, 8);
+  member.extra = Le(1, 2) + Le(16, 2) + Le(7, 8) + Le(7, 8);
   member.size = member.packed_size = 0xFFFFFFFF;
   EXPECT_EQ(ReadMember(ZipBuilder().Add(member).Bytes64()), "<content>");
 }
@@ -105,7 +114,7 @@ TEST(ArchiveSkinTest, ReadsOtherExtraFieldsAndWideSizes) {
 // Small, with every kind of record.
 std::string Sample() {
   ZipMember extra{"MAIN.BMP", "shadowed"};
-  extra.extra = "\x55\x54" + ZipBuilder::Number(5, 2) + "\x01time";
+  extra.extra = "\x55\x54" + Le(5, 2) + "\x01time";
   return ZipBuilder()
       .Add(extra)
       .Add({"s/main.bmp", "x", false})
@@ -113,55 +122,149 @@ std::string Sample() {
       .Bytes();
 }
 
-TEST(ArchiveSkinTest, EveryTruncationGivesNothing) {
-  const std::string zip = Sample();
-  ASSERT_EQ(ReadMember(zip), "<" + Noise(300) + ">");
-  for (size_t bytes = 0; bytes < zip.size(); ++bytes) {
-    ASSERT_EQ(ReadMember(zip.substr(0, bytes)), "none") << bytes;
-  }
-}
-
-TEST(ArchiveSkinTest, EveryChangedByteGivesTheContentOrAnotherMemberOrNothing) {
-  const std::string good = Sample();
-  for (size_t at = 0; at < good.size(); ++at) {
+TEST(ArchiveSkinTest, EveryTruncationAndFaultGivesNothingAndEveryChangeNothingElse) {
+  const std::string zip = Sample(), want = "<" + Noise(300) + ">";
+  ASSERT_EQ(ReadMember(zip), want);
+  test::SweepTruncations(zip, [](const std::string& cut) { ASSERT_EQ(ReadMember(cut), "none"); });
+  for (size_t at = 0; at < zip.size(); ++at) {
     for (int change : {0x01, 0x80, 0xFF}) {
-      std::string zip = good;
-      zip[at] = static_cast<char>(zip[at] ^ change);
-      const std::string got = ReadMember(zip);
-      ASSERT_TRUE(got == "none" || got == "<shadowed>" || got == "<x>" ||
-                  got == "<" + Noise(300) + ">")
-          << at;
+      std::string changed = zip;
+      changed[at] = static_cast<char>(changed[at] ^ change);
+      const std::string got = ReadMember(changed);
+      ASSERT_TRUE(got == "none" || got == "<shadowed>" || got == "<x>" || got == want) << at;
     }
   }
-}
-
-TEST(ArchiveSkinTest, EveryFailingReadGivesNothing) {
-  test::MemoryFiles files;
-  ZipBuilder zip;
-  for (int i = 0; i < 100; ++i) zip.Add({"other " + std::to_string(i), "x"});
-  files["z"] = zip.Add({"main.bmp", Noise(40000)}).Bytes();
+  int request = 0;
+  std::string got;
+  const long requests = test::SweepHeap([&] { got = ReadMember(zip); },
+                                        [&](bool failed) {
+                                          // Out of memory while searching for the 64-bit directory,
+                                          // it goes on with the plain one.
+                                          const bool goes_on = !failed || request++ == 1;
+                                          EXPECT_EQ(got, goes_on ? want : "none");
+                                        });
+  EXPECT_GE(requests, 7) << "stream, archive, buffers, inflate's two, the block";
+  ZipBuilder large;
+  for (int i = 0; i < 100; ++i) large.Add({"other " + std::to_string(i), "x"});
+  const std::string bytes = large.Add({"main.bmp", Noise(40000)}).Bytes();
   const long reads = test::Sweep([&](long n) {
-    files.FailAfter(n, false, "read");
-    OpenFile<FileReader> file = files.OpenRead(L"z", Share::kRead);
-    const SkinBlock block = ReadFromSkinArchive(*file, "main.bmp");
-    EXPECT_EQ(block.size(), block.data() ? 40000u : 0u);
-    return !block.data();
+    test::FailingSource source(bytes, n);
+    const std::string read = ReadMember(std::move(source));
+    EXPECT_EQ(read, source.triggered() ? "none" : "<" + Noise(40000) + ">");
+    return source.triggered();
   });
   EXPECT_GT(reads, 9);
 }
 
-TEST(ArchiveSkinTest, EveryFailingAllocationGivesNothing) {
-  const std::string zip = Sample();
-  MemorySource source(zip.data(), zip.size());
-  int successes = 0;
-  for (bool done = false; !done; ++successes) {
-    test::HeapFaults faults(successes);
-    const SkinBlock block = ReadFromSkinArchive(source, "main.bmp");
-    done = !faults.triggered();
-    // Out of memory while searching for the 64-bit directory, it goes on with the plain one.
-    ASSERT_TRUE(done || successes == 1 || !block.data()) << successes;
+constexpr size_t kLimit = 16u << 20;
+
+ZipMember Honest(bool deflated = true) {
+  return {"main.bmp", "some content, some content, some content", deflated};
+}
+
+TEST(ArchiveSkinTest, LyingHeadersGiveNothing) {
+  const struct {
+    const char* name;
+    void (*lie)(ZipMember*);
+  } lies[] = {
+      {"encrypted", [](ZipMember* m) { m->flags = 1; }},
+      {"strongly encrypted", [](ZipMember* m) { m->flags = 0x41; }},
+      {"checksum", [](ZipMember* m) { m->crc = 0x12345678; }},
+      {"bzip2", [](ZipMember* m) { m->method = 12; }},
+      {"unknown method", [](ZipMember* m) { m->method = 0xFFFF; }},
+      {"other method", [](ZipMember* m) { m->method = m->deflated ? 0 : 8; }},
+      {"size just over the limit", [](ZipMember* m) { m->size = kLimit + 1; }},
+      {"size at the limit", [](ZipMember* m) { m->size = kLimit; }},
+      {"size 4 GB", [](ZipMember* m) { m->size = 0xFFFFFFFF; }},
+      {"packed size 0", [](ZipMember* m) { m->packed_size = 0; }},
+      {"packed size 1", [](ZipMember* m) { m->packed_size = 1; }},
+      {"other name in front of the data", [](ZipMember* m) { m->local_name = "other"; }},
+      {"64-bit size beyond the limit",
+       [](ZipMember* m) {
+         m->size = 0xFFFFFFFF;
+         m->extra = Le(1, 2) + Le(8, 2) + Le(0x100000000u + m->content.size(), 8);
+       }},
+      {"64-bit field cut off",
+       [](ZipMember* m) {
+         m->size = 0xFFFFFFFF;
+         m->extra = Le(1, 2);
+       }},
+  };
+  for (bool deflated : {false, true}) {
+    ASSERT_NE(ReadMember(ZipBuilder().Add(Honest(deflated)).Bytes()), "none");
+    for (const auto& c : lies) {
+      ZipMember member = Honest(deflated);
+      c.lie(&member);
+      // Nor is a worse match read instead.
+      const ZipBuilder zip = ZipBuilder().Add({"MAIN.BMP", "x"}).Add(member);
+      EXPECT_EQ(ReadMember(zip.Bytes()), "none") << c.name;
+      EXPECT_EQ(ReadMember(zip.Bytes64()), "none") << c.name << ", 64 bits";
+    }
   }
-  EXPECT_GE(successes, 8) << "stream, archive, buffers, inflate's two, the block";
+}
+
+TEST(ArchiveSkinTest, TheLimitIsSixteenMegabytes) {
+  for (size_t over : {0u, 1u}) {
+    const std::string content(kLimit + over, 'b');
+    EXPECT_TRUE(ReadMember(ZipBuilder().Add({"main.bmp", content, false}).Bytes()) ==
+                (over ? "none" : "<" + content + ">"));
+  }
+}
+
+// The checksum is that of the bytes that the size names, so only the rest gives the lie away.
+TEST(ArchiveSkinTest, AMemberThatHoldsMoreOrLessThanItClaimsGivesNothing) {
+  const std::string content = "content of a skin";
+  for (bool deflated : {false, true}) {
+    for (size_t claimed = 0; claimed <= content.size() + 1; ++claimed) {
+      const std::string part = content.substr(0, claimed);
+      ZipMember member{"main.bmp", content, deflated};
+      member.size = static_cast<int64_t>(claimed);
+      member.crc =
+          crc32(0, reinterpret_cast<const Bytef*>(part.data()), static_cast<uInt>(part.size()));
+      EXPECT_EQ(ReadMember(ZipBuilder().Add(member).Bytes()),
+                claimed == content.size() ? "<" + content + ">" : "none")
+          << claimed;
+    }
+    ZipMember longer{"main.bmp", content, deflated};
+    longer.packed_size = 100;
+    EXPECT_EQ(ReadMember(ZipBuilder().Add(longer).Add({"z", std::string(90, 'z')}).Bytes()),
+              "none");
+  }
+}
+
+TEST(ArchiveSkinTest, DirectoriesThatLieAreSearchedAsFarAsTheyGo) {
+  ZipBuilder zip;
+  zip.Add({"other", "x"}).Add(Honest());
+  const std::string want = "<" + Honest().content + ">";
+  const struct {
+    std::string bytes;
+    bool found;
+  } cases[] = {
+      {zip.Bytes("", 0), false},
+      {zip.Bytes("", 1), false},  // the second one is not counted
+      {zip.Bytes("", 65534), true},
+      {zip.Bytes64(~0ull, 0), false},
+      {zip.Bytes64(2, ~0ull), false},
+      {zip.Bytes64(2, ~0ull - 100), false},
+      {zip.Bytes64(2, 1ull << 63), false},
+      {ZipBuilder().Add({"n", "", false}).Repeat(65533).Add(Honest()).Bytes64(), true},
+      {ZipBuilder().Add({"n", "", false}).Repeat(65534).Add(Honest()).Bytes64(), false},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ReadMember(c.bytes), c.found ? want : "none") << &c - cases;
+    if (c.bytes.size() < 1000) {
+      EXPECT_EQ(ReadMember(c.bytes, "text.bmp"), "none") << &c - cases;
+    }
+  }
+}
+
+TEST(ArchiveSkinTest, OtherFilesAreNoArchives) {
+  const std::string end = ZipBuilder().Bytes();
+  for (const std::string& bytes :
+       {std::string(), std::string("P"), std::string("PK\x03\x04"), std::string(70000, 'P'),
+        std::string(1000, '\0'), end, end + end, end.substr(0, 21)}) {
+    EXPECT_EQ(ReadMember(bytes), "none") << bytes.size();
+  }
 }
 
 }  // namespace

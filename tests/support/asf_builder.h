@@ -1,27 +1,11 @@
 // Builds ASF headers byte by byte, well-formed unless a test asks otherwise.
 #pragma once
 
-#include <stdint.h>
-
 #include <string>
 
+#include "tests/support/wide_text.h"
+
 namespace kelvo::test {
-
-inline std::string Le(uint64_t value, int bytes) {
-  std::string out;
-  for (int i = 0; i < bytes; ++i) out += static_cast<char>(value >> 8 * i);
-  return out;
-}
-
-// UTF-16 of ASCII text; the terminator is the caller's to add ("abc" + '\0').
-inline std::string Utf16(const std::string& ascii) {
-  std::string out;
-  for (char c : ascii) {
-    out += c;
-    out += '\0';
-  }
-  return out;
-}
 
 // "75B22630-668E-11CF-A6D9-00AA0062CE6C" in the byte order of files.
 inline std::string Guid(const char* text) {

@@ -3,6 +3,9 @@
 
 #include <windows.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 #include "kelvo/settings.h"
@@ -26,7 +29,8 @@ class InstallationFolder {
   }
   ~InstallationFolder() {
     RegDeleteKeyW(HKEY_LOCAL_MACHINE, kInstallationKey);
-    Empty(path_);
+    std::error_code error;
+    std::filesystem::remove_all(path_, error);
   }
   InstallationFolder(const InstallationFolder&) = delete;
   InstallationFolder& operator=(const InstallationFolder&) = delete;
@@ -34,42 +38,15 @@ class InstallationFolder {
   std::wstring Path(const std::wstring& name) const { return path_ + L"\\" + name; }
   const std::wstring& path() const { return path_; }
   void Write(const std::wstring& name, const std::string& bytes) const {
-    const HANDLE file =
-        CreateFileW(Path(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    DWORD written;
-    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-    CloseHandle(file);
+    std::ofstream(std::filesystem::path(Path(name)), std::ios::binary) << bytes;
   }
   std::string Read(const std::wstring& name) const {
-    const HANDLE file = CreateFileW(Path(name).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return "no file";
-    std::string bytes(GetFileSize(file, nullptr), '\0');
-    DWORD got = 0;
-    ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &got, nullptr);
-    CloseHandle(file);
-    return bytes;
+    std::ifstream file(std::filesystem::path(Path(name)), std::ios::binary);
+    if (!file) return "no file";
+    return {std::istreambuf_iterator<char>(file), {}};
   }
 
  private:
-  static void Empty(const std::wstring& folder) {
-    WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return;
-    do {
-      const std::wstring name = found.cFileName;
-      if (name == L"." || name == L"..") continue;
-      const std::wstring path = folder + L"\\" + name;
-      if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
-        Empty(path);
-      } else {
-        DeleteFileW(path.c_str());
-      }
-    } while (FindNextFileW(search, &found));
-    FindClose(search);
-    RemoveDirectoryW(folder.c_str());
-  }
-
   std::wstring path_;
 };
 

@@ -13,12 +13,10 @@ namespace {
 
 bool SameName(const std::string& a, const std::string& b) {
   if (a.size() != b.size()) return false;
-  for (size_t i = 0; i < a.size(); ++i) {
-    if (FoldAscii(a[i]) == FoldAscii(b[i])) continue;
-    // Only now and then a name that takes the long way.
-    return (a[i] & b[i] & 0x80) != 0 && EqualNoCase(Wide(a), Wide(b));
-  }
-  return true;
+  const auto same = [](char x, char y) { return FoldAscii(x) == FoldAscii(y); };
+  const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), same);
+  // Only now and then a name takes the long way.
+  return x == a.end() || ((*x & *y & 0x80) != 0 && EqualNoCase(Wide(a), Wide(b)));
 }
 
 // "*" and "?"; "*.*" is every name.
@@ -256,7 +254,12 @@ bool MemoryFiles::List(const wchar_t* pattern, FolderVisitor& visitor) noexcept 
       continue;
     }
     const std::string name = file.path.substr(folder.size());
-    if (name.find('\\') != std::string::npos || !Matches(wildcard.c_str(), name.c_str())) continue;
+    // Desktop systems also look at a short name, whose extension is cut.
+    const std::string cut = name.substr(0, name.rfind('.') + 4);
+    if (name.find('\\') != std::string::npos ||
+        (!Matches(wildcard.c_str(), name.c_str()) && !Matches(wildcard.c_str(), cut.c_str()))) {
+      continue;
+    }
     const Wide wide(name);
     if (!visitor.Visit({wide.c_str(), file.attributes})) break;
   }

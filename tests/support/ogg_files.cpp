@@ -4,40 +4,30 @@
 
 #include "input/vorbis/decoder_heap.h"
 #include "ivorbisfile.h"
+#include "tests/support/memory_reader.h"
 
 namespace kelvo::test {
 namespace {
 
-struct Bytes {
-  const std::vector<char>* bytes;
-  size_t position;
-};
-
 size_t Read(void* destination, size_t size, size_t count, void* source) {
-  Bytes* bytes = static_cast<Bytes*>(source);
-  const size_t left = bytes->bytes->size() - bytes->position;
-  const size_t wanted = size * count < left ? size * count : left;
-  memcpy(destination, bytes->bytes->data() + bytes->position, wanted);
-  bytes->position += wanted;
-  return wanted / size;
+  uint32_t got;
+  static_cast<MemoryReader*>(source)->Read(destination, static_cast<uint32_t>(size * count), &got);
+  return got / size;
 }
 
 int Seek(void* source, ogg_int64_t offset, int origin) {
-  Bytes* bytes = static_cast<Bytes*>(source);
-  const ogg_int64_t size = static_cast<ogg_int64_t>(bytes->bytes->size());
-  const ogg_int64_t base = origin == SEEK_SET   ? 0
-                           : origin == SEEK_CUR ? static_cast<ogg_int64_t>(bytes->position)
-                                                : size;
-  if (base + offset < 0 || base + offset > size) return -1;
-  bytes->position = static_cast<size_t>(base + offset);
-  return 0;
+  const uint32_t from = origin == SEEK_SET   ? kSeekStart
+                        : origin == SEEK_CUR ? kSeekCurrent
+                                             : kSeekEnd;
+  return static_cast<MemoryReader*>(source)->Seek(offset, from) < 0 ? -1 : 0;
 }
 
 int Close(void*) {
   return 0;
 }
+
 long Tell(void* source) {
-  return static_cast<long>(static_cast<Bytes*>(source)->position);
+  return static_cast<long>(static_cast<MemoryReader*>(source)->Seek(0, kSeekCurrent));
 }
 
 // Runs `work` with a heap of its own for the decoder.
@@ -115,7 +105,7 @@ std::vector<std::vector<char>> DecodeIntoBuffers(const std::vector<char>& file, 
                                                  size_t buffer_bytes, size_t smallest_room) {
   std::vector<std::vector<char>> buffers;
   WithHeap([&] {
-    Bytes source = {&file, 0};
+    MemoryReader source(file);
     OggVorbis_File decoder;
     if (ov_open_callbacks(&source, &decoder, nullptr, 0, {Read, Seek, Close, Tell}) < 0) return;
     if (first_frame < 0 || ov_pcm_seek(&decoder, first_frame) == 0) {
@@ -170,14 +160,7 @@ std::vector<char> WithoutLength(const std::vector<char>& file) {
   return Joined(packets, ends);
 }
 
-std::vector<char> WithLength(const std::vector<char>& file, int64_t frames) {
-  std::vector<int64_t> ends;
-  const std::vector<std::vector<char>> packets = Packets(file, &ends);
-  ends.back() = frames;
-  return Joined(packets, ends);
-}
-
-std::vector<char> Repeated(const std::vector<char>& file, int times) {
+std::vector<char> Repeated(const std::vector<char>& file, int times, int64_t claimed_frames) {
   std::vector<int64_t> ends;
   std::vector<std::vector<char>> packets = Packets(file, &ends);
   const size_t count = packets.size();
@@ -188,6 +171,7 @@ std::vector<char> Repeated(const std::vector<char>& file, int times) {
       ends.push_back(ends[p] < 0 ? -1 : ends[p] + frames * i);
     }
   }
+  if (claimed_frames > 0) ends.back() = claimed_frames;
   return Joined(packets, ends);
 }
 

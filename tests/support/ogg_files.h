@@ -23,11 +23,9 @@ std::vector<char> WithComments(const std::vector<char>& file,
 // The same stream with every page's position set to 0: its total length reads as 0.
 std::vector<char> WithoutLength(const std::vector<char>& file);
 
-// The same stream with another position on its last page.
-std::vector<char> WithLength(const std::vector<char>& file, int64_t frames);
-
-// The sound of the stream so many times over, in one stream.
-std::vector<char> Repeated(const std::vector<char>& file, int times);
+// The sound of the stream so many times over, in one stream; with another position on its last
+// page.
+std::vector<char> Repeated(const std::vector<char>& file, int times, int64_t claimed_frames = 0);
 
 // Without its n-th page.
 std::vector<char> WithoutPage(const std::vector<char>& file, int page);

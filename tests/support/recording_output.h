@@ -30,24 +30,15 @@ class RecordingOutput final : public AudioOutput {
     changed_.wait(guard, [&] { return waiting_ > 0; });
   }
 
-  std::vector<char> pcm() const {
-    std::lock_guard<std::mutex> guard(mutex_);
-    return pcm_;
-  }
-  std::string calls() const {
-    std::lock_guard<std::mutex> guard(mutex_);
-    return calls_;
-  }
-  size_t writes() const {
-    std::lock_guard<std::mutex> guard(mutex_);
-    return writes_;
-  }
+  std::vector<char> pcm() const { return Guarded(&RecordingOutput::pcm_); }
+  std::string calls() const { return Guarded(&RecordingOutput::calls_); }
+  size_t writes() const { return Guarded(&RecordingOutput::writes_); }
+  std::string format() const { return Guarded(&RecordingOutput::format_); }
+  std::string last_words() const { return Guarded(&RecordingOutput::last_words_); }
   void ClearCalls() {
     std::lock_guard<std::mutex> guard(mutex_);
     calls_.clear();
   }
-  uint32_t buffer_bytes() const { return buffer_bytes_; }
-  std::string format() const { return format_; }
 
   int32_t Open(uint32_t buffer_count, uint32_t buffer_bytes, uint32_t channels,
                uint32_t sample_rate, uint32_t bits_per_sample) noexcept override {
@@ -131,7 +122,6 @@ class RecordingOutput final : public AudioOutput {
     std::lock_guard<std::mutex> guard(mutex_);
     return queue_.empty() && !never_drained;
   }
-  std::string last_words() const { return last_words_; }
 
  private:
   enum class Use { kFree, kHandedOut, kQueued };
@@ -141,6 +131,11 @@ class RecordingOutput final : public AudioOutput {
     Use use = Use::kFree;
   };
 
+  template <class T>
+  T Guarded(T RecordingOutput::*field) const {
+    std::lock_guard<std::mutex> guard(mutex_);
+    return this->*field;
+  }
   Slot* SlotOf(OutputBuffer* buffer) {
     for (Slot& slot : slots_) {
       if (&slot.header == buffer) return &slot;

@@ -1,4 +1,4 @@
-// Readable comparisons of UTF-16 text: EXPECT_EQ(Utf8(actual), "want").
+// Readable comparisons of UTF-16 text: EXPECT_EQ(Utf8(actual), "want"). And the bytes of files.
 #pragma once
 
 #include <stdint.h>
@@ -53,5 +53,19 @@ class Wide {
  private:
   std::vector<wchar_t> units_;
 };
+
+// A number as the bytes of a file.
+inline std::string Le(uint64_t value, int bytes) {
+  std::string out;
+  for (int i = 0; i < bytes; ++i) out += static_cast<char>(value >> 8 * i);
+  return out;
+}
+
+// Bytes as the units of UTF-16: "ab" -> "a\0b\0".
+inline std::string Utf16(const std::string& ascii) {
+  std::string bytes;
+  for (char c : ascii) bytes += {c, '\0'};
+  return bytes;
+}
 
 }  // namespace kelvo::test

@@ -1,12 +1,14 @@
-// A process that writes files until it is killed.
+// A process that writes files until it is killed, or until the test's own ends.
 #pragma once
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
 #ifdef _WIN32
 #include <windows.h>
 #else
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,13 +16,18 @@
 
 namespace kelvo::test {
 
-#ifdef _WIN32
+// How many writers a test kills: as many as KELVO_KILLED_WRITERS says, else `usual`.
+inline int KilledWriters(int usual) {
+  const char* number = getenv("KELVO_KILLED_WRITERS");
+  return number ? atoi(number) : usual;
+}
 
-constexpr int kKilledWriters = 10;  // starting one takes long
+#ifdef _WIN32
 
 // This program again with the running test alone, which comes to the same place.
 class WriterProcess {
  public:
+  static constexpr int kUsual = 10;  // starting one takes long
   static bool IsThis() { return GetEnvironmentVariableW(kIsWriter, nullptr, 0) != 0; }
   template <class Write>
   explicit WriterProcess(Write write) {
@@ -53,14 +60,15 @@ class WriterProcess {
 
 #else
 
-constexpr int kKilledWriters = 40;
-
 class WriterProcess {
  public:
+  static constexpr int kUsual = 40;
   static bool IsThis() { return false; }
   template <class Write>
   explicit WriterProcess(Write write) : process_(fork()) {
-    if (process_ == 0) write();
+    if (process_ != 0) return;
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    write();
   }
   void KillAfter(int microseconds) {
     usleep(static_cast<useconds_t>(microseconds));

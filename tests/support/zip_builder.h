@@ -1,10 +1,11 @@
 // Zip archives, honest and lying.
 #pragma once
 
-#include <stdint.h>
 #include <zlib.h>
 
 #include <string>
+
+#include "tests/support/wide_text.h"
 
 namespace kelvo::test {
 
@@ -25,12 +26,6 @@ struct ZipMember {
 
 class ZipBuilder {
  public:
-  static std::string Number(uint64_t value, int bytes) {
-    std::string text;
-    for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> 8 * i);
-    return text;
-  }
-
   static std::string Deflate(const std::string& content) {
     z_stream stream = {};
     deflateInit2(&stream, 9, Z_DEFLATED, -MAX_WBITS, 9, Z_DEFAULT_STRATEGY);
@@ -50,19 +45,19 @@ class ZipBuilder {
     const uLong crc = crc32(0, reinterpret_cast<const Bytef*>(m.content.data()),
                             static_cast<uInt>(m.content.size()));
     const int method = m.method >= 0 ? m.method : m.deflated ? 8 : 0;
-    const std::string kind = Number(20, 2) + Number(m.flags | (m.streamed ? 8u : 0u), 2) +
-                             Number(static_cast<uint64_t>(method), 2) + Number(0, 4);
+    const std::string kind = Le(20, 2) + Le(m.flags | (m.streamed ? 8u : 0u), 2) +
+                             Le(static_cast<uint64_t>(method), 2) + Le(0, 4);
     const std::string sizes =
-        Number(m.crc >= 0 ? static_cast<uint64_t>(m.crc) : crc, 4) +
-        Number(m.packed_size >= 0 ? static_cast<uint64_t>(m.packed_size) : packed.size(), 4) +
-        Number(m.size >= 0 ? static_cast<uint64_t>(m.size) : m.content.size(), 4);
+        Le(m.crc >= 0 ? static_cast<uint64_t>(m.crc) : crc, 4) +
+        Le(m.packed_size >= 0 ? static_cast<uint64_t>(m.packed_size) : packed.size(), 4) +
+        Le(m.size >= 0 ? static_cast<uint64_t>(m.size) : m.content.size(), 4);
     const std::string& local = m.local_name.empty() ? m.name : m.local_name;
-    directory_ += Number(0x02014B50, 4) + Number(20, 2) + kind + sizes + Number(m.name.size(), 2) +
-                  Number(m.extra.size(), 2) + Number(0, 2) + Number(0, 8) +
-                  Number(data_.size(), 4) + m.name + m.extra;
-    data_ += Number(0x04034B50, 4) + kind + (m.streamed ? std::string(12, '\0') : sizes) +
-             Number(local.size(), 2) + Number(0, 2) + local + packed;
-    if (m.streamed) data_ += Number(0x08074B50, 4) + sizes;
+    directory_ += Le(0x02014B50, 4) + Le(20, 2) + kind + sizes + Le(m.name.size(), 2) +
+                  Le(m.extra.size(), 2) + Le(0, 2) + Le(0, 8) + Le(data_.size(), 4) + m.name +
+                  m.extra;
+    data_ += Le(0x04034B50, 4) + kind + (m.streamed ? std::string(12, '\0') : sizes) +
+             Le(local.size(), 2) + Le(0, 2) + local + packed;
+    if (m.streamed) data_ += Le(0x08074B50, 4) + sizes;
     ++members_;
     return *this;
   }
@@ -74,39 +69,22 @@ class ZipBuilder {
     members_ += static_cast<uint64_t>(times);
     return *this;
   }
-  // A directory entry for the member before, under another name.
-  ZipBuilder& AddSecondName(const std::string& name, const ZipMember& first) {
-    std::string data = data_;
-    Add(first);
-    std::string entry = directory_.substr(directory_.rfind("PK\x01\x02"));
-    directory_.resize(directory_.size() - entry.size());
-    entry.replace(42, 4, Number(0, 4));
-    entry.replace(28, 2, Number(name.size(), 2));
-    entry.replace(46, first.name.size(), name);
-    directory_ += entry;
-    data_ = data;
-    return *this;
-  }
-
   std::string Bytes(const std::string& comment = "", int64_t claimed_members = -1) const {
     const uint64_t members =
         claimed_members >= 0 ? static_cast<uint64_t>(claimed_members) : members_;
-    return data_ + directory_ + Number(0x06054B50, 4) + Number(0, 4) + Number(members, 2) +
-           Number(members, 2) + Number(directory_.size(), 4) + Number(data_.size(), 4) +
-           Number(comment.size(), 2) + comment;
+    return data_ + directory_ + Le(0x06054B50, 4) + Le(0, 4) + Le(members, 2) + Le(members, 2) +
+           Le(directory_.size(), 4) + Le(data_.size(), 4) + Le(comment.size(), 2) + comment;
   }
 
   // The same with the 64-bit form of the directory's end, which counts `members`.
   std::string Bytes64(uint64_t members, uint64_t directory_offset) const {
-    const std::string end64 = Number(0x06064B50, 4) + Number(44, 8) + Number(45, 2) +
-                              Number(45, 2) + Number(0, 8) + Number(members, 8) +
-                              Number(members, 8) + Number(directory_.size(), 8) +
-                              Number(directory_offset, 8);
-    const std::string locator = Number(0x07064B50, 4) + Number(0, 4) +
-                                Number(data_.size() + directory_.size(), 8) + Number(1, 4);
-    return data_ + directory_ + end64 + locator + Number(0x06054B50, 4) + Number(0, 4) +
-           Number(0xFFFF, 2) + Number(0xFFFF, 2) + Number(0xFFFFFFFF, 4) + Number(0xFFFFFFFF, 4) +
-           Number(0, 2);
+    const std::string end64 = Le(0x06064B50, 4) + Le(44, 8) + Le(45, 2) + Le(45, 2) + Le(0, 8) +
+                              Le(members, 8) + Le(members, 8) + Le(directory_.size(), 8) +
+                              Le(directory_offset, 8);
+    const std::string locator =
+        Le(0x07064B50, 4) + Le(0, 4) + Le(data_.size() + directory_.size(), 8) + Le(1, 4);
+    return data_ + directory_ + end64 + locator + Le(0x06054B50, 4) + Le(0, 4) + Le(0xFFFF, 2) +
+           Le(0xFFFF, 2) + Le(0xFFFFFFFF, 4) + Le(0xFFFFFFFF, 4) + Le(0, 2);
   }
   std::string Bytes64() const { return Bytes64(members_, data_.size()); }
 

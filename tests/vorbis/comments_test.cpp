@@ -21,7 +21,6 @@ TEST(Utf8ToWideTest, ConvertsLenientlyAndNeverPastTheZero) {
     std::string want;
   } kCases[] = {
       {"empty", "", ""},
-      {"ascii", "Song", "Song"},
       {"two bytes", "J\xC3\xA4ger", "J\u00E4ger"},
       {"three bytes", "\xE2\x82\xACuro", "\u20ACuro"},
       {"four-byte lead takes two more, the fourth byte is stray", "A\xF0\x9F\x98\x80Z", "A\u07D8"},
@@ -29,9 +28,7 @@ TEST(Utf8ToWideTest, ConvertsLenientlyAndNeverPastTheZero) {
       {"following bytes are not checked", "\xC3Z", "\u00DA"},
       {"lead of two cut off by the end", "A\xC3", "A"},
       {"lead of three cut off after one", "A\xE2\x82", "A"},
-      {"lead of three cut off at once", "A\xE2", "A"},
       {"0xFF is a lead of three", "\xFF\x80\x81Z", "\uF001Z"},
-      {"63 characters", std::string(63, 'x'), std::string(63, 'x')},
       {"64 characters", std::string(64, 'x'), std::string(63, 'x')},
   };
   for (const auto& c : kCases) {

@@ -9,6 +9,7 @@
 #include "tests/support/memory_files.h"
 #include "tests/support/memory_reader.h"
 #include "tests/support/ogg_files.h"
+#include "tests/support/raw_slot.h"
 #include "tests/support/recording_output.h"
 #include "tests/support/wide_text.h"
 
@@ -27,26 +28,37 @@ uint32_t BitRate(const std::vector<char>& file) {
   return bits_per_second / 1000;
 }
 
-TEST(OggVorbisPluginTest, IsHarmlessWithoutAFile) {
+class BarePlugin final : public InputPlugin {};
+
+// All that an input plug-in answers with a number.
+int64_t Answers(InputPlugin& plugin) {
+  return int64_t{plugin.GetLengthMs()} | plugin.GetPositionMs(1, 2) | plugin.Reserved7() |
+         plugin.Reserved8() | plugin.SeekMs(1) | plugin.Stop() | plugin.TogglePause() |
+         plugin.Play() | plugin.Close(1, 2) | plugin.Open(nullptr, 0);
+}
+
+TEST(OggVorbisPluginTest, IsHarmlessWithoutAFileAsTheBaseIsAlways) {
+  BarePlugin bare;
   OggVorbisPlugin plugin(SystemFiles());
-  wchar_t text[kMaxText] = L"kept";
+  EXPECT_EQ(plugin.GetState(), kStopped);
   MediaInfo info;
   memset(&info, 0x55, sizeof(info));
   const MediaInfo before = info;
-  EXPECT_EQ(plugin.GetState(), kStopped);
-  EXPECT_EQ(plugin.GetLengthMs(), 0);
-  EXPECT_EQ(plugin.GetPositionMs(1, 2), 0);
-  EXPECT_EQ(plugin.SeekMs(0), 0);
-  EXPECT_EQ(plugin.Play(), 0);
-  EXPECT_EQ(plugin.Stop(), 0);
-  EXPECT_EQ(plugin.TogglePause(), 0);
-  EXPECT_EQ(plugin.Close(0, 0), 0);
-  EXPECT_EQ(plugin.GetDisplayTitle(nullptr), 0);
-  EXPECT_EQ(plugin.GetDisplayTitle(text), 0);
-  EXPECT_EQ(Utf8(text), "") << "emptied all the same";
-  plugin.GetMediaInfo(&info);
+  for (InputPlugin* each : {static_cast<InputPlugin*>(&bare), static_cast<InputPlugin*>(&plugin)}) {
+    wchar_t text[kMaxText] = L"kept";
+    each->Reserved0();
+    EXPECT_EQ(Answers(*each), 0);
+    EXPECT_EQ(each->GetDisplayTitle(nullptr), 0);
+    EXPECT_EQ(each->GetDisplayTitle(text), 0);
+    EXPECT_EQ(Utf8(text), each == &bare ? "kept" : "");
+    each->GetMediaInfo(&info);
+    EXPECT_EQ(memcmp(&info, &before, sizeof(info)), 0);
+    each->SetState(3);
+    EXPECT_EQ(each->GetState(), 3u);
+    each->SetState(kStopped);
+  }
   plugin.GetMediaInfo(nullptr);
-  EXPECT_EQ(memcmp(&info, &before, sizeof(info)), 0);
+  bare.Destroy(1);
 }
 
 TEST(OggVorbisPluginTest, OpensDescribesAndCloses) {
@@ -56,7 +68,7 @@ TEST(OggVorbisPluginTest, OpensDescribesAndCloses) {
   reader.close_result = 42;
   OggVorbisPlugin plugin(SystemFiles());
   plugin.SetReader(&reader);
-  ASSERT_EQ(plugin.Open(L"\\x.ogg", 7), 1);
+  ASSERT_EQ(plugin.Open(Wide(std::string(259, 'p')), 7), 1);
   EXPECT_EQ(reader.mode, 7u);
   wchar_t title[kMaxText];
   EXPECT_EQ(plugin.GetDisplayTitle(title), 1);
@@ -83,36 +95,6 @@ TEST(OggVorbisPluginTest, OpensDescribesAndCloses) {
   EXPECT_EQ(plugin.GetLengthMs(), 0);
   EXPECT_EQ(plugin.Close(5, 6), 0);
   EXPECT_EQ(reader.log, "open release1,2 release3,4 close close release5,6 ");
-}
-
-TEST(OggVorbisPluginTest, TellsWhatTheFileSays) {
-  const std::vector<char> mono = ReadMedia("tone_8000_mono.ogg");
-  const struct {
-    const char* name;
-    std::vector<char> bytes;
-    uint32_t stereo;
-    int32_t length_ms;
-  } kCases[] = {
-      {"mono", mono, 0, 2000},
-      {"six channels", ReadMedia("tone_8000_6ch.ogg"), 0, 2000},
-      {"two links of 8000 and 44100 Hz", ReadMedia("chained.ogg"), 0, 13025},
-      {"32 bits of the length",
-       test::WithLength(test::Repeated(mono, 2), (int64_t{1} << 32) + 16000), 0, 2000},
-  };
-  for (const auto& c : kCases) {
-    MemoryReader reader(c.bytes);
-    OggVorbisPlugin plugin(SystemFiles());
-    plugin.SetReader(&reader);
-    ASSERT_EQ(plugin.Open(Wide(std::string(259, 'p')), 0), 1) << c.name;
-    wchar_t title[kMaxText];
-    EXPECT_EQ(plugin.GetDisplayTitle(title), 1);
-    EXPECT_EQ(Utf8(title), std::string(258, 'p')) << "the file's own";
-    MediaInfo info = {};
-    plugin.GetMediaInfo(&info);
-    EXPECT_EQ(info.stereo, c.stereo) << c.name;
-    EXPECT_EQ(plugin.GetLengthMs(), c.length_ms) << c.name;
-    plugin.Close(0, 0);
-  }
 }
 
 // A seek of the reader's that fails is told to the decoder so that the file stays one that can be
@@ -158,56 +140,65 @@ TEST(OggVorbisPluginTest, RefusesWhatCannotBePlayed) {
   EXPECT_EQ(plugin.Open(nullptr, 0), 0);
 }
 
-TEST(OggVorbisPluginTest, TellsAboutAnyFileByPath) {
-  test::MemoryFiles files;
-  const std::vector<char> tagged =
-      test::WithComments(ReadMedia("tone_8000_stereo.ogg"),
-                         {"ARTIST=A", "TITLE=T", "ALBUM=L", "GENRE=G", "tracknumber=7"});
-  const auto add = [&](const char* path, const std::vector<char>& bytes) {
-    files.Put(path, std::string(bytes.begin(), bytes.end()));
-  };
-  add("\\m\\tagged.ogg", tagged);
-  add("\\m\\six.ogg", ReadMedia("tone_44100_6ch.ogg"));
-  add("\\m\\mono.ogg", ReadMedia("tone_8000_mono.ogg"));
-  add("\\m\\long.ogg", test::WithLength(test::Repeated(ReadMedia("tone_8000_mono.ogg"), 2),
-                                        (int64_t{1} << 34) + 16000));
-  add("\\m\\endless.ogg",
-      test::WithLength(test::Repeated(ReadMedia("tone_8000_mono.ogg"), 2), int64_t{1} << 45));
-  add("\\m\\no.ogg", ReadMedia("opus.ogg"));
+// By path, without a reader, and opened: 64 bits of the length and "more than one channel" against
+// 32 bits of it and "two channels".
+TEST(OggVorbisPluginTest, TellsWhatTheFileSays) {
+  const std::vector<char> mono = ReadMedia("tone_8000_mono.ogg");
   const struct {
-    const char* path;
     const char* texts;  // display title, album, artist, title, genre
     uint32_t rate, stereo;
     int32_t track;
     uint32_t length_ms;
+    std::vector<char> bytes;
+    uint32_t opened_stereo;
+    int32_t opened_length_ms;
   } kCases[] = {
-      {"\\m\\tagged.ogg", "A - T|L|A|T|G", 8000, 1, 7, 2000},
-      {"\\m\\six.ogg", "six||||", 44100, 1, 0, 2000},  // more than one channel counts as stereo
-      {"\\m\\mono.ogg", "mono||||", 8000, 0, 0, 2000},
-      {"\\m\\long.ogg", "long||||", 8000, 0, 0, 2147485648u},  // all 64 bits of the length
-      {"\\m\\endless.ogg", "endless||||", 8000, 0, 0, UINT32_MAX},
+      {"A - T|L|A|T|G", 8000, 1, 7, 2000,
+       test::WithComments(ReadMedia("tone_8000_stereo.ogg"),
+                          {"ARTIST=A", "TITLE=T", "ALBUM=L", "GENRE=G", "tracknumber=7"}),
+       1, 2000},
+      {"file||||", 44100, 1, 0, 2000, ReadMedia("tone_44100_6ch.ogg"), 0, 2000},
+      {"file||||", 8000, 0, 0, 2000, mono, 0, 2000},
+      {"file||||", 8000, 0, 0, 13025, ReadMedia("chained.ogg"), 0, 13025},
+      {"file||||", 8000, 0, 0, 536872912, test::Repeated(mono, 2, (int64_t{1} << 32) + 16000), 0,
+       2000},
+      {"file||||", 8000, 0, 0, 2147485648u, test::Repeated(mono, 2, (int64_t{1} << 34) + 16000), 0,
+       2000},
+      {"file||||", 8000, 0, 0, UINT32_MAX, test::Repeated(mono, 2, int64_t{1} << 45), 0, 0},
   };
+  test::MemoryFiles files;
   OggVorbisPlugin plugin(files);
   for (const auto& c : kCases) {
-    SCOPED_TRACE(c.path);
+    SCOPED_TRACE(&c - kCases);
+    const wchar_t* const path = L"\\m\\file.ogg";
+    files.Put("\\m\\file.ogg", std::string(c.bytes.begin(), c.bytes.end()));
     wchar_t display[kMaxText], album[kMaxText], artist[kMaxText], title[kMaxText];
     MediaInfo info = {};
     uint32_t length = 0;
     uint32_t ignored = 5;
-    const Wide path(c.path);
     ASSERT_EQ(plugin.GetFileInfo(path, display, album, &info, &length, &ignored, artist, title), 1);
     EXPECT_EQ(Utf8(display) + "|" + Utf8(album) + "|" + Utf8(artist) + "|" + Utf8(title) + "|" +
                   Utf8(info.genre),
               c.texts);
     EXPECT_EQ(info.sample_rate, c.rate);
-    EXPECT_EQ(info.bit_rate, BitRate({files[c.path].begin(), files[c.path].end()}));
+    EXPECT_EQ(info.bit_rate, BitRate(c.bytes));
     EXPECT_EQ(info.stereo, c.stereo);
     EXPECT_EQ(info.track, c.track);
     EXPECT_EQ(length, c.length_ms);
     EXPECT_EQ(ignored, 5u);
     EXPECT_EQ(
         plugin.GetFileInfo(path, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), 1);
+    MemoryReader reader(c.bytes);
+    plugin.SetReader(&reader);
+    EXPECT_EQ(plugin.Open(path, 0), c.opened_length_ms > 0);
+    EXPECT_EQ(plugin.GetLengthMs(), c.opened_length_ms);
+    info.stereo = 0;
+    plugin.GetMediaInfo(&info);
+    EXPECT_EQ(info.stereo, c.opened_stereo);
+    plugin.Close(0, 0);
   }
+  const std::vector<char> opus = ReadMedia("opus.ogg");
+  files.Put("\\m\\no.ogg", std::string(opus.begin(), opus.end()));
   for (const char* path : {"\\m\\none.ogg", "\\m\\no.ogg", ""}) {
     uint32_t length = 9;
     EXPECT_EQ(plugin.GetFileInfo(Wide(path), nullptr, nullptr, nullptr, &length, nullptr, nullptr,
@@ -235,17 +226,13 @@ TEST(OggVorbisPluginTest, IsABarePluginAfterItsDestruction) {
     }
     host_pointer->Destroy(0);
     EXPECT_EQ(reader.log, "open close ") << played;
-    const struct Fields {
-      void* table;
-      HostWord context;
-      AudioOutput* output;
-      MediaReader* reader;
-      uint32_t state;
-    }* fields = reinterpret_cast<const Fields*>(host_pointer);
-    EXPECT_EQ(fields->context, 77u);
-    EXPECT_EQ(fields->output, &output);
-    EXPECT_EQ(fields->reader, &reader);
-    EXPECT_EQ(fields->state, kStopped);
+    const auto field = [&](size_t word) {
+      return test::RawField<uintptr_t>(plugin, word * sizeof(void*));
+    };
+    EXPECT_EQ(field(1), 77u);
+    EXPECT_EQ(field(2), reinterpret_cast<uintptr_t>(&output));
+    EXPECT_EQ(field(3), reinterpret_cast<uintptr_t>(&reader));
+    EXPECT_EQ(static_cast<uint32_t>(field(4)), kStopped);
     EXPECT_EQ(host_pointer->Open(L"x.ogg", 0), 0);
     EXPECT_EQ(host_pointer->GetFileInfo(L"x.ogg", nullptr, nullptr, nullptr, nullptr, nullptr,
                                         nullptr, nullptr),
@@ -254,31 +241,7 @@ TEST(OggVorbisPluginTest, IsABarePluginAfterItsDestruction) {
     host_pointer->Destroy(0);
     host_pointer->Destroy(1);
   }
-  OggVorbisPlugin* owned = HeapNew<OggVorbisPlugin>(SystemFiles());
-  owned->Destroy(1);
-}
-
-TEST(InputPluginTest, AnswersHarmlesslyByDefault) {
-  class Bare final : public InputPlugin {
-  } plugin;
-  wchar_t text[] = L"kept";
-  MediaInfo info = {};
-  info.track = 3;
-  plugin.Reserved0();
-  EXPECT_EQ(plugin.GetDisplayTitle(text), 0);
-  EXPECT_EQ(Utf8(text), "kept");
-  plugin.GetMediaInfo(&info);
-  EXPECT_EQ(info.track, 3);
-  plugin.SetState(3);
-  EXPECT_EQ(plugin.GetState(), 3u);
-  for (const int64_t answer :
-       {int64_t{plugin.GetLengthMs()}, int64_t{plugin.GetPositionMs(1, 2)},
-        int64_t{plugin.Reserved7()}, int64_t{plugin.Reserved8()}, int64_t{plugin.SeekMs(1)},
-        int64_t{plugin.Stop()}, int64_t{plugin.TogglePause()}, int64_t{plugin.Play()},
-        int64_t{plugin.Close(1, 2)}, int64_t{plugin.Open(L"x", 0)}}) {
-    EXPECT_EQ(answer, 0);
-  }
-  plugin.Destroy(1);
+  HeapNew<OggVorbisPlugin>(SystemFiles())->Destroy(1);  // the leak checker looks
 }
 
 TEST(FramesToMsTest, TruncatesAndSaturates) {

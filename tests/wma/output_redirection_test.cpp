@@ -111,45 +111,33 @@ class LoggingEffects final : public EffectsProcessor {
   }
 };
 
-TEST(OutputTapTest, NeedsModuleAnchorAndFunction) {
+TEST(OutputTapTest, ProcessesStoresAndHandsOnOnceItFoundModuleAnchorAndFunction) {
   HMODULE const player = LoadLibraryW(L"WMPCmn.dll");
   HMODULE const core = GetModuleHandleW(L"coredll.dll");
   HMODULE const other = GetModuleHandleW(L"kernel32.dll");
   ASSERT_TRUE(player && core);
+  LoggingEffects effects;
+  AudioTap tap;
+  int16_t samples[4] = {5, 6, 7, 8};
+  WAVEHDR block = {};
+  block.lpData = reinterpret_cast<char*>(samples);
+  block.dwBufferLength = sizeof(samples);
   const struct {
     const char* name;
     HMODULE player, core;
-  } kCases[] = {
+  } kMissing[] = {
       {"no component", nullptr, core},
       {"component without the export", other, core},
       {"no core", player, nullptr},
       {"core without waveOutWrite", player, other},
   };
-  LoggingEffects effects;
-  AudioTap tap;
-  int16_t sample = 5;
-  WAVEHDR block = {};
-  block.lpData = reinterpret_cast<char*>(&sample);
-  block.dwBufferLength = 2;
-  for (const auto& c : kCases) {
+  for (const auto& c : kMissing) {
     EXPECT_FALSE(InstallOutputTap(c.player, c.core, &effects, &tap)) << c.name;
     EXPECT_EQ(TappedWaveOutWrite(nullptr, &block, sizeof(block)), 6u) << c.name;
   }
   EXPECT_EQ(effects.log, "");
-  EXPECT_EQ(sample, 5);
-  FreeLibrary(player);
-}
 
-TEST(OutputTapTest, ProcessesStoresAndHandsOn) {
-  HMODULE const player = LoadLibraryW(L"WMPCmn.dll");
-  ASSERT_TRUE(player);
-  LoggingEffects effects;
-  AudioTap tap;
-  ASSERT_TRUE(InstallOutputTap(player, GetModuleHandleW(L"coredll.dll"), &effects, &tap));
-  int16_t samples[4] = {5, 6, 7, 8};
-  WAVEHDR block = {};
-  block.lpData = reinterpret_cast<char*>(samples);
-  block.dwBufferLength = sizeof(samples);
+  ASSERT_TRUE(InstallOutputTap(player, core, &effects, &tap));
   // There is no such device: the result is the original's.
   EXPECT_EQ(TappedWaveOutWrite(nullptr, &block, 0), UINT{waveOutWrite(nullptr, &block, 0)});
   EXPECT_EQ(effects.log, "e8 b8 ");
@@ -157,7 +145,6 @@ TEST(OutputTapTest, ProcessesStoresAndHandsOn) {
   EXPECT_TRUE(tap.Read(stored));
   EXPECT_EQ(stored[0], 512) << "after both stages";
   EXPECT_EQ(stored[1], 7);
-
   block.lpData = nullptr;
   TappedWaveOutWrite(nullptr, &block, 0);
   TappedWaveOutWrite(nullptr, nullptr, 0);
@@ -166,7 +153,7 @@ TEST(OutputTapTest, ProcessesStoresAndHandsOn) {
   RestoreOutput(player);
   ForgetOutputTap();
   EXPECT_EQ(TappedWaveOutWrite(nullptr, &block, 0), 6u) << "the original is forgotten";
-  EXPECT_TRUE(InstallOutputTap(player, GetModuleHandleW(L"coredll.dll"), &effects, &tap));
+  EXPECT_TRUE(InstallOutputTap(player, core, &effects, &tap));
   EXPECT_NE(TappedWaveOutWrite(nullptr, &block, 0), 6u) << "its slots had been restored";
   RestoreOutput(player);
   ForgetOutputTap();

@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
 #include <limits>
 #include <string>
+#include <thread>
 
 #include "effects/effects_processor.h"
 #include "tests/support/end_messages.h"
@@ -25,30 +27,20 @@ using test::Wide;
 
 constexpr char kSettings[] = "30=0 36=0 26=0 38=0 96=1 28=0 32=0 34=0 24=0 34=0 ";
 
-BOOL CALLBACK TakePluginWindow(HWND window, LPARAM found) {
-  wchar_t name[16] = L"";
-  GetClassNameW(window, name, 16);
-  if (lstrcmpiW(name, L"VLWMAPlayer") != 0) return TRUE;
-  *reinterpret_cast<HWND*>(found) = window;
-  return FALSE;
-}
-
 // Of this thread: other programs that use the library may be running.
 HWND FindPluginWindow() {
-  HWND found = nullptr;
-  EnumThreadWindows(GetCurrentThreadId(), &TakePluginWindow, reinterpret_cast<LPARAM>(&found));
-  return found;
-}
-
-bool WindowExists() {
-  return FindPluginWindow() != nullptr;
+  HWND window = nullptr;
+  while ((window = FindWindowExW(nullptr, window, L"VLWMAPlayer", nullptr)) != nullptr) {
+    if (GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) break;
+  }
+  return window;
 }
 
 class WmaInputPluginTest : public ::testing::Test {
  protected:
   ~WmaInputPluginTest() override {
     plugin.ShutDown(false);
-    EXPECT_FALSE(WindowExists());
+    EXPECT_FALSE(FindPluginWindow());
   }
   bool Start() { return plugin.Start(GetModuleHandleW(nullptr), effects); }
 
@@ -82,7 +74,9 @@ TEST_F(WmaInputPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
     player.refused_setting = c.refused_setting;
     EXPECT_TRUE(Start()) << "without a control there is still a window";
     EXPECT_FALSE(Start()) << "only once";
-    EXPECT_TRUE(WindowExists());
+    const HWND window = FindPluginWindow();
+    EXPECT_TRUE(window && !GetParent(window) && !IsWindowVisible(window));
+    EXPECT_TRUE(!c.available || GetDlgItem(window, 1333)) << "the container";
     EXPECT_EQ(plugin.available(), c.available);
     EXPECT_EQ(player.TakeLog(), c.log);
     plugin.ShutDown(false);
@@ -92,31 +86,9 @@ TEST_F(WmaInputPluginTest, IsAvailableWithAControlThatTakesItsSettings) {
   }
 }
 
-TEST_F(WmaInputPluginTest, MakesAnInvisibleWindowWithTheContainerInIt) {
-  ASSERT_TRUE(Start());
-  const HWND window = FindPluginWindow();
-  EXPECT_FALSE(GetParent(window));
-  EXPECT_FALSE(IsWindowVisible(window));
-  WNDCLASSW window_class = {};
-  ASSERT_TRUE(GetClassInfoW(GetModuleHandleW(nullptr), L"VLWMAPlayer", &window_class));
-  EXPECT_EQ(window_class.style, UINT{CS_HREDRAW | CS_VREDRAW});
-  EXPECT_EQ(window_class.hbrBackground, GetSysColorBrush(COLOR_WINDOW));
-  const HWND container = GetDlgItem(window, 1333);
-  ASSERT_TRUE(container);
-  wchar_t text[80] = L"";
-  GetClassNameW(container, text, 80);
-  EXPECT_EQ(Utf8(text), "AtlAxWin");
-  GetWindowTextW(container, text, 80);
-  EXPECT_EQ(Utf8(text), "{22D6F312-B0F6-11D0-94AB-0080C74C7E95}");
-  EXPECT_TRUE(GetWindowLongW(container, GWL_STYLE) & WS_CHILD);
-}
-
 template <class T>
 T At(void* object, size_t offset_32, size_t offset_64) {
-  T value;
-  memcpy(&value, static_cast<char*>(object) + (sizeof(void*) == 4 ? offset_32 : offset_64),
-         sizeof(value));
-  return value;
+  return test::RawField<T>(object, sizeof(void*) == 4 ? offset_32 : offset_64);
 }
 
 TEST_F(WmaInputPluginTest, KeepsItsStateWhereHostsReadIt) {
@@ -186,22 +158,13 @@ TEST_F(WmaInputPluginTest, ChangesItsStateThroughTheObjectsTable) {
   EXPECT_EQ(plugin.GetState(), kStopped);
 }
 
-DWORD WINAPI StartSingleThreaded(void* started) {
-  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  FixedPointEffects effects{SystemEffectsPlatform()};
-  WmaInputPlugin plugin(SystemFiles());
-  *static_cast<bool*>(started) = plugin.Start(GetModuleHandleW(nullptr), effects);
-  CoUninitialize();
-  return 0;
-}
-
 TEST_F(WmaInputPluginTest, StartsNothingOnASingleThreadedHost) {
-  bool started = true;
-  const HANDLE thread = CreateThread(nullptr, 0, &StartSingleThreaded, &started, 0, nullptr);
-  WaitForSingleObject(thread, INFINITE);
-  CloseHandle(thread);
-  EXPECT_FALSE(started);
-  EXPECT_FALSE(WindowExists());
+  std::thread([this] {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    EXPECT_FALSE(Start());
+    CoUninitialize();
+  }).join();
+  EXPECT_FALSE(FindPluginWindow());
   EXPECT_TRUE(Start()) << "nothing was left behind";
 }
 
@@ -221,13 +184,10 @@ TEST_F(WmaInputPluginTest, LosesItsControlWithItsWindow) {
 
 TEST_F(WmaInputPluginTest, IsHarmlessWithoutAControl) {
   EXPECT_EQ(plugin.Open(Wide(MediaPath("sample.wma")), 0), 0);
-  EXPECT_EQ(plugin.Play(), 0);
-  EXPECT_EQ(plugin.SeekMs(5), 0);
-  EXPECT_EQ(plugin.Stop(), 0);
-  EXPECT_EQ(plugin.Close(1, 2), 0);
   EXPECT_EQ(plugin.TogglePause(), 1);
-  EXPECT_EQ(plugin.GetLengthMs(), 0);
-  EXPECT_EQ(plugin.GetPositionMs(0, 0), 0);
+  EXPECT_EQ(plugin.Play() | plugin.SeekMs(5) | plugin.Stop() | plugin.Close(1, 2) |
+                plugin.GetLengthMs() | plugin.GetPositionMs(0, 0),
+            0);
   EXPECT_EQ(plugin.GetState(), kStopped);
 }
 
@@ -235,63 +195,45 @@ TEST_F(WmaInputPluginTest, DrivesTheControlFromStateToState) {
   ASSERT_TRUE(Start());
   player.TakeLog();
   const std::string path = MediaPath("sample.wma");
-  enum Step { kOpen, kPlay, kToggle, kStop, kClose, kSeek, kForceState };
+  using Step = std::function<int32_t()>;
+  const Step open = [&] { return plugin.Open(Wide(path), 0); },
+             play = [&] { return plugin.Play(); }, toggle = [&] { return plugin.TogglePause(); },
+             stop = [&] { return plugin.Stop(); }, close = [&] { return plugin.Close(1, 2); },
+             seek = [&] { return plugin.SeekMs(1500); },
+             force = [&] { return plugin.SetState(3), 0; };
   const struct {
     const char* name;
-    Step step;
+    Step run;
     HRESULT control;
     int32_t result;
     uint32_t state;
     std::string log;
   } kSteps[] = {
-      {"open", kOpen, S_OK, 1, 1, "open " + path + " "},
-      {"pause while stopped", kToggle, S_OK, 1, 1, ""},
-      {"play", kPlay, S_OK, 1, 2, "play "},
-      {"the host's own state stays apart", kForceState, S_OK, 0, 2, ""},
-      {"pause", kToggle, S_OK, 0, 3, "stop "},
-      {"resume", kToggle, S_OK, 1, 2, "seek 2.250 play "},
-      {"pause that the control refuses", kToggle, E_FAIL, E_FAIL, 3, "stop "},
-      {"seek while paused", kSeek, S_OK, 1, 3, "seek 1.500 "},
-      {"resume there", kToggle, S_OK, 1, 2, "seek 1.500 play "},
-      {"pause again", kToggle, S_OK, 0, 3, "stop "},
-      {"resume that fails", kToggle, E_FAIL, 0, 1, "seek 2.250 play "},
-      {"seek that fails", kSeek, E_FAIL, 0, 1, "seek 1.500 "},
-      {"play with another success", kPlay, S_FALSE, 1, 2, "play "},
-      {"stop", kStop, S_FALSE, S_FALSE, 1, "stop "},
-      {"play that fails", kPlay, E_FAIL, 0, 1, "play "},
-      {"play once more", kPlay, S_OK, 1, 2, "play "},
-      {"close stops", kClose, S_OK, 0, 1, "stop "},
-      {"and again from playing", kPlay, S_OK, 1, 2, "play "},
-      {"open that the control refuses", kOpen, E_FAIL, 0, 1, "open " + path + " "},
+      {"open", open, S_OK, 1, 1, "open " + path + " "},
+      {"pause while stopped", toggle, S_OK, 1, 1, ""},
+      {"play", play, S_OK, 1, 2, "play "},
+      {"the host's own state stays apart", force, S_OK, 0, 2, ""},
+      {"pause", toggle, S_OK, 0, 3, "stop "},
+      {"resume", toggle, S_OK, 1, 2, "seek 2.250 play "},
+      {"pause that the control refuses", toggle, E_FAIL, E_FAIL, 3, "stop "},
+      {"seek while paused", seek, S_OK, 1, 3, "seek 1.500 "},
+      {"resume there", toggle, S_OK, 1, 2, "seek 1.500 play "},
+      {"pause again", toggle, S_OK, 0, 3, "stop "},
+      {"resume that fails", toggle, E_FAIL, 0, 1, "seek 2.250 play "},
+      {"seek that fails", seek, E_FAIL, 0, 1, "seek 1.500 "},
+      {"play with another success", play, S_FALSE, 1, 2, "play "},
+      {"stop", stop, S_FALSE, S_FALSE, 1, "stop "},
+      {"play that fails", play, E_FAIL, 0, 1, "play "},
+      {"play once more", play, S_OK, 1, 2, "play "},
+      {"close stops", close, S_OK, 0, 1, "stop "},
+      {"and again from playing", play, S_OK, 1, 2, "play "},
+      {"open that the control refuses", open, E_FAIL, 0, 1, "open " + path + " "},
   };
   player.seconds = 2.25;
   for (const auto& s : kSteps) {
     SCOPED_TRACE(s.name);
     player.result = s.control;
-    int32_t result = 0;
-    switch (s.step) {
-      case kOpen:
-        result = plugin.Open(Wide(path), 0);
-        break;
-      case kPlay:
-        result = plugin.Play();
-        break;
-      case kToggle:
-        result = plugin.TogglePause();
-        break;
-      case kStop:
-        result = plugin.Stop();
-        break;
-      case kClose:
-        result = plugin.Close(1, 2);
-        break;
-      case kSeek:
-        result = plugin.SeekMs(1500);
-        break;
-      case kForceState:
-        plugin.SetState(3);
-        break;
-    }
+    const int32_t result = s.run();
     EXPECT_EQ(result, s.result);
     EXPECT_EQ(plugin.GetState(), s.state);
     EXPECT_EQ(player.TakeLog(), s.log);

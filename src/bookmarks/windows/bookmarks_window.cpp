@@ -2,7 +2,6 @@
 #include "base/windows/feature_dialog.h"
 #include "base/windows/registry.h"
 #include "base/windows/resources.h"
-#include "bookmarks/bookmark_position.h"
 #include "bookmarks/bookmarks_feature.h"
 #include "bookmarks/windows/edit_bookmark_dialog.h"
 #include "entry/language/localized.h"

@@ -1,7 +1,7 @@
 #include "bookmarks/windows/edit_bookmark_dialog.h"
 
 #include "base/windows/feature_dialog.h"
-#include "bookmarks/bookmark_position.h"
+#include "bookmarks/bookmark_store.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"

@@ -11,7 +11,7 @@ unzFile ZipStream::Open() noexcept {
   zlib_filefunc64_def calls;
   calls.zopen64_file = OpenCall;
   calls.zread_file = ReadCall;
-  calls.zwrite_file = WriteCall;
+  calls.zwrite_file = nullptr;  // reading never asks for it
   calls.ztell64_file = TellCall;
   calls.zseek64_file = SeekCall;
   calls.zclose_file = CloseCall;
@@ -69,7 +69,7 @@ size_t ZipStream::ReadSource(uint64_t offset, void* dst, size_t bytes) noexcept 
   if (bytes > end_ - offset) bytes = static_cast<size_t>(end_ - offset);
   size_t got = 0;
   if (!failed_) failed_ = source_.ReadSome(offset, dst, bytes, &got) != ReadResult::kOk;
-  return failed_ ? 0 : got;
+  return got;
 }
 
 // Positions behind the end are allowed: reading there gives nothing. An archive's numbers can point
@@ -96,10 +96,6 @@ voidpf ZipStream::OpenCall(voidpf opaque, const void*, int) {
 
 uLong ZipStream::ReadCall(voidpf, voidpf stream, void* dst, uLong bytes) {
   return Self(stream).Read(dst, bytes);
-}
-
-uLong ZipStream::WriteCall(voidpf, voidpf, const void*, uLong) {
-  return 0;
 }
 
 ZPOS64_T ZipStream::TellCall(voidpf, voidpf stream) {

@@ -38,7 +38,6 @@ class ZipStream {
   static ZipStream& Self(voidpf stream) noexcept { return *static_cast<ZipStream*>(stream); }
   static voidpf OpenCall(voidpf opaque, const void* name, int mode);
   static uLong ReadCall(voidpf opaque, voidpf stream, void* dst, uLong bytes);
-  static uLong WriteCall(voidpf opaque, voidpf stream, const void* src, uLong bytes);
   static ZPOS64_T TellCall(voidpf opaque, voidpf stream);
   static long SeekCall(voidpf opaque, voidpf stream, ZPOS64_T offset, int origin);
   static int CloseCall(voidpf opaque, voidpf stream);

@@ -1,9 +1,7 @@
-// What the playlist targets have in common: the input is a playlist and, separated by bytes 0x1D,
-// up to three others that it may name: 1.m3u, 2.pls and 3.asx in its folder. There are no other
-// playlists; every media path exists, without a tag. What is read is compared with a model that
-// goes by the letter.
-#pragma once
-
+// The playlist targets, one a kind (KELVO_FUZZ_KIND): the input is a playlist and, separated by
+// bytes 0x1D, up to three others that it may name: 1.m3u, 2.pls and 3.asx in its folder. There are
+// no other playlists; every media path exists, without a tag. What is read is compared with a model
+// that goes by the letter.
 #include <stddef.h>
 #include <stdint.h>
 
@@ -21,6 +19,7 @@
 #include "tests/fuzz/require.h"
 
 namespace kelvo::fuzz {
+namespace {
 
 class FewFiles final : public FileSystem {
  public:
@@ -199,7 +198,7 @@ class NoInformation final : public MediaInformation {
 };
 
 // Whether an M3U line can say this path: the reader gives back exactly what was written.
-inline bool SurvivesM3u(const wchar_t* path) {
+bool SurvivesM3u(const wchar_t* path) {
   if (path[0] == L'#' || !FindWide(path, L'\\')) return false;
   if (WideLength(path) > 255) return false;
   for (const wchar_t* c = path; *c; ++c) {
@@ -210,7 +209,7 @@ inline bool SurvivesM3u(const wchar_t* path) {
 }
 
 // Reads the input as a playlist, checks each entry, and writes and reads the list again.
-inline int CheckPlaylist(const wchar_t* path, const uint8_t* data, size_t size) {
+int CheckPlaylist(const wchar_t* path, const uint8_t* data, size_t size) {
   FewFiles files(path, data, size);
   NoInformation information;
   FewLists guard;
@@ -243,4 +242,12 @@ inline int CheckPlaylist(const wchar_t* path, const uint8_t* data, size_t size) 
   return 0;
 }
 
+}  // namespace
 }  // namespace kelvo::fuzz
+
+#define KELVO_LIST_OF(kind) L"C:\\Music\\list." #kind
+#define KELVO_LIST(kind) KELVO_LIST_OF(kind)
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  return kelvo::fuzz::CheckPlaylist(KELVO_LIST(KELVO_FUZZ_KIND), data, size);
+}
