@@ -64,8 +64,8 @@ TEST(SoundTest, FilesOfEveryFormAreDecodedAsTheyAreHere) {
     ASSERT_EQ(plugin->Open(L"x", 0), 1) << name;
     EXPECT_EQ(plugin->Play(), 1);
     ends.WaitForNext();
-    plugin->Stop();
     EXPECT_TRUE(output.pcm() == test::DecodeDirectly(file)) << name;
+    plugin->Stop();
     plugin->Close(0, 0);
     plugin->SetNotifyWindow(nullptr);
   }
