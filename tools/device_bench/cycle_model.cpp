@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "fail.h"
+#include "report.h"
 
 namespace bench {
 namespace {

@@ -7,16 +7,38 @@
 #include <vector>
 
 #include "cache.h"
-#include "instruction.h"
 #include "machine.h"
 
 namespace bench {
+
+// What the pipeline must know of an ARMv4 instruction.
+struct Instruction {
+  enum Kind : uint8_t { kOther, kMultiply, kLongMultiply, kLoad, kBranch };
+
+  Kind kind = kOther;
+  uint8_t condition = 14;  // as in the instruction: 14 is always
+  uint8_t multiplier = 0;  // the register whose value decides how long a multiplication takes
+  uint8_t issue = 1;       // cycles
+  uint8_t delay = 0;       // cycles until the result can be used; multiplications: by their value
+  uint32_t reads = 0;      // a bit for each register
+  uint32_t writes = 0;     // results, which come after the delay
+};
+
+Instruction Decode(uint32_t word);
+
+// Whether an instruction with this condition is carried out with these flags.
+bool Holds(uint8_t condition, uint32_t cpsr);
 
 struct Cycles {
   uint64_t instructions = 0;
   double all = 0;
   double memory = 0;  // of all: waiting for memory
   uint64_t code_misses = 0, data_misses = 0;
+
+  Cycles operator-(const Cycles& from) const {
+    return {instructions - from.instructions, all - from.all, memory - from.memory,
+            code_misses - from.code_misses, data_misses - from.data_misses};
+  }
 };
 
 class CycleModel {

@@ -1,4 +1,4 @@
-#include "instruction.h"
+#include "cycle_model.h"
 
 #include <algorithm>
 
@@ -49,7 +49,6 @@ void DecodeBlockTransfer(uint32_t word, Instruction* i) {
     i->kind = Instruction::kLoad;
     i->delay = 1;
     if (list != 0) i->writes = 1u << (31 - __builtin_clz(list));
-    i->writes_pc = list >> kPc;
   } else {
     i->reads |= list;
   }
@@ -97,7 +96,6 @@ Instruction Decode(uint32_t word) {
     default:
       break;
   }
-  i.writes_pc |= i.writes >> kPc & 1;
   return i;
 }
 

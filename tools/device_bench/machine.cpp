@@ -1,18 +1,23 @@
 #include "machine.h"
 
+#include <stdlib.h>
 #include <string.h>
 
-#include "fail.h"
+#include <algorithm>
+
+#include "report.h"
 
 namespace bench {
 namespace {
 
-constexpr uint32_t kPage = 0x1000;
-constexpr uint32_t kStubs = 0x70001000;
+// The program, the heap, a stack that is not watched here, the stubs, and where calls return to.
+constexpr uint32_t kBytes = 80 << 20;
+constexpr uint32_t kHeap = Machine::kBase + (4 << 20);
+constexpr uint32_t kReturn = Machine::kBase + kBytes - 0x1000;
+constexpr uint32_t kStubs = kReturn - 0x10000;
+constexpr uint32_t kStack = kStubs - 0x20000;
+constexpr uint32_t kSupervisorCall = 0xEF000000, kMovePcLr = 0xE1A0F00E;
 constexpr uint32_t kStubBytes = 8;
-constexpr uint32_t kStubRoom = 0x10000;
-constexpr uint32_t kSupervisorCall = 0xEF000000;
-constexpr uint32_t kMovePcLr = 0xE1A0F00E;
 
 void Check(uc_err error, const char* what) {
   if (error != UC_ERR_OK) Fail("%s: %s", what, uc_strerror(error));
@@ -20,41 +25,30 @@ void Check(uc_err error, const char* what) {
 
 }  // namespace
 
-Machine::Machine() {
+Machine::Machine() : memory_(static_cast<uint8_t*>(calloc(kBytes, 1)), &free), heap_(kHeap) {
   Check(uc_open(UC_ARCH_ARM, UC_MODE_ARM, &engine_), "opening the emulator");
   Check(uc_ctl_set_cpu_model(engine_, UC_CPU_ARM_SA1110), "choosing the processor");
+  Check(uc_mem_map_ptr(engine_, kBase, kBytes, UC_PROT_ALL, memory_.get()), "mapping memory");
   uc_hook hook;
-  Check(
-      uc_hook_add(engine_, &hook, UC_HOOK_INTR, reinterpret_cast<void*>(&OnInterrupt), this, 1, 0),
-      "watching calls");
-  Map(kReturn, kPage);
-  Map(kStubs, kStubRoom);
+  const auto interrupt = reinterpret_cast<void*>(&OnInterrupt);
+  Check(uc_hook_add(engine_, &hook, UC_HOOK_INTR, interrupt, this, 1, 0), "watching calls");
+  SetRegister(UC_ARM_REG_SP, kStubs);
 }
 
 Machine::~Machine() {
   uc_close(engine_);
 }
 
-void Machine::Map(uint32_t address, uint32_t bytes) {
-  auto memory = std::make_unique<uint8_t[]>(bytes);
-  Check(uc_mem_map_ptr(engine_, address, bytes, UC_PROT_ALL, memory.get()), "mapping memory");
-  regions_[address] = {bytes, std::move(memory)};
-}
-
 uint8_t* Machine::At(uint32_t address, uint32_t bytes) const {
-  auto found = regions_.upper_bound(address);
-  if (found != regions_.begin()) {
-    --found;
-    const uint32_t offset = address - found->first;
-    if (offset <= found->second.bytes && bytes <= found->second.bytes - offset) {
-      return found->second.memory.get() + offset;
-    }
+  const uint32_t offset = address - kBase;
+  if (offset > kBytes || bytes > kBytes - offset) {
+    Fail("a call was handed %u bytes at %#x, which is no memory (called from %#x)", bytes, address,
+         Register(UC_ARM_REG_LR));
   }
-  Fail("a call was handed %u bytes at %#x, which is no memory (called from %#x)", bytes, address,
-       Register(UC_ARM_REG_LR));
+  return memory_.get() + offset;
 }
 
-uint32_t Machine::Word(uint32_t address) {
+uint32_t Machine::Word(uint32_t address) const {
   uint32_t value;
   memcpy(&value, At(address, 4), 4);
   return value;
@@ -64,25 +58,25 @@ void Machine::SetWord(uint32_t address, uint32_t value) {
   memcpy(At(address, 4), &value, 4);
 }
 
-std::string Machine::Text(uint32_t address) {
-  std::string text;
-  while (const char c = static_cast<char>(*At(address++, 1))) text += c;
-  return text;
+std::string Machine::Text(uint32_t address) const {
+  return reinterpret_cast<const char*>(At(address, 1));
 }
 
-std::u16string Machine::Wide(uint32_t address) {
-  std::u16string text;
-  for (;; address += 2) {
-    char16_t c;
-    memcpy(&c, At(address, 2), 2);
-    if (c == 0) return text;
-    text += c;
-  }
+// The size lies before the block.
+uint32_t Machine::Allocate(uint32_t bytes) {
+  if (bytes > kStack - heap_ - 16) Fail("the heap is used up");
+  SetWord(heap_, bytes);
+  const uint32_t block = heap_ + 8;
+  heap_ = (block + bytes + 7) & ~7u;
+  return block;
 }
 
-void Machine::SetWide(uint32_t address, const std::u16string& text) {
-  const uint32_t bytes = static_cast<uint32_t>((text.size() + 1) * 2);
-  memcpy(At(address, bytes), text.c_str(), bytes);
+uint32_t Machine::Resize(uint32_t block, uint32_t bytes) {
+  const uint32_t moved = Allocate(bytes);
+  if (block == 0) return moved;
+  const uint32_t kept = std::min(Word(block - 8), bytes);
+  memcpy(At(moved, kept), At(block, kept), kept);
+  return moved;
 }
 
 uint32_t Machine::Register(int id) const {
@@ -95,14 +89,14 @@ void Machine::SetRegister(int id, uint32_t value) {
   uc_reg_write(engine_, id, &value);
 }
 
-uint32_t Machine::Argument(int index) {
+uint32_t Machine::Argument(int index) const {
   if (index < 4) return Register(UC_ARM_REG_R0 + index);
   return Word(Register(UC_ARM_REG_SP) + 4 * static_cast<uint32_t>(index - 4));
 }
 
 uint32_t Machine::AddStub(Handler handler) {
   const uint32_t address = kStubs + kStubBytes * static_cast<uint32_t>(stubs_.size());
-  if (address + kStubBytes > kStubs + kStubRoom) Fail("too many stubs");
+  if (address == kReturn) Fail("too many stubs");
   SetWord(address, kSupervisorCall);
   SetWord(address + 4, kMovePcLr);
   stubs_.push_back(std::move(handler));
@@ -111,60 +105,38 @@ uint32_t Machine::AddStub(Handler handler) {
 
 void Machine::OnInterrupt(uc_engine*, uint32_t, void* self) {
   Machine& machine = *static_cast<Machine*>(self);
-  const uint32_t index = (machine.Register(UC_ARM_REG_PC) - kStubs) / kStubBytes;
-  if (index >= machine.stubs_.size()) {
-    Fail("an exception at %#x", machine.Register(UC_ARM_REG_PC));
-  }
-  machine.stubs_[index]();
+  const uint32_t pc = machine.Register(UC_ARM_REG_PC);
+  const uint32_t index = (pc - kStubs) / kStubBytes;
+  if (index >= machine.stubs_.size()) Fail("an exception at %#x", pc);
+  machine.SetRegister(UC_ARM_REG_R0, machine.stubs_[index](machine));
 }
 
 void Machine::OnBlock(uc_engine*, uint64_t, uint32_t bytes, void* self) {
   static_cast<Machine*>(self)->instructions_ += bytes / 4;
 }
 
-void Machine::OnAccess(uc_engine*, uc_mem_type, uint64_t address, int bytes, int64_t, void* self) {
-  if (address % static_cast<uint32_t>(bytes) == 0) return;
-  Fail("unaligned access of %d bytes at %#x, pc %#x", bytes, static_cast<uint32_t>(address),
-       static_cast<Machine*>(self)->Register(UC_ARM_REG_PC));
-}
-
-void Machine::Start(uint32_t pc) {
-  const uc_err error = uc_emu_start(engine_, pc, kReturn, 0, 0);
+uint32_t Machine::Call(uint32_t function, const std::vector<uint32_t>& arguments) {
+  uc_context* outer = nullptr;
+  Check(uc_context_alloc(engine_, &outer), "saving registers");
+  Check(uc_context_save(engine_, outer), "saving registers");
+  const uint32_t sp = (Register(UC_ARM_REG_SP) - 128) & ~7u;
+  for (size_t i = 0; i < arguments.size(); ++i) {
+    if (i < 4) {
+      SetRegister(UC_ARM_REG_R0 + static_cast<int>(i), arguments[i]);
+    } else {
+      SetWord(sp + 4 * static_cast<uint32_t>(i - 4), arguments[i]);
+    }
+  }
+  SetRegister(UC_ARM_REG_SP, sp);
+  SetRegister(UC_ARM_REG_LR, kReturn);
+  const uc_err error = uc_emu_start(engine_, function, kReturn, 0, 0);
   if (error != UC_ERR_OK) {
     Fail("%s at pc %#x, lr %#x, sp %#x", uc_strerror(error), Register(UC_ARM_REG_PC),
          Register(UC_ARM_REG_LR), Register(UC_ARM_REG_SP));
   }
-}
-
-bool Machine::Run(uint32_t pc) {
-  stopped_ = false;
-  Start(pc);
-  const uint32_t stopped_at = Register(UC_ARM_REG_PC);
-  if (stopped_ && (stopped_at < kStubs || stopped_at >= kStubs + kStubRoom)) {
-    Fail("the emulator stopped at %#x, behind the call that waits", stopped_at);
-  }
-  return !stopped_;
-}
-
-void Machine::Stop() {
-  stopped_ = true;
-  uc_emu_stop(engine_);
-}
-
-uint32_t Machine::RunInside(uint32_t pc, const std::vector<uint32_t>& arguments) {
-  uc_context* saved = nullptr;
-  Check(uc_context_alloc(engine_, &saved), "saving registers");
-  Check(uc_context_save(engine_, saved), "saving registers");
-  SetRegister(UC_ARM_REG_SP, (Register(UC_ARM_REG_SP) - 64) & ~7u);
-  SetRegister(UC_ARM_REG_LR, kReturn);
-  for (size_t i = 0; i < arguments.size(); ++i) {
-    SetRegister(UC_ARM_REG_R0 + static_cast<int>(i), arguments[i]);
-  }
-  Start(pc);
-  if (stopped_) Fail("a function called back by the system waited");
   const uint32_t result = Register(UC_ARM_REG_R0);
-  Check(uc_context_restore(engine_, saved), "restoring registers");
-  uc_context_free(saved);
+  Check(uc_context_restore(engine_, outer), "restoring registers");
+  uc_context_free(outer);
   return result;
 }
 
@@ -173,15 +145,6 @@ void Machine::CountInstructions(uint32_t begin, uint32_t bytes) {
   Check(uc_hook_add(engine_, &hook, UC_HOOK_BLOCK, reinterpret_cast<void*>(&OnBlock), this, begin,
                     begin + bytes - 1),
         "counting instructions");
-  // Blocks that are already translated keep the hooks that they were made with.
-  Check(uc_ctl_remove_cache(engine_, begin, begin + bytes), "dropping translated code");
-}
-
-void Machine::RefuseUnaligned() {
-  uc_hook hook;
-  Check(uc_hook_add(engine_, &hook, UC_HOOK_MEM_READ | UC_HOOK_MEM_WRITE,
-                    reinterpret_cast<void*>(&OnAccess), this, 1, 0),
-        "watching accesses");
 }
 
 }  // namespace bench

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "fail.h"
+#include "faults.h"
 
 namespace bridge {
 namespace {

@@ -6,8 +6,7 @@
 #include <stdlib.h>
 #include <string.h>
 
-#include "fail.h"
-#include "heap.h"
+#include "faults.h"
 #include "library.h"
 
 namespace bridge {

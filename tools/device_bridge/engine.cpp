@@ -5,10 +5,9 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "call_host.h"
-#include "fail.h"
+#include "device_functions.h"
+#include "faults.h"
 #include "library.h"
-#include "records.h"
 
 namespace bridge {
 namespace {

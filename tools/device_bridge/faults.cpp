@@ -2,10 +2,11 @@
 
 #include <windows.h>
 
+#include <stdarg.h>
 #include <stdint.h>
+#include <stdio.h>
 
 #include "engine.h"
-#include "fail.h"
 #include "library.h"
 
 namespace bridge {
@@ -35,6 +36,22 @@ LONG CALLBACK OnFault(EXCEPTION_POINTERS* fault) {
 }
 
 }  // namespace
+
+void Fail(const char* format, ...) {
+  char text[512] = "device bridge: ";
+  constexpr int kPrefix = 15, kRoom = sizeof(text) - kPrefix - 1;
+  va_list arguments;
+  va_start(arguments, format);
+  int length = vsnprintf(text + kPrefix, kRoom, format, arguments);
+  va_end(arguments);
+  length = kPrefix + (length < kRoom ? length : kRoom - 1);
+  text[length++] = '\n';
+  DWORD written;
+  WriteFile(GetStdHandle(STD_ERROR_HANDLE), text, static_cast<DWORD>(length), &written, nullptr);
+  // No handler of the program's shall run on: its state is not what the device's would be.
+  TerminateProcess(GetCurrentProcess(), 99);
+  for (;;) Sleep(INFINITE);
+}
 
 FaultWatch::FaultWatch() : handler_(AddVectoredExceptionHandler(1, &OnFault)) {}
 

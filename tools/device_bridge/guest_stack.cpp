@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "fail.h"
+#include "faults.h"
 
 namespace bridge {
 namespace {

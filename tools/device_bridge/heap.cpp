@@ -1,4 +1,4 @@
-#include "heap.h"
+#include "device_functions.h"
 
 #include <windows.h>
 
@@ -10,7 +10,7 @@
 #include <mutex>
 #include <unordered_map>
 
-#include "fail.h"
+#include "faults.h"
 
 namespace bridge {
 namespace {

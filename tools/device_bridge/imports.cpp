@@ -3,9 +3,8 @@
 #include <string.h>
 
 #include "device_functions.h"
-#include "fail.h"
+#include "faults.h"
 #include "functions.h"
-#include "records.h"
 
 namespace bridge {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "device_functions.h"
 #include "engine.h"
-#include "fail.h"
+#include "faults.h"
 #include "kelvo/features.h"
-#include "resources.h"
 
 namespace bridge {
 namespace {

@@ -1,8 +1,8 @@
-#include "records.h"
+#include "device_functions.h"
 
 #include <string.h>
 
-#include "fail.h"
+#include "faults.h"
 
 namespace bridge {
 namespace {

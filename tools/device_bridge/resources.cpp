@@ -1,6 +1,7 @@
-#include "resources.h"
+#include "device_functions.h"
 
-#include "fail.h"
+#include "arm_image.h"
+#include "faults.h"
 
 namespace bridge {
 namespace {

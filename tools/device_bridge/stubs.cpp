@@ -5,7 +5,7 @@
 #include <string.h>
 
 #include "engine.h"
-#include "fail.h"
+#include "faults.h"
 
 namespace bridge {
 namespace {
@@ -111,3 +111,27 @@ uint32_t Stubs::EmulatedPage(uint32_t page) const {
 }
 
 }  // namespace bridge
+
+__asm__(
+    ".globl _CallHost\n"
+    "_CallHost:\n"
+    "  pushl %ebp\n"
+    "  movl %esp, %ebp\n"
+    "  pushl %esi\n"
+    "  pushl %edi\n"
+    "  pushl %ebx\n"
+    "  subl $64, %esp\n"
+    "  andl $-16, %esp\n"
+    "  movl 12(%ebp), %esi\n"
+    "  movl %esp, %edi\n"
+    "  movl $16, %ecx\n"
+    "  cld\n"
+    "  rep movsl\n"
+    "  movl 16(%ebp), %ecx\n"
+    "  call *8(%ebp)\n"
+    "  leal -12(%ebp), %esp\n"
+    "  popl %ebx\n"
+    "  popl %edi\n"
+    "  popl %esi\n"
+    "  popl %ebp\n"
+    "  ret\n");

@@ -1,6 +1,6 @@
-// Addresses that stand for functions of the device's library wherever it hands one out. Code of
-// this machine that calls one enters the emulator; the emulated code, which sees other bytes at the
-// same address, jumps to the function.
+// How code of this machine and the device's call each other: addresses that stand for functions of
+// the device's library wherever it hands one out. Code of this machine that calls one enters the
+// emulator; the emulated code, which sees other bytes at the same address, jumps to the function.
 #pragma once
 
 #include <stdint.h>
@@ -41,5 +41,13 @@ class Stubs {
   int count_ = 0;
   std::mutex lock_;  // of count_ and what lies below it
 };
+
+// The other way.
+// More than any function takes: the callee reads those that it knows of.
+constexpr uint32_t kHostWords = 17;
+
+// Puts 16 words on the stack, `object` where a member function expects it, and calls; whether the
+// callee or the caller removes the words makes no difference. Both results: edx:eax.
+extern "C" uint64_t CallHost(uint32_t function, const uint32_t* words, uint32_t object);
 
 }  // namespace bridge

@@ -22,7 +22,7 @@ constexpr struct {
 void FillList(User& user) {
   const HWND list = user.Control(IDC_BOOKMARK_LIST);
   user.Wait("the bookmarks", [&] { return ListView_GetItemCount(list) > 0; });
-  user.TapItem(list, 0);
+  user.TapList(list, 0, LVHT_ONITEMICON);  // the column has no room for a text
 }
 
 void OpenMenu(User& user) {

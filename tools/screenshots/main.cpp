@@ -25,7 +25,7 @@ bool Take(const Group& group, User& user, const std::wstring& folder) {
   for (size_t i = 0; i < group.count; ++i) {
     const Shot& shot = group.shots[i];
     shot.pose(user);
-    SetCursorPos(0, 0);  // away from what it would light up
+    user.StandStill();
     const std::wstring path = folder + L"\\" + shot.name + L".png";
     if (!WritePng(path, Photograph(user.Windows()))) {
       std::fprintf(stderr, "screenshots: cannot write %ls\n", path.c_str());

@@ -72,6 +72,21 @@ void User::OpenMenu(int button) const {
   Wait("a menu", [&] { return Menu() != nullptr; });
 }
 
+// A toolbar hears late that the pointer has left it, and a busy machine paints late.
+void User::StandStill() const {
+  SetCursorPos(0, 0);
+  Settle();
+  Run([this] {
+    const HWND toolbar = FindWindowExW(MenuBar(), nullptr, TOOLBARCLASSNAMEW, nullptr);
+    if (toolbar) SendMessageW(toolbar, TB_SETHOTITEM, static_cast<WPARAM>(-1), 0);
+    FindAny([](HWND window) {
+      RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+      return false;
+    });
+  });
+  Settle();
+}
+
 void User::OpenContextMenu(HWND control, POINT at) const {
   Activate();
   StartTap(control, at, WM_RBUTTONDOWN, WM_RBUTTONUP);

@@ -22,6 +22,8 @@ class User : public kelvo::test::User {
 
   void OpenMenu(int button) const;  // of the menu bar
   void OpenContextMenu(HWND control, POINT at) const;
+  // The pointer goes where it lights up nothing, nothing stays lit, and all is painted.
+  void StandStill() const;
   void TapItem(HWND list, int item) const { TapList(list, item, LVHT_ONITEMLABEL); }
 
  private:
