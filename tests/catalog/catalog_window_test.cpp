@@ -231,8 +231,8 @@ TEST_F(CatalogSheetTest, OneFeatureDialogIsOpenAtATime) {
 // Languages whose libraries are not complete, or not right.
 class CatalogLanguageTest : public test::CatalogWindowTest {
  protected:
-  static constexpr uint32_t kPartial = 0x0452;
-  static constexpr uint32_t kHostile = 0x083C;
+  static constexpr uint32_t kPartial = 0x0503;
+  static constexpr uint32_t kHostile = 0x0504;
   void TearDown() override {
     LoadLanguageLibrary(0, true);
     CatalogWindowTest::TearDown();
@@ -283,7 +283,7 @@ TEST_F(CatalogLanguageTest, ThePagesKeepTheirLanguageWhileTheSheetIsOpen) {
     driver_.GoTo(2);  // made only now, of a template in the library
     EXPECT_EQ(driver_.Text(driver_.Page(), IDC_LANGUAGE), "Cymraeg");
   });
-  EXPECT_FALSE(GetModuleHandleW(L"kv_mui.0452.dll"));
+  EXPECT_FALSE(GetModuleHandleW(L"kv_mui.0503.dll"));
 }
 
 TEST_F(CatalogLanguageTest, AWrongFormatIsReplacedByTheBuiltInText) {

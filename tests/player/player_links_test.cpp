@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/windows/unique_handle.h"
 #include "host/player/bookmark_link.h"
 #include "host/player/catalog_link.h"
 #include "host/player/language_setting.h"
@@ -213,30 +214,27 @@ TEST(PlayerLinks, PresetsAreLoadedAndDeleted) {
   EXPECT_EQ(bank.List().size(), 2u);
 }
 
+// The menu offers those that the system has a name for: none of the ones made for tests.
 TEST(PlayerLinks, LanguagesBesideTheProgram) {
   kelvo::test::LanguageValue value;
-  value.Remove();
   EXPECT_EQ(ChosenLanguage(), kEnglish);
-  for (const wchar_t* name : {L"kv_mui.12.dll", L"kv_mui.GGGG.dll", L"kv_mui.04520.dll"}) {
-    CloseHandle(CreateFileW(name, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+  kelvo::UniqueFile others[3];
+  const wchar_t* const names[] = {L"kv_mui.12.dll", L"kv_mui.GGGG.dll", L"kv_mui.04070.dll"};
+  for (int i = 0; i < 3; ++i) {
+    others[i].Reset(CreateFileW(names[i], GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                FILE_FLAG_DELETE_ON_CLOSE, nullptr));
   }
-  const std::vector<LANGID> languages = FindLanguages();
-  for (const wchar_t* name : {L"kv_mui.12.dll", L"kv_mui.GGGG.dll", L"kv_mui.04520.dll"}) {
-    DeleteFileW(name);
-  }
-  ASSERT_FALSE(languages.empty());
-  EXPECT_EQ(languages[0], kEnglish);
-  EXPECT_EQ(std::count(languages.begin(), languages.end(), 0x0452), 1);
-  EXPECT_EQ(std::count(languages.begin(), languages.end(), 0x12), 0);
-  EXPECT_TRUE(std::is_sorted(languages.begin() + 1, languages.end()));
+  ASSERT_TRUE(GetFileAttributesW(L"kv_mui.0503.dll") != INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(FindLanguages(),
+            (std::vector<LANGID>{kEnglish, 0x0407, 0x040C, 0x0411, 0x0415, 0x0419, 0x0C0A}));
 
-  const auto* const english = test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText);
-  const std::wstring before = english;
-  ASSERT_TRUE(ChooseLanguage(test::TheLibrary(), 0x0452));
-  EXPECT_EQ(ChosenLanguage(), 0x0452);
-  EXPECT_NE(test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText), before);
+  const auto* const version = test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText);
+  const std::wstring english = version;
+  ASSERT_TRUE(ChooseLanguage(test::TheLibrary(), 0x0407));
+  EXPECT_EQ(ChosenLanguage(), 0x0407);
+  EXPECT_NE(test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText), english);
   ASSERT_TRUE(ChooseLanguage(test::TheLibrary(), kEnglish));
-  EXPECT_EQ(test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText), before);
+  EXPECT_EQ(test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText), english);
 }
 
 }  // namespace
