@@ -5,25 +5,19 @@
 #include <fstream>
 #include <iterator>
 
-#include "host/library.h"
-#include "host/player/windows/commands.h"
 #include "host/player/windows/skin_source.h"
 #include "tests/host/windows/player_driver.h"
 
 namespace velmora {
 namespace {
 
+using test::Media;
 using test::Place;
 using test::PlayerDriver;
 using test::Shows;
+using test::WaitFor;
 
 constexpr wchar_t kSession[] = L"player_window_test.session";
-
-std::wstring Media(const wchar_t* name) {
-  wchar_t full[MAX_PATH];
-  GetFullPathNameW((std::wstring(L"..\\..\\media\\") + name).c_str(), MAX_PATH, full, nullptr);
-  return full;
-}
 
 std::string SessionText() {
   std::ifstream file("player_window_test.session", std::ios::binary);
@@ -42,15 +36,16 @@ class PlayerWindowTest : public testing::Test {
  protected:
   PlayerWindowTest() {
     DeleteFileW(kSession);
-    player_.emplace(std::vector<std::wstring>{Media(L"sample.ogg"), Media(L"tone_44100_mono.ogg"),
-                                              Media(L"tone_8000_stereo.ogg")},
-                    kSession);
-    player_->Until([&] { return Playing() && CurrentRow() == 0; });
+    test::SendSoundTo(L"silence", false);
+    Open({Media(L"sample.ogg"), Media(L"tone_44100_mono.ogg"), Media(L"tone_8000_stereo.ogg")});
+    WaitFor([&] { return Playing() && CurrentRow() == 0; });
   }
 
+  void Open(const std::vector<std::wstring>& files) {
+    player_.emplace(PlayerOptions{files, L"", kSession});
+  }
   bool Shown(HWND window, Rect place, kelvo::SkinFile file, Point from) const {
-    return PlayerDriver::Soon(
-        [&] { return Shows(player_->Picture(window), place, skin_.image(file), from); });
+    return WaitFor([&] { return Shows(player_->Picture(window), place, skin_.image(file), from); });
   }
   bool MainShows(Rect place, kelvo::SkinFile file, Point from) const {
     return Shown(player_->main(), place, file, from);
@@ -98,8 +93,7 @@ class PlayerWindowTest : public testing::Test {
     return text;
   }
 
-  const Library library_;
-  const Skin skin_ = DefaultSkin(library_);
+  const Skin skin_ = DefaultSkin(test::TheLibrary());
   std::optional<PlayerDriver> player_;
 };
 
@@ -109,7 +103,7 @@ constexpr Point kStop = {96, 97};
 constexpr Point kNext = {118, 97};
 
 TEST_F(PlayerWindowTest, TransportFollowsTheButtons) {
-  player_->Until([&] { return LastDigit() == 1; });
+  WaitFor([&] { return LastDigit() == 1; });
   EXPECT_TRUE(MainShows({239, 41, 29, 12}, kelvo::kSkinMonoStereo, {0, 0}));
 
   player_->Press(player_->main(), kPause);
@@ -160,9 +154,9 @@ TEST_F(PlayerWindowTest, Sliders) {
   EXPECT_TRUE(MainShows({177, 58, 14, 11}, kelvo::kSkinBalance, {15, 422}));
 
   player_->Drag(player_->main(), {50, 77}, {200, 77});  // 8 seconds, to 6.4
-  player_->Until([&] { return LastDigit() >= 6; });
+  WaitFor([&] { return LastDigit() >= 6; });
   player_->Click(player_->main(), {70, 32});
-  player_->Until([&] { return LastDigit() <= 1; });
+  WaitFor([&] { return LastDigit() <= 1; });
   EXPECT_TRUE(MainShows({36, 26, 9, 13}, kelvo::kSkinNumbersEx, {99, 0})) << "minus";
 
   player_->Leave();
@@ -195,7 +189,7 @@ TEST_F(PlayerWindowTest, PlaylistWithTheMouseAndKeys) {
   EXPECT_TRUE(RowSelected(1));
   EXPECT_FALSE(RowSelected(0));
   player_->DoubleClick(list, {60, 53});
-  EXPECT_TRUE(PlayerDriver::Soon([&] { return CurrentRow() == 2; }));
+  EXPECT_TRUE(WaitFor([&] { return CurrentRow() == 2; }));
 
   const Bitmap third = RowText(2);
   player_->Drag(list, {60, 53}, {60, 25});
@@ -205,10 +199,10 @@ TEST_F(PlayerWindowTest, PlaylistWithTheMouseAndKeys) {
   player_->Click(list, {60, 40});
   player_->Key(list, VK_DELETE);
   player_->Key(list, VK_END);
-  player_->Until([&] { return RowSelected(1); });
+  WaitFor([&] { return RowSelected(1); });
   EXPECT_EQ(CurrentRow(), 0);
   player_->Key(list, VK_RETURN);
-  player_->Until([&] { return CurrentRow() == 1; });
+  WaitFor([&] { return CurrentRow() == 1; });
   player_->Leave();
   const std::string kept = SessionText();
   EXPECT_EQ(kept.find("sample.ogg"), std::string::npos);
@@ -223,7 +217,7 @@ TEST_F(PlayerWindowTest, TheListTakesWhatIsDroppedOnIt) {
   player_->Key(list, VK_DELETE);
   EXPECT_FALSE(RowSelected(3)) << "there is no row in the strip below the fourth";
   player_->Key(list, VK_END);
-  EXPECT_TRUE(PlayerDriver::Soon([&] { return RowSelected(3) && CurrentRow() < 0; }));
+  EXPECT_TRUE(WaitFor([&] { return RowSelected(3) && CurrentRow() < 0; }));
   player_->Click(list, {60, 40});
   EXPECT_TRUE(RowSelected(1));
   player_->Drop(player_->main(), {Media(L"tone_44100_mono.ogg"), Media(L"tone_8000_stereo.ogg")});
@@ -237,16 +231,14 @@ TEST_F(PlayerWindowTest, TheListTakesWhatIsDroppedOnIt) {
 }
 
 TEST_F(PlayerWindowTest, ADialogIsToBeAnsweredFirst) {
-  PostMessageW(player_->main(), WM_COMMAND, kCommandAbout, 0);
-  HWND dialog = nullptr;
-  player_->Until([&] { return (dialog = PlayerDriver::Find(L"#32770")) != nullptr; });
+  player_->Start(kCommandAbout);
+  const HWND dialog = player_->user().WaitForWindow(L"About Velmora");
   for (HWND window : {player_->main(), player_->equalizer(), player_->playlist()}) {
     EXPECT_FALSE(IsWindowEnabled(window));
   }
   player_->Command(kCommandPlaylistWindow);
   EXPECT_TRUE(IsWindowVisible(player_->playlist()));
-  PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-  player_->Until([&] { return !IsWindow(dialog); });
+  player_->user().Answer(dialog, IDOK);
   EXPECT_TRUE(IsWindowEnabled(player_->playlist()));
   player_->Command(kCommandPlaylistWindow);
   EXPECT_FALSE(IsWindowVisible(player_->playlist()));
@@ -333,7 +325,7 @@ TEST_F(PlayerWindowTest, TheNextStartLooksTheSame) {
   const RECT main = Place(player_->main());
   const RECT list = Place(player_->playlist());
   player_->Leave();
-  player_.emplace(std::vector<std::wstring>{Media(L"sample.ogg")}, kSession);
+  Open({Media(L"sample.ogg")});
   EXPECT_FALSE(IsWindowVisible(player_->equalizer()));
   EXPECT_TRUE(IsWindowVisible(player_->playlist()));
   const RECT main_again = Place(player_->main());
