@@ -177,6 +177,15 @@ std::vector<char> WithLength(const std::vector<char>& file, int64_t frames) {
   return Joined(packets, ends);
 }
 
+std::vector<char> WithPackets(const std::vector<char>& file, size_t count, int64_t frames) {
+  std::vector<int64_t> ends;
+  std::vector<std::vector<char>> packets = Packets(file, &ends);
+  packets.resize(count);
+  ends.resize(count);
+  ends.back() = frames;
+  return Joined(packets, ends);
+}
+
 std::vector<char> Repeated(const std::vector<char>& file, int times) {
   std::vector<int64_t> ends;
   std::vector<std::vector<char>> packets = Packets(file, &ends);

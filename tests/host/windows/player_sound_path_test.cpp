@@ -44,7 +44,7 @@ constexpr size_t kMostWaiting = 10;          // buffers on their way to the devi
 
 // An Ogg Vorbis file in the blocks in which the player's decoding thread fills its buffers, from
 // a place in the file on.
-Blocks DecodeOgg(const std::vector<char>& file, uint32_t start_ms) {
+Blocks DecodeOgg(const std::vector<char>& file, uint32_t start_ms = 0) {
   const int64_t first_frame = start_ms > 0 ? int64_t{44100} * start_ms / 1000 : -1;
   Blocks blocks;
   for (const std::vector<char>& bytes :

@@ -7,6 +7,7 @@
 
 #include "host/player/windows/skin_source.h"
 #include "tests/host/windows/player_driver.h"
+#include "tests/support/owned_objects.h"
 
 namespace velmora {
 namespace {
@@ -308,6 +309,31 @@ TEST_F(PlayerWindowTest, DroppedSkinsArePutOnFileByFile) {
   const std::string kept = SessionText();
   EXPECT_NE(kept.find("player_window_test.skin\n"), std::string::npos) << kept;
   EXPECT_EQ(kept.find("sample.ogg"), std::string::npos) << kept;
+}
+
+TEST_F(PlayerWindowTest, ClickingAboutLeavesNothingBehind) {
+  const auto owned = [&] {
+    kelvo::test::Owned now = {};
+    player_->user().Run([&] { now = kelvo::test::CountOwned(); });
+    return now;
+  };
+  const auto click = [&](int rounds) {
+    for (int i = 0; i < rounds; ++i) {
+      player_->Click(player_->equalizer(), {27, 24});
+      for (const int command : std::initializer_list<int>{
+               kCommandNext, kCommandVisualNext, kCommandDoubleSize, kCommandPlaylistWindow,
+               kCommandDoubleSize, kCommandPlaylistWindow, kCommandShade, kCommandSkin,
+               kCommandShade}) {
+        player_->Command(command);
+      }
+    }
+  };
+  click(5);
+  const kelvo::test::Owned before = owned();
+  click(20);
+  const kelvo::test::Owned after = owned();
+  EXPECT_LE(after.gdi, before.gdi + 10);
+  EXPECT_LE(after.user, before.user + 10);
 }
 
 // As its windows go, the main one becomes active and draws itself.
