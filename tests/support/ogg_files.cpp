@@ -177,12 +177,12 @@ std::vector<char> WithLength(const std::vector<char>& file, int64_t frames) {
   return Joined(packets, ends);
 }
 
-std::vector<char> WithPackets(const std::vector<char>& file, size_t count, int64_t frames) {
+std::vector<char> WithoutSound(const std::vector<char>& file, int64_t frames) {
   std::vector<int64_t> ends;
   std::vector<std::vector<char>> packets = Packets(file, &ends);
-  packets.resize(count);
-  ends.resize(count);
-  ends.back() = frames;
+  packets.resize(5);
+  packets[4] = {1};  // no music
+  ends = {0, 0, 0, 0, frames};
   return Joined(packets, ends);
 }
 

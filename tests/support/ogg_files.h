@@ -26,8 +26,9 @@ std::vector<char> WithoutLength(const std::vector<char>& file);
 // The same stream with another position on its last page.
 std::vector<char> WithLength(const std::vector<char>& file, int64_t frames);
 
-// So many of its first packets, of which three are headers, and that position at the end.
-std::vector<char> WithPackets(const std::vector<char>& file, size_t count, int64_t frames);
+// A file that says that length and opens, but is over at once: behind its headers stand the packet
+// that every song begins with, which is not heard, and one that is no music.
+std::vector<char> WithoutSound(const std::vector<char>& file, int64_t frames);
 
 // The sound of the stream so many times over, in one stream.
 std::vector<char> Repeated(const std::vector<char>& file, int times);
