@@ -131,33 +131,5 @@ TEST(FileSink, RecordsBlocksInOrderAsLoudAsTheyAreHeard) {
   ASSERT_EQ(waveOutSetVolume(nullptr, 0xFFFFFFFF), MMSYSERR_NOERROR);
 }
 
-TEST(FileSink, APauseKeepsThePlaceInsideABlock) {
-  UseSink(L"sink_place.wav", false);
-  Device device(8000);
-  Block block(device, 80000, 0);
-  ASSERT_TRUE(block.PrepareAndWrite());
-  while (device.PositionBytes() < 3200) Sleep(5);  // the block takes 320000
-  ASSERT_EQ(waveOutPause(device.handle), MMSYSERR_NOERROR);
-  const DWORD place = device.PositionBytes();
-  EXPECT_LT(place, 320000u);
-  Sleep(60);
-  EXPECT_EQ(device.PositionBytes(), place);
-  ASSERT_EQ(waveOutRestart(device.handle), MMSYSERR_NOERROR);
-  while (device.PositionBytes() <= place) Sleep(5);
-  ASSERT_EQ(waveOutReset(device.handle), MMSYSERR_NOERROR);
-  EXPECT_EQ(device.PositionBytes(), 0u);
-}
-
-TEST(FileSink, SilenceLeavesNoFile) {
-  UseSink(L"silence", true);
-  Device device(44100);
-  Block block(device, 1000, 5);
-  ASSERT_TRUE(block.PrepareAndWrite());
-  ASSERT_TRUE(block.WaitDone());
-  EXPECT_EQ(device.PositionBytes(), 4000u);
-  EXPECT_EQ(GetFileAttributesW(L"silence"), INVALID_FILE_ATTRIBUTES);
-  EXPECT_EQ(waveOutGetNumDevs(), 1u);
-}
-
 }  // namespace
 }  // namespace kelvo
