@@ -10,8 +10,8 @@
 
 #include "tests/player/rig.h"
 #include "tests/pocketpc/wav_bytes.h"
+#include "tests/support/dialog_driver.h"
 #include "tests/support/media_files.h"
-#include "tests/support/message_box.h"
 #include "tests/support/ogg_files.h"
 #include "tests/support/owned_objects.h"
 
@@ -61,11 +61,13 @@ TEST(Player, PlaysAListOfBothKindsToItsEnd) {
 TEST(Player, SaysWhyItSkipsAFileWhoseNameTheCodePageLacks) {
   SendSoundTo(L"silence", true);
   Rig rig;
-  const kelvo::test::MessageBoxAnswer box(L"Error");
   rig.player.Add({L"Z:\\\x4E2D.wma", Media(L"tone_8000_mono.ogg")});
-  rig.player.Play();
-  EXPECT_EQ(box.text(),
-            "Please, change regional settings to correctly play file Z:\\\xE4\xB8\xAD.wma");
+  std::string said;
+  {
+    const kelvo::test::BoxAnswer box(L"Error", &said);
+    rig.player.Play();
+  }
+  EXPECT_EQ(said, "Please, change regional settings to correctly play file Z:\\\xE4\xB8\xAD.wma");
   EXPECT_EQ(rig.player.status().current, 1u);
   ASSERT_TRUE(rig.RunUntilStopped());
 }
