@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "host/player/views/docking.h"
+#include "host/player/skin/geometry.h"
 #include "host/player/views/list_selection.h"
 
 namespace velmora {

@@ -52,7 +52,10 @@ void PlayerDriver::Leave() {
 }
 
 void PlayerDriver::Quit() {
-  Click(main_, {268, 7});
+  const Point close = {268, 7};
+  Press(main_, close);
+  // Posted, as from the mouse: what is sent does not wake the player's loop, which has to end.
+  PostMessageW(main_, WM_LBUTTONUP, 0, MAKELPARAM(close.x * Scale(), close.y * Scale()));
   thread_.join();
 }
 

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "host/player/windows/skin_source.h"
+#include "host/player/settings.h"
 #include "tests/host/windows/player_driver.h"
 #include "tests/support/owned_objects.h"
 
