@@ -114,13 +114,6 @@ TEST_F(ShellTest, BarsHavePopupsAndTips) {
   Open();
   ASSERT_EQ(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0), 8);
   EXPECT_EQ(GetMenuItemID(Popup(40032), 0), 40101u);
-  const HMENU other = CreatePopupMenu();
-  const LRESULT old = reinterpret_cast<LRESULT>(Popup(40033));
-  const LPARAM menu = reinterpret_cast<LPARAM>(other);
-  EXPECT_EQ(SendMessageW(bar, SHCMBM_SETSUBMENU, 40033, menu), old);
-  EXPECT_EQ(Popup(40033), other);
-  EXPECT_EQ(SendMessageW(bar, SHCMBM_SETSUBMENU, 1234, menu), 0);
-  DestroyMenu(other);
   // A button with a label and one that is not there have no tips.
   for (const UINT_PTR command : {40023, 40010, 1234}) {
     NMTTDISPINFOW info = {};

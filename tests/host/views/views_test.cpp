@@ -3,6 +3,7 @@
 // state before them. When a change is meant, copy what this test has written over views.txt.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -202,7 +203,8 @@ void ShowEqualizer(Gallery* gallery) {
   EqualizerViewState state;
   state.on = state.bass = true;
   state.active = false;
-  for (int i = 0; i < kEqualizerSliders; ++i) state.sliders[i] = 27 - 5 * i / 2;
+  const int kSliders[] = {27, 25, 22, 20, 17, 14, 13, 10, 7, 5, 2};
+  std::copy_n(kSliders, kEqualizerSliders, state.sliders);
   state.pressed = EqualizerControl::kSlider;
   state.pressed_slider = 10;
   for (int x = 0; x < kCurvePlace.width; ++x) state.curve[x] = x < 50 ? -1000 : x < 90 ? 1000 : 9;

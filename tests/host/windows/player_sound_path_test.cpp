@@ -18,25 +18,23 @@ namespace {
 using Samples = std::vector<int16_t>;
 using Blocks = std::vector<Samples>;
 
-// The effects in their slow and obvious form; their histories last as long as the program.
-class ReferenceEffects {
- public:
-  void Set(const EqualizerState& state) {
-    int32_t bands[kEqualizerBands];
-    std::copy_n(state.bands, kEqualizerBands, bands);
-    effects_.SetEqualizer(state.preamp, bands);
-    effects_.SetBassMode(state.bass);
-    effects_.enabled = state.on;
-  }
-  void Process(Samples* samples) {
-    const auto bytes = static_cast<int32_t>(samples->size() * sizeof(int16_t));
-    effects_.ProcessEqualizer(samples->data(), bytes);
-    effects_.ProcessBass(samples->data(), bytes);
-  }
+// In their slow and obvious form; their histories last as long as the program.
+using Effects = kelvo::test::ReferenceEffects;
 
- private:
-  kelvo::test::ReferenceEffects effects_;
-};
+void Set(Effects* effects, const EqualizerState& state) {
+  int32_t bands[kEqualizerBands];
+  std::copy_n(state.bands, kEqualizerBands, bands);
+  effects->SetEqualizer(state.preamp, bands);
+  effects->SetBassMode(state.bass);
+  effects->enabled = state.on;
+}
+
+Samples Processed(Samples samples, Effects* effects) {
+  const auto bytes = static_cast<int32_t>(samples.size() * sizeof(int16_t));
+  effects->ProcessEqualizer(samples.data(), bytes);
+  effects->ProcessBass(samples.data(), bytes);
+  return samples;
+}
 
 constexpr size_t kBufferBytes = 16384;       // of sound above 22050 Hz
 constexpr size_t kSmallestRoomBytes = 4096;  // a buffer with less is full
@@ -60,7 +58,7 @@ Blocks DecodeOgg(const std::vector<char>& file, uint32_t start_ms = 0) {
 // is heard is not known beforehand, except that it is between two buffers.
 class SoundCheck {
  public:
-  explicit SoundCheck(const EqualizerState& settings) { effects_.Set(settings); }
+  explicit SoundCheck(const EqualizerState& settings) { Set(&effects_, settings); }
 
   // Starts to compare a recording.
   void Begin(Samples recorded) {
@@ -86,15 +84,14 @@ class SoundCheck {
       Begin(*next_recorded);
     }
     const size_t most = std::min(blocks.size(), i + kMostWaiting);
-    for (ReferenceEffects effects = effects_;; ++i) {
-      ReferenceEffects tried = effects;
+    for (Effects effects = effects_;; ++i) {
+      Effects tried = effects;
       if (Matches(next, &tried)) {
         effects_ = effects;
         return;
       }
       if (i == most) break;
-      Samples unheard = blocks[i];
-      effects.Process(&unheard);
+      Processed(blocks[i], &effects);
     }
     ADD_FAILURE() << "what comes after sample " << at_ << " of " << recorded_.size()
                   << " is not as it must be";
@@ -102,17 +99,16 @@ class SoundCheck {
 
  private:
   // Whether the recording goes on with this block.
-  bool Matches(const Samples& block, ReferenceEffects* effects) const {
+  bool Matches(const Samples& block, Effects* effects) const {
     if (recorded_.size() - at_ < block.size()) return false;
-    Samples heard = block;
-    effects->Process(&heard);
+    const Samples heard = Processed(block, effects);
     return std::equal(heard.begin(), heard.end(), recorded_.begin() + static_cast<ptrdiff_t>(at_));
   }
   // Tries the settings as they are, then one change more after the other.
   bool MatchesWithChanges(const Samples& block) {
     for (size_t changes = 0; changes <= changes_.size(); ++changes) {
-      ReferenceEffects effects = effects_;
-      if (changes > 0) effects.Set(changes_[changes - 1]);
+      Effects effects = effects_;
+      if (changes > 0) Set(&effects, changes_[changes - 1]);
       if (!Matches(block, &effects)) continue;
       effects_ = effects;
       changes_.erase(changes_.begin(), changes_.begin() + static_cast<ptrdiff_t>(changes));
@@ -130,7 +126,7 @@ class SoundCheck {
   }
   void End() { EXPECT_EQ(at_, recorded_.size()) << "more was played than the file has"; }
 
-  ReferenceEffects effects_;
+  Effects effects_;
   std::vector<EqualizerState> changes_;
   Samples recorded_;
   size_t at_ = 0;
