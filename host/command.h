@@ -1,10 +1,13 @@
-// One command of the program: what follows its name on the command line, and the exit code.
+// The commands of the program, and what they share: their options and the console.
 #pragma once
+
+#include <windows.h>
 
 #include <string>
 #include <vector>
 
 #include "host/library.h"
+#include "host/sound_state.h"
 
 namespace velmora {
 
@@ -18,5 +21,28 @@ int PlayerCommand(const Library& library, const Words& words);
 int PlayCommand(const Library& library, const Words& words);
 // What files say about themselves (info_command.cpp).
 int InfoCommand(const Library& library, const Words& words);
+
+// The command line of `velmora play`.
+
+struct PlayOptions {
+  std::vector<std::wstring> files;
+  std::wstring wav_path;  // empty: the sound device, or "played.wav" where there is none
+  EqualizerState sound;   // the equalizer is on once an option was given for it
+};
+
+// Complains on the console and returns false when the words make no sense. Presets are those of
+// the library, from the folder beside the program.
+bool ParsePlayOptions(const Library& library, const std::vector<std::wstring>& words,
+                      PlayOptions* options);
+
+// Text to the console (or, as UTF-8, to wherever standard output goes), and Ctrl-C.
+
+// printf-style, wide format.
+void Print(const wchar_t* format, ...);
+void PrintError(const wchar_t* format, ...);
+
+// An event that Ctrl-C, Ctrl-Break or closing the console signals.
+HANDLE InterruptEvent();
+bool Interrupted();
 
 }  // namespace velmora

@@ -1,4 +1,4 @@
-#include "host/console.h"
+#include "host/command.h"
 
 #include <stdarg.h>
 #include <stdio.h>

@@ -1,8 +1,6 @@
-#include "host/device_drive.h"
+#include "host/system.h"
 
 #include <windows.h>
-
-#include "host/system.h"
 
 namespace velmora {
 

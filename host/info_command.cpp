@@ -1,5 +1,4 @@
 #include "host/command.h"
-#include "host/console.h"
 #include "host/input.h"
 #include "host/text.h"
 

@@ -1,7 +1,8 @@
-// The plug-in for a file, by the file's extension.
+// The plug-in for a file, by the file's extension, and what it reads the file with.
 #pragma once
 
 #include <kelvo/input_plugin.h>
+#include <kelvo/media_reader.h>
 #include <windows.h>
 
 #include <string>
@@ -52,6 +53,21 @@ class Input {
   bool is_wma_;
   kelvo::OggVorbisInput* ogg_ = nullptr;
   kelvo::WmaInput* wma_ = nullptr;
+};
+
+// Reads a media file from disk for a plug-in.
+class MediaFile final : public kelvo::MediaReader {
+ public:
+  ~MediaFile() { Close(); }
+
+  int64_t Seek(int64_t offset, uint32_t origin) noexcept override;
+  int32_t Read(void* destination, uint32_t bytes, uint32_t* bytes_read) noexcept override;
+  int32_t Close() noexcept override;  // harmless when repeated
+  int32_t Open(const wchar_t* path, uint32_t mode) noexcept override;
+  int32_t Release(kelvo::HostWord, kelvo::HostWord) noexcept override { return 1; }
+
+ private:
+  HANDLE file_ = INVALID_HANDLE_VALUE;
 };
 
 }  // namespace velmora

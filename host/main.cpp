@@ -5,7 +5,6 @@
 #include <shellapi.h>
 
 #include "host/command.h"
-#include "host/console.h"
 #include "host/library.h"
 #include "host/system.h"
 

@@ -4,8 +4,6 @@
 #include <optional>
 
 #include "host/command.h"
-#include "host/console.h"
-#include "host/play_options.h"
 #include "host/player/playback.h"
 #include "host/text.h"
 

@@ -1,8 +1,7 @@
-#include "host/play_options.h"
+#include "host/command.h"
 
 #include <wchar.h>
 
-#include "host/console.h"
 #include "host/player/preset_bank.h"
 #include "host/system.h"
 

@@ -4,7 +4,7 @@
 #include <shlobj.h>
 
 #include "host/command.h"
-#include "host/player/session_file.h"
+#include "host/player/settings.h"
 #include "host/player/windows/player_app.h"
 #include "host/system.h"
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "host/device_drive.h"
 #include "host/library.h"
 #include "host/player/player.h"
+#include "host/system.h"
 
 namespace velmora {
 

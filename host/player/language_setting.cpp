@@ -1,4 +1,4 @@
-#include "host/player/language_setting.h"
+#include "host/player/settings.h"
 
 #include <kelvo/settings.h>
 #include <wchar.h>

@@ -10,7 +10,6 @@
 #include <string>
 
 #include "host/effects_output.h"
-#include "host/file_reader.h"
 #include "host/input.h"
 #include "host/library.h"
 #include "host/player/sample_tap.h"
@@ -70,7 +69,7 @@ class Playback {
   WaveOutput device_;
   SampleTap tap_{device_};
   std::optional<EffectsOutput> effects_;
-  FileReader reader_;
+  MediaFile reader_;
 
   std::optional<Input> input_;
   std::wstring path_;

@@ -1,4 +1,4 @@
-#include "host/player/session_file.h"
+#include "host/player/settings.h"
 
 #include <stdio.h>
 

@@ -2,7 +2,7 @@
 
 #include <string.h>
 
-#include "pocketpc/support/com_object.h"
+#include "pocketpc/support/module.h"
 
 namespace kelvo {
 namespace {

@@ -3,8 +3,6 @@
 #include <commctrl.h>
 
 #include "pocketpc/aygshell/menu_bar.h"
-#include "pocketpc/aygshell/screen.h"
-#include "pocketpc/aygshell/sheet.h"
 
 namespace kelvo {
 namespace {

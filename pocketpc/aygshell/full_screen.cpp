@@ -1,7 +1,9 @@
 // The desktop's screen has neither task bar nor input-panel button: what a window asked for is only
 // kept, on the window.
-#include "pocketpc/aygshell/full_screen.h"
 #include "base/windows/pocketpc.h"
+
+// For tests: what SHFullScreen was last told of a window; 0 when it was told nothing.
+extern "C" DWORD WINAPI KelvoFullScreenState(HWND window);
 
 namespace kelvo {
 namespace {

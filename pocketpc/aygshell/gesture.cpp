@@ -1,4 +1,4 @@
-#include "pocketpc/aygshell/gesture.h"
+#include "pocketpc/aygshell/frame.h"
 
 #include <commctrl.h>
 

@@ -1,7 +1,5 @@
 #include "base/windows/pocketpc.h"
 #include "pocketpc/aygshell/frame.h"
-#include "pocketpc/aygshell/gesture.h"
-#include "pocketpc/aygshell/sheet.h"
 
 namespace kelvo {
 namespace {

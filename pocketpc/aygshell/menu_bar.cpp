@@ -3,9 +3,6 @@
 #include "base/memory/heap.h"
 #include "base/windows/pocketpc.h"
 #include "pocketpc/aygshell/frame.h"
-#include "pocketpc/aygshell/module.h"
-#include "pocketpc/aygshell/screen.h"
-#include "pocketpc/aygshell/toolbar.h"
 
 namespace kelvo {
 namespace {

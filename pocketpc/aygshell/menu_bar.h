@@ -53,4 +53,16 @@ void EnableMenuBars(HWND root, bool enable) noexcept;
 
 void UnregisterMenuBarClass() noexcept;
 
+// The toolbar inside a menu bar.
+
+HFONT MakeToolbarFont() noexcept;
+
+// Borrows the images and the font. Null when there is no window or no button to be had.
+HWND CreateToolbar(HWND bar, const MenuBarContent& content, HFONT font) noexcept;
+
+// Inside the bar's edges.
+void PlaceToolbar(HWND toolbar) noexcept;
+
+HINSTANCE ThisModule() noexcept;  // the module that this code is linked into
+
 }  // namespace kelvo

@@ -1,4 +1,4 @@
-#include "pocketpc/aygshell/module.h"
+#include "pocketpc/aygshell/menu_bar.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;  // the linker's
 

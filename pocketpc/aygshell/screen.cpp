@@ -1,4 +1,4 @@
-#include "pocketpc/aygshell/screen.h"
+#include "pocketpc/aygshell/frame.h"
 
 namespace kelvo {
 namespace {

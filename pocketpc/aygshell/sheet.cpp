@@ -1,4 +1,4 @@
-#include "pocketpc/aygshell/sheet.h"
+#include "pocketpc/aygshell/frame.h"
 
 #include <commctrl.h>
 #include <prsht.h>

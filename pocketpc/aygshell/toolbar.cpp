@@ -1,7 +1,6 @@
-#include "pocketpc/aygshell/toolbar.h"
+#include "pocketpc/aygshell/menu_bar.h"
 
-#include "pocketpc/aygshell/module.h"
-#include "pocketpc/aygshell/screen.h"
+#include "pocketpc/aygshell/frame.h"
 
 namespace kelvo {
 namespace {

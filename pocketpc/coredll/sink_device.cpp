@@ -4,7 +4,7 @@
 
 #include "base/memory/heap.h"
 #include "pocketpc/coredll/volume.h"
-#include "pocketpc/support/module_thread.h"
+#include "pocketpc/support/module.h"
 
 namespace kelvo {
 namespace {

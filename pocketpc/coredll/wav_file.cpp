@@ -1,4 +1,4 @@
-#include "pocketpc/coredll/wav_file.h"
+#include "pocketpc/coredll/sink_device.h"
 
 #include <string.h>
 

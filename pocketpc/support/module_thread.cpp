@@ -1,4 +1,4 @@
-#include "pocketpc/support/module_thread.h"
+#include "pocketpc/support/module.h"
 
 #include <windows.h>
 

@@ -10,7 +10,7 @@
 #include "base/memory/heap_text.h"
 #include "base/windows/unique_handle.h"
 #include "input/wma/asf_header.h"
-#include "pocketpc/support/module_thread.h"
+#include "pocketpc/support/module.h"
 
 namespace kelvo {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "base/sync/lock.h"
 #include "base/windows/com_ptr.h"
-#include "pocketpc/support/com_object.h"
+#include "pocketpc/support/module.h"
 
 namespace kelvo {
 

@@ -5,7 +5,7 @@
 
 #include "base/windows/com_ptr.h"
 #include "base/windows/player_control.h"
-#include "pocketpc/support/com_object.h"
+#include "pocketpc/support/module.h"
 #include "pocketpc/wmpcmn/player_control.h"
 
 namespace kelvo {

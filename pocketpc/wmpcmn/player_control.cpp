@@ -114,7 +114,7 @@ PlayerMethods::PlayerMethods(PlayerControl* owner) noexcept
 
 HRESULT PlayerControl::Initialise() noexcept {
   events_.Reset(HeapNew<EventSource>(this));
-  if (events_) player_ = Player::Create(events_.get());
+  if (events_) player_ = PlayerEngine::Create(events_.get());
   return player_ ? S_OK : E_OUTOFMEMORY;
 }
 

@@ -5,9 +5,9 @@
 #include <ocidl.h>
 #include <ole2.h>
 
-#include "pocketpc/support/com_object.h"
+#include "pocketpc/support/module.h"
 #include "pocketpc/wmpcmn/event_source.h"
-#include "pocketpc/wmpcmn/player.h"
+#include "pocketpc/wmpcmn/player_engine.h"
 
 namespace kelvo {
 
@@ -31,7 +31,7 @@ class PlayerControl final : public ComObject<PlayerControl, IOleObject, IConnect
 
   // To be called once, before anything else.
   HRESULT Initialise() noexcept;
-  Player& player() noexcept { return *player_; }
+  PlayerEngine& player() noexcept { return *player_; }
 
   void* FindInterface(REFIID iid) noexcept;
 
@@ -67,7 +67,7 @@ class PlayerControl final : public ComObject<PlayerControl, IOleObject, IConnect
   PlayerMethods methods_;
   ComPtr<IOleClientSite> site_;
   ComPtr<EventSource> events_;
-  Player* player_ = nullptr;  // ours until Quit
+  PlayerEngine* player_ = nullptr;  // ours until Quit
 };
 
 }  // namespace kelvo

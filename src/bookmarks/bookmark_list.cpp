@@ -12,7 +12,7 @@ constexpr wchar_t kReturn = 13;
 constexpr wchar_t kLineFeed = 10;
 
 // Reads lines of 16-bit units, a block of the file at a time.
-class LineReader {
+class BookmarkLines {
  public:
   enum class [[nodiscard]] Result{
       kLine,    // a line, perhaps empty, perhaps ended by the end of the file
@@ -20,7 +20,7 @@ class LineReader {
       kFailed,  // the file could not be read
   };
 
-  explicit LineReader(ByteSource& source) noexcept : source_(source) {}
+  explicit BookmarkLines(ByteSource& source) noexcept : source_(source) {}
 
   // A line longer than the buffer keeps its start. The unit behind a carriage return belongs to the
   // line's end, whatever it is.
@@ -149,8 +149,8 @@ void BookmarkList::Clear() noexcept {
 }
 
 void ReadBookmarks(ByteSource& source, BookmarkList* list) noexcept {
-  using Result = LineReader::Result;
-  LineReader reader(source);
+  using Result = BookmarkLines::Result;
+  BookmarkLines reader(source);
   wchar_t line[kTextCapacity];
   // An empty path ends the list, as the end of the file does.
   while (reader.Read(line) == Result::kLine && line[0] != 0) {

@@ -116,8 +116,8 @@ TEST(AsfHeaderTest, KeepsTheFirstValue) {
        B().Extended(
            1, Le(16, 2) + Utf16("WM/Genre") + Le(0, 2) + Le(30000, 2) + std::string(9000, 'g')),
        "||||x"},
-      {"a known object that cannot be whole",
-       B().Object(B::kExtended, Le(1, 2) + B::Text("WM/Genre", "G"), 5000), "||||x"},
+      {"a known object that claims more than there is",
+       B().Object(B::kExtended, Le(1, 2) + B::Text("WM/Genre", "G"), 5000), "|||G|x"},
       {"more attributes than there are",
        B().Object(B::kExtended, Le(0xFFFF, 2) + B::Text("WM/Genre", "G")), "|||G|x"},
       {"text attribute as number", B().Extended(1, B::Number("WM/Genre", 65)), "||||x"},

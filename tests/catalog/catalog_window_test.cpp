@@ -200,7 +200,7 @@ TEST_F(CatalogSheetTest, OneFeatureDialogIsOpenAtATime) {
 
 // A language library that is not complete.
 TEST_F(CatalogSheetTest, WhatIsTranslatedIsShownTheRestIsEnglish) {
-  ASSERT_TRUE(LoadLanguageLibrary(0x0452, true));
+  ASSERT_TRUE(LoadLanguageLibrary(0x0503, true));
   sheet_caption_ = L"Trefnydd";
   ShowAfterScan(0, [&] {
     Select(0);
@@ -235,12 +235,12 @@ TEST_F(CatalogSheetTest, WhatIsTranslatedIsShownTheRestIsEnglish) {
     GoTo(2);  // made only now, of a template in the library that the sheet holds
     EXPECT_EQ(Text(Page(), IDC_LANGUAGE), "Cymraeg");
   });
-  EXPECT_FALSE(GetModuleHandleW(L"kv_mui.0452.dll"));
+  EXPECT_FALSE(GetModuleHandleW(L"kv_mui.0503.dll"));
 }
 
 // One whose format asks for other arguments; the caption's length is bounded.
 TEST_F(CatalogSheetTest, AWrongFormatIsReplacedByTheBuiltInText) {
-  ASSERT_TRUE(LoadLanguageLibrary(0x083C, true));
+  ASSERT_TRUE(LoadLanguageLibrary(0x0504, true));
   sheet_caption_ = L"1234567890123456789012345678901234567890123456789012345678901234";
   ShowAfterScan(0, [&] {
     Select(1);

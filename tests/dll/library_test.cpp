@@ -17,8 +17,8 @@ using test::LoadedLibrary;
 constexpr char kEnglish[] = "Velmora Feature Pack\rversion 2.51 installed.";
 
 // Made for tests: tests/languages/
-constexpr DWORD kTranslated = 0x0452;
-constexpr DWORD kHostile = 0x083C;
+constexpr DWORD kTranslated = 0x0503;
+constexpr DWORD kHostile = 0x0504;
 constexpr DWORD kMissing = 0x0C0B;
 
 TEST(LibraryTest, OffersItsFeaturesAndNothingElse) {

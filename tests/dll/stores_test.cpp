@@ -9,7 +9,6 @@
 #include "base/windows/pocketpc.h"
 #include "kelvo/features.h"
 #include "kelvo/types.h"
-#include "pocketpc/aygshell/full_screen.h"
 #include "tests/bookmarks/bookmark_text.h"
 #include "tests/support/dialog_driver.h"
 #include "tests/support/installation_folder.h"
@@ -17,6 +16,8 @@
 #include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
 #include "tests/support/zip_builder.h"
+
+extern "C" DWORD WINAPI KelvoFullScreenState(HWND window);
 
 namespace kelvo {
 namespace {

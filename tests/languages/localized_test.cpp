@@ -20,7 +20,7 @@ namespace {
 using test::DialogDriver;
 using test::Utf8;
 
-constexpr uint32_t kPartial = 0x0452;
+constexpr uint32_t kPartial = 0x0503;
 
 struct Seen {
   std::string title;
@@ -42,7 +42,7 @@ INT_PTR CALLBACK Look(HWND window, UINT message, WPARAM, LPARAM lparam) {
 INT_PTR CALLBACK SwitchToEnglish(HWND window, UINT message, WPARAM, LPARAM) {
   if (message != WM_INITDIALOG) return FALSE;
   LoadLanguageLibrary(0, true);
-  EXPECT_TRUE(GetModuleHandleW(L"kv_mui.0452.dll"));
+  EXPECT_TRUE(GetModuleHandleW(L"kv_mui.0503.dll"));
   EXPECT_FALSE(LanguageModule()) << "what opens now is English";
   EndDialog(window, 7);
   return FALSE;
@@ -56,18 +56,18 @@ class LocalizedTest : public ::testing::Test {
 
 TEST_F(LocalizedTest, FindsTheLibraryByItsName) {
   // The general pattern, and letters among the digits: libraries that nobody else has.
-  const wchar_t* const copies[] = {L"mui.0452.dll", L"kv_mui.0ABF.dll"};
-  for (const wchar_t* copy : copies) ASSERT_TRUE(CopyFileW(L"kv_mui.0452.dll", copy, FALSE));
+  const wchar_t* const copies[] = {L"mui.0503.dll", L"kv_mui.0ABF.dll"};
+  for (const wchar_t* copy : copies) ASSERT_TRUE(CopyFileW(L"kv_mui.0503.dll", copy, FALSE));
   const struct {
     uint32_t id;
     bool own, loads;
     const char* name;
   } kCases[] = {
-      {kPartial, true, true, "kv_mui.0452.dll"},
-      {kPartial, false, true, "mui.0452.dll"},
+      {kPartial, true, true, "kv_mui.0503.dll"},
+      {kPartial, false, true, "mui.0503.dll"},
       {0x0ABF, true, true, "kv_mui.0ABF.dll"},
       {0x0ABF, false, false, ""},
-      {kPartial, true, true, "kv_mui.0452.dll"},
+      {kPartial, true, true, "kv_mui.0503.dll"},
       {0, true, true, ""},
       {1033, true, true, ""},
       {0x0C0B, true, false, ""},
@@ -160,7 +160,7 @@ TEST_F(LocalizedTest, RunsEachDialogInTheLanguageThatHasAllOfIt) {
 TEST_F(LocalizedTest, ADialogKeepsItsLanguageWhileItIsOpen) {
   LoadLanguageLibrary(kPartial, true);
   EXPECT_EQ(LocalizedDialogBox(OwnModule(), IDD_TEXT_ENTRY, nullptr, SwitchToEnglish, 0), 7);
-  EXPECT_FALSE(GetModuleHandleW(L"kv_mui.0452.dll"));
+  EXPECT_FALSE(GetModuleHandleW(L"kv_mui.0503.dll"));
 }
 
 // One run of the text entry dialog, as the user sees it when it opens; then `typed` goes letter by

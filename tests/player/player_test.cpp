@@ -1,9 +1,7 @@
 // The player without a face, with real files, plug-ins and the desktop's stand-ins.
 #include <windows.h>
 
-#include <psapi.h>
 #include <stdio.h>
-#include <string.h>
 
 #include <functional>
 #include <iterator>
@@ -12,7 +10,9 @@
 
 #include "tests/player/rig.h"
 #include "tests/pocketpc/wav_bytes.h"
-#include "tests/support/message_box.h"
+#include "tests/support/dialog_driver.h"
+#include "tests/support/media_files.h"
+#include "tests/support/ogg_files.h"
 #include "tests/support/owned_objects.h"
 
 namespace velmora {
@@ -23,14 +23,6 @@ using test::Media;
 using test::Rig;
 using test::SendSoundTo;
 
-std::vector<char> ReadBytes(const std::wstring& path) {
-  std::vector<char> bytes(1 << 20);
-  FILE* const file = _wfopen(path.c_str(), L"rb");
-  bytes.resize(file ? fread(bytes.data(), 1, bytes.size(), file) : 0);
-  if (file) fclose(file);
-  return bytes;
-}
-
 void WriteBytes(const std::wstring& path, const char* bytes, size_t count) {
   FILE* const file = _wfopen(path.c_str(), L"wb");
   ASSERT_NE(file, nullptr);
@@ -38,48 +30,10 @@ void WriteBytes(const std::wstring& path, const char* bytes, size_t count) {
   fclose(file);
 }
 
-uint32_t OggChecksum(const std::vector<char>& page) {
-  uint32_t sum = 0;
-  for (const char byte : page) {
-    sum ^= static_cast<uint32_t>(static_cast<uint8_t>(byte)) << 24;
-    for (int bit = 0; bit < 8; ++bit) sum = (sum << 1) ^ (sum >> 31 ? 0x04C11DB7 : 0);
-  }
-  return sum;
-}
-
-// An Ogg page with one short packet, of the stream that the page at `head` belongs to.
-std::vector<char> PageOf(const std::vector<char>& packet, char flags, char number,
-                         uint32_t position, const char* head) {
-  std::vector<char> page(head, head + 27);
-  page[5] = flags;
-  page[18] = number;
-  memset(page.data() + 6, 0, 8);
-  memcpy(page.data() + 6, &position, 4);
-  memset(page.data() + 22, 0, 4);
-  page[26] = 1;
-  page.push_back(static_cast<char>(packet.size()));
-  page.insert(page.end(), packet.begin(), packet.end());
-  const uint32_t sum = OggChecksum(page);
-  memcpy(page.data() + 22, &sum, 4);
-  return page;
-}
-
-// A file that says one second and opens, but is over at once: behind its headers stand the packet
-// that every song begins with, which is not heard, and one that is no music.
 std::wstring SongWithoutMusic() {
-  const std::vector<char> song = ReadBytes(Media(L"sample.ogg"));
-  const char* third = song.data();  // the headers fill two pages
-  for (int pages = 0; pages < 3; ++third) pages += memcmp(third, "OggS", 4) == 0;
-  --third;
-  const uint8_t segments = static_cast<uint8_t>(third[26]);
-  const uint8_t first_bytes = static_cast<uint8_t>(third[27]);
-  const char* const first = third + 27 + segments;
-  std::vector<char> silent(song.data(), third);
-  for (const auto& page :
-       {PageOf({first, first + first_bytes}, 0, 2, 0, third), PageOf({1}, 4, 3, 44100, third)}) {
-    silent.insert(silent.end(), page.begin(), page.end());
-  }
-  WriteBytes(L"without_music.ogg", silent.data(), silent.size());
+  const std::vector<char> song =
+      kelvo::test::WithoutSound(kelvo::test::ReadMedia("sample.ogg"), 44100);
+  WriteBytes(L"without_music.ogg", song.data(), song.size());
   return L"without_music.ogg";
 }
 
@@ -107,11 +61,13 @@ TEST(Player, PlaysAListOfBothKindsToItsEnd) {
 TEST(Player, SaysWhyItSkipsAFileWhoseNameTheCodePageLacks) {
   SendSoundTo(L"silence", true);
   Rig rig;
-  const kelvo::test::MessageBoxAnswer box(L"Error");
   rig.player.Add({L"Z:\\\x4E2D.wma", Media(L"tone_8000_mono.ogg")});
-  rig.player.Play();
-  EXPECT_EQ(box.text(),
-            "Please, change regional settings to correctly play file Z:\\\xE4\xB8\xAD.wma");
+  std::string said;
+  {
+    const kelvo::test::BoxAnswer box(L"Error", &said);
+    rig.player.Play();
+  }
+  EXPECT_EQ(said, "Please, change regional settings to correctly play file Z:\\\xE4\xB8\xAD.wma");
   EXPECT_EQ(rig.player.status().current, 1u);
   ASSERT_TRUE(rig.RunUntilStopped());
 }
@@ -349,26 +305,10 @@ TEST(Player, AddsFilesAndFoldersAndLearnsAboutThem) {
   EXPECT_EQ(rig.player.tracks()[0].length_ms, 8000u);
 }
 
-struct Resources {
-  DWORD handles = 0;
-  DWORD graphics = kelvo::test::GdiObjects();
-  DWORD windows = kelvo::test::UserObjects();
-  size_t memory = 0;
-
-  Resources() {
-    GetProcessHandleCount(GetCurrentProcess(), &handles);
-    PROCESS_MEMORY_COUNTERS_EX counters = {};
-    counters.cb = sizeof(counters);
-    GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
-                         sizeof(counters));
-    memory = counters.PrivateUsage;
-  }
-};
-
 TEST(Player, ManyTrackChangesLeaveNothingBehind) {
   SendSoundTo(L"silence", false);
   Rig rig;
-  rig.player.Add({Media(L"sample.ogg"), Media(L"sample.wma"), Media(L"tone_8000_mono.ogg")});
+  rig.player.Add({Media(L"sample.ogg"), Media(L"tone_8000_mono.ogg")});
   rig.player.SetRepeat(true);
   rig.player.Play();
   const auto change = [&](int count) {
@@ -379,15 +319,12 @@ TEST(Player, ManyTrackChangesLeaveNothingBehind) {
       rig.RunFor(20);
       rig.player.Samples(samples);
     }
+    rig.player.Stop();
   };
   change(30);  // fills caches of the system
-  const Resources before;
+  const kelvo::test::Owned before = kelvo::test::CountOwned();
   change(50);
-  const Resources after;
-  EXPECT_LE(after.handles, before.handles + 5);
-  EXPECT_LE(after.graphics, before.graphics);
-  EXPECT_LE(after.windows, before.windows);
-  EXPECT_LT(after.memory, before.memory + (2 << 20));
+  EXPECT_EQ(kelvo::test::Grown(before, 50), "");
 }
 
 }  // namespace

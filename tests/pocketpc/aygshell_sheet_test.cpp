@@ -70,7 +70,7 @@ class SheetTest : public testing::Test {
 
 TEST_F(SheetTest, PagesFillTheSheetAndTabsLieOnTheirEdge) {
   for (const LONG width : {240, 400}) {
-    if (width != 240) MoveWindow(sheet, 0, 0, width, 500, TRUE);
+    if (width != 240) MoveWindow(sheet, 70, 60, width, 500, TRUE);
     const SIZE client = ClientSize(sheet);
     if (width == 240) {
       EXPECT_EQ(client.cx, 240);
@@ -121,49 +121,6 @@ TEST_F(SheetTest, ADialogAboveAPageIsNoPage) {
   ShowWindow(own.hwndMB, SW_SHOW);
   EXPECT_EQ(GetAncestor(WindowFromPoint({61, 251}), GA_ROOT), own.hwndMB);
   DestroyWindow(dialog);
-}
-
-TEST_F(SheetTest, EachPageHasItsBarAndTheSheetStaysWhereItIs) {
-  MoveWindow(sheet, 70, 60, 240, 300, TRUE);
-  for (int i : {0, 1, 2, 1, 0}) {
-    PropSheet_SetCurSel(sheet, nullptr, i);
-    if (IsWindowVisible(recorders[i].bar.hwndMB) == FALSE)
-      ShowWindow(recorders[i].bar.hwndMB, SW_SHOW);
-    for (int other = 0; other < kPages; ++other) {
-      const HWND bar = recorders[other].bar.hwndMB;
-      if (bar) {
-        EXPECT_EQ(IsWindowVisible(bar) != FALSE, other == i) << other;
-      }
-    }
-    EXPECT_EQ(recorders[i].BarPlace().top, WindowRect(sheet).bottom);
-    EXPECT_EQ(WindowRect(sheet).left, 70) << "also when a page is shown for the first time";
-    EXPECT_EQ(WindowRect(sheet).bottom, 360);
-  }
-  DestroyWindow(sheet);
-  for (const Recorder& recorder : recorders) EXPECT_FALSE(IsWindow(recorder.bar.hwndMB));
-}
-
-TEST_F(SheetTest, CtrlTabTurnsPages) {
-  const struct {
-    BYTE shift;
-    int page;
-  } steps[] = {{0, 1}, {0, 2}, {0, 0}, {0x80, 2}, {0x80, 1}};
-  SetFocus(GetNextDlgTabItem(Page(), nullptr, FALSE));
-  for (const auto& step : steps) {
-    BYTE keys[256] = {};
-    keys[VK_CONTROL] = 0x80;
-    keys[VK_SHIFT] = step.shift;
-    SetKeyboardState(keys);
-    MSG key = {};
-    key.hwnd = GetFocus();
-    key.message = WM_KEYDOWN;
-    key.wParam = VK_TAB;
-    if (!IsDialogMessageW(sheet, &key)) DispatchMessageW(&key);
-    EXPECT_EQ(PropSheet_HwndToIndex(sheet, Page()), step.page);
-    EXPECT_TRUE(IsChild(Page(), GetFocus()));
-  }
-  BYTE none[256] = {};
-  SetKeyboardState(none);
 }
 
 TEST_F(SheetTest, DoneGoesToTheActivePageAndEndsTheSheet) {

@@ -17,9 +17,7 @@ struct Recorder {
   bool wants_bar = true;
   bool ends_with_done = false;  // a page that destroys itself on command 1
   std::vector<int> commands;
-  std::vector<LPARAM> sources;  // of those commands
   std::vector<NMRGINFO> gestures;
-  std::vector<WPARAM> menu_keys;  // pressed while a menu is open
   SHMENUBARINFO bar = {};
   RECT bar_place = {};
 
@@ -56,7 +54,6 @@ inline INT_PTR CALLBACK RecordedProc(HWND dialog, UINT message, WPARAM wparam, L
     case WM_COMMAND:
       if (!recorder) return FALSE;
       recorder->commands.push_back(LOWORD(wparam));
-      recorder->sources.push_back(lparam);
       if (LOWORD(wparam) == IDOK && recorder->ends_with_done) DestroyWindow(dialog);
       return TRUE;
     case WM_NOTIFY:
@@ -64,11 +61,6 @@ inline INT_PTR CALLBACK RecordedProc(HWND dialog, UINT message, WPARAM wparam, L
         recorder->gestures.push_back(*reinterpret_cast<NMRGINFO*>(lparam));
       }
       return FALSE;
-    case WM_ENTERIDLE:
-      if (!recorder || wparam != MSGF_MENU) return FALSE;
-      for (const WPARAM key : recorder->menu_keys) PostMessageW(dialog, WM_KEYDOWN, key, 0);
-      recorder->menu_keys.clear();
-      return TRUE;
     default:
       return FALSE;
   }

@@ -8,6 +8,8 @@
 #include <string>
 #include <thread>
 
+#include "tests/support/wide_text.h"
+
 namespace kelvo::test {
 
 class DialogDriver {
@@ -36,6 +38,18 @@ class DialogDriver {
   }
 
   std::thread thread_;
+};
+
+// Answers a message box with OK, and has what it says when this is gone.
+class BoxAnswer : public DialogDriver {
+ public:
+  BoxAnswer(const wchar_t* title, std::string* text)
+      : DialogDriver(title, [text](HWND box) {
+          wchar_t said[400] = L"";
+          GetDlgItemTextW(box, 0xFFFF, said, 400);
+          *text = Utf8(said);
+          PostMessageW(box, WM_COMMAND, IDOK, 0);
+        }) {}
 };
 
 }  // namespace kelvo::test

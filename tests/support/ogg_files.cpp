@@ -160,6 +160,15 @@ std::vector<char> WithoutLength(const std::vector<char>& file) {
   return Joined(packets, ends);
 }
 
+std::vector<char> WithoutSound(const std::vector<char>& file, int64_t frames) {
+  std::vector<int64_t> ends;
+  std::vector<std::vector<char>> packets = Packets(file, &ends);
+  packets.resize(5);
+  packets[4] = {1};  // no music
+  ends = {0, 0, 0, 0, frames};
+  return Joined(packets, ends);
+}
+
 std::vector<char> Repeated(const std::vector<char>& file, int times, int64_t claimed_frames) {
   std::vector<int64_t> ends;
   std::vector<std::vector<char>> packets = Packets(file, &ends);

@@ -23,6 +23,10 @@ std::vector<char> WithComments(const std::vector<char>& file,
 // The same stream with every page's position set to 0: its total length reads as 0.
 std::vector<char> WithoutLength(const std::vector<char>& file);
 
+// A file that says that length and opens, but is over at once: behind its headers stand the packet
+// that every song begins with, which is not heard, and one that is no music.
+std::vector<char> WithoutSound(const std::vector<char>& file, int64_t frames);
+
 // The sound of the stream so many times over, in one stream; with another position on its last
 // page.
 std::vector<char> Repeated(const std::vector<char>& file, int times, int64_t claimed_frames = 0);

@@ -11,9 +11,9 @@
 #include <thread>
 
 #include "effects/effects_processor.h"
+#include "tests/support/dialog_driver.h"
 #include "tests/support/end_messages.h"
 #include "tests/support/media_files.h"
-#include "tests/support/message_box.h"
 #include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
 #include "tests/wma/fake_player.h"
@@ -293,9 +293,12 @@ TEST_F(WmaInputPluginTest, RefusesFilesThatItCannotPlay) {
 
   const test::EndMessages owner;
   plugin.SetOwnerWindow(owner.window());
-  const test::MessageBoxAnswer box(L"Error");
-  EXPECT_EQ(plugin.Open(Wide("\xE4\xB8\xAD.wma"), 0), 0);
-  EXPECT_EQ(box.text(), "Please, change regional settings to correctly play file \xE4\xB8\xAD.wma");
+  std::string said;
+  {
+    const test::BoxAnswer box(L"Error", &said);
+    EXPECT_EQ(plugin.Open(Wide("\xE4\xB8\xAD.wma"), 0), 0);
+  }
+  EXPECT_EQ(said, "Please, change regional settings to correctly play file \xE4\xB8\xAD.wma");
 }
 
 TEST_F(WmaInputPluginTest, AnswersEveryEventAndTellsItsOwnerOfTheEnd) {

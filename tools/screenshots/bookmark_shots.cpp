@@ -1,8 +1,8 @@
 #include <kelvo/bookmarks.h>
 
 #include "res/resource_ids.h"
-#include "tools/screenshots/session.h"
 #include "tools/screenshots/shot.h"
+#include "tools/screenshots/studio.h"
 #include "tools/screenshots/user.h"
 
 namespace screenshots {
@@ -47,7 +47,7 @@ constexpr Shot kShots[] = {
     {L"bookmark-edit", Edit, Cancel},
 };
 
-void Open(Session& session) {
+void Open(Studio& session) {
   auto* bookmarks = session.Get<kelvo::Bookmarks>(kelvo::kFeatureBookmarks);
   bookmarks->LoadBookmarks();
   for (const auto& bookmark : kBookmarks) {

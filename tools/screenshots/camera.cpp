@@ -1,4 +1,4 @@
-#include "tools/screenshots/camera.h"
+#include "tools/screenshots/picture.h"
 
 namespace screenshots {
 namespace {

@@ -1,6 +1,6 @@
 #include "res/resource_ids.h"
-#include "tools/screenshots/session.h"
 #include "tools/screenshots/shot.h"
+#include "tools/screenshots/studio.h"
 #include "tools/screenshots/user.h"
 
 namespace screenshots {
@@ -151,7 +151,7 @@ constexpr Shot kShots[] = {
     {L"catalog-current-selection", OpenSelection, CloseMenu},
 };
 
-void Open(Session& session) {
+void Open(Studio& session) {
   session.ShowCatalog();
 }
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <thread>
 
-#include "tools/screenshots/camera.h"
-#include "tools/screenshots/session.h"
+#include "tools/screenshots/picture.h"
 #include "tools/screenshots/shot.h"
+#include "tools/screenshots/studio.h"
 #include "tools/screenshots/user.h"
 
 namespace screenshots {
@@ -38,7 +38,7 @@ bool Take(const Group& group, User& user, const std::wstring& folder) {
 }
 
 int Run(const std::wstring& folder, const wchar_t* device, DWORD language) {
-  Session session(device, language);
+  Studio session(device, language);
   if (!session.ready()) {
     std::fprintf(stderr, "screenshots: %ls\n", session.why());
     return 1;

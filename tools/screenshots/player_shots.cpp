@@ -1,8 +1,8 @@
 #include "host/library.h"
-#include "host/player/session_file.h"
+#include "host/player/settings.h"
 #include "host/player/windows/player_app.h"
-#include "tools/screenshots/session.h"
 #include "tools/screenshots/shot.h"
+#include "tools/screenshots/studio.h"
 #include "tools/screenshots/user.h"
 
 namespace screenshots {
@@ -66,7 +66,7 @@ void KeepSomeSetting(const std::wstring& path) {
   velmora::SaveSession(path, session);
 }
 
-void Open(Session& session) {
+void Open(Studio& session) {
   const std::wstring kept = session.device() + L"\\velmora.session";
   KeepSomeSetting(kept);
   SetEnvironmentVariableW(L"KELVO_AUDIO_SINK", L"silence");

@@ -1,4 +1,4 @@
-#include "tools/screenshots/png_file.h"
+#include "tools/screenshots/picture.h"
 
 #include <windows.h>
 #include <zlib.h>

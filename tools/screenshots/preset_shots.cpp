@@ -2,14 +2,14 @@
 #include <kelvo/equalizer_presets.h>
 #include <windows.h>
 
-#include "tools/screenshots/session.h"
 #include "tools/screenshots/shot.h"
+#include "tools/screenshots/studio.h"
 #include "tools/screenshots/user.h"
 
 namespace screenshots {
 namespace {
 
-void Open(Session& session) {
+void Open(Studio& session) {
   const uint8_t setting[kelvo::kEqualizerSettingBytes] = {};
   CreateDirectoryW(L"\\presets", nullptr);
   session.Get<kelvo::EqualizerPresets>(kelvo::kFeatureEqualizerPresets)

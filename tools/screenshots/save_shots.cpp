@@ -1,7 +1,7 @@
 // The dialog for saving a playlist, whose resources are the host's.
 #include "res/resource_ids.h"
-#include "tools/screenshots/session.h"
 #include "tools/screenshots/shot.h"
+#include "tools/screenshots/studio.h"
 #include "tools/screenshots/user.h"
 
 namespace screenshots {
@@ -61,7 +61,7 @@ constexpr Shot kShots[] = {
     {L"save-not-created", SaveUnderBadName, ConfirmAndClose},
 };
 
-void Open(Session& session) {
+void Open(Studio& session) {
   session.ShowCatalog();
 }
 

@@ -5,7 +5,7 @@
 
 namespace screenshots {
 
-class Session;
+class Studio;
 class User;
 
 struct Shot {
@@ -16,14 +16,14 @@ struct Shot {
 
 // The shots of one window, taken one after the other while it is open.
 struct Group {
-  void (*open)(Session&);  // on the user-interface thread; returns when the window was closed
+  void (*open)(Studio&);  // on the user-interface thread; returns when the window was closed
   const Shot* shots;
   size_t count;
   void (*close)(User&);  // null when the last shot's `leave` closes the window
 };
 
 template <size_t kCount>
-constexpr Group MakeGroup(void (*open)(Session&), const Shot (&shots)[kCount],
+constexpr Group MakeGroup(void (*open)(Studio&), const Shot (&shots)[kCount],
                           void (*close)(User&)) {
   return {open, shots, kCount, close};
 }

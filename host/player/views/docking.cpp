@@ -1,4 +1,4 @@
-#include "host/player/views/docking.h"
+#include "host/player/skin/geometry.h"
 
 #include <cstdlib>
 

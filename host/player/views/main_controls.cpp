@@ -1,4 +1,4 @@
-#include "host/player/views/main_controls.h"
+#include "host/player/views/main_view.h"
 
 namespace velmora {
 namespace {

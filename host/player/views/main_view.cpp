@@ -4,7 +4,6 @@
 #include <string>
 
 #include "host/player/skin/canvas.h"
-#include "host/player/views/main_controls.h"
 
 namespace velmora {
 namespace {

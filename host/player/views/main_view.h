@@ -1,12 +1,30 @@
 // What the main window shows, and what is where in it.
 #pragma once
 
+#include <stdint.h>
+
 #include "host/player/skin/canvas.h"
 #include "host/player/skin/skin.h"
 #include "host/player/views/controls.h"
-#include "host/player/views/visual.h"
 
 namespace velmora {
+
+// The small picture of the sound in the main window.
+
+constexpr Rect kVisualPlace = {24, 43, 76, 16};
+constexpr int kVisualBars = 19;  // three pixels wide, one apart
+
+enum class VisualMode { kOff = 0, kSpectrum = 1, kWave = 2 };  // numbers as they are kept
+
+struct VisualState {
+  VisualMode mode = VisualMode::kOff;
+  // Heights, 0 to 15.
+  uint8_t bars[kVisualBars] = {};
+  uint8_t peaks[kVisualBars] = {};  // of the marks above the bars; 0: none
+  uint8_t wave[kVisualPlace.width] = {};
+};
+
+void DrawVisual(Canvas* canvas, const Skin& skin, const VisualState& state);
 
 constexpr Size kMainSize = {275, 116};
 constexpr int kTitleBarHeight = 14;
@@ -73,5 +91,21 @@ struct MainState {
 // Draws all of the window. `song_text` is a picture of the song's text in one line, about its
 // place's height; one that is wider than its place scrolls round.
 void DrawMain(Canvas* canvas, const Skin& skin, const MainState& state, const Bitmap& song_text);
+
+struct MainButton {
+  MainControl control;
+  ButtonLook look;
+};
+
+constexpr int kMainButtons = 14;
+// The shade button while the window is rolled up.
+constexpr ButtonLook kUnshadeLook =
+    PlainButton({254, 3, 9, 9}, kelvo::kSkinTitleBar, {0, 27}, {9, 27});
+extern const MainButton kMainButtonTable[kMainButtons];
+
+constexpr Rect kTimePlace = {36, 26, 63, 13};
+constexpr Rect kVolumePlace = {107, 57, 68, 13};
+constexpr Rect kBalancePlace = {177, 57, 38, 13};
+constexpr Rect kPositionPlace = {16, 72, 248, 10};
 
 }  // namespace velmora

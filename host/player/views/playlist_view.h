@@ -7,7 +7,6 @@
 #include "host/player/skin/canvas.h"
 #include "host/player/skin/skin.h"
 #include "host/player/views/playlist_layout.h"
-#include "host/player/views/text_painter.h"
 
 namespace velmora {
 

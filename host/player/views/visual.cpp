@@ -1,4 +1,4 @@
-#include "host/player/views/visual.h"
+#include "host/player/views/main_view.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -4,8 +4,8 @@
 
 #include <string>
 
+#include "host/player/skin/canvas.h"
 #include "host/player/skin/skin.h"
-#include "host/player/views/text_painter.h"
 
 namespace velmora {
 

@@ -2,9 +2,9 @@
 
 #include <kelvo/messages.h>
 
+#include "host/player/settings.h"
 #include "host/player/windows/choices.h"
 #include "host/player/windows/commands.h"
-#include "host/player/windows/skin_source.h"
 #include "host/system.h"
 #include "host/text.h"
 

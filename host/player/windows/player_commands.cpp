@@ -1,10 +1,9 @@
 // What the commands do.
 #include <algorithm>
 
-#include "host/player/language_setting.h"
+#include "host/player/settings.h"
 #include "host/player/windows/choices.h"
 #include "host/player/windows/player_app.h"
-#include "host/player/windows/skin_source.h"
 
 namespace velmora {
 namespace {

@@ -1,8 +1,7 @@
 // The player's menus.
-#include "host/player/language_setting.h"
+#include "host/player/settings.h"
 #include "host/player/windows/choices.h"
 #include "host/player/windows/player_app.h"
-#include "host/player/windows/skin_source.h"
 
 namespace velmora {
 namespace {

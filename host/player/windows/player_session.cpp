@@ -1,5 +1,5 @@
 // What the player keeps from one run to the next.
-#include "host/player/session_file.h"
+#include "host/player/settings.h"
 #include "host/player/windows/player_app.h"
 #include "host/text.h"
 

@@ -189,6 +189,7 @@ void PlaylistWindow::DragRow(Point point) {
   Selection().OnMoved(static_cast<size_t>(dragged_row_), static_cast<size_t>(row));
   dragged_row_ = row;
   ShowRow(static_cast<size_t>(row));
+  app_.Refresh();  // the current track's number may be another
 }
 
 void PlaylistWindow::OnPress(Point point) {

@@ -1,4 +1,4 @@
-#include "host/player/windows/skin_source.h"
+#include "host/player/settings.h"
 
 #include <stdlib.h>
 

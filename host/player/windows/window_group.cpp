@@ -1,6 +1,6 @@
 #include "host/player/windows/window_group.h"
 
-#include "host/player/views/docking.h"
+#include "host/player/skin/geometry.h"
 
 namespace velmora {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "host/player/views/docking.h"
+#include "host/player/skin/geometry.h"
 #include "host/player/views/list_selection.h"
 
 namespace velmora {
@@ -20,10 +20,10 @@ TEST(ListSelectionTest, Clicks) {
   } steps[] = {
       {"one", 2, Click::kOnly, {2}},
       {"another one more", 4, Click::kToggle, {2, 4}},
-      {"not that", 2, Click::kToggle, {4}},
-      {"from the last one to here", 0, Click::kExtend, {0, 1, 2}},
-      {"the other way", 5, Click::kExtend, {2, 3, 4, 5}},
-      {"outside", 6, Click::kOnly, {2, 3, 4, 5}},
+      {"not that", 4, Click::kToggle, {2}},
+      {"from the last one to here", 3, Click::kExtend, {3, 4}},
+      {"the other way", 5, Click::kExtend, {4, 5}},
+      {"outside", 6, Click::kOnly, {4, 5}},
       {"one again", 1, Click::kOnly, {1}},
   };
   for (const auto& step : steps) {

@@ -1,40 +1,47 @@
 #include "tests/host/windows/player_driver.h"
 
 #include <shlobj.h>
-
-#include "host/library.h"
-#include "host/player/windows/player_app.h"
+#include <string.h>
 
 namespace velmora::test {
 namespace {
 
-// Of this process only: other tests may show a player at the same time.
-HWND FindOwn(const wchar_t* class_name) {
-  HWND window = nullptr;
-  while ((window = FindWindowExW(nullptr, window, class_name, nullptr)) != nullptr) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    if (process == GetCurrentProcessId()) return window;
-  }
-  return nullptr;
+using kelvo::test::User;
+
+void Complain(const std::string& what) {
+  ADD_FAILURE() << what;
 }
 
 }  // namespace
 
-PlayerDriver::PlayerDriver(const std::vector<std::wstring>& files, const std::wstring& session) {
-  SetEnvironmentVariableW(L"KELVO_AUDIO_SINK", L"silence");
-  thread_ = std::thread([files, session] {
-    const Library library;
-    PlayerApp app(library, {files, L"", session});
-    app.Run();
+PlayerDriver::PlayerDriver(const PlayerOptions& options) {
+  thread_ = std::thread([this, options] {
+    User user(&Complain);
+    user_ = &user;
+    PlayerApp(TheLibrary(), options).Run();
   });
-  Until([&] {
-    main_ = FindOwn(L"VelmoraMain");
-    equalizer_ = FindOwn(L"VelmoraEqualizer");
-    playlist_ = FindOwn(L"VelmoraPlaylist");
-    return main_ && IsWindowVisible(main_) && equalizer_ && playlist_;
-  });
+  EXPECT_TRUE(WaitFor([this] {
+    return user_.load() && (main_ = user().Find(nullptr, L"VelmoraMain")) != nullptr;
+  }));
+  // They are there before the main one is seen; other tests may show a player at the same time.
+  const auto of_this_player = [this](const wchar_t* kind) {
+    HWND window = nullptr;
+    do {
+      window = FindWindowExW(nullptr, window, kind, nullptr);
+    } while (window && GetWindow(window, GW_OWNER) != main_);
+    return window;
+  };
+  equalizer_ = of_this_player(L"VelmoraEqualizer");
+  playlist_ = of_this_player(L"VelmoraPlaylist");
   SendMessageW(main_, WM_NULL, 0, 0);  // it is through with what it does at the start
+}
+
+bool PlayerDriver::WaitForSong(const std::string& song) const {
+  return user().Wait(song, [&] { return Title().rfind(song, 0) == 0; });
+}
+
+bool PlayerDriver::WaitUntilStopped() const {
+  return user().Wait("the end of the music", [&] { return Title() == "Velmora"; });
 }
 
 void PlayerDriver::Leave() {
@@ -44,9 +51,12 @@ void PlayerDriver::Leave() {
   thread_.join();
 }
 
-HWND PlayerDriver::Find(const wchar_t* class_name) {
-  const HWND window = FindOwn(class_name);
-  return window && IsWindowVisible(window) ? window : nullptr;
+void PlayerDriver::Quit() {
+  const Point close = {268, 7};
+  Press(main_, close);
+  // Posted, as from the mouse: what is sent does not wake the player's loop, which has to end.
+  PostMessageW(main_, WM_LBUTTONUP, 0, MAKELPARAM(close.x * Scale(), close.y * Scale()));
+  thread_.join();
 }
 
 int PlayerDriver::Scale() const {
@@ -54,60 +64,46 @@ int PlayerDriver::Scale() const {
   return (place.right - place.left) / 275;
 }
 
-LPARAM PlayerDriver::PointOf(Point at) const {
+void PlayerDriver::Send(HWND window, UINT message, WPARAM wparam, Point at) const {
   const int scale = Scale();
-  return MAKELPARAM(at.x * scale, at.y * scale);
+  SendMessageW(window, message, wparam, MAKELPARAM(at.x * scale, at.y * scale));
 }
 
-void PlayerDriver::Press(HWND window, Point at) {
+void PlayerDriver::Press(HWND window, Point at) const {
   GUITHREADINFO thread = {};
   thread.cbSize = sizeof thread;
   // A display without a window manager tells of the first focus late, and that ends a press.
   do {
-    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, PointOf(at));
+    Send(window, WM_LBUTTONDOWN, MK_LBUTTON, at);
     GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &thread);
   } while (thread.hwndCapture != window);
 }
 
-void PlayerDriver::MoveTo(HWND window, Point at) {
-  SendMessageW(window, WM_MOUSEMOVE, MK_LBUTTON, PointOf(at));
-}
-
-void PlayerDriver::Release(HWND window, Point at) {
-  SendMessageW(window, WM_LBUTTONUP, 0, PointOf(at));
-}
-
-void PlayerDriver::Click(HWND window, Point at) {
-  Press(window, at);
-  Release(window, at);
-}
-
-void PlayerDriver::DoubleClick(HWND window, Point at) {
+void PlayerDriver::DoubleClick(HWND window, Point at) const {
   Click(window, at);
-  SendMessageW(window, WM_LBUTTONDBLCLK, MK_LBUTTON, PointOf(at));
+  Send(window, WM_LBUTTONDBLCLK, MK_LBUTTON, at);
   Release(window, at);
 }
 
-void PlayerDriver::Drag(HWND window, Point from, Point to) {
+void PlayerDriver::Drag(HWND window, Point from, Point to) const {
   Press(window, from);
-  MoveTo(window, to);
+  if (!(from == to)) MoveTo(window, to);
   Release(window, to);
 }
 
-void PlayerDriver::Wheel(HWND window, int notches) {
+void PlayerDriver::Wheel(HWND window, int notches) const {
   SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, notches * WHEEL_DELTA), 0);
 }
 
-void PlayerDriver::Key(HWND window, int key) {
-  PostMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(key), 1);
-  PostMessageW(window, WM_KEYUP, static_cast<WPARAM>(key), 1);
-}
-
-void PlayerDriver::Command(int command) {
+void PlayerDriver::Command(int command) const {
   SendMessageW(main_, WM_COMMAND, static_cast<WPARAM>(command), 0);
 }
 
-void PlayerDriver::Drop(HWND window, const std::vector<std::wstring>& paths) {
+void PlayerDriver::Start(int command) const {
+  PostMessageW(main_, WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+void PlayerDriver::Drop(HWND window, const std::vector<std::wstring>& paths) const {
   std::wstring names;
   for (const std::wstring& path : paths) names += path + L'\0';
   names += L'\0';
@@ -129,11 +125,7 @@ Bitmap PlayerDriver::Picture(HWND window) const {
   const int scale = Scale();
   Bitmap picture(client.right / scale, client.bottom / scale);
   BITMAPINFO info = {};
-  info.bmiHeader.biSize = sizeof info.bmiHeader;
-  info.bmiHeader.biWidth = picture.width;
-  info.bmiHeader.biHeight = -picture.height;
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 32;
+  info.bmiHeader = {sizeof info.bmiHeader, picture.width, -picture.height, 1, 32, 0, 0, 0, 0, 0, 0};
   const HDC dc = GetDC(window);
   const HDC memory = CreateCompatibleDC(dc);
   void* bits = nullptr;
@@ -150,18 +142,6 @@ Bitmap PlayerDriver::Picture(HWND window) const {
   DeleteDC(memory);
   ReleaseDC(window, dc);
   return picture;
-}
-
-void PlayerDriver::Until(const std::function<bool()>& true_now) {
-  while (!true_now()) Sleep(10);
-}
-
-bool PlayerDriver::Soon(const std::function<bool()>& true_now) {
-  for (int i = 0; i < 300; ++i) {
-    if (true_now()) return true;
-    Sleep(10);
-  }
-  return false;
 }
 
 bool Shows(const Bitmap& picture, Rect place, const Bitmap& image, Point from) {

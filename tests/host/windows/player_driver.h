@@ -1,57 +1,63 @@
 #pragma once
 
-#include <windows.h>
-
+#include <atomic>
 #include <functional>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "host/player/skin/bitmap.h"
-#include "host/player/skin/skin.h"
+#include "host/player/windows/player_app.h"
+#include "tests/player/rig.h"
+#include "tests/support/user.h"
 
 namespace velmora::test {
 
+using kelvo::test::WaitFor;
+
 // Runs the player on a thread of its own and uses it as a user does: with the mouse, with keys, and
-// by looking at its windows. Its music is heard by nobody.
+// by looking at its windows.
 class PlayerDriver {
  public:
-  // Returns when the windows are open. `session` is the file of its settings.
-  PlayerDriver(const std::vector<std::wstring>& files, const std::wstring& session);
+  // Returns when the windows are open.
+  explicit PlayerDriver(const PlayerOptions& options);
   ~PlayerDriver() { Leave(); }
 
+  // Its lists, trees and dialogs.
+  const kelvo::test::User& user() const { return *user_; }
   HWND main() const { return main_; }
   HWND equalizer() const { return equalizer_; }
   HWND playlist() const { return playlist_; }
+  // "1. Song (0:08)", "Velmora" while it is stopped.
+  std::string Title() const { return kelvo::test::User::Text(main_); }
+  bool WaitForSong(const std::string& song) const;
+  bool WaitUntilStopped() const;
   // Stops the music, closes the player and waits for its end.
   void Leave();
+  // The same by its close button, and without stopping.
+  void Quit();
 
   // Points are pixels of the skin.
-  void Press(HWND window, Point at);
-  void MoveTo(HWND window, Point at);
-  void Release(HWND window, Point at);
-  void Click(HWND window, Point at);
-  void DoubleClick(HWND window, Point at);
-  void Drag(HWND window, Point from, Point to);
-  void Wheel(HWND window, int notches);
-  void Key(HWND window, int key);
-  void Drop(HWND window, const std::vector<std::wstring>& paths);
-  // A visible window of the player of that class, or null.
-  static HWND Find(const wchar_t* class_name);
-  // What a menu would send.
-  void Command(int command);
+  void Press(HWND window, Point at) const;
+  void MoveTo(HWND window, Point at) const { Send(window, WM_MOUSEMOVE, MK_LBUTTON, at); }
+  void Release(HWND window, Point at) const { Send(window, WM_LBUTTONUP, 0, at); }
+  void Click(HWND window, Point at) const { Drag(window, at, at); }
+  void DoubleClick(HWND window, Point at) const;
+  void Drag(HWND window, Point from, Point to) const;
+  void Wheel(HWND window, int notches) const;
+  void Key(HWND window, int key) const { user().Key(window, static_cast<WPARAM>(key)); }
+  void Drop(HWND window, const std::vector<std::wstring>& paths) const;
+  // What a menu would send; Start does not wait, for what opens a dialog.
+  void Command(int command) const;
+  void Start(int command) const;
 
   // What the window shows, in pixels of the skin.
   Bitmap Picture(HWND window) const;
-  // Waits, for as long as the test may take.
-  static void Until(const std::function<bool()>& true_now);
-  // Waits a while for what takes effect behind the user's back: what is on the screen.
-  static bool Soon(const std::function<bool()>& true_now);
 
  private:
-  LPARAM PointOf(Point at) const;
+  void Send(HWND window, UINT message, WPARAM wparam, Point at) const;
   int Scale() const;
 
+  std::atomic<kelvo::test::User*> user_{nullptr};
   HWND main_ = nullptr;
   HWND equalizer_ = nullptr;
   HWND playlist_ = nullptr;

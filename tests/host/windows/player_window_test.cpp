@@ -5,52 +5,40 @@
 #include <fstream>
 #include <iterator>
 
-#include "host/library.h"
-#include "host/player/windows/commands.h"
-#include "host/player/windows/skin_source.h"
+#include "host/player/settings.h"
 #include "tests/host/windows/player_driver.h"
+#include "tests/support/owned_objects.h"
 
 namespace velmora {
 namespace {
 
+using test::Media;
 using test::Place;
 using test::PlayerDriver;
 using test::Shows;
+using test::WaitFor;
 
 constexpr wchar_t kSession[] = L"player_window_test.session";
-
-std::wstring Media(const wchar_t* name) {
-  wchar_t full[MAX_PATH];
-  GetFullPathNameW((std::wstring(L"..\\..\\media\\") + name).c_str(), MAX_PATH, full, nullptr);
-  return full;
-}
 
 std::string SessionText() {
   std::ifstream file("player_window_test.session", std::ios::binary);
   return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
-int Distance(Colour a, Colour b) {
-  int sum = 0;
-  for (int shift = 0; shift <= 16; shift += 8) {
-    sum += std::abs(static_cast<int>(a >> shift & 255) - static_cast<int>(b >> shift & 255));
-  }
-  return sum;
-}
-
 class PlayerWindowTest : public testing::Test {
  protected:
   PlayerWindowTest() {
     DeleteFileW(kSession);
-    player_.emplace(std::vector<std::wstring>{Media(L"sample.ogg"), Media(L"tone_44100_mono.ogg"),
-                                              Media(L"tone_8000_stereo.ogg")},
-                    kSession);
-    player_->Until([&] { return Playing() && CurrentRow() == 0; });
+    test::SendSoundTo(L"silence", false);
+    Open({Media(L"sample.ogg"), Media(L"tone_44100_mono.ogg"), Media(L"tone_8000_stereo.ogg")});
+    EXPECT_TRUE(WaitFor([&] { return Playing() && Current() == 0; }));
   }
 
+  void Open(const std::vector<std::wstring>& files) {
+    player_.emplace(PlayerOptions{files, L"", kSession});
+  }
   bool Shown(HWND window, Rect place, kelvo::SkinFile file, Point from) const {
-    return PlayerDriver::Soon(
-        [&] { return Shows(player_->Picture(window), place, skin_.image(file), from); });
+    return WaitFor([&] { return Shows(player_->Picture(window), place, skin_.image(file), from); });
   }
   bool MainShows(Rect place, kelvo::SkinFile file, Point from) const {
     return Shown(player_->main(), place, file, from);
@@ -68,38 +56,19 @@ class PlayerWindowTest : public testing::Test {
     }
     return -1;
   }
-  // The row of the list whose text has the colour of the current track; -1: none. Letters have soft
-  // edges: the colour is that of the pixel that differs most from what is behind it.
-  int CurrentRow() const {
-    const Bitmap picture = player_->Picture(player_->playlist());
-    const PlaylistStyle& style = skin_.playlist;
-    for (int row = 0; row < 4; ++row) {
-      const Colour behind = RowSelected(row) ? style.selected : style.background;
-      Colour ink = behind;
-      for (int y = 20 + 13 * row; y < 33 + 13 * row; ++y) {
-        for (int x = 12; x < 150; ++x) {
-          if (Distance(picture.At(x, y), behind) > Distance(ink, behind)) ink = picture.At(x, y);
-        }
-      }
-      if (ink != behind && Distance(ink, style.current) < Distance(ink, style.text)) return row;
-    }
-    return -1;
-  }
+  // The current track's place in the list, from 0; -1: it is not in it.
+  int Current() const { return atoi(player_->Title().c_str()) - 1; }
   bool RowSelected(int row) const {
     return player_->Picture(player_->playlist()).At(200, 20 + 13 * row) == skin_.playlist.selected;
   }
+  // A row of the list, behind its number.
   Bitmap RowText(int row) const {
-    const Bitmap picture = player_->Picture(player_->playlist());
-    Bitmap text(150, 13);
-    for (int y = 0; y < 13; ++y) {
-      // Behind the number, whatever its colours.
-      for (int x = 0; x < 150; ++x) text.Row(y)[x] = picture.At(28 + x, 20 + 13 * row + y);
-    }
-    return text;
+    Canvas text({150, 13});
+    text.Draw(player_->Picture(player_->playlist()), {28, 20 + 13 * row, 150, 13}, {0, 0});
+    return text.picture();
   }
 
-  const Library library_;
-  const Skin skin_ = DefaultSkin(library_);
+  const Skin skin_ = DefaultSkin(test::TheLibrary());
   std::optional<PlayerDriver> player_;
 };
 
@@ -109,7 +78,7 @@ constexpr Point kStop = {96, 97};
 constexpr Point kNext = {118, 97};
 
 TEST_F(PlayerWindowTest, TransportFollowsTheButtons) {
-  player_->Until([&] { return LastDigit() == 1; });
+  EXPECT_TRUE(WaitFor([&] { return LastDigit() == 1; }));
   EXPECT_TRUE(MainShows({239, 41, 29, 12}, kelvo::kSkinMonoStereo, {0, 0}));
 
   player_->Press(player_->main(), kPause);
@@ -160,9 +129,9 @@ TEST_F(PlayerWindowTest, Sliders) {
   EXPECT_TRUE(MainShows({177, 58, 14, 11}, kelvo::kSkinBalance, {15, 422}));
 
   player_->Drag(player_->main(), {50, 77}, {200, 77});  // 8 seconds, to 6.4
-  player_->Until([&] { return LastDigit() >= 6; });
+  EXPECT_TRUE(WaitFor([&] { return LastDigit() >= 6; }));
   player_->Click(player_->main(), {70, 32});
-  player_->Until([&] { return LastDigit() <= 1; });
+  EXPECT_TRUE(WaitFor([&] { return LastDigit() <= 1; }));
   EXPECT_TRUE(MainShows({36, 26, 9, 13}, kelvo::kSkinNumbersEx, {99, 0})) << "minus";
 
   player_->Leave();
@@ -195,20 +164,21 @@ TEST_F(PlayerWindowTest, PlaylistWithTheMouseAndKeys) {
   EXPECT_TRUE(RowSelected(1));
   EXPECT_FALSE(RowSelected(0));
   player_->DoubleClick(list, {60, 53});
-  EXPECT_TRUE(PlayerDriver::Soon([&] { return CurrentRow() == 2; }));
+  EXPECT_TRUE(WaitFor([&] { return Current() == 2; }));
 
   const Bitmap third = RowText(2);
   player_->Drag(list, {60, 53}, {60, 25});
-  EXPECT_EQ(CurrentRow(), 0);
+  EXPECT_TRUE(WaitFor([&] { return Current() == 0; }));
   EXPECT_EQ(RowText(0), third);
 
   player_->Click(list, {60, 40});
   player_->Key(list, VK_DELETE);
   player_->Key(list, VK_END);
-  player_->Until([&] { return RowSelected(1); });
-  EXPECT_EQ(CurrentRow(), 0);
+  EXPECT_TRUE(WaitFor([&] { return RowSelected(1); }));
+  EXPECT_EQ(Current(), 0);
   player_->Key(list, VK_RETURN);
-  player_->Until([&] { return CurrentRow() == 1; });
+  EXPECT_TRUE(WaitFor([&] { return Current() == 1 && !(RowText(0) == third); }))
+      << "the colour of the current one is the next row's";
   player_->Leave();
   const std::string kept = SessionText();
   EXPECT_EQ(kept.find("sample.ogg"), std::string::npos);
@@ -218,18 +188,20 @@ TEST_F(PlayerWindowTest, PlaylistWithTheMouseAndKeys) {
 TEST_F(PlayerWindowTest, TheListTakesWhatIsDroppedOnIt) {
   const HWND list = player_->playlist();
   player_->Drop(list, {Media(L"sample.ogg"), Media(L"tone_8000_stereo.ogg")});
-  EXPECT_EQ(CurrentRow(), 0) << "what plays goes on";
+  EXPECT_EQ(Current(), 0) << "what plays goes on";
   player_->Click(list, {60, 75});
   player_->Key(list, VK_DELETE);
   EXPECT_FALSE(RowSelected(3)) << "there is no row in the strip below the fourth";
+  const Bitmap first = RowText(0);
   player_->Key(list, VK_END);
-  EXPECT_TRUE(PlayerDriver::Soon([&] { return RowSelected(3) && CurrentRow() < 0; }));
+  EXPECT_TRUE(WaitFor([&] { return RowSelected(3) && !(RowText(0) == first); }));
   player_->Click(list, {60, 40});
   EXPECT_TRUE(RowSelected(1));
   player_->Drop(player_->main(), {Media(L"tone_44100_mono.ogg"), Media(L"tone_8000_stereo.ogg")});
   EXPECT_FALSE(RowSelected(1)) << "it is another list";
-  EXPECT_EQ(CurrentRow(), 0) << "from its start";
+  EXPECT_EQ(Current(), 0) << "from its start";
   player_->Drop(list, {Media(L"sample.wma")});
+  SetForegroundWindow(list);  // as its windows go, the main one becomes active and draws itself
   player_->Leave();
   const std::string kept = SessionText();
   EXPECT_EQ(kept.find("sample.ogg"), std::string::npos) << kept;
@@ -237,16 +209,14 @@ TEST_F(PlayerWindowTest, TheListTakesWhatIsDroppedOnIt) {
 }
 
 TEST_F(PlayerWindowTest, ADialogIsToBeAnsweredFirst) {
-  PostMessageW(player_->main(), WM_COMMAND, kCommandAbout, 0);
-  HWND dialog = nullptr;
-  player_->Until([&] { return (dialog = PlayerDriver::Find(L"#32770")) != nullptr; });
+  player_->Start(kCommandAbout);
+  const HWND dialog = player_->user().WaitForWindow(L"About Velmora");
   for (HWND window : {player_->main(), player_->equalizer(), player_->playlist()}) {
     EXPECT_FALSE(IsWindowEnabled(window));
   }
   player_->Command(kCommandPlaylistWindow);
   EXPECT_TRUE(IsWindowVisible(player_->playlist()));
-  PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-  player_->Until([&] { return !IsWindow(dialog); });
+  player_->user().Answer(dialog, IDOK);
   EXPECT_TRUE(IsWindowEnabled(player_->playlist()));
   player_->Command(kCommandPlaylistWindow);
   EXPECT_FALSE(IsWindowVisible(player_->playlist()));
@@ -318,11 +288,29 @@ TEST_F(PlayerWindowTest, DroppedSkinsArePutOnFileByFile) {
   EXPECT_EQ(kept.find("sample.ogg"), std::string::npos) << kept;
 }
 
-// As its windows go, the main one becomes active and draws itself.
-TEST_F(PlayerWindowTest, LeavesFromTheListToo) {
-  SetForegroundWindow(player_->playlist());
-  player_->Leave();
-  EXPECT_FALSE(SessionText().empty());
+TEST_F(PlayerWindowTest, ClickingAboutLeavesNothingBehind) {
+  const auto owned = [&] {
+    kelvo::test::Owned now = {};
+    player_->user().Run([&] { now = kelvo::test::CountOwned(); });
+    return now;
+  };
+  const auto click = [&](int rounds) {
+    for (int i = 0; i < rounds; ++i) {
+      player_->Click(player_->equalizer(), {27, 24});
+      for (const int command : std::initializer_list<int>{
+               kCommandNext, kCommandVisualNext, kCommandDoubleSize, kCommandPlaylistWindow,
+               kCommandDoubleSize, kCommandPlaylistWindow, kCommandShade, kCommandSkin,
+               kCommandShade}) {
+        player_->Command(command);
+      }
+    }
+  };
+  click(5);
+  const kelvo::test::Owned before = owned();
+  click(20);
+  const kelvo::test::Owned after = owned();
+  EXPECT_LE(after.gdi, before.gdi + 10);
+  EXPECT_LE(after.user, before.user + 10);
 }
 
 TEST_F(PlayerWindowTest, TheNextStartLooksTheSame) {
@@ -333,7 +321,7 @@ TEST_F(PlayerWindowTest, TheNextStartLooksTheSame) {
   const RECT main = Place(player_->main());
   const RECT list = Place(player_->playlist());
   player_->Leave();
-  player_.emplace(std::vector<std::wstring>{Media(L"sample.ogg")}, kSession);
+  Open({Media(L"sample.ogg")});
   EXPECT_FALSE(IsWindowVisible(player_->equalizer()));
   EXPECT_TRUE(IsWindowVisible(player_->playlist()));
   const RECT main_again = Place(player_->main());

@@ -17,10 +17,10 @@ namespace kelvo {
 // Opens and plays one file at a time on a thread of its own, which the first command starts; a
 // player that is only made and given up needs no thread, so that works inside an attach handler.
 // Any thread may call; events come on the player's thread, where they may call back into it.
-class Player {
+class PlayerEngine {
  public:
   // Null when memory or system objects are out.
-  static Player* Create(EventSource* events) noexcept;
+  static PlayerEngine* Create(EventSource* events) noexcept;
   // Ends playback without an event and gives the player up; nothing is played or fired afterwards.
   // Returns within seconds, also inside a detach handler; the file may be closed later then.
   void Quit() noexcept;
@@ -55,8 +55,9 @@ class Player {
   template <class T, class... Args>
   friend T* HeapNew(Args&&... args) noexcept;
 
-  explicit Player(EventSource* events) noexcept : events_(ComPtr<EventSource>::Share(events)) {}
-  ~Player() = default;
+  explicit PlayerEngine(EventSource* events) noexcept
+      : events_(ComPtr<EventSource>::Share(events)) {}
+  ~PlayerEngine() = default;
 
   bool started() noexcept;
   HRESULT Run(const Command& command) noexcept;

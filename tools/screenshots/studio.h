@@ -9,13 +9,13 @@
 
 namespace screenshots {
 
-class Session {
+class Studio {
  public:
   // `device`: a drive's root with music and playlists. `language`: 0 for the built-in texts.
-  Session(const wchar_t* device, DWORD language);
-  ~Session();
-  Session(const Session&) = delete;
-  Session& operator=(const Session&) = delete;
+  Studio(const wchar_t* device, DWORD language);
+  ~Studio();
+  Studio(const Studio&) = delete;
+  Studio& operator=(const Studio&) = delete;
 
   // Otherwise why() says what is missing.
   bool ready() const { return why_ == nullptr; }

@@ -1,4 +1,4 @@
-// What every COM object of the stand-ins shares: counting references and handing out interfaces.
+// What keeps the DLL of a stand-in loaded: its threads and its COM objects.
 #pragma once
 
 #include <windows.h>
@@ -41,5 +41,10 @@ class ComObject : public Interfaces... {
  private:
   LONG references_ = 1;
 };
+
+// Runs body(context) on a thread that keeps this DLL loaded until the thread has ended. So nobody
+// needs to wait for the end itself, which would hang a caller inside an attach or detach handler;
+// the body tells in its own way when it is through. False when no thread could be made.
+[[nodiscard]] bool StartModuleThread(void (*body)(void*), void* context) noexcept;
 
 }  // namespace kelvo

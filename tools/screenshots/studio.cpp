@@ -1,4 +1,4 @@
-#include "tools/screenshots/session.h"
+#include "tools/screenshots/studio.h"
 
 #include <kelvo/catalog.h>
 #include <kelvo/settings.h>
@@ -40,11 +40,11 @@ HWND ShowHostWindow() {
 
 }  // namespace
 
-Session::Session(const wchar_t* device, DWORD language) : device_(device) {
+Studio::Studio(const wchar_t* device, DWORD language) : device_(device) {
   why_ = Start(device, language);
 }
 
-const wchar_t* Session::Start(const wchar_t* device, DWORD language) {
+const wchar_t* Studio::Start(const wchar_t* device, DWORD language) {
   if (!SetCurrentDirectoryW(device)) return L"the device is no folder";
   // The bookmarks into the device's root; everything else as on a first start.
   SetValue(kelvo::kInstallationKey, kelvo::kInstallFolderValue, REG_SZ, L"", sizeof(wchar_t));
@@ -69,11 +69,11 @@ const wchar_t* Session::Start(const wchar_t* device, DWORD language) {
   return window_ ? nullptr : L"no window can be opened";
 }
 
-void Session::ShowCatalog() const {
+void Studio::ShowCatalog() const {
   Get<kelvo::Catalog>(kelvo::kFeatureCatalog)->ShowCatalog(host_module_, window_);
 }
 
-Session::~Session() {
+Studio::~Studio() {
   if (window_) DestroyWindow(window_);
   if (library_) FreeLibrary(library_);
   if (host_module_) FreeLibrary(host_module_);

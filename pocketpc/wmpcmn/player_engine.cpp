@@ -1,7 +1,7 @@
-#include "pocketpc/wmpcmn/player.h"
+#include "pocketpc/wmpcmn/player_engine.h"
 
 #include "base/windows/player_control.h"
-#include "pocketpc/support/module_thread.h"
+#include "pocketpc/support/module.h"
 
 namespace kelvo {
 namespace {
@@ -12,8 +12,8 @@ constexpr DWORD kMaxGoodbyeMs = 2000;
 
 }  // namespace
 
-Player* Player::Create(EventSource* events) noexcept {
-  HeapPtr<Player> player(HeapNew<Player>(events));
+PlayerEngine* PlayerEngine::Create(EventSource* events) noexcept {
+  HeapPtr<PlayerEngine> player(HeapNew<PlayerEngine>(events));
   if (!player) return nullptr;
   player->asked_.Reset(CreateEventW(nullptr, FALSE, FALSE, nullptr));
   player->answered_.Reset(CreateEventW(nullptr, FALSE, FALSE, nullptr));
@@ -24,7 +24,7 @@ Player* Player::Create(EventSource* events) noexcept {
   return player.Release();
 }
 
-void Player::Quit() noexcept {
+void PlayerEngine::Quit() noexcept {
   if (GetCurrentThreadId() == thread_id_) {
     Execute({Verb::kQuit, nullptr, 0});
   } else if (started()) {
@@ -41,53 +41,53 @@ void Player::Quit() noexcept {
   Drop();
 }
 
-HRESULT Player::Halt() noexcept {
+HRESULT PlayerEngine::Halt() noexcept {
   return started() ? Run({Verb::kHalt, nullptr, 0}) : S_OK;
 }
 
-bool Player::started() noexcept {
+bool PlayerEngine::started() noexcept {
   LockGuard guard(callers_);
   return started_;
 }
 
-void Player::Drop() noexcept {
+void PlayerEngine::Drop() noexcept {
   if (InterlockedDecrement(&owners_) == 0) HeapDelete(this);
 }
 
-HRESULT Player::Open(const wchar_t* path) noexcept {
+HRESULT PlayerEngine::Open(const wchar_t* path) noexcept {
   return path && path[0] ? Run({Verb::kOpen, path, 0}) : E_INVALIDARG;
 }
 
-HRESULT Player::Play() noexcept {
+HRESULT PlayerEngine::Play() noexcept {
   return Run({Verb::kPlay, nullptr, 0});
 }
 
-HRESULT Player::Stop() noexcept {
+HRESULT PlayerEngine::Stop() noexcept {
   return Run({Verb::kStop, nullptr, 0});
 }
 
-HRESULT Player::Seek(double seconds) noexcept {
+HRESULT PlayerEngine::Seek(double seconds) noexcept {
   if (!(seconds >= 0 && seconds <= kMaxSeconds)) return E_INVALIDARG;  // nor NaN
   return Run({Verb::kSeek, nullptr, static_cast<uint64_t>(seconds * kUnitsPerSecond + 0.5)});
 }
 
-HRESULT Player::GetPosition(double* seconds) noexcept {
+HRESULT PlayerEngine::GetPosition(double* seconds) noexcept {
   LockGuard guard(shown_);
   *seconds = static_cast<double>(position_) / kUnitsPerSecond;
   return has_file_ ? S_OK : E_UNEXPECTED;
 }
 
-HRESULT Player::GetDuration(double* seconds) noexcept {
+HRESULT PlayerEngine::GetDuration(double* seconds) noexcept {
   LockGuard guard(shown_);
   *seconds = static_cast<double>(duration_) / kUnitsPerSecond;
   return has_file_ ? S_OK : E_UNEXPECTED;
 }
 
-HRESULT Player::Run(const Command& command) noexcept {
+HRESULT PlayerEngine::Run(const Command& command) noexcept {
   if (GetCurrentThreadId() == thread_id_) return Execute(command);  // from an event
   LockGuard guard(callers_);
   if (!started_) {
-    const auto loop = [](void* context) { static_cast<Player*>(context)->Loop(); };
+    const auto loop = [](void* context) { static_cast<PlayerEngine*>(context)->Loop(); };
     InterlockedIncrement(&owners_);
     if (!StartModuleThread(loop, this)) {
       InterlockedDecrement(&owners_);
@@ -101,7 +101,7 @@ HRESULT Player::Run(const Command& command) noexcept {
   return result_;
 }
 
-void Player::Loop() noexcept {
+void PlayerEngine::Loop() noexcept {
   thread_id_ = GetCurrentThreadId();
   const bool in_apartment = SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED));
   const HANDLE signals[] = {asked_.get(), audio_.changed()};
@@ -125,7 +125,7 @@ void Player::Loop() noexcept {
   if (in_apartment) CoUninitialize();
 }
 
-HRESULT Player::Execute(const Command& command) noexcept {
+HRESULT PlayerEngine::Execute(const Command& command) noexcept {
   switch (command.verb) {
     case Verb::kOpen:
       return DoOpen(command.path);
@@ -147,7 +147,7 @@ HRESULT Player::Execute(const Command& command) noexcept {
   return E_UNEXPECTED;
 }
 
-HRESULT Player::DoOpen(const wchar_t* path) noexcept {
+HRESULT PlayerEngine::DoOpen(const wchar_t* path) noexcept {
   DoStop();
   audio_.Close();  // a recording ends with its file
   const HRESULT result = Examine(path);
@@ -158,14 +158,14 @@ HRESULT Player::DoOpen(const wchar_t* path) noexcept {
   return result;
 }
 
-HRESULT Player::Examine(const wchar_t* path) noexcept {
+HRESULT PlayerEngine::Examine(const wchar_t* path) noexcept {
   const HRESULT result = decoder_.Open(path);
   decoder_.Close();
   if (FAILED(result)) return result;
   return path_.Assign(path) ? S_OK : E_OUTOFMEMORY;
 }
 
-HRESULT Player::DoPlay() noexcept {
+HRESULT PlayerEngine::DoPlay() noexcept {
   if (!has_file_) return E_UNEXPECTED;
   if (playing_) return S_OK;
   HRESULT result = decoder_.Open(path_.get());
@@ -184,19 +184,19 @@ HRESULT Player::DoPlay() noexcept {
   return S_OK;
 }
 
-void Player::DoStop() noexcept {
+void PlayerEngine::DoStop() noexcept {
   Silence();
   decoder_.Close();
 }
 
-void Player::Silence() noexcept {
+void PlayerEngine::Silence() noexcept {
   if (playing_) change_pending_ = true;
   playing_ = false;
   audio_.Reset();
   SetPosition(0);
 }
 
-HRESULT Player::DoSeek(uint64_t time) noexcept {
+HRESULT PlayerEngine::DoSeek(uint64_t time) noexcept {
   if (!has_file_) return E_UNEXPECTED;
   if (time > duration_) time = duration_;
   if (playing_) {
@@ -212,7 +212,7 @@ HRESULT Player::DoSeek(uint64_t time) noexcept {
   return S_OK;
 }
 
-bool Player::Pump(DISPID* event) noexcept {
+bool PlayerEngine::Pump(DISPID* event) noexcept {
   while (const AudioQueue::Block* done = audio_.NextDone()) SetPosition(done->end_time);
   const HRESULT result = Refill();
   if (SUCCEEDED(result) && !(input_ended_ && audio_.empty())) return false;
@@ -222,7 +222,7 @@ bool Player::Pump(DISPID* event) noexcept {
   return true;
 }
 
-HRESULT Player::Refill() noexcept {
+HRESULT PlayerEngine::Refill() noexcept {
   while (!input_ended_) {
     AudioQueue::Block* const block = audio_.FreeBlock();
     if (!block) break;
@@ -237,7 +237,7 @@ HRESULT Player::Refill() noexcept {
   return S_OK;
 }
 
-void Player::SetPosition(uint64_t time) noexcept {
+void PlayerEngine::SetPosition(uint64_t time) noexcept {
   LockGuard guard(shown_);
   position_ = time < duration_ ? time : duration_;
 }

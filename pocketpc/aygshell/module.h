@@ -1,9 +1,0 @@
-#pragma once
-
-#include <windows.h>
-
-namespace kelvo {
-
-HINSTANCE ThisModule() noexcept;  // the module that this code is linked into
-
-}  // namespace kelvo
