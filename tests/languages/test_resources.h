@@ -15,9 +15,7 @@
 
 /* For scripts: a small dialog of the kind DIALOG or DIALOGEX, a menu of one popup, its table. */
 #define TEST_DIALOG(number, kind, caption) \
-number kind 0, 0, 60, 30 \
-STYLE WS_POPUP | WS_VISIBLE | WS_CAPTION \
-CAPTION caption
+  number kind 0, 0, 60, 30 STYLE WS_POPUP | WS_VISIBLE | WS_CAPTION CAPTION caption
 #define TEST_MENU(number, popup, ...) number MENU BEGIN POPUP popup BEGIN __VA_ARGS__ END END
 #define TEST_TABLE(number) number RCDATA BEGIN number, 1, -2, 40000, 4, 8, 0, 0, 0 END
 
