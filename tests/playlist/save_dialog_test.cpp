@@ -83,7 +83,7 @@ TEST(SaveDialog, IsLaidOutAsHostsReadItAndOpensARootWithPlaylistsOnly) {
 TEST(SaveDialog, TakesNothingFromALanguageThatHasTheSameNumbers) {
   const HMODULE host = LoadLibraryW(L"velmora.exe");
   ASSERT_TRUE(host);
-  ASSERT_TRUE(LoadLanguageLibrary(0x452, true));
+  ASSERT_TRUE(LoadLanguageLibrary(0x503, true));
   MemoryFiles files;
   SaveDialogState state;
   std::string asked;
