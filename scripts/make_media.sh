@@ -96,5 +96,6 @@ make flac.ogg flac
 make speex.ogg speex
 make sample_v1.wma wma wmav1 64k "Sixteen Notes"
 make sample.wma wma wmav2 128k "Sixteen Strings"
+make mono.wma sine 22050 -c:a wmav1 -b:a 32k
 make sine.mp3 mp3 "One Tone"
 if [[ $made -eq 0 ]]; then say "media: in place"; else say "media: $made files made in build/media"; fi

@@ -40,15 +40,15 @@ std::wstring SongWithoutMusic() {
 TEST(Player, PlaysAListOfBothKindsToItsEnd) {
   SendSoundTo(L"player_list.wav", true);
   Rig rig;
-  rig.player.Add(
-      {Media(L"tone_22050_stereo.ogg"), Media(L"sample.wma"), Media(L"tone_8000_mono.ogg")});
+  rig.player.Add({Media(L"tone_22050_stereo.ogg"), Media(L"sample.wma"),
+                  Media(L"tone_8000_mono.ogg"), Media(L"mono.wma")});
   const uint32_t version = rig.player.list_version();
   rig.player.Play();
   EXPECT_EQ(rig.player.status().channels, 2u);
   EXPECT_EQ(rig.player.status().sample_rate_khz, 22u);
   ASSERT_TRUE(rig.RunUntilStopped());
-  EXPECT_EQ(rig.ends, 3);
-  EXPECT_EQ(rig.player.status().current, 2u);
+  EXPECT_EQ(rig.ends, 4);
+  EXPECT_EQ(rig.player.status().current, 3u);
   EXPECT_NE(rig.player.list_version(), version);
   EXPECT_EQ(rig.player.tracks()[1].title, L"The Ring Buffers - Sixteen Strings");
   EXPECT_GT(rig.player.tracks()[1].length_ms, 7000u);
@@ -56,6 +56,12 @@ TEST(Player, PlaysAListOfBothKindsToItsEnd) {
   EXPECT_EQ(ReadWav(L"player_list-2.wav").rate, 44100u);
   EXPECT_GT(ReadWav(L"player_list-2.wav").samples.size(), 2u * 7 * 44100);
   EXPECT_EQ(ReadWav(L"player_list-3.wav").samples.size(), 2u * 8000);
+  const kelvo::WavBytes mono = ReadWav(L"player_list-4.wav");
+  EXPECT_EQ(mono.rate, 22050u);
+  EXPECT_EQ(mono.channels, 2u) << "the player control gives both channels the same";
+  ASSERT_GT(mono.samples.size(), 2u * 40000);
+  for (size_t i = 1; i < mono.samples.size(); i += 2)
+    ASSERT_EQ(mono.samples[i - 1], mono.samples[i]);
 }
 
 TEST(Player, SaysWhyItSkipsAFileWhoseNameTheCodePageLacks) {

@@ -98,39 +98,6 @@ TEST(SkinTextsTest, PlaylistStyle) {
   EXPECT_EQ(style.font, "Comic Mono");
 }
 
-TEST(SkinFontTest, LettersAndWhatStandsForThem) {
-  Bitmap font = Numbered(31 * kLetterWidth, 3 * kLetterHeight);
-  const auto drawn = [&](std::u16string_view text) {
-    Canvas canvas({kLetterWidth, kLetterHeight});
-    DrawSkinText(&canvas, font, text, {0, 0});
-    return canvas.picture();
-  };
-  const auto cell = [&](int column, int row) {
-    Canvas canvas({kLetterWidth, kLetterHeight});
-    canvas.Draw(font, {column * kLetterWidth, row * kLetterHeight, kLetterWidth, kLetterHeight},
-                {0, 0});
-    return canvas.picture();
-  };
-  const struct {
-    std::u16string_view letter;
-    int column, row;
-    bool has;
-  } cases[] = {
-      {u"A", 0, 0, true},        {u"z", 25, 0, true},       {u"@", 27, 0, true},
-      {u" ", 30, 0, true},       {u"7", 7, 1, true},        {u"#", 30, 1, true},
-      {u"\u00E5", 0, 2, true},   {u"\u00D6", 1, 2, true},   {u"*", 4, 2, true},
-      {u"\u00E9", 4, 0, true},   {u"\u00D1", 13, 0, true},  {u"\u00FF", 24, 0, true},
-      {u"\u2019", 16, 1, true},  {u"\u00DF", 30, 0, false}, {u"\u0416", 30, 0, false},
-      {u"\u00F7", 30, 0, false}, {u"\u4E2D", 30, 0, false},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(static_cast<int>(c.letter[0]));
-    EXPECT_EQ(FontHas(c.letter), c.has);
-    EXPECT_EQ(drawn(c.letter), cell(c.column, c.row));
-  }
-  EXPECT_FALSE(FontHas(u"A\u0416B"));
-}
-
 // A skin in memory.
 class MemorySkin final : public SkinFiles {
  public:

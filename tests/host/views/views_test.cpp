@@ -260,6 +260,23 @@ void ShowPlaylist(Gallery* gallery) {
   show("rolled up, inactive");
 }
 
+// Latin-1 in rows of 32, of which the first holds some from elsewhere; and which of them have
+// pictures.
+void ShowLetters(Gallery* gallery) {
+  const Skin skin = TracedSkin();
+  Canvas letters({32 * kLetterWidth, 8 * kLetterHeight});
+  Bitmap has(32, 8);
+  for (int i = 0; i < 256; ++i) {
+    const char16_t others[] = u"\u2018\u2019\u201C\u201D\u2013\u2014\u2026\u0416\u4E2D";
+    const std::u16string letter(1, i < 9 ? others[i] : static_cast<char16_t>(i));
+    DrawSkinText(&letters, skin.image(kelvo::kSkinText), letter,
+                 {i % 32 * kLetterWidth, i / 32 * kLetterHeight});
+    has.Row(i / 32)[i % 32] = 0xFF0000u + FontHas(letter) + 2 * FontHas(u"A" + letter);
+  }
+  gallery->Show("letters", letters.picture(), true);
+  gallery->Show("letters that have pictures", has, true);
+}
+
 template <class ControlAt>
 void ShowHits(Gallery* gallery, const std::string& name, Size size, ControlAt control_at) {
   Bitmap hits(size.width, size.height);
@@ -284,6 +301,7 @@ std::string Drawn() {
   for (const Size size : {Size{275, 116}, Size{300, 145}, Size{300, kPlaylistRolled}}) {
     ShowHits(&gallery, "playlist", size, [size](Point p) { return PlaylistControlAt(size, p); });
   }
+  ShowLetters(&gallery);
   return gallery.text();
 }
 
