@@ -238,16 +238,6 @@ TEST_F(CatalogSheetTest, WhatIsTranslatedIsShownTheRestIsEnglish) {
   EXPECT_FALSE(GetModuleHandleW(L"kv_mui.0503.dll"));
 }
 
-// One whose format asks for other arguments; the caption's length is bounded.
-TEST_F(CatalogSheetTest, AWrongFormatIsReplacedByTheBuiltInText) {
-  ASSERT_TRUE(LoadLanguageLibrary(0x0504, true));
-  sheet_caption_ = L"1234567890123456789012345678901234567890123456789012345678901234";
-  ShowAfterScan(0, [&] {
-    Select(1);
-    Delete("\\Lists\\b.pls", IDNO);
-  });
-}
-
 TEST_F(CatalogSheetTest, OpensWithoutAnyMemory) {
   auto faults = std::make_unique<test::HeapFaults>(0, test::HeapFaults::Mode::kFromThenOn);
   ShowAfterScan(0, [&] {
