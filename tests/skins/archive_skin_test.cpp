@@ -67,7 +67,7 @@ std::string Noise(size_t bytes) {
 
 TEST(ArchiveSkinTest, ReadsContentsOfAllKinds) {
   const std::string contents[] = {
-      "",           "x",           std::string("\0\r\n\x1A", 4), std::string(100000, 'z'),
+      "",          "x",           std::string("\0\r\n\x1A", 4), std::string(100000, 'z'),
       Noise(4092), Noise(100001), "PK\x05\x06 PK\x06\x07"};
   for (const std::string& content : contents) {
     for (int form = 0; form < 4; ++form) {
