@@ -34,7 +34,10 @@ find_unicorn() {
   mkdir -p "${kept%/*}"
   say "unicorn: fetching $name.gz"
   curl --fail --silent --location --connect-timeout 10 --max-time 300 --output "$kept" "$unicorn_url" ||
-    wget --quiet --timeout=10 --tries=1 --output-document="$kept" "$unicorn_url" || return 1
+    wget --quiet --timeout=10 --tries=1 --output-document="$kept" "$unicorn_url" || {
+    rm -f "$kept"
+    return 1
+  }
   unpack_tar "$kept" "$1"
 }
 

@@ -7,6 +7,7 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <atomic>
 #include <mutex>
 #include <unordered_map>
 
@@ -21,6 +22,7 @@ constexpr unsigned char kEnd[8] = {0xE7, 0x5A, 0xE7, 0xA5, 0xE7, 0x5A, 0xE7, 0xA
 std::mutex g_lock;
 // Bytes of each block. One that the host freed stays until its address is handed out again.
 std::unordered_map<void*, size_t> g_blocks;
+std::atomic<int32_t> g_requests_left{-1};  // that are met; below 0: all
 
 void* Adopt(void* block, size_t bytes) {
   if (!block) return nullptr;
@@ -52,7 +54,8 @@ size_t Release(void* block) {
 }  // namespace
 
 void* __cdecl HeapAllocate(size_t bytes) {
-  if (bytes > SIZE_MAX - sizeof(kEnd)) return nullptr;
+  if (bytes > SIZE_MAX - sizeof(kEnd) || g_requests_left == 0) return nullptr;
+  if (g_requests_left > 0) --g_requests_left;
   return Adopt(malloc(bytes + sizeof(kEnd)), bytes);
 }
 
@@ -83,3 +86,11 @@ void __cdecl HeapFreeBlock(void* block) {
 }
 
 }  // namespace bridge
+
+// For tests: the device's code gets so many blocks more and then none (below 0: as many as it
+// wants). Returns how many it has.
+extern "C" __declspec(dllexport) uint32_t __cdecl LimitHeap(int32_t requests) {
+  const std::lock_guard<std::mutex> guard(bridge::g_lock);
+  bridge::g_requests_left = requests;
+  return bridge::g_blocks.size();
+}

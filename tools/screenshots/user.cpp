@@ -39,6 +39,7 @@ void User::OpenByCommand(int id) const {
   const HWND before = Dialog();
   Post(id);
   Wait("another dialog", [&] { return Dialog() && Dialog() != before; });
+  Settle();  // a box finds its place after it is shown
 }
 
 void User::CloseBy(int id) const {

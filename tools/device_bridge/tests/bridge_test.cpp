@@ -5,11 +5,17 @@
 #include <windows.h>
 
 #include <stdint.h>
+#include <tlhelp32.h>
 
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
+
+#include "base/windows/player_control.h"
+#include "kelvo/ogg_vorbis_input.h"
+#include "tests/support/media_files.h"
+#include "tests/support/memory_reader.h"
 
 namespace kelvo {
 
@@ -30,6 +36,7 @@ class Probe {
   virtual uint32_t Event(uint32_t set) noexcept = 0;
   virtual uint32_t List(const wchar_t* pattern, wchar_t* names, uint32_t capacity) noexcept = 0;
   virtual uint32_t ReadTail(const wchar_t* path, void* bytes, uint32_t offset) noexcept = 0;
+  virtual int32_t PutPosition(void* control, int32_t milliseconds) noexcept = 0;
   virtual uint32_t Fault(uint32_t kind) noexcept = 0;
 };
 
@@ -42,11 +49,22 @@ int64_t __stdcall Seek(HostSeek* host, uint32_t low, uint32_t high, uint32_t ori
   return 0x180000000;
 }
 
+double g_seconds;
+
+int32_t __stdcall PutSeconds(void* control, double seconds) {
+  g_seconds = seconds;
+  return control ? 5 : -1;
+}
+
+template <class Function>
+Function Find(HMODULE module, const char* name) {
+  return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+}
+
 using GetFeatureFunction = Probe*(__cdecl*)(int32_t);
 
 Probe* GetProbe(HMODULE module) {
-  return reinterpret_cast<GetFeatureFunction>(
-      reinterpret_cast<void*>(GetProcAddress(module, "GetFeature")))(1);
+  return Find<GetFeatureFunction>(module, "GetFeature")(1);
 }
 
 void WriteAll(const std::string& name, const std::string& bytes) {
@@ -70,6 +88,13 @@ TEST(BridgeTest, PassesArgumentsAndResultsAsTheDeviceDoes) {
   EXPECT_EQ(host.low, 0x23456789u);
   EXPECT_EQ(host.high, 0xFFFFFFFEu);
   EXPECT_EQ(host.origin, 2u);
+  const void* methods[kPlayerPutPosition + 1] = {};
+  methods[kPlayerPutPosition] = reinterpret_cast<const void*>(&PutSeconds);
+  const void* const* control = methods;
+  for (const int32_t ms : {1500, -3, 2147483647}) {
+    EXPECT_EQ(probe->PutPosition(&control, ms), 5);
+    EXPECT_EQ(g_seconds, ms * 0.001) << "both halves, in their order";
+  }
   EXPECT_EQ(probe->JumpOut(1), 7);
   EXPECT_EQ(probe->JumpOut(200), 7);
   EXPECT_EQ(probe->ThreadSlot(0x1234), 0x1234u);
@@ -99,10 +124,12 @@ TEST(BridgeTest, ReadsFoldersInTheDevicesLayout) {
   FreeLibrary(module);
 }
 
-// Reserved address space in KB, and threads and handles of this process.
+// What this process has.
 struct Footprint {
   size_t reserved_kb = 0;
   DWORD handles = 0;
+  int threads = 0, windows = 0;
+
   Footprint() {
     MEMORY_BASIC_INFORMATION memory;
     for (char* at = nullptr; VirtualQuery(at, &memory, sizeof(memory)) != 0;
@@ -110,6 +137,21 @@ struct Footprint {
       if (memory.State != MEM_FREE) reserved_kb += memory.RegionSize / 1024;
     }
     GetProcessHandleCount(GetCurrentProcess(), &handles);
+    THREADENTRY32 thread = {};
+    thread.dwSize = sizeof(thread);
+    const HANDLE all = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    for (BOOL more = Thread32First(all, &thread); more; more = Thread32Next(all, &thread)) {
+      threads += thread.th32OwnerProcessID == GetCurrentProcessId();
+    }
+    CloseHandle(all);
+    for (const HWND parent : {HWND{nullptr}, HWND_MESSAGE}) {
+      for (HWND next = nullptr;
+           (next = FindWindowExW(parent, next, nullptr, nullptr)) != nullptr;) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(next, &owner);
+        windows += owner == GetCurrentProcessId();
+      }
+    }
   }
 };
 
@@ -117,27 +159,53 @@ DWORD WINAPI UseProbe(void* probe) {
   return static_cast<Probe*>(probe)->ThreadSlot(5);
 }
 
+// The probe with a thread of its own; the library with its hidden window.
 TEST(BridgeTest, LeavesNothingWhenItIsUnloaded) {
-  size_t reserved = 0;
-  DWORD handles = 0;
-  for (int round = 0; round < 8; ++round) {
-    const HMODULE module = LoadLibraryA("probe.dll");
-    ASSERT_TRUE(module);
-    const HANDLE thread = CreateThread(nullptr, 0, &UseProbe, GetProbe(module), 0, nullptr);
-    WaitForSingleObject(thread, INFINITE);
-    CloseHandle(thread);
-    FreeLibrary(module);
-    ASSERT_FALSE(GetModuleHandleA("probe.dll"));
-    const Footprint now;
-    if (round == 3) {  // the first rounds fill the system's caches
-      reserved = now.reserved_kb;
-      handles = now.handles;
-    }
-    if (round > 3) {
-      EXPECT_LE(now.reserved_kb, reserved + 256) << round;
-      EXPECT_LE(now.handles, handles) << round;
+  for (const char* name : {"probe.dll", "Kelvo.dll"}) {
+    Footprint kept;
+    for (int round = 0; round < 7; ++round) {
+      const HMODULE module = LoadLibraryA(name);
+      ASSERT_TRUE(module);
+      if (name[0] == 'p') {
+        const HANDLE thread = CreateThread(nullptr, 0, &UseProbe, GetProbe(module), 0, nullptr);
+        WaitForSingleObject(thread, INFINITE);
+        CloseHandle(thread);
+      }
+      FreeLibrary(module);
+      ASSERT_FALSE(GetModuleHandleA(name));
+      const Footprint now;
+      if (round <= 3) kept = now;  // the first rounds fill the system's caches
+      EXPECT_LE(now.reserved_kb, kept.reserved_kb + 256) << name << round;
+      EXPECT_LE(now.handles, kept.handles) << name << round;
+      EXPECT_LE(now.threads, kept.threads) << name << round;
+      EXPECT_EQ(now.windows, kept.windows) << name << round;
     }
   }
+}
+
+TEST(BridgeTest, OpensWithWhateverMemoryThereIsAndLosesNone) {
+  const HMODULE module = LoadLibraryA("Kelvo.dll");
+  ASSERT_TRUE(module);
+  const auto limit = Find<uint32_t(__cdecl*)(int32_t)>(module, "LimitHeap");
+  auto* const plugin = Find<OggVorbisInput*(__cdecl*)(int32_t)>(module, "GetFeature")(3);
+  test::MemoryReader reader(test::ReadMedia("tone_8000_stereo.ogg"));
+  plugin->SetReader(&reader);
+  const uint32_t before = limit(-1);
+  int32_t opened = 0, requests = 0;
+  for (; opened == 0 && requests < 2000; ++requests) {
+    limit(requests);
+    opened = plugin->Open(L"x", 0);
+    const uint32_t blocks = limit(-1);
+    if (opened == 0) {
+      ASSERT_EQ(blocks, before) << requests;
+    }
+  }
+  EXPECT_EQ(opened, 1);
+  EXPECT_GT(requests, 50);
+  plugin->Close(0, 0);
+  plugin->SetReader(nullptr);
+  EXPECT_EQ(limit(-1), before);
+  FreeLibrary(module);
 }
 
 struct Ending {
