@@ -73,5 +73,34 @@ TEST(SoundTest, FilesOfEveryFormAreDecodedAsTheyAreHere) {
   plugin->SetReader(nullptr);
 }
 
+// They broke the decoder once: a page that was overwritten, and a link that could not be set up.
+TEST(SoundTest, HostileFilesEndWhereverTheyAreSoughtIn) {
+  const test::LoadedLibrary library;
+  auto* const plugin = static_cast<OggVorbisInput*>(library.Get(kFeatureOggVorbis));
+  for (const char* name : {"seek_to_overwritten_page", "link_without_codebooks"}) {
+    test::MemoryReader reader(
+        test::ReadMedia("../../tests/fuzz/corpus/vorbis_open/" + std::string(name)));
+    test::RecordingOutput output;
+    test::EndMessages ends;
+    plugin->SetReader(&reader);
+    plugin->SetOutput(&output);
+    plugin->SetNotifyWindow(ends.window());
+    for (const int32_t ms : {100, 0, 1500, 700}) {
+      ASSERT_EQ(plugin->Open(L"x", 0), 1) << name;
+      for (int round = 0; round < 2; ++round) {
+        plugin->SeekMs(ms);
+        EXPECT_EQ(plugin->Play(), 1) << name;
+        ends.WaitForNext();
+        plugin->Stop();
+        EXPECT_EQ(plugin->GetState(), kStopped);
+      }
+      plugin->Close(0, 0);
+    }
+    plugin->SetNotifyWindow(nullptr);
+  }
+  plugin->SetOutput(nullptr);
+  plugin->SetReader(nullptr);
+}
+
 }  // namespace
 }  // namespace kelvo

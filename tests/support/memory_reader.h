@@ -11,7 +11,7 @@
 
 namespace kelvo::test {
 
-class MemoryReader final : public MediaReader {
+class MemoryReader : public MediaReader {
  public:
   explicit MemoryReader(std::vector<char> bytes) : bytes_(std::move(bytes)) {}
 

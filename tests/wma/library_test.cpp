@@ -12,6 +12,7 @@
 #include "tests/support/end_messages.h"
 #include "tests/support/loaded_library.h"
 #include "tests/support/media_files.h"
+#include "tests/support/memory_reader.h"
 #include "tests/support/raw_slot.h"
 #include "tests/support/wide_text.h"
 
@@ -132,8 +133,12 @@ DWORD RecordedBytes() {
   return data.nFileSizeLow;
 }
 
+// On a thread with an apartment of its own, which it keeps.
 DWORD WINAPI Unload(void* library) {
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   static_cast<std::optional<LoadedLibrary>*>(library)->reset();
+  Require(CoInitializeEx(nullptr, COINIT_MULTITHREADED) == RPC_E_CHANGED_MODE, 5);
+  CoUninitialize();
   return 0;
 }
 
@@ -142,9 +147,27 @@ BOOL CALLBACK SendOne(HWND window, LPARAM) {
   return TRUE;
 }
 
+BOOL CALLBACK IsNotOurs(HWND window, LPARAM) {
+  wchar_t name[20];
+  GetClassNameW(window, name, 20);
+  return wcscmp(name, L"VLWMAPlayer") != 0;
+}
+
+// With an Ogg file that is still open as well, whose reader is gone by then.
 void EndTheProcess() {
+  struct GoneReader : test::MemoryReader {
+    using MemoryReader::MemoryReader;
+    int32_t Close() noexcept override {
+      Require(false, 6);
+      return 0;
+    }
+  };
   std::optional<LoadedLibrary> library;
   PlayIn(library);
+  static GoneReader reader(test::ReadMedia("tone_44100_mono.ogg"));
+  auto* const ogg = static_cast<InputPlugin*>(library->Get(kFeatureOggVorbis));
+  ogg->SetReader(&reader);
+  Require(CallSlot<int32_t>(ogg, 14, L"x", 0u) == 1, 7);
   ExitProcess(kDone);
 }
 
@@ -166,6 +189,9 @@ void UnloadOnAnotherThread() {
     CloseHandle(thread);
     Require(!GetModuleHandleW(L"Kelvo.dll"), 3);
     EnumThreadWindows(GetCurrentThreadId(), &SendOne, 0);
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    Require(EnumThreadWindows(GetCurrentThreadId(), &IsNotOurs, 0), 8);
     const DWORD bytes = RecordedBytes();
     Sleep(500);
     Require(bytes > 0 && RecordedBytes() == bytes, 4);  // nothing plays on
