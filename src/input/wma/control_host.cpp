@@ -91,7 +91,6 @@ HRESULT EventSink::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* paramete
 bool ControlHost::StartUp(HINSTANCE instance) noexcept {
   if (started_ || FAILED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) return false;
   instance_ = instance;
-  thread_ = GetCurrentThreadId();
   // Loaded by name: a machine without it still gets the rest of the library.
   containers_.Reset(LoadLibraryW(kContainerModule));
   using Init = BOOL(WINAPI*)();
@@ -127,24 +126,27 @@ bool ControlHost::MakeWindow() noexcept {
 void ControlHost::ShutDown(bool process_ends) noexcept {
   if (!started_) return;
   started_ = false;
+  bool is_own_thread = true;
   if (process_ends) {
     Abandon();
   } else {
-    CloseWindow();
+    is_own_thread = CloseWindow();
   }
   containers_.Reset();
   // Another thread's apartment is its own; that of the loading thread ends with it.
-  if (GetCurrentThreadId() == thread_) CoUninitialize();
+  if (is_own_thread) CoUninitialize();
 }
 
-void ControlHost::CloseWindow() noexcept {
+bool ControlHost::CloseWindow() noexcept {
+  bool destroyed = true;
   const ComPtr<IUnknown> control = ComPtr<IUnknown>::Share(fields_.control.get());
   Disconnect();
   if (window_) {
     // From here on the window is nobody's: its end shall not end the host's message loop, and it
     // may outlive this code.
     SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&DefWindowProcW));
-    if (!DestroyWindow(window_)) {
+    destroyed = DestroyWindow(window_) != FALSE;  // by the thread alone that made it
+    if (!destroyed) {
       CloseControl(control.get());
       PostMessageW(window_, WM_CLOSE, 0, 0);  // it ends when its thread next looks at its messages
       static_cast<void>(containers_.Release());
@@ -152,6 +154,7 @@ void ControlHost::CloseWindow() noexcept {
     window_ = nullptr;
   }
   UnregisterClassW(kWindowClass, instance_);
+  return destroyed;
 }
 
 void ControlHost::Abandon() noexcept {

@@ -84,14 +84,13 @@ class ControlHost {
   void Connect(IUnknown* hosted) noexcept;
   bool Configure() noexcept;
   void Disconnect() noexcept;
-  void CloseWindow() noexcept;
+  bool CloseWindow() noexcept;  // false on another thread than the one that made it
   void Abandon() noexcept;
 
   WmaFields& fields_;
   EventSink sink_;
   HINSTANCE instance_ = nullptr;
   HWND window_ = nullptr;
-  DWORD thread_ = 0;  // that StartUp ran on
   bool started_ = false;
   UniqueModule containers_;  // keeps the code of the control's container loaded
 };
