@@ -73,11 +73,13 @@ void User::OpenMenu(int button) const {
   Wait("a menu", [&] { return Menu() != nullptr; });
 }
 
-// A toolbar hears late that the pointer has left it, and a busy machine paints late.
+// A toolbar hears late that the pointer has left it, the caret blinks, and a busy machine paints
+// late.
 void User::StandStill() const {
   SetCursorPos(0, 0);
   Settle();
   Run([this] {
+    HideCaret(nullptr);
     const HWND toolbar = FindWindowExW(MenuBar(), nullptr, TOOLBARCLASSNAMEW, nullptr);
     if (toolbar) SendMessageW(toolbar, TB_SETHOTITEM, static_cast<WPARAM>(-1), 0);
     FindAny([](HWND window) {
