@@ -79,8 +79,9 @@ class InputPlugin {
     return 0;
   }
 
-  // Slot 10. Ends playback. A plain Play afterwards goes on where the file was (Ogg Vorbis: counting
-  // the position from 0) or starts at the beginning (Windows Media); a new Open always starts there.
+  // Slot 10. Ends playback. A plain Play afterwards goes on where the file was (Ogg Vorbis:
+  // counting the position from 0) or starts at the beginning (Windows Media); a new Open always
+  // starts there.
   virtual int32_t Stop() noexcept { return 0; }
 
   // Slot 11. Pauses when playing, resumes when paused. (Result: some plug-ins only.)

@@ -21,8 +21,8 @@
 // The state stays kPlaying when the file ends: the host calls Stop when it gets the message.
 //
 // Thread: all operations on the thread that loaded the library. Unloading while a file plays, or on
-// another thread, is safe, but may take some seconds; on another thread a bare window is left to the
-// loading one until that looks at its messages, and its apartment stays.
+// another thread, is safe, but may take some seconds; on another thread a bare window is left to
+// the loading one until that looks at its messages, and its apartment stays.
 #pragma once
 
 #include "kelvo/input_plugin.h"

@@ -29,7 +29,8 @@ size_t AnsiToWide(const char* src, size_t bytes, wchar_t* dst, size_t capacity) 
 size_t AnsiFolderLength(const char* path, size_t bytes) noexcept;
 
 // UTF-8, whatever the code page is; native builds only. Whole characters as far as they fit in
-// `capacity`; always terminated. Broken sequences become U+FFFD, and so do halves of a surrogate pair.
+// `capacity`; always terminated. Broken sequences become U+FFFD, and so do halves of a surrogate
+// pair.
 size_t WideToUtf8(const wchar_t* src, char* dst, size_t capacity) noexcept;
 size_t Utf8ToUtf16(const char* src, wchar_t* dst, size_t capacity) noexcept;
 

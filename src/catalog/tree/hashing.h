@@ -1,6 +1,6 @@
-// What the tables by hash in this folder share. Thousands of files are grouped and looked up by their
-// texts; comparing each with each would take seconds. A hash here only makes it quick: what has the
-// same one is compared all the same.
+// What the tables by hash in this folder share. Thousands of files are grouped and looked up by
+// their texts; comparing each with each would take seconds. A hash here only makes it quick: what
+// has the same one is compared all the same.
 #pragma once
 
 #include <stddef.h>
