@@ -148,20 +148,23 @@ void BookmarkList::Clear() noexcept {
   capacity_ = 0;
 }
 
-void ReadBookmarks(ByteSource& source, BookmarkList* list) noexcept {
+bool ReadBookmarks(ByteSource& source, BookmarkList* list) noexcept {
   using Result = BookmarkLines::Result;
+  Result result;
   BookmarkLines reader(source);
   wchar_t line[kTextCapacity];
   // An empty path ends the list, as the end of the file does.
-  while (reader.Read(line) == Result::kLine && line[0] != 0) {
+  while ((result = reader.Read(line)) == Result::kLine && line[0] != 0) {
     Bookmark bookmark;
-    if (!list->Grow() || !bookmark.path.Assign(line)) return;
-    if (reader.Read(line) != Result::kLine) return;
+    if (!list->Grow() || !bookmark.path.Assign(line)) return false;
+    if ((result = reader.Read(line)) != Result::kLine) break;
     bookmark.position_s = ParseDecimal(line);
     // The last description may be missing together with its line's end.
-    if (reader.Read(line) == Result::kFailed || !bookmark.description.Assign(line)) return;
-    if (!list->Insert(list->size(), std::move(bookmark))) return;
+    if ((result = reader.Read(line)) == Result::kFailed) break;
+    if (!bookmark.description.Assign(line)) return false;
+    if (!list->Insert(list->size(), std::move(bookmark))) return false;
   }
+  return result != Result::kFailed;
 }
 
 bool WriteBookmarks(FileWriter& file, const BookmarkList& list) noexcept {

@@ -47,8 +47,9 @@ class BookmarkList {
 };
 
 // Appends the bookmarks of the file to the list. Stops in front of the first one that cannot be
-// read completely (end of the file, read error, no memory); those before it stay.
-void ReadBookmarks(ByteSource& source, BookmarkList* list) noexcept;
+// read completely (end of the file, read error, no memory); those before it stay. False when it was
+// an error or memory that ended the list.
+bool ReadBookmarks(ByteSource& source, BookmarkList* list) noexcept;
 
 // Writes the bookmarks that have a path: an empty one would end the list for the reader. Line
 // breaks within a text become blanks. False when a write failed; the file then ends somewhere

@@ -17,20 +17,23 @@ static_assert(sizeof(void*) != 4 || offsetof(BookmarksState, sort_direction) == 
 constexpr wchar_t kLastPlayed[] = L"(Last Played) ";
 constexpr size_t kLastPlayedLength = sizeof(kLastPlayed) / sizeof(wchar_t) - 1;
 
+constexpr wchar_t kFileName[] = L"\\bookmarks.dat";
+constexpr wchar_t kUnreadName[] = L"\\bookmarks.bak";
+
 // Too long a folder gives a path that the file system refuses.
 class FilePath {
  public:
-  explicit FilePath(InstallFolder& folder) noexcept {
+  static constexpr size_t kNameCapacity = sizeof(kFileName) / sizeof(wchar_t);
+  FilePath(InstallFolder& folder, const wchar_t (&name)[kNameCapacity]) noexcept {
     wchar_t installed[kTextCapacity];
     folder.Read(installed);
     const size_t length = CopyWide(path_, kTextCapacity, installed);
-    CopyWide(path_ + length, sizeof(path_) / sizeof(wchar_t) - length, kName);
+    CopyWide(path_ + length, sizeof(path_) / sizeof(wchar_t) - length, name);
   }
   const wchar_t* c_str() const noexcept { return path_; }
 
  private:
-  static constexpr wchar_t kName[] = L"\\bookmarks.dat";
-  wchar_t path_[kTextCapacity + sizeof(kName) / sizeof(wchar_t)];
+  wchar_t path_[kTextCapacity + kNameCapacity];
 };
 
 // A text as a bookmark keeps it.
@@ -67,15 +70,20 @@ int32_t BookmarkStore::Find(int32_t index, const wchar_t* path, int32_t position
 
 void BookmarkStore::Load() noexcept {
   state_.list.Clear();
-  const FilePath path(folder_);
+  const FilePath path(folder_, kFileName);
   wchar_t newest[kTextCapacity];
   FileReplacement::FindNewest(files_, path.c_str(), newest);
   OpenFile<FileReader> file = files_.OpenRead(newest, Share::kNone);
-  if (file) ReadBookmarks(*file, &state_.list);
+  unread_ = file ? !ReadBookmarks(*file, &state_.list) : files_.Exists(newest);
 }
 
 void BookmarkStore::Save() noexcept {
-  const FilePath path(folder_);
+  const FilePath path(folder_, kFileName);
+  if (unread_) {
+    const FilePath aside(folder_, kUnreadName);
+    if (!files_.Replace(path.c_str(), aside.c_str())) return;
+    unread_ = false;
+  }
   FileReplacement replacement(files_, path.c_str());
   // Nobody is told when this fails: the list in memory is still right and the next change tries
   // again.

@@ -59,7 +59,8 @@ class BookmarkStore {
                const wchar_t* description) const noexcept;
 
   // Replaces the list by the file's content, as far as it can be read; a missing file is an empty
-  // list.
+  // list. A file that could not be read to its end is put aside by the next change, which replaces
+  // it: "bookmarks.bak".
   void Load() noexcept;
 
   // Forgets the list; nothing is saved.
@@ -95,6 +96,7 @@ class BookmarkStore {
   BookmarksState state_;
   FileSystem& files_;
   InstallFolder& folder_;
+  bool unread_ = false;  // the file holds more than the list: saving puts it aside
 };
 
 // Positions as the bookmarks window and its edit dialog show them (bookmark_position.cpp).
