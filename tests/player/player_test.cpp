@@ -240,7 +240,7 @@ TEST(Player, ASeekWhileTheLastBuffersPlayGoesOnThere) {
     Rig rig;
     rig.player.Add({Media(L"tone_44100_mono.ogg"), Media(L"sample.ogg")});
     ASSERT_TRUE(rig.player.PlayTrack(0));
-    ASSERT_TRUE(rig.RunUntil([&] { return rig.player.status().position_ms > 600; }));
+    ASSERT_TRUE(rig.RunUntil([&] { return rig.player.status().position_ms > 1200; }));
     if (paused) rig.player.TogglePause();
     ASSERT_TRUE(rig.player.SeekMs(1000));
     ASSERT_TRUE(rig.RunUntil([&] { return rig.ends == 1; }));
