@@ -163,6 +163,19 @@ TEST_F(LocalizedTest, ADialogKeepsItsLanguageWhileItIsOpen) {
   EXPECT_FALSE(GetModuleHandleW(L"kv_mui.0503.dll"));
 }
 
+// The window that has the focus when `dialog` is active. A test beside this one on the same display
+// may take the activation, and with it the focus, which comes back where it was.
+HWND FocusOnceActive(HWND dialog) {
+  GUITHREADINFO focus = {};
+  focus.cbSize = sizeof(focus);
+  // The test's own time limit is the bound.
+  while (GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &focus) && !focus.hwndFocus) {
+    SetForegroundWindow(dialog);
+    Sleep(10);
+  }
+  return focus.hwndFocus;
+}
+
 // One run of the text entry dialog, as the user sees it when it opens; then `typed` goes letter by
 // letter to whatever has the focus, and the button is chosen.
 std::string Enter(TextEntryDialog& entry, const std::wstring& typed, int button) {
@@ -173,10 +186,7 @@ std::string Enter(TextEntryDialog& entry, const std::wstring& typed, int button)
     GetWindowTextW(edit, text, kTextCapacity);
     offered = Utf8(text);
     EXPECT_TRUE(KelvoInputPanelState());
-    GUITHREADINFO focus = {};
-    focus.cbSize = sizeof(focus);
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &focus);
-    EXPECT_EQ(focus.hwndFocus, edit);
+    EXPECT_EQ(FocusOnceActive(dialog), edit);
     for (const wchar_t letter : typed) SendMessageW(edit, WM_CHAR, letter, 0);
     SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
     if (!IsWindowVisible(dialog)) return;
