@@ -4,6 +4,7 @@
 #include "playlist/playlist_files.h"
 #include "tools/kelvotool/console.h"
 #include "tools/kelvotool/device_files.h"
+#include "tools/kelvotool/effects_check.h"
 #include "tools/kelvotool/linked_information.h"
 #include "tools/kelvotool/lint.h"
 
@@ -23,10 +24,12 @@ constexpr char kHelp[] =
     "  lint [--device FOLDER] LIST...\n"
     "                         the lines of playlists that the player drops or takes literally,\n"
     "                         and why; FOLDER is where a device's files lie, the lists among them\n"
+    "  effects [KELVO.DLL]    equalizer and bass of a library against recorded results, which are\n"
+    "                         the same for every processor\n"
     "  --help                 this text\n"
     "\n"
-    "Exit code: 0 when all went well, 1 when some file could not be used or written or lint\n"
-    "found something, 2 for wrong usage. When a file cannot be used, save writes nothing.\n";
+    "Exit code: 0 when all went well, 1 when some file could not be used or written, or lint or\n"
+    "effects found something, 2 for wrong usage. When a file cannot be used, save writes nothing.\n";
 
 class Tool {
  public:
@@ -90,6 +93,25 @@ class Tool {
         result_ = 1;
       }
     }
+    return result_;
+  }
+
+  int Effects() noexcept {
+    EffectsProcessor* const effects = LoadEffects(count_ > 0 ? arguments_[0] : nullptr);
+    if (!effects) return 1;
+    size_t first_wrong;
+    const size_t right = CheckEffects(*effects, &first_wrong);
+    Print(Stream::kOut, "effects: ");
+    PrintNumber(Stream::kOut, static_cast<int>(right));
+    Print(Stream::kOut, " of ");
+    PrintNumber(Stream::kOut, static_cast<int>(kEffectsStepCount));
+    Print(Stream::kOut, " blocks are as recorded");
+    if (right < kEffectsStepCount) {
+      Print(Stream::kOut, "; the first other one is number ");
+      PrintNumber(Stream::kOut, static_cast<int>(first_wrong) + 1);
+      result_ = 1;
+    }
+    Print(Stream::kOut, "\n");
     return result_;
   }
 
@@ -166,7 +188,8 @@ struct Command {
 constexpr Command kCommands[] = {{L"tags", &Tool::Tags, 1},
                                  {L"playlist", &Tool::Playlist, 1},
                                  {L"save", &Tool::Save, 2},
-                                 {L"lint", &Tool::Check, 1}};
+                                 {L"lint", &Tool::Check, 1},
+                                 {L"effects", &Tool::Effects, 0}};
 
 }  // namespace
 
