@@ -19,19 +19,21 @@ using test::MemoryFiles;
 using test::Utf8;
 using test::Wide;
 
+constexpr char kThirty[] = "abcdefghijklmnopqrstuvwxyz1234";
+
 TagTexts Texts(const std::string& title, const std::string& track, const std::string& comment) {
   TagTexts texts;
-  CopyWide(texts.title, 31, Wide(title));
-  CopyWide(texts.artist, 31, L"Art");
-  CopyWide(texts.album, 31, L"Alb");
-  CopyWide(texts.year, 5, L"1999");
-  CopyWide(texts.track, 12, Wide(track));
-  CopyWide(texts.comment, 31, Wide(comment));
+  CopyWide(texts.title, std::size(texts.title), Wide(title));
+  CopyWide(texts.artist, std::size(texts.artist), Wide(kThirty));
+  CopyWide(texts.album, std::size(texts.album), Wide(kThirty));
+  CopyWide(texts.year, std::size(texts.year), L"1999");
+  CopyWide(texts.track, std::size(texts.track), Wide(track));
+  CopyWide(texts.comment, std::size(texts.comment), Wide(comment));
   return texts;
 }
 
 TEST(TagEdit, BuildsBothForms) {
-  const std::string thirty = "abcdefghijklmnopqrstuvwxyz1234";
+  const std::string thirty = kThirty;
   const struct {
     const char *name, *track;
     std::string comment;
@@ -49,7 +51,7 @@ TEST(TagEdit, BuildsBothForms) {
     TagEdit edit;
     edit.Build(Texts(thirty, c.track, c.comment), c.genre);
     const std::string bytes(reinterpret_cast<const char*>(edit.bytes()), kId3v1Bytes);
-    EXPECT_EQ(bytes.substr(3), Id3v1Tag(thirty, "Art", "Alb", 0).substr(3, 94) + c.want) << c.name;
+    EXPECT_EQ(bytes.substr(3), Id3v1Tag(thirty, thirty, thirty, 0).substr(3, 94) + c.want) << c.name;
   }
 }
 

@@ -2,7 +2,7 @@
    channels at once, which is nearly all that stereo music has, in fewer instructions. The same
    values, the same bits taken from the packet, and the same result for a packet that ends early. */
 #define vorbis_book_decodevv_add DecoderAddVectors
-#include "codebook.c"
+#include "codebook.c" /* NOLINT(bugprone-suspicious-include) */
 #undef vorbis_book_decodevv_add
 
 /* The place of the next codeword among the book's entries, or -1. */
@@ -35,25 +35,30 @@ static inline long NextEntry(codebook* book, oggpack_buffer* b) {
   return entry;
 }
 
-#define ADD_TO_TWO(SHIFT)                                           \
-  while (wanted > 0) {                                              \
-    const long entry = NextEntry(book, b);                          \
-    if (entry == -1) return -1;                                     \
-    const long count = book->dim < wanted ? book->dim : wanted;     \
-    const ogg_int32_t* value = book->valuelist + entry * book->dim; \
-    const ogg_int32_t* const end = value + (count & ~1);            \
-    wanted -= count;                                                \
-    while (value < end) {                                           \
-      *next++ += *value++ SHIFT;                                    \
-      *other++ += *value++ SHIFT;                                   \
-    }                                                               \
-    if (count & 1) {                                                \
-      ogg_int32_t* const after = next + 1;                          \
-      *next += *value SHIFT;                                        \
-      next = other;                                                 \
-      other = after;                                                \
-    }                                                               \
+/* A compilation for each direction of the shift: one of the two is 0 there. */
+static inline __attribute__((always_inline)) long AddToTwo(codebook* book, ogg_int32_t* next,
+                                                           ogg_int32_t* other, oggpack_buffer* b,
+                                                           long wanted, int right, int left) {
+  while (wanted > 0) {
+    const long entry = NextEntry(book, b);
+    if (entry == -1) return -1;
+    const long count = book->dim < wanted ? book->dim : wanted;
+    const ogg_int32_t* value = book->valuelist + entry * book->dim;
+    const ogg_int32_t* const end = value + (count & ~1);
+    wanted -= count;
+    while (value < end) {
+      *next++ += *value++ >> right << left;
+      *other++ += *value++ >> right << left;
+    }
+    if (count & 1) {
+      ogg_int32_t* const after = next + 1;
+      *next += *value >> right << left;
+      next = other;
+      other = after;
+    }
   }
+  return 0;
+}
 
 /* `n` values from `offset` on in each of `ch` channels; values of one vector go to one channel
    after the other. */
@@ -62,13 +67,8 @@ long vorbis_book_decodevv_add(codebook* book, ogg_int32_t** a, long offset, int 
   if (ch != 2) return DecoderAddVectors(book, a, offset, ch, b, n, point);
   if (book->used_entries <= 0) return 0;
   const int shift = point - book->binarypoint;
-  ogg_int32_t* next = a[0] + offset;
-  ogg_int32_t* other = a[1] + offset;
-  long wanted = 2 * (long)n;
-  if (shift >= 0) {
-    ADD_TO_TWO(>> shift)
-  } else {
-    ADD_TO_TWO(<< -shift)
-  }
-  return 0;
+  ogg_int32_t* const first = a[0] + offset;
+  ogg_int32_t* const second = a[1] + offset;
+  return shift >= 0 ? AddToTwo(book, first, second, b, 2 * (long)n, shift, 0)
+                    : AddToTwo(book, first, second, b, 2 * (long)n, 0, -shift);
 }
