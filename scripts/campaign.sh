@@ -1,0 +1,77 @@
+#!/usr/bin/env bash
+# The searches for faults that are too long for every day: the thread sanitizer, killed writers, and
+# the fuzzers for the rest of the time. The last lines are a table of what ran and what was found.
+#   scripts/campaign.sh [HOURS]      default 1; a fraction will do
+# Inputs that fail lie in build/campaign/found, the fuzzers' growing corpora beside it, for the next
+# campaign to go on from. Exit code 1 when something was found.
+set -euo pipefail
+# shellcheck source=scripts/lib/common.sh
+. "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
+
+hours="${1:-1}"
+[[ $hours =~ ^[0-9]*\.?[0-9]+$ ]] || die "usage: campaign.sh [HOURS]"
+jobs="${KELVO_JOBS:-$(nproc)}"
+folder="$kelvo_build/campaign"
+found="$folder/found"
+mkdir -p "$found"
+summary="$folder/summary"
+: >"$summary"
+result=0
+
+# row WHAT RUNS FINDINGS
+row() {
+  printf '%-28s %14s  %s\n' "$@" >>"$summary"
+  if [[ $3 != none ]]; then result=1; fi
+}
+
+# repeated WHAT BUILD TESTS TIMES: tests of a build, each that often.
+repeated() {
+  local log="$folder/${1// /_}.log" outcome=none
+  say "campaign: $1"
+  ctest --test-dir "$(build_folder "$2")" -R "$3" --no-tests=error --output-on-failure \
+    --repeat "until-fail:$4" --timeout 3000 >"$log" 2>&1 || outcome="see $log"
+  row "$1" "$4 times" "$outcome"
+}
+
+"$kelvo_root/scripts/build.sh" --target tests/bookmarks/all native
+for part in vorbis effects wma; do "$kelvo_root/scripts/build.sh" --target "tests/$part/all" native-tsan; done
+"$kelvo_root/scripts/build.sh" --target tests/fuzz/all fuzz
+begin=$SECONDS
+repeated "threads, sanitized" native-tsan '\.(vorbis_tests|effects_tests|audio_tap_test)$' 3
+KELVO_KILLED_WRITERS=500 repeated "killed writers, 500 each" native '\.bookmarks_tests$' 1
+
+# What is left, in equal parts; each fuzzer has one processor.
+cd "$kelvo_build/fuzz/bin"
+targets=(fuzz_*)
+lanes=$(((${#targets[@]} + jobs - 1) / jobs))
+left=$(awk -v h="$hours" -v used="$((SECONDS - begin))" 'BEGIN { print int(h * 3600 - used) }')
+seconds=$((left / lanes))
+[[ $seconds -ge 1 ]] || seconds=1
+say "campaign: ${#targets[@]} fuzzers for $seconds s each"
+running=0
+for target in "${targets[@]}"; do
+  name="${target#fuzz_}"
+  mkdir -p "$folder/corpus-$name"
+  if ((running == jobs)); then
+    wait -n || true
+    running=$((running - 1))
+  fi
+  "./$target" -max_total_time="$seconds" -timeout=60 -print_final_stats=1 \
+    -artifact_prefix="$found/$name-" "$folder/corpus-$name" "$kelvo_root/tests/fuzz/corpus/$name" \
+    >"$folder/fuzz_$name.log" 2>&1 &
+  running=$((running + 1))
+done
+wait || true
+for target in "${targets[@]}"; do
+  name="${target#fuzz_}"
+  runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$folder/fuzz_$name.log")
+  inputs=("$found/$name"-*)
+  outcome=none
+  if [[ -e ${inputs[0]} ]]; then outcome="${#inputs[@]} inputs in $found"; fi
+  [[ -n $runs || $outcome != none ]] || outcome="did not run, see $folder/fuzz_$name.log"
+  row "$target" "${runs:-0}" "$outcome"
+done
+
+printf '\n%-28s %14s  %s\n' "what" "executions" "found"
+cat "$summary"
+exit "$result"
