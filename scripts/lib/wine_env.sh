@@ -23,8 +23,8 @@ first_program() {
 # wine_loader and wine_server.
 choose_wine() {
   wine_arch="$1"
-  wine_prefix="$kelvo_build/wine-$wine_arch"
-  wine_run="$kelvo_build/wine-$wine_arch.run"
+  wine_prefix="$(wine_folder "$wine_arch")"
+  wine_run="$wine_prefix.run"
   wine_rooted=no
   case "$wine_arch" in
     i686 | device)
