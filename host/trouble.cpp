@@ -48,9 +48,9 @@ const wchar_t* Describe(Trouble trouble) {
     case Trouble::kEmpty:
       return L"an empty file";
     case Trouble::kOtherKind:
-      return L"cannot be played, neither .ogg nor .wma";
+      return L"neither .ogg nor .wma";
     case Trouble::kNotOffered:
-      return L"cannot be played, the library lacks what plays it";
+      return L"the library lacks what plays it";
     case Trouble::kName:
       return L"its name has letters that the system's code page lacks";
     case Trouble::kDamaged:
