@@ -133,6 +133,9 @@ void ShowMain(Gallery* gallery) {
   } kStates[] = {
       {"inactive", [](MainState* s) { s->active = false; }},
       {"rolled up", [](MainState* s) { s->rolled = true; }},
+      {"rolled up, an hour", [](MainState* s) { s->rolled = true, s->time_s = 3609; }},
+      {"rolled up, remaining",
+       [](MainState* s) { s->rolled = s->remaining = true, s->time_s = 59; }},
       {"rolled up, inactive", [](MainState* s) { s->rolled = true, s->active = false; }},
       {"unshade pressed", [](MainState* s) { s->rolled = true, s->pressed = MainControl::kShade; }},
       {"playing", [](MainState* s) { s->sign = PlaySign::kPlaying; }},
@@ -230,7 +233,7 @@ class AreaPainter final : public TextPainter {
 };
 
 void ShowPlaylist(Gallery* gallery) {
-  const Skin skin = TracedSkin();
+  Skin skin = TracedSkin();
   AreaPainter painter;
   PlaylistViewState state;
   const auto show = [&](const char* name, bool whole = false) {
@@ -258,6 +261,13 @@ void ShowPlaylist(Gallery* gallery) {
   state.active = false;
   state.pressed = PlaylistControl::kNone;
   show("rolled up, inactive");
+  state.size = kPlaylistLeast;
+  state.rows[0].dimmed = state.rows[1].dimmed = true;
+  skin.playlist.text = 0x00FF00;
+  skin.playlist.current = 0xFFFFFF;
+  skin.playlist.background = 0x000020;
+  skin.playlist.selected = 0x0000C0;
+  show("rows that cannot be played");
 }
 
 // Latin-1 in rows of 32, of which the first holds some from elsewhere; and which of them have
