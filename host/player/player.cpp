@@ -79,6 +79,14 @@ void Player::Move(size_t from, size_t to) {
   Changed();
 }
 
+bool Player::Arrange(const std::vector<size_t>& order) {
+  if (order.size() != list_.size()) return false;
+  list_.Arrange(order);
+  order_.Arrange(order);
+  Changed();
+  return true;
+}
+
 bool Player::LearnNext() {
   const size_t unknown = list_.FirstUnknown();
   if (unknown == list_.size()) return false;

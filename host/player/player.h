@@ -54,6 +54,9 @@ class Player {
   void Clear();
   void Remove(const std::vector<size_t>& indices);
   void Move(size_t from, size_t to);
+  // Place i gets the track that was at order[i]; what plays goes on. False: not an order of this
+  // list.
+  bool Arrange(const std::vector<size_t>& order);
   // Tracks are added with their file names for titles. Asks one file more about itself; false when
   // all are known. To be called when there is time.
   bool LearnNext();

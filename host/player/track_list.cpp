@@ -95,6 +95,14 @@ void TrackList::Move(size_t from, size_t to) {
   known_before_ = std::min(known_before_, std::min(from, to));
 }
 
+void TrackList::Arrange(const std::vector<size_t>& order) {
+  std::vector<Track> arranged;
+  arranged.reserve(order.size());
+  for (const size_t index : order) arranged.push_back(std::move(tracks_[index]));
+  tracks_ = std::move(arranged);
+  known_before_ = 0;
+}
+
 void TrackList::Learn(const Library& library, size_t index) {
   Track& track = tracks_[index];
   track.known = true;

@@ -28,6 +28,7 @@ class TrackList {
   void Clear();
   void Remove(size_t index);
   void Move(size_t from, size_t to);
+  void Arrange(const std::vector<size_t>& order);  // place i gets what was at order[i]
 
   // Takes what a file says about itself from the plug-ins.
   void Learn(const Library& library, size_t index);
