@@ -4,6 +4,7 @@
 #include <functional>
 #include <utility>
 
+#include "host/player/file_search.h"
 #include "host/sound_state.h"
 
 namespace velmora {
@@ -27,21 +28,19 @@ Player::Player(const Library& library, HWND window)
 }
 
 bool Player::Add(const std::vector<std::wstring>& paths) {
-  const size_t before = list_.size();
-  for (const std::wstring& path : paths) order_.Append(list_.Add(path));
-  Changed();
-  return list_.size() > before;
+  std::vector<std::wstring> files;
+  FileSearch search(paths);
+  while (search.Step(&files)) {
+  }
+  return Append(files) > 0;
 }
 
-bool Player::Replace(const std::vector<std::wstring>& paths) {
-  TrackList list;  // a full one would take no more
-  for (const std::wstring& path : paths) list.Add(path);
-  if (list.size() == 0) return false;
-  list_ = std::move(list);
-  order_.Clear();
-  order_.Append(list_.size());
-  Renewed();
-  return true;
+size_t Player::Append(const std::vector<std::wstring>& files) {
+  const size_t before = list_.size();
+  for (const std::wstring& file : files) list_.Append(file);
+  order_.Append(list_.size() - before);
+  Changed();
+  return list_.size() - before;
 }
 
 void Player::Renewed() {

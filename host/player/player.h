@@ -46,10 +46,11 @@ class Player {
   uint32_t list_version() const { return version_; }
   // How often the list was emptied or replaced.
   uint32_t renewals() const { return renewals_; }
-  // Media files, and folders, which are searched; other files are left out. False: nothing to add.
+  // Media files, and folders and playlists, in which they are looked for (file_search.h); others
+  // are left out. False: nothing to add.
   bool Add(const std::vector<std::wstring>& paths);
-  // The same in place of what is there; nothing to add changes nothing.
-  bool Replace(const std::vector<std::wstring>& paths);
+  // What a search has found. Returns how many there was room for.
+  size_t Append(const std::vector<std::wstring>& files);
   // Without the playing track the music goes on until its end.
   void Clear();
   void Remove(const std::vector<size_t>& indices);

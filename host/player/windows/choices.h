@@ -39,6 +39,7 @@ std::wstring AsMenuText(const std::wstring& name);
 // Empty when the user declines.
 std::vector<std::wstring> AskForMedia(HWND parent);
 std::wstring AskForSkin(HWND parent);
-std::wstring AskForFolder(HWND parent, const wchar_t* question);
+std::wstring AskForFolder(HWND parent, const std::wstring& question);
+std::wstring AskWhereToSaveList(HWND parent);
 
 }  // namespace velmora

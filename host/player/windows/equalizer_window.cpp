@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "host/player/windows/player_app.h"
+#include "host/player/windows/texts.h"
 
 namespace velmora {
 namespace {
@@ -62,6 +63,14 @@ void EqualizerWindow::Draw(Canvas* canvas) {
   UpdateCurve();
   std::copy(std::begin(curve_), std::end(curve_), state.curve);
   DrawEqualizer(canvas, app_.skin(), state);
+}
+
+std::vector<Tip> EqualizerWindow::OwnTips() const {
+  return {{EqualizerButtonPlace(EqualizerControl::kClose), TEXT_CLOSE},
+          {EqualizerButtonPlace(EqualizerControl::kOn), TEXT_TIP_EQUALIZER_ON},
+          {EqualizerButtonPlace(EqualizerControl::kBass), TEXT_BASS},
+          {EqualizerButtonPlace(EqualizerControl::kPresets), TEXT_PRESETS},
+          {EqualizerSliderPlace(0), TEXT_TIP_PREAMP}};
 }
 
 // What the effects really do, measured with effects of our own.

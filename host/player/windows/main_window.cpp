@@ -5,6 +5,7 @@
 
 #include "host/player/windows/gdi_text.h"
 #include "host/player/windows/player_app.h"
+#include "host/player/windows/texts.h"
 #include "host/text.h"
 
 namespace velmora {
@@ -53,6 +54,39 @@ UserCommand CommandOf(MainControl control) {
       return kCommandVisualNext;
     default:
       return kCommandNone;
+  }
+}
+
+int TipOf(MainControl control) {
+  switch (control) {
+    case MainControl::kMenu:
+      return TEXT_TIP_MENU;
+    case MainControl::kMinimise:
+      return TEXT_TIP_MINIMISE;
+    case MainControl::kShade:
+      return TEXT_TIP_SHADE;
+    case MainControl::kClose:
+      return TEXT_CLOSE;
+    case MainControl::kPrevious:
+      return TEXT_TIP_PREVIOUS;
+    case MainControl::kPlay:
+      return TEXT_TIP_PLAY;
+    case MainControl::kPause:
+      return TEXT_TIP_PAUSE;
+    case MainControl::kStop:
+      return TEXT_TIP_STOP;
+    case MainControl::kNext:
+      return TEXT_TIP_NEXT;
+    case MainControl::kEject:
+      return TEXT_CAPTION_OPEN;
+    case MainControl::kShuffle:
+      return TEXT_TIP_SHUFFLE;
+    case MainControl::kRepeat:
+      return TEXT_TIP_REPEAT;
+    case MainControl::kEqualizer:
+      return TEXT_EQUALIZER;
+    default:
+      return TEXT_PLAYLIST;
   }
 }
 
@@ -114,6 +148,22 @@ MainState MainWindow::State() const {
 void MainWindow::Draw(Canvas* canvas) {
   ShowSongText();
   DrawMain(canvas, app_.skin(), State(), song_text_);
+}
+
+std::vector<Tip> MainWindow::OwnTips() const {
+  std::vector<Tip> tips;
+  for (const MainButton& button : kMainButtonTable) {
+    if (!shaded_ || button.look.place.bottom() <= kTitleBarHeight) {
+      tips.push_back({button.look.place, TipOf(button.control)});
+    }
+  }
+  if (shaded_) return tips;
+  tips.push_back({kVolumePlace, TEXT_TIP_VOLUME});
+  tips.push_back({kBalancePlace, TEXT_TIP_BALANCE});
+  tips.push_back({kPositionPlace, TEXT_TIP_POSITION});
+  tips.push_back({kTimePlace, TEXT_TIP_TIME});
+  tips.push_back({kVisualPlace, TEXT_VISUALISATION});
+  return tips;
 }
 
 void MainWindow::ShowSongText() {

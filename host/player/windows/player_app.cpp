@@ -46,7 +46,7 @@ void PlayerApp::Loop() {
   while (!leaving_) {
     MSG message;
     if (learning && !PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) {
-      learning = player_->LearnNext();
+      learning = GoOnAdding() || player_->LearnNext();
       if (learning) Refresh();
       continue;
     }
@@ -146,16 +146,6 @@ void PlayerApp::OnCatalogPlay() {
   if (catalog_->OnPlay() && left_out == 0) return;
   ShowHint(left_out == 0 ? L"CANNOT BE PLAYED"
                          : std::to_wstring(left_out) + L" LEFT OUT: NEITHER .OGG NOR .WMA");
-}
-
-void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {
-  if (paths.empty()) return;
-  if (!(replace ? player_->Replace(paths) : player_->Add(paths))) {
-    ShowHint(L"NO MUSIC FOUND");
-  } else if (replace) {
-    PlayTrack(0);
-  }
-  Refresh();
 }
 
 void PlayerApp::OnDropped(const std::vector<std::wstring>& paths, bool replace) {

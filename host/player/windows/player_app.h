@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/player/adding.h"
 #include "host/player/bookmark_link.h"
 #include "host/player/catalog_link.h"
 #include "host/player/player.h"
@@ -59,6 +60,7 @@ class PlayerApp {
   void ShowMenu(Point at);
   void ShowPresetMenu(Point at);
   void ShowPlaylistMenu(PlaylistControl button, Point at);
+  void ShowEntryMenu(Point at);
 
   // Skins are put on; other files and folders are added, or replace the list and play.
   void OnDropped(const std::vector<std::wstring>& paths, bool replace);
@@ -75,11 +77,18 @@ class PlayerApp {
   void Loop();
   bool DoTransport(int command);
   bool DoList(int command);
+  bool DoArrange(int command);
+  bool DoEntry(int command);
   bool DoSound(int command);
   bool DoFeatures(int command);
   bool DoView(int command);
   bool DoRange(int command);
   void Open(const std::vector<std::wstring>& paths, bool replace);
+  bool GoOnAdding();
+  void StopAdding();
+  void SaveList();
+  void Arrange(const std::vector<size_t>& order);
+  void Jump();
   void SeekBy(int seconds);
   bool UseSkin(const std::wstring& path);
   void ChooseSkin(const std::wstring& path);
@@ -105,6 +114,7 @@ class PlayerApp {
   // Made when the main window is there, and outliving the windows: while one of them is destroyed,
   // another may become active and draw.
   std::optional<Player> player_;
+  std::optional<Adding> adding_;
   std::optional<BookmarkLink> bookmarks_;
   std::optional<CatalogLink> catalog_;
   WindowGroup windows_;

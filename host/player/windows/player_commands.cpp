@@ -4,6 +4,7 @@
 #include "host/player/settings.h"
 #include "host/player/windows/choices.h"
 #include "host/player/windows/player_app.h"
+#include "host/player/windows/texts.h"
 
 namespace velmora {
 namespace {
@@ -15,8 +16,8 @@ constexpr int kVolumeStep = 4;
 
 void PlayerApp::Do(int command) {
   if (!IsWindowEnabled(main_.handle())) return;  // a dialog is open: it is to be answered first
-  DoTransport(command) || DoList(command) || DoSound(command) || DoFeatures(command) ||
-      DoView(command) || DoRange(command);
+  DoTransport(command) || DoList(command) || DoArrange(command) || DoEntry(command) ||
+      DoSound(command) || DoFeatures(command) || DoView(command) || DoRange(command);
   if (!leaving_) Refresh();
 }
 
@@ -78,7 +79,7 @@ bool PlayerApp::DoList(int command) {
       return true;
     case kCommandOpenFolder:
     case kCommandAddFolder: {
-      const std::wstring folder = AskForFolder(parent, L"Folder with music");
+      const std::wstring folder = AskForFolder(parent, Text(TEXT_MUSIC_FOLDER));
       if (!folder.empty()) Open({folder}, command == kCommandOpenFolder);
       return true;
     }

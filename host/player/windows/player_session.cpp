@@ -62,6 +62,7 @@ bool PlayerApp::OpenWindows() {
   windows_.Add(&equalizer_);
   windows_.Add(&playlist_);
   player_.emplace(library_, main_.handle());
+  adding_.emplace(*player_);
   bookmarks_.emplace(library_, *player_);
   catalog_.emplace(library_, *player_, options_.device);
   RestorePlayer(session, &*player_);

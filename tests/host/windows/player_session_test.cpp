@@ -106,7 +106,7 @@ TEST_F(PlayerSession, FromTheCatalogToTheMusicAndBackToTheSamePlace) {
     ExpectSongFrom(recordings.Read(2), bookmark_s);
   }
   const Session again = Kept();
-  EXPECT_EQ(again.tracks.size(), 1u) << "the bookmark has replaced the list";
+  EXPECT_EQ(again.tracks.size(), 2u) << "the bookmark is played in the list";
   EXPECT_TRUE(again.repeat);
   EXPECT_EQ(again.equalizer.bands[0], 0);
 }
