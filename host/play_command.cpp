@@ -6,6 +6,7 @@
 #include "host/command.h"
 #include "host/player/playback.h"
 #include "host/text.h"
+#include "host/trouble.h"
 
 namespace velmora {
 namespace {
@@ -75,13 +76,9 @@ Outcome WaitForEnd(const Playback& playback, const NotifyWindow& window) {
   }
 }
 
-const wchar_t* Reason(const std::wstring& path, Playback::Start start) {
-  if (start == Playback::Start::kNoOutput) return L"the audio output cannot be opened";
-  const DWORD attributes = GetFileAttributesW(path.c_str());
-  if (attributes == INVALID_FILE_ATTRIBUTES) return L"no such file";
-  if (attributes & FILE_ATTRIBUTE_DIRECTORY) return L"is a folder";
-  return Input::IsMedia(path) ? L"cannot be played: damaged, or not what its name says"
-                              : L"cannot be played: neither .ogg nor .wma";
+const wchar_t* Reason(const Library& library, const std::wstring& path, Playback::Start start) {
+  return start == Playback::Start::kNoOutput ? L"the audio output cannot be opened"
+                                             : Describe(TroubleOf(library, path));
 }
 
 Outcome PlayFile(const Library& library, const std::wstring& path) {
@@ -94,7 +91,7 @@ Outcome PlayFile(const Library& library, const std::wstring& path) {
   Playback playback(library, window.handle());
   const Playback::Start start = playback.Play(path, 0);
   if (start != Playback::Start::kPlaying) {
-    PrintError(L"%ls: %ls\n", name, Reason(path, start));
+    PrintError(L"%ls: %ls\n", name, Reason(library, path, start));
     return Outcome::kFailed;
   }
   Describe(playback);

@@ -7,6 +7,7 @@
 #include "host/player/settings.h"
 #include "host/player/windows/player_app.h"
 #include "host/system.h"
+#include "host/wave_output.h"
 
 namespace velmora {
 namespace {
@@ -39,6 +40,7 @@ int PlayerCommand(const Library& library, const Words& words) {
   // The catalog's device becomes the current folder.
   for (; word != words.end(); ++word) options.files.push_back(FullPath(*word));
   PlayerApp app(library, options);
+  if (!WaveOutput::HasDevice()) PrintError(L"velmora: no sound device: nothing will be heard\n");
   return app.Run();
 }
 

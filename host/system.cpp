@@ -19,6 +19,14 @@ std::wstring FullPath(const std::wstring& path) {
   return length > 0 && length < kelvo::kMaxText ? std::wstring(full, length) : std::wstring();
 }
 
+std::wstring SystemReason() {
+  wchar_t text[256];
+  DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                GetLastError(), 0, text, 256, nullptr);
+  while (length > 0 && wcschr(L"\r\n. ", text[length - 1])) --length;
+  return length > 0 ? std::wstring(text, length) : L"the system does not say why";
+}
+
 void RegisterInstallation() {
   const std::wstring folder = ProgramFolder();
   HKEY key;

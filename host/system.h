@@ -14,6 +14,9 @@ std::wstring ProgramFolder();
 // one that is longer than plug-ins take.
 std::wstring FullPath(const std::wstring& path);
 
+// What the system says about the last call that failed on this thread.
+std::wstring SystemReason();
+
 // Registers this program's folder as the installation, where the library keeps its files. An
 // installed player's installer does this.
 void RegisterInstallation();

@@ -15,6 +15,8 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/lib/common.sh"
 # shellcheck source=scripts/lib/device_drive.sh
 . "$kelvo_root/scripts/lib/device_drive.sh"
+# shellcheck source=scripts/lib/wine_env.sh
+. "$kelvo_root/scripts/lib/wine_env.sh"
 
 # The Windows program sees the machine's root folder as drive Z:.
 windows_path() {
@@ -22,8 +24,6 @@ windows_path() {
   path="$(realpath -m -- "$1")"
   printf 'Z:%s\n' "${path//\//\\}"
 }
-
-has_sound() { [[ -n ${PULSE_SERVER:-} || -n ${PIPEWIRE_REMOTE:-} || -e /dev/snd/controlC0 ]]; }
 
 velmora() { "$kelvo_root/scripts/wine.sh" "$build" "$programs/velmora.exe" "$@"; }
 

@@ -61,6 +61,10 @@ unset DISPLAY
 result=0
 ctest --test-dir "$all" -j "${KELVO_JOBS:-$(nproc)}" --output-on-failure --no-tests=error "$@" |
   shorten || result=$?
-for arch in i686 x86_64 device; do "$kelvo_root/scripts/wine.sh" "$arch" --stop >/dev/null 2>&1 || true; done
+for arch in i686 x86_64 device; do
+  for manager in "" openbox; do
+    KELVO_WINDOW_MANAGER="$manager" "$kelvo_root/scripts/wine.sh" "$arch" --stop >/dev/null 2>&1 || true
+  done
+done
 [[ -z $missing ]] || say "$missing"
 exit "$result"

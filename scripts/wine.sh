@@ -2,7 +2,9 @@
 # Runs a Windows program under the project's own Wine prefix.
 #   scripts/wine.sh i686|x86_64|device PROGRAM [ARGS...]
 # Current directory, output, exit code and Ctrl-C are the program's. Without DISPLAY it gets a display
-# of its own, 1280x1024. Any number may run at a time, also from several checkouts.
+# of its own, 1280x1024. Any number may run at a time, also from several checkouts, but all on the same
+# display: while one runs, a program that is to go to another is refused.
+# KELVO_WINDOW_MANAGER  a window manager, such as openbox, for the display of its own
 #   scripts/wine.sh i686|x86_64|device --stop
 # Ends what is kept ready for the next program; by itself it ends after five minutes without use.
 set -euo pipefail
@@ -11,6 +13,7 @@ set -euo pipefail
 # shellcheck source=scripts/lib/wine_env.sh
 . "$kelvo_root/scripts/lib/wine_env.sh"
 
+readonly patience_seconds=10
 keeper_pid="" server_pid="" display_pid="" display="" authority=""
 
 read_notes() {
@@ -36,9 +39,12 @@ end_process() {
   while [[ -r /proc/$1/comm ]]; do sleep 0.05; done 2>/dev/null
 }
 
-# Waits for running programs to end, then ends the keeper and what a killed keeper left behind.
+# Waits a moment for running programs to end, then ends the keeper and what a killed keeper left behind.
 stop_keeper() {
-  flock 8
+  if ! flock --wait "$patience_seconds" 8; then
+    read_notes || true
+    die "a program still runs on display ${display:-?} (the player?): close it, then try again"
+  fi
   if read_notes; then
     if ! flock -n "$wine_run/keeper" true; then kill "$keeper_pid" 2>/dev/null || true; fi
     flock "$wine_run/keeper" true

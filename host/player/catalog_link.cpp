@@ -29,13 +29,24 @@ void CatalogLink::TakePath(const wchar_t* path) {
   } else if (path != kelvo::CatalogEndOfList()) {
     paths_.push_back(path);
   } else {
-    left_out_ = static_cast<size_t>(std::count_if(
-        paths_.begin(), paths_.end(), [](const auto& chosen) { return !Input::IsMedia(chosen); }));
     if (replace_) player_.Clear();
+    const size_t before = player_.tracks().size();
     player_.Add(paths_);
+    SayAdded(player_.tracks().size() - before);
     replace_ = false;
     paths_.clear();
   }
+}
+
+// The catalog lists kinds of files that only the device's player knows.
+void CatalogLink::SayAdded(size_t added) {
+  const auto other_kinds = std::count_if(
+      paths_.begin(), paths_.end(), [](const auto& chosen) { return !Input::IsMedia(chosen); });
+  std::wstring text = std::to_wstring(added) + L" added";
+  if (other_kinds > 0) {
+    text += L", " + std::to_wstring(other_kinds) + L" left out: neither .ogg nor .wma";
+  }
+  player_.AddNotice(text);
 }
 
 }  // namespace velmora

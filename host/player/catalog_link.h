@@ -29,20 +29,18 @@ class CatalogLink {
   // kMessageCatalogPlay; the kMessageCatalogPlayed that follows asks for nothing more. False when
   // nothing of what was chosen can be played.
   bool OnPlay() { return player_.PlayTrack(0); }
-  // How many files of the last choice are of no kind that the library plays.
-  size_t left_out() const { return left_out_; }
 
  private:
   // The catalog's choice comes in single calls; the player's list changes at the end.
   static void __cdecl OnPath(const wchar_t* path, kelvo::HostWord cookie);
   void TakePath(const wchar_t* path);
+  void SayAdded(size_t added);
 
   Player& player_;
   kelvo::Catalog* const catalog_;
   const DeviceDrive drive_;
   bool replace_ = false;
   std::vector<std::wstring> paths_;
-  size_t left_out_ = 0;
 };
 
 }  // namespace velmora

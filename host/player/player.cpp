@@ -23,7 +23,8 @@ HWAVEOUT FirstDevice() {
 
 Player::Player(const Library& library, HWND window)
     : library_(library), order_(GetTickCount()), playback_(library, window) {
-  if (!WaveOutput::HasDevice()) SendSoundNowhere();
+  silent_ = !WaveOutput::HasDevice();
+  if (silent_) SendSoundNowhere();
   SetEqualizer(equalizer_);
 }
 
@@ -108,6 +109,33 @@ bool Player::PlayTrack(size_t index, uint32_t start_ms) {
   return PlayFrom(index, start_ms, &PlayOrder::Next);
 }
 
+// A file is not to blame for an output that cannot be opened.
+void Player::PassOver(size_t index, Playback::Start failure) {
+  const Track& track = list_.tracks()[index];
+  const bool no_output = failure == Playback::Start::kNoOutput;
+  if (!no_output) list_.SetTrouble(index, TroubleOf(library_, track.path));
+  if (++passed_over_count_ > 1) return;
+  passed_over_ = std::to_wstring(index + 1) + L". " + track.title + L": " +
+                 (no_output ? L"the audio output cannot be opened" : Describe(track.trouble));
+}
+
+void Player::SayPassedOver() {
+  if (passed_over_count_ > 1) {
+    passed_over_ += L" (and " + std::to_wstring(passed_over_count_ - 1) + L" more)";
+  }
+  if (passed_over_count_ > 0) AddNotice(L"Not played: " + passed_over_);
+  passed_over_count_ = 0;
+}
+
+void Player::AddNotice(const std::wstring& text) {
+  if (!notice_.empty()) notice_ += L"; ";
+  notice_ += text;
+}
+
+std::wstring Player::TakeNotice() {
+  return std::exchange(notice_, std::wstring());
+}
+
 bool Player::PlayFrom(size_t index, uint32_t start_ms, Step onward) {
   playback_.Stop();
   if (index >= list_.size()) return false;
@@ -121,13 +149,20 @@ bool Player::PlayFrom(size_t index, uint32_t start_ms, Step onward) {
     tried[index] = true;
     --left;
     const uint32_t from_ms = index == asked ? start_ms : 0;
-    if (playback_.Play(list_.tracks()[index].path, from_ms) == Playback::Start::kPlaying) {
+    const Playback::Start start = playback_.Play(list_.tracks()[index].path, from_ms);
+    if (start == Playback::Start::kPlaying) {
       started_ = GetTickCount();
-      if (listed() && !list_.tracks()[index].known) list_.Learn(library_, index);
+      if (listed()) {
+        if (!list_.tracks()[index].known) list_.Learn(library_, index);
+        list_.SetTrouble(index, Trouble::kNone);
+      }
+      SayPassedOver();
       Changed();
       return true;
     }
+    if (listed()) PassOver(index, start);
   }
+  SayPassedOver();
   order_.SetCurrent(asked);
   Changed();
   return false;
@@ -171,6 +206,7 @@ void Player::OnEndOfPlayback() {
   if (!playback_.is_open() || playback_.ResumeAfterLateSeek()) return;
   unheard_ = EndedUnheard() ? unheard_ + 1 : 0;
   const size_t next = unheard_ < list_.size() ? order_.Next() : kNoTrack;
+  if (playback_.output_failed()) AddNotice(L"The audio output failed");
   playback_.Stop();
   if (next == kNoTrack) {
     unheard_ = 0;

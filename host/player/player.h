@@ -80,6 +80,11 @@ class Player {
   void SetShuffle(bool shuffle) { order_.SetShuffle(shuffle); }
   void SetRepeat(bool repeat) { order_.SetRepeat(repeat); }
   PlayerStatus status() const;
+  // There is no sound device.
+  bool silent() const { return silent_; }
+  // What the user should read about since the last call, as one line: what was passed over and why.
+  std::wstring TakeNotice();
+  void AddNotice(const std::wstring& text);
   // Path of the open track; empty when stopped.
   std::wstring open_path() const { return playback_.is_open() ? playback_.path() : L""; }
 
@@ -95,6 +100,8 @@ class Player {
   void Changed() { ++version_; }
   void Renewed();
   void ApplyVolume();
+  void PassOver(size_t index, Playback::Start failure);
+  void SayPassedOver();
   bool PlayFrom(size_t index, uint32_t start_ms, Step onward);
   bool EndedUnheard();
 
@@ -107,6 +114,10 @@ class Player {
   int balance_ = 0;
   uint32_t version_ = 1;
   uint32_t renewals_ = 0;
+  bool silent_ = false;
+  std::wstring notice_;
+  std::wstring passed_over_;  // the first track that was, and why
+  size_t passed_over_count_ = 0;
   DWORD started_ = 0;   // tick count at the start of the open track
   size_t unheard_ = 0;  // tracks in a row that ended before anything was heard
 };

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "host/system.h"
+
 namespace velmora {
 
 static_assert(kelvo::kEqualizerSettingBytes == 1 + kEqualizerBands);
@@ -36,12 +38,23 @@ bool PresetBank::Load(size_t index, EqualizerState* state) const {
   return true;
 }
 
+std::wstring PresetBank::WhyNotSaved() const {
+  if (!presets_) return L"the library offers no presets";
+  const std::wstring folder = folder_ + L"\\presets";
+  CreateDirectoryW(folder.c_str(), nullptr);
+  const HANDLE file =
+      CreateFileW((folder + L"\\velmora.new").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return SystemReason();
+  CloseHandle(file);
+  return std::wstring();
+}
+
 bool PresetBank::Save(const EqualizerState& state, HWND parent) const {
   uint8_t setting[kelvo::kEqualizerSettingBytes];
   setting[0] = state.preamp;
   std::copy(std::begin(state.bands), std::end(state.bands), setting + 1);
   if (!presets_) return false;
-  CreateDirectoryW((folder_ + L"\\presets").c_str(), nullptr);
   return presets_->SavePreset(setting, folder_.c_str(), parent) != 0;
 }
 

@@ -25,6 +25,8 @@ class PresetBank {
   // nothing changes, when the file cannot be read or holds no slider positions.
   bool Load(size_t index, EqualizerState* state) const;
   // Lets the user name it, above `parent`.
+  // Why no file can be written where presets are; empty: one can.
+  std::wstring WhyNotSaved() const;
   bool Save(const EqualizerState& state, HWND parent) const;
   // False for a preset whose file cannot be told from its name.
   bool Delete(size_t index) const;

@@ -56,7 +56,10 @@ void TrackList::Learn(const Library& library, size_t index) {
   track.known = true;
   const Input input(library, track.path);
   FileInfo info;
-  if (input.Missing() || !input.GetInfo(track.path, &info)) return;
+  if (input.Missing() || !input.GetInfo(track.path, &info)) {
+    track.trouble = TroubleOf(library, track.path);
+    return;
+  }
   if (info.display_title[0] != 0) track.title = info.display_title;
   track.length_ms = info.length_ms;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/library.h"
+#include "host/trouble.h"
 
 namespace velmora {
 
@@ -15,6 +16,8 @@ struct Track {
   std::wstring title;      // display title, or the file's name
   uint32_t length_ms = 0;  // 0: unknown
   bool known = false;      // the file has been asked about itself
+  Trouble trouble =
+      Trouble::kNone;  // why it could not be asked, or not be played when it was tried
 };
 
 class TrackList {
@@ -31,6 +34,7 @@ class TrackList {
 
   // Takes what a file says about itself from the plug-ins.
   void Learn(const Library& library, size_t index);
+  void SetTrouble(size_t index, Trouble trouble) { tracks_[index].trouble = trouble; }
   // The first track that is not known; the size when all are.
   size_t FirstUnknown();
 

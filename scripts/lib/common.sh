@@ -11,6 +11,9 @@ build_folder() {
   if [[ $1 == device ]]; then printf '%s\n' "$kelvo_build/ce-arm-bridge"; else printf '%s\n' "$kelvo_build/$1"; fi
 }
 
+# wine_folder i686|x86_64|device: the prefix of the project's Wine. The one with a window manager is another.
+wine_folder() { printf '%s\n' "$kelvo_build/wine-$1${KELVO_WINDOW_MANAGER:+-managed}"; }
+
 say() { printf '%s\n' "$*"; }
 
 die() {

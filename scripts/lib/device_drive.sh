@@ -5,5 +5,5 @@
 # its prefix, which is there after its first program.
 set_device_drive() {
   "$kelvo_root/scripts/wine.sh" "$1" cmd /c exit
-  ln -sfn "$(realpath -- "$2")" "$kelvo_build/wine-$1/dosdevices/v:"
+  ln -sfn "$(realpath -- "$2")" "$(wine_folder "$1")/dosdevices/v:"
 }

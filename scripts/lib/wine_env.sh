@@ -23,8 +23,8 @@ first_program() {
 # wine_loader and wine_server.
 choose_wine() {
   wine_arch="$1"
-  wine_prefix="$kelvo_build/wine-$wine_arch"
-  wine_run="$kelvo_build/wine-$wine_arch.run"
+  wine_prefix="$(wine_folder "$wine_arch")"
+  wine_run="$wine_prefix.run"
   wine_rooted=no
   case "$wine_arch" in
     i686 | device)
@@ -43,11 +43,21 @@ choose_wine() {
   esac
 }
 
+# True where sound can be heard: by a sound server or a sound card.
+has_sound() {
+  local runtime="${XDG_RUNTIME_DIR:-/run/user/$(id -u)}"
+  [[ -n ${PULSE_SERVER:-} || -n ${PIPEWIRE_REMOTE:-} || -e /dev/snd/controlC0 ||
+    -S $runtime/pulse/native || -S $runtime/pipewire-0 ]]
+}
+
 # Nothing here may reach the user's own prefix, home folder or menus.
 export_wine_environment() {
   export WINEPREFIX="$wine_prefix" WINESERVER="$wine_server"
   export WINEDEBUG="${WINEDEBUG:--all}"
-  export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
+  local overrides="mscoree,mshtml=;winemenubuilder.exe="
+  # Without one, the sound system would complain in twenty lines whenever a program looks for it.
+  has_sound || overrides+=";winealsa.drv,winepulse.drv="
+  export WINEDLLOVERRIDES="$overrides${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
   export HOME="$wine_run/home" GST_REGISTRY="$wine_run/gstreamer.bin"
   # The one UTF-8 locale that is everywhere: texts and formats do not depend on the user's.
   export LC_ALL=C.UTF-8

@@ -14,7 +14,7 @@ set -euo pipefail
 
 readonly idle_seconds=300
 readonly prefix_version=3
-server_pid="" display_pid=""
+server_pid="" display_pid="" manager_pid=""
 
 # The pipe ends when the display is ready or gone.
 start_display() {
@@ -35,6 +35,17 @@ start_display() {
   xauth -q -f "$XAUTHORITY" add ":$number" . \
     "$(xauth -q -f "$XAUTHORITY" list | awk 'NR == 1 { print $3 }')"
   export DISPLAY=":$number"
+  [[ -z ${KELVO_WINDOW_MANAGER:-} ]] || start_manager
+}
+
+# The window manager that KELVO_WINDOW_MANAGER names, as a desktop has one. It ends with the display.
+start_manager() {
+  "$KELVO_WINDOW_MANAGER" >/dev/null 2>&1 7>&- &
+  manager_pid=$!
+  until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q '#'; do
+    kill -0 "$manager_pid" 2>/dev/null || die "$KELVO_WINDOW_MANAGER did not start"
+    sleep 0.05
+  done
 }
 
 start_server() {
@@ -78,11 +89,11 @@ make_prefix() {
   printf '%s\n' "$prefix_version" >"$wine_prefix/.complete"
 }
 
-# A display of our own has no window manager; a Wine that counts on one waits two seconds for its
+# A display without a window manager; a Wine that counts on one waits two seconds for its
 # answer whenever a window opens, and leaves the captions to it.
 choose_managing() {
   local managed=Y
-  [[ -z $display_pid ]] || managed=N
+  [[ -z $display_pid || -n $manager_pid ]] || managed=N
   [[ -f $wine_prefix/.managed && $(<"$wine_prefix/.managed") == "$managed" ]] && return
   set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ "$managed"
   printf '%s\n' "$managed" >"$wine_prefix/.managed"

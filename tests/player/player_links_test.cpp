@@ -132,8 +132,11 @@ TEST(PlayerLinks, CatalogReplacesOrAppends) {
     EXPECT_EQ(rig.player.tracks().size(), 2u);
     EXPECT_EQ(rig.player.status().current, 0u) << "enqueued: what plays goes on";
 
-    catalog.script = {kelvo::kCatalogClearList, wma.c_str(), ogg.c_str(), end};
+    EXPECT_EQ(rig.player.TakeNotice(), L"1 added");
+
+    catalog.script = {kelvo::kCatalogClearList, wma.c_str(), L"\\a.mp3", ogg.c_str(), end};
     link.Show(nullptr, nullptr);
+    EXPECT_EQ(rig.player.TakeNotice(), L"2 added, 1 left out: neither .ogg nor .wma");
     link.OnPlay();
     EXPECT_EQ(rig.player.tracks().size(), 2u);
     EXPECT_EQ(rig.player.status().title, L"The Ring Buffers - Sixteen Strings");
@@ -200,6 +203,9 @@ TEST(PlayerLinks, PresetsAreLoadedAndDeleted) {
   EXPECT_TRUE(state.on);
   EXPECT_EQ(state.bass, 2);
 
+  EXPECT_EQ(bank.WhyNotSaved(), L"");
+  EXPECT_EQ(bank.List().size(), 3u) << "nothing is left behind";
+  EXPECT_NE(PresetBank(test::TheLibrary(), folder.Path(L"none")).WhyNotSaved(), L"");
   EXPECT_FALSE(bank.Delete(index_of(L"a"))) << "its file is not a.eqf";
   EXPECT_FALSE(bank.Delete(3));
   EXPECT_TRUE(bank.Delete(index_of(L"Loud")));

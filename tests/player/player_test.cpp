@@ -64,6 +64,49 @@ TEST(Player, PlaysAListOfBothKindsToItsEnd) {
     ASSERT_EQ(mono.samples[i - 1], mono.samples[i]);
 }
 
+TEST(Player, MarksWhatCannotBePlayedAndSaysWhy) {
+  WriteBytes(L"garbage.ogg", "no music at all", 15);
+  WriteBytes(L"garbage.wma", "no music at all", 15);
+  WriteBytes(L"empty.ogg", "", 0);
+  WriteBytes(L"locked.ogg", "x", 1);
+  CreateDirectoryW(L"folder.ogg", nullptr);
+  const HANDLE lock =
+      CreateFileW(L"locked.ogg", GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  const struct {
+    const wchar_t* file;
+    Trouble want;
+  } kCases[] = {{L"missing.ogg", Trouble::kMissing}, {L"empty.ogg", Trouble::kEmpty},
+                {L"garbage.ogg", Trouble::kDamaged}, {L"locked.ogg", Trouble::kUnreadable},
+                {L"missing.wma", Trouble::kMissing}, {L"garbage.wma", Trouble::kDamaged},
+                {L"folder.ogg", Trouble::kFolder}};
+  SendSoundTo(L"silence", false);
+  for (const bool by_playing : {false, true}) {
+    Rig rig;
+    for (const auto& c : kCases) rig.player.Add({c.file});  // the folder is searched: it is empty
+    rig.player.Add({Media(L"sample.ogg")});
+    const size_t count = std::size(kCases) - 1;
+    ASSERT_EQ(rig.player.tracks().size(), count + 1);
+    if (by_playing) {
+      EXPECT_TRUE(rig.player.PlayTrack(1));
+      EXPECT_EQ(rig.player.TakeNotice(), L"Not played: 2. empty: an empty file (and 4 more)");
+      EXPECT_EQ(rig.player.TakeNotice(), L"") << "said once";
+    } else {
+      while (rig.player.LearnNext()) {
+      }
+      EXPECT_EQ(rig.player.TakeNotice(), L"") << "nobody wanted to hear it yet";
+    }
+    for (size_t i = by_playing; i < count; ++i) {
+      EXPECT_EQ(rig.player.tracks()[i].trouble, kCases[i].want) << i;
+    }
+    EXPECT_EQ(rig.player.tracks()[count].trouble, Trouble::kNone);
+  }
+  EXPECT_EQ(TroubleOf(test::TheLibrary(), L"folder.ogg"), Trouble::kFolder);
+  EXPECT_EQ(TroubleOf(test::TheLibrary(), Media(L"sine.mp3")), Trouble::kOtherKind);
+  CloseHandle(lock);
+  RemoveDirectoryW(L"folder.ogg");
+  for (const auto& c : kCases) DeleteFileW(c.file);
+}
+
 TEST(Player, SaysWhyItSkipsAFileWhoseNameTheCodePageLacks) {
   SendSoundTo(L"silence", true);
   Rig rig;

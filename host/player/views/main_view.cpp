@@ -17,6 +17,8 @@ constexpr int kMinusDigit = 11;  // in nums_ex.bmp only
 constexpr int kDigitsTop = 26;
 constexpr int kDigitColumns[] = {48, 60, 78, 90};
 constexpr int kMinusColumn = 36;
+constexpr int kRolledTimeRight = 238;
+constexpr int kRolledTimeTop = 4;
 
 constexpr int kSliderPictures = 28;
 constexpr int kSliderPictureStep = 15;  // rows from one background to the next
@@ -74,6 +76,17 @@ void DrawTime(Canvas* canvas, const Skin& skin, const MainState& state) {
     // The old digits have no minus: the bar in the middle of the 2 serves.
     canvas->Draw(digits, {2 * kDigitWidth + 2, 6, 5, 1}, {kMinusColumn + 4, kDigitsTop + 6});
   }
+}
+
+// In the rolled-up title bar, right-aligned before its buttons.
+void DrawRolledTime(Canvas* canvas, const Skin& skin, const MainState& state) {
+  if (state.time_s < 0) return;
+  const int seconds = state.time_s % 60;
+  const std::string digits = (state.remaining ? "-" : "") + std::to_string(state.time_s / 60) +
+                             (seconds < 10 ? ":0" : ":") + std::to_string(seconds);
+  const std::u16string text(digits.begin(), digits.end());
+  DrawSkinText(canvas, skin.image(kelvo::kSkinText), text,
+               {kRolledTimeRight - static_cast<int>(text.size()) * kLetterWidth, kRolledTimeTop});
 }
 
 void DrawSongText(Canvas* canvas, const MainState& state, const Bitmap& text) {
@@ -139,6 +152,7 @@ void DrawMain(Canvas* canvas, const Skin& skin, const MainState& state, const Bi
   canvas->Fill({0, 0, kMainSize.width, kMainSize.height}, 0);
   canvas->Draw(skin.image(kelvo::kSkinMain), {0, 0});
   DrawTitleBar(canvas, skin, state);
+  if (state.rolled) DrawRolledTime(canvas, skin, state);
   DrawButtons(canvas, skin, state);
   DrawPlaySign(canvas, skin, state.sign);
   DrawTime(canvas, skin, state);

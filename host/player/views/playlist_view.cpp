@@ -84,6 +84,11 @@ void DrawRolled(Canvas* canvas, const Skin& skin, const PlaylistViewState& state
   DrawPressedButton(canvas, image, state);
 }
 
+// Half way to what is behind it.
+Colour Dimmed(Colour ink, Colour paper) {
+  return (ink >> 1 & 0x7F7F7F) + (paper >> 1 & 0x7F7F7F);
+}
+
 void DrawRows(Canvas* canvas, const PlaylistStyle& style, const PlaylistViewState& state,
               TextPainter& painter) {
   const Rect list = PlaylistListPlace(state.size);
@@ -92,7 +97,9 @@ void DrawRows(Canvas* canvas, const PlaylistStyle& style, const PlaylistViewStat
   for (const PlaylistRow& row : state.rows) {
     const Rect place = {list.x, y, list.width, kPlaylistRow};
     if (row.selected) canvas->Fill(place, style.selected);
-    const Colour colour = row.current ? style.current : style.text;
+    const Colour ink = row.current ? style.current : style.text;
+    const Colour paper = row.selected ? style.selected : style.background;
+    const Colour colour = row.dimmed ? Dimmed(ink, paper) : ink;
     const int time = row.time.empty() ? 0 : painter.Width(row.time);
     painter.Draw(canvas, {place.x, y, place.width - time - kTimeGap, place.height}, row.text,
                  colour);

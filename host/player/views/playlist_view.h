@@ -15,6 +15,7 @@ struct PlaylistRow {
   std::u16string time;  // at the right edge
   bool current;
   bool selected;
+  bool dimmed = false;  // it cannot be played
 };
 
 struct PlaylistViewState {

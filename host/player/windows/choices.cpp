@@ -27,7 +27,36 @@ std::wstring Filter(int kind, const std::wstring& patterns) {
   return Text(kind) + L" (" + patterns + L")" + L'\0' + patterns + L'\0';
 }
 
+// The message box that is about to open, and what it is to open over: one at a time.
+HHOOK opening = nullptr;
+HWND opening_over = nullptr;
+
+LRESULT CALLBACK PlaceMessage(int code, WPARAM wparam, LPARAM lparam) {
+  if (code != HCBT_ACTIVATE) return CallNextHookEx(nullptr, code, wparam, lparam);
+  UnhookWindowsHookEx(opening);
+  const auto box = reinterpret_cast<HWND>(wparam);
+  RECT place, parent;
+  GetWindowRect(box, &place);
+  GetWindowRect(opening_over, &parent);
+  MONITORINFO screen = {};
+  screen.cbSize = sizeof screen;
+  GetMonitorInfoW(MonitorFromRect(&parent, MONITOR_DEFAULTTONEAREST), &screen);
+  const LONG width = place.right - place.left, height = place.bottom - place.top;
+  const RECT& area = screen.rcWork;
+  SetWindowPos(box, nullptr,
+               Clamp((parent.left + parent.right - width) / 2, area.left, area.right - width),
+               Clamp((parent.top + parent.bottom - height) / 2, area.top, area.bottom - height), 0,
+               0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return 0;
+}
+
 }  // namespace
+
+int ShowMessage(HWND parent, const std::wstring& text, const wchar_t* caption, UINT flags) {
+  opening_over = parent;
+  opening = SetWindowsHookExW(WH_CBT, PlaceMessage, nullptr, GetCurrentThreadId());
+  return MessageBoxW(parent, text.c_str(), caption, flags);
+}
 
 std::vector<std::wstring> AskForMedia(HWND parent) {
   std::vector<wchar_t> text(kManyPaths, 0);

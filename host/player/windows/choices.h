@@ -36,6 +36,9 @@ class Menu {
 // A name as an item's text: what has a meaning in menus is shown as it is.
 std::wstring AsMenuText(const std::wstring& name);
 
+// A message box over its parent, not in the middle of the screen; returns its answer.
+int ShowMessage(HWND parent, const std::wstring& text, const wchar_t* caption, UINT flags);
+
 // Empty when the user declines.
 std::vector<std::wstring> AskForMedia(HWND parent);
 std::wstring AskForSkin(HWND parent);

@@ -12,7 +12,9 @@ namespace velmora {
 namespace {
 
 constexpr UINT_PTR kHintTimer = 2;
-constexpr UINT kHintMs = 1200;
+constexpr int kHintTickMs = 50;
+constexpr int kHintMs = 1200;  // what fits; the rest comes in afterwards and stays as long
+constexpr int kHintStep = 2;   // pixels a tick
 constexpr int kWheelVolume = 4;
 
 bool IsSlider(MainControl control) {
@@ -118,7 +120,8 @@ MainState MainWindow::State() const {
   state.rolled = shaded_;
   state.pressed = inside_ || IsSlider(held_) ? held_ : MainControl::kNone;
   state.sign = SignOf(status.state);
-  state.scroll = scroll_;
+  state.scroll =
+      hint_.empty() ? scroll_ : std::max(0, hint_ms_ - kHintMs) / kHintTickMs * kHintStep;
   state.bit_rate = static_cast<int>(status.bit_rate_kbit);
   state.sample_rate = static_cast<int>(status.sample_rate_khz);
   state.channels = static_cast<int>(status.channels);
@@ -178,7 +181,8 @@ void MainWindow::ShowSongText() {
 void MainWindow::ShowTitle() {
   const bool stopped = app_.player().status().state == PlayState::kStopped;
   const std::wstring song = stopped ? L"" : app_.SongText();
-  const std::wstring title = song.empty() ? L"Velmora" : song + L" - Velmora";
+  const std::wstring name = app_.player().silent() ? L"Velmora (no sound device)" : L"Velmora";
+  const std::wstring title = song.empty() ? name : song + L" - " + name;
   if (title == title_) return;
   title_ = title;
   SetWindowTextW(handle(), title.c_str());
@@ -197,7 +201,20 @@ void MainWindow::Rest() {
 
 void MainWindow::ShowHint(const std::wstring& text) {
   hint_ = text;
-  SetTimer(handle(), kHintTimer, kHintMs, nullptr);
+  hint_ms_ = 0;
+  SetTimer(handle(), kHintTimer, kHintTickMs, nullptr);
+  Refresh();
+}
+
+// A slider that is held, or a dialog over the window, keeps the hint as it is.
+void MainWindow::OnHintTimer() {
+  if (held_ != MainControl::kNone || !IsWindowEnabled(handle())) return;
+  hint_ms_ += kHintTickMs;
+  const int hidden = std::max(0, song_text_.width - kSongTextPlace.width);
+  if (hint_ms_ > 2 * kHintMs + hidden / kHintStep * kHintTickMs) {
+    KillTimer(handle(), kHintTimer);
+    hint_.clear();
+  }
   Refresh();
 }
 
@@ -319,10 +336,7 @@ bool MainWindow::IsHandle(Point point) const {
 
 LRESULT MainWindow::OnOther(UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_TIMER && wparam == kHintTimer) {
-    if (held_ != MainControl::kNone) return 0;  // a slider is still held
-    KillTimer(handle(), kHintTimer);
-    hint_.clear();
-    Refresh();
+    OnHintTimer();
     return 0;
   }
   if (app_.OnMessage(message, wparam, lparam)) return 0;

@@ -21,7 +21,7 @@ class MainWindow final : public SkinWindow {
   void Tick(uint32_t milliseconds);
   // The music has stopped: nothing of it stays in the window.
   void Rest();
-  // Shows a text instead of the song's for a moment.
+  // Shows a text instead of the song's for as long as it takes to read.
   void ShowHint(const std::wstring& text);
   // Names the song in the task bar, also while minimised; while stopped only the program.
   void ShowTitle();
@@ -54,6 +54,7 @@ class MainWindow final : public SkinWindow {
   void SlideTo(Point point);
   void Click(MainControl control);
   void UpdateVisual(uint32_t milliseconds);
+  void OnHintTimer();
 
   MainControl held_ = MainControl::kNone;  // what the mouse went down on
   bool inside_ = false;                    // and whether it is on it
@@ -63,6 +64,7 @@ class MainWindow final : public SkinWindow {
   bool remaining_time_ = false;
   std::wstring title_;  // of the window
   std::wstring hint_;
+  int hint_ms_ = 0;            // that the hint has been seen
   std::wstring song_text_of_;  // what song_text_ is a picture of
   Bitmap song_text_;
   int scroll_ = 0;

@@ -35,8 +35,12 @@ int PlayerApp::Run() {
   if (!OpenWindows()) return 1;
   Start();
   Loop();
-  Keep();
+  const std::wstring why = Keep();
   player_->Stop();
+  if (!why.empty()) {
+    ShowMessage(main_.handle(), L"The settings and the list are not saved: " + why, L"Velmora",
+                MB_OK | MB_ICONWARNING);
+  }
   return 0;
 }
 
@@ -72,7 +76,13 @@ std::wstring PlayerApp::SongText() const {
   return text;
 }
 
+void PlayerApp::ShowNotice() {
+  const std::wstring notice = player_->TakeNotice();
+  if (!notice.empty()) ShowHint(notice);
+}
+
 void PlayerApp::Refresh() {
+  ShowNotice();
   UpdateTimer();
   main_.ShowTitle();
   main_.Refresh();
@@ -93,6 +103,7 @@ void PlayerApp::UpdateTimer() {
 
 bool PlayerApp::OnTimer(UINT_PTR timer) {
   if (timer != kTickTimer && timer != kDialogTimer) return false;
+  ShowNotice();  // the catalog's sheet may have added something
   if (timer == kTickTimer) main_.Tick(kTickMs);
   playlist_.Tick();
   UpdateTimer();
@@ -123,7 +134,7 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       bookmarks_->OnPlayBookmark(wparam, lparam);
       break;
     case kelvo::kMessageCatalogPlay:
-      OnCatalogPlay();
+      catalog_->OnPlay();
       break;
     case kelvo::kMessageCatalogPlayed:
       break;  // nothing is left to do
@@ -138,14 +149,6 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   }
   Refresh();
   return true;
-}
-
-// The catalog lists kinds of files that only the device's player knows.
-void PlayerApp::OnCatalogPlay() {
-  const size_t left_out = catalog_->left_out();
-  if (catalog_->OnPlay() && left_out == 0) return;
-  ShowHint(left_out == 0 ? L"CANNOT BE PLAYED"
-                         : std::to_wstring(left_out) + L" LEFT OUT: NEITHER .OGG NOR .WMA");
 }
 
 void PlayerApp::OnDropped(const std::vector<std::wstring>& paths, bool replace) {
@@ -187,7 +190,7 @@ void PlayerApp::About() {
   for (wchar_t& c : lines) {
     if (c == L'\r') c = L'\n';
   }
-  MessageBoxW(main_.handle(), lines.c_str(), L"About Velmora", MB_OK | MB_ICONINFORMATION);
+  ShowMessage(main_.handle(), lines, L"About Velmora", MB_OK | MB_ICONINFORMATION);
 }
 
 }  // namespace velmora

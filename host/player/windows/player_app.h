@@ -73,7 +73,7 @@ class PlayerApp {
   void RestoreWindows(const Session& session);
   void KeepWindows(Session* session) const;
   void Start();
-  void Keep();
+  std::wstring Keep();  // why the settings could not be saved; empty: they were
   void Loop();
   bool DoTransport(int command);
   bool DoList(int command);
@@ -97,8 +97,9 @@ class PlayerApp {
   void About();
   void UpdateTimer();
   bool OnTimer(UINT_PTR timer);
-  void OnCatalogPlay();
+  void ShowNotice();
   void OnDialog(bool open);
+  void SavePreset();
   void DeletePreset(size_t index);
 
   const Library& library_;

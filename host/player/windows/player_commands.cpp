@@ -5,6 +5,7 @@
 #include "host/player/windows/choices.h"
 #include "host/player/windows/player_app.h"
 #include "host/player/windows/texts.h"
+#include "host/system.h"
 
 namespace velmora {
 namespace {
@@ -118,10 +119,7 @@ bool PlayerApp::DoSound(int command) {
       Do(kCommandBass + (sound.bass + 1) % (kMaxBass + 1));
       return true;
     case kCommandPresetSave:
-      // No is also the answer when the user declines: a hint either way, never silence.
-      ShowHint(presets_.Save(sound, main_.handle())
-                   ? L"PRESET SAVED"
-                   : L"NO PRESET SAVED; A NAME CANNOT HOLD \\ / : * ? \" < > |");
+      SavePreset();
       return true;
     default:
       return false;
@@ -141,7 +139,9 @@ bool PlayerApp::DoFeatures(int command) {
       bookmarks_->Show(main_.handle());
       return true;
     case kCommandBookmarkAdd:
-      ShowHint(bookmarks_->AddCurrent() ? L"BOOKMARK ADDED" : L"NOTHING PLAYS");
+      ShowHint(player_->status().state == PlayState::kStopped ? L"NOTHING PLAYS"
+               : bookmarks_->AddCurrent()                     ? L"BOOKMARK ADDED"
+                                                              : L"BOOKMARK NOT SAVED");
       return true;
     case kCommandAbout:
       About();
@@ -238,13 +238,23 @@ bool PlayerApp::DoRange(int command) {
   return false;
 }
 
+void PlayerApp::SavePreset() {
+  const std::wstring why = presets_.WhyNotSaved();
+  if (!why.empty()) {
+    ShowHint(L"NO PRESET CAN BE SAVED: " + why);
+  } else if (presets_.Save(player_->equalizer(), main_.handle())) {
+    ShowHint(L"PRESET SAVED");
+  } else {  // also when the user declines: a hint either way, never silence
+    ShowHint(L"NO PRESET SAVED; A NAME CANNOT HOLD \\ / : * ? \" < > |");
+  }
+}
+
 void PlayerApp::DeletePreset(size_t index) {
   const std::vector<std::wstring> names = presets_.List();
   if (index >= names.size()) return;
   const std::wstring question = L"Delete the preset \"" + names[index] + L"\"?";
-  if (MessageBoxW(main_.handle(), question.c_str(), L"Presets", MB_YESNO | MB_ICONQUESTION) ==
-      IDYES) {
-    presets_.Delete(index);
+  if (ShowMessage(main_.handle(), question, L"Presets", MB_YESNO | MB_ICONQUESTION) == IDYES) {
+    if (!presets_.Delete(index)) ShowHint(L"NOT DELETED: " + SystemReason());
   }
 }
 
@@ -265,7 +275,7 @@ void PlayerApp::ChangeVolume(int by) {
 }
 
 void PlayerApp::PlayTrack(size_t index) {
-  if (!player_->PlayTrack(index)) ShowHint(L"CANNOT BE PLAYED");
+  player_->PlayTrack(index);
   Refresh();
 }
 

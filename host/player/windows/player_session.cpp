@@ -1,6 +1,7 @@
 // What the player keeps from one run to the next.
 #include "host/player/settings.h"
 #include "host/player/windows/player_app.h"
+#include "host/system.h"
 #include "host/text.h"
 
 namespace velmora {
@@ -82,13 +83,14 @@ void PlayerApp::Start() {
   Refresh();
 }
 
-void PlayerApp::Keep() {
+std::wstring PlayerApp::Keep() {
   ShowWindow(main_.handle(), SW_RESTORE);  // minimised windows are nowhere
   Session session;
   KeepPlayer(*player_, &session);
   KeepWindows(&session);
-  SaveSession(options_.session, session);
+  const std::wstring why = SaveSession(options_.session, session) ? L"" : SystemReason();
   bookmarks_->SavePlace();
+  return why;
 }
 
 }  // namespace velmora

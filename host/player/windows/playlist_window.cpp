@@ -94,7 +94,7 @@ PlaylistViewState PlaylistWindow::State() {
     if (i < static_cast<size_t>(first_) || i >= end) continue;
     state.rows.push_back({ToView(std::to_wstring(i + 1) + L". " + tracks[i].title),
                           tracks[i].length_ms ? TimeText(tracks[i].length_ms) : std::u16string(),
-                          i == current, selection.Has(i)});
+                          i == current, selection.Has(i), tracks[i].trouble != Trouble::kNone});
   }
   if (Second() >= 0) state.play_time = TimeText(int64_t{1000} * Second());
   if (rolled_) state.rolled_text = ToView(app_.SongText());
@@ -219,7 +219,14 @@ void PlaylistWindow::PressRow(Point point) {
     return;
   }
   Selection().OnClick(static_cast<size_t>(row), ClickNow());
+  SayTrouble(static_cast<size_t>(row));
   dragged_row_ = row;
+}
+
+void PlaylistWindow::SayTrouble(size_t index) {
+  const Track& track = app_.player().tracks()[index];
+  if (track.trouble == Trouble::kNone) return;
+  app_.ShowHint(std::to_wstring(index + 1) + L". " + track.title + L": " + Describe(track.trouble));
 }
 
 void PlaylistWindow::DragRow(Point point) {
@@ -297,6 +304,7 @@ void PlaylistWindow::MoveCursor(int by) {
   const auto index = static_cast<size_t>(row);
   Selection().OnClick(index,
                       Down(VK_SHIFT) ? ListSelection::Click::kExtend : ListSelection::Click::kOnly);
+  SayTrouble(index);
   ShowRow(index);
 }
 

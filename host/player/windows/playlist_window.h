@@ -54,6 +54,7 @@ class PlaylistWindow final : public SkinWindow {
   void ScrollTo(int first);
   void ShowRow(size_t index);
   void PressRow(Point point);
+  void SayTrouble(size_t index);  // why a track that is marked cannot be played
   void DragRow(Point point);
   void MoveCursor(int by);
   void OpenMenu(PlaylistControl control);

@@ -231,6 +231,12 @@ LRESULT SkinWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_MOUSEWHEEL:
       OnWheelTurned(GET_WHEEL_DELTA_WPARAM(wparam));
       return 0;
+    case WM_SETCURSOR:
+      // A click while a dialog keeps the user from this window.
+      if (LOWORD(lparam) == static_cast<WORD>(HTERROR) && HIWORD(lparam) == WM_LBUTTONDOWN) {
+        app_.windows().RaiseDialog();
+      }
+      break;
     case WM_CONTEXTMENU:
       OnMenuAsked(lparam);
       return 0;

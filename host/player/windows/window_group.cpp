@@ -95,6 +95,17 @@ void WindowGroup::Enable(bool enabled) {
   }
 }
 
+void WindowGroup::RaiseDialog() const {
+  constexpr UINT kOrderOnly = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+  const HWND main = windows_[0]->handle();
+  const HWND dialog = GetLastActivePopup(main);
+  if (dialog == main || !IsWindowEnabled(dialog)) return;
+  // In the order known here it is above all the time, and what changes nothing is not passed on.
+  SetWindowPos(dialog, HWND_BOTTOM, 0, 0, 0, 0, kOrderOnly | SWP_NOOWNERZORDER);
+  SetWindowPos(dialog, HWND_TOP, 0, 0, 0, 0, kOrderOnly);
+  SetForegroundWindow(dialog);
+}
+
 void WindowGroup::BringIntoView() {
   for (SkinWindow* window : windows_) {
     const Rect place = window->place();

@@ -28,6 +28,8 @@ class WindowGroup {
   }
   // All but the main window.
   void Enable(bool enabled);
+  // A window manager raises what is clicked, whether enabled or not: the dialog is to stay above.
+  void RaiseDialog() const;
   // Puts windows back that are outside of all screens.
   void BringIntoView();
 

@@ -133,6 +133,9 @@ void ShowMain(Gallery* gallery) {
   } kStates[] = {
       {"inactive", [](MainState* s) { s->active = false; }},
       {"rolled up", [](MainState* s) { s->rolled = true; }},
+      {"rolled up, an hour", [](MainState* s) { s->rolled = true, s->time_s = 3609; }},
+      {"rolled up, remaining",
+       [](MainState* s) { s->rolled = s->remaining = true, s->time_s = 59; }},
       {"rolled up, inactive", [](MainState* s) { s->rolled = true, s->active = false; }},
       {"unshade pressed", [](MainState* s) { s->rolled = true, s->pressed = MainControl::kShade; }},
       {"playing", [](MainState* s) { s->sign = PlaySign::kPlaying; }},
@@ -245,6 +248,8 @@ void ShowPlaylist(Gallery* gallery) {
   state.running_time = u"12:34";
   state.play_time = u"0:56";
   show("rows, scrolled to the end");
+  state.rows[0].dimmed = state.rows[1].dimmed = true;
+  show("rows that cannot be played");
   state.pressed = PlaylistControl::kClose;
   state.active = false;
   show("close pressed, inactive");
