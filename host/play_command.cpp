@@ -6,6 +6,7 @@
 #include "host/command.h"
 #include "host/player/playback.h"
 #include "host/text.h"
+#include "host/texts.h"
 #include "host/trouble.h"
 
 namespace velmora {
@@ -76,8 +77,8 @@ Outcome WaitForEnd(const Playback& playback, const NotifyWindow& window) {
   }
 }
 
-const wchar_t* Reason(const Library& library, const std::wstring& path, Playback::Start start) {
-  return start == Playback::Start::kNoOutput ? L"the audio output cannot be opened"
+std::wstring Reason(const Library& library, const std::wstring& path, Playback::Start start) {
+  return start == Playback::Start::kNoOutput ? Text(TEXT_TROUBLE_OUTPUT)
                                              : Describe(TroubleOf(library, path));
 }
 
@@ -91,7 +92,7 @@ Outcome PlayFile(const Library& library, const std::wstring& path) {
   Playback playback(library, window.handle());
   const Playback::Start start = playback.Play(path, 0);
   if (start != Playback::Start::kPlaying) {
-    PrintError(L"%ls: %ls\n", name, Reason(library, path, start));
+    PrintError(L"%ls: %ls\n", name, Reason(library, path, start).c_str());
     return Outcome::kFailed;
   }
   Describe(playback);

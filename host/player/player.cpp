@@ -6,6 +6,7 @@
 
 #include "host/player/file_search.h"
 #include "host/sound_state.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -116,14 +117,15 @@ void Player::PassOver(size_t index, Playback::Start failure) {
   if (!no_output) list_.SetTrouble(index, TroubleOf(library_, track.path));
   if (++passed_over_count_ > 1) return;
   passed_over_ = std::to_wstring(index + 1) + L". " + track.title + L": " +
-                 (no_output ? L"the audio output cannot be opened" : Describe(track.trouble));
+                 (no_output ? Text(TEXT_TROUBLE_OUTPUT) : Describe(track.trouble));
 }
 
 void Player::SayPassedOver() {
+  if (passed_over_count_ == 1) AddNotice(Text(TEXT_NOTICE_NOT_PLAYED, {passed_over_}));
   if (passed_over_count_ > 1) {
-    passed_over_ += L" (and " + std::to_wstring(passed_over_count_ - 1) + L" more)";
+    AddNotice(
+        Text(TEXT_NOTICE_NOT_PLAYED_MORE, {passed_over_, std::to_wstring(passed_over_count_ - 1)}));
   }
-  if (passed_over_count_ > 0) AddNotice(L"Not played: " + passed_over_);
   passed_over_count_ = 0;
 }
 
@@ -206,7 +208,7 @@ void Player::OnEndOfPlayback() {
   if (!playback_.is_open() || playback_.ResumeAfterLateSeek()) return;
   unheard_ = EndedUnheard() ? unheard_ + 1 : 0;
   const size_t next = unheard_ < list_.size() ? order_.Next() : kNoTrack;
-  if (playback_.output_failed()) AddNotice(L"The audio output failed");
+  if (playback_.output_failed()) AddNotice(Text(TEXT_NOTICE_OUTPUT_FAILED));
   playback_.Stop();
   if (next == kNoTrack) {
     unheard_ = 0;

@@ -4,7 +4,7 @@
 #include <objbase.h>
 #include <shlobj.h>
 
-#include "host/player/windows/texts.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -52,10 +52,10 @@ LRESULT CALLBACK PlaceMessage(int code, WPARAM wparam, LPARAM lparam) {
 
 }  // namespace
 
-int ShowMessage(HWND parent, const std::wstring& text, const wchar_t* caption, UINT flags) {
+int ShowMessage(HWND parent, const std::wstring& text, const std::wstring& caption, UINT flags) {
   opening_over = parent;
   opening = SetWindowsHookExW(WH_CBT, PlaceMessage, nullptr, GetCurrentThreadId());
-  return MessageBoxW(parent, text.c_str(), caption, flags);
+  return MessageBoxW(parent, text.c_str(), caption.c_str(), flags);
 }
 
 std::vector<std::wstring> AskForMedia(HWND parent) {

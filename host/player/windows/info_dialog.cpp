@@ -1,9 +1,9 @@
 #include "host/player/windows/info_dialog.h"
 
 #include "host/input.h"
-#include "host/player/windows/texts.h"
 #include "host/res/dialog_ids.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {

@@ -6,9 +6,9 @@
 
 #include "host/player/list_order.h"
 #include "host/player/play_order.h"
-#include "host/player/windows/texts.h"
 #include "host/res/dialog_ids.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {

@@ -5,8 +5,8 @@
 
 #include "host/player/windows/gdi_text.h"
 #include "host/player/windows/player_app.h"
-#include "host/player/windows/texts.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -99,8 +99,9 @@ PlaySign SignOf(PlayState state) {
 }
 
 std::wstring BalanceText(int balance) {
-  if (balance == 0) return L"BALANCE: CENTER";
-  return L"BALANCE: " + std::to_wstring(std::abs(balance)) + (balance < 0 ? L"% LEFT" : L"% RIGHT");
+  if (balance == 0) return Text(TEXT_HINT_BALANCE_MIDDLE);
+  return Text(balance < 0 ? TEXT_HINT_BALANCE_LEFT : TEXT_HINT_BALANCE_RIGHT,
+              {std::to_wstring(std::abs(balance))});
 }
 
 }  // namespace
@@ -181,7 +182,8 @@ void MainWindow::ShowSongText() {
 void MainWindow::ShowTitle() {
   const bool stopped = app_.player().status().state == PlayState::kStopped;
   const std::wstring song = stopped ? L"" : app_.SongText();
-  const std::wstring name = app_.player().silent() ? L"Velmora (no sound device)" : L"Velmora";
+  const std::wstring name =
+      app_.player().silent() ? L"Velmora (" + Text(TEXT_NOTICE_NO_SOUND) + L")" : L"Velmora";
   const std::wstring title = song.empty() ? name : song + L" - " + name;
   if (title == title_) return;
   title_ = title;
@@ -252,7 +254,7 @@ void MainWindow::SlideTo(Point point) {
   Player& player = app_.player();
   if (held_ == MainControl::kVolume) {
     player.SetVolume(kVolumeSlider.ValueAt(point.x));
-    ShowHint(L"VOLUME: " + std::to_wstring(player.status().volume) + L"%");
+    ShowHint(Text(TEXT_HINT_VOLUME, {std::to_wstring(player.status().volume)}));
   } else if (held_ == MainControl::kBalance) {
     const int balance = kBalanceSlider.ValueAt(point.x) - 100;
     player.SetBalance(std::abs(balance) < 12 ? 0 : balance);  // the middle is easy to hit
@@ -262,8 +264,8 @@ void MainWindow::SlideTo(Point point) {
     if (status.state == PlayState::kStopped || status.length_ms == 0) return;
     sought_ = kPositionSlider.ValueAt(point.x);
     const int64_t ms = int64_t{status.length_ms} * sought_ / kPositionSlider.most;
-    ShowHint(std::wstring(L"SEEK TO: ") + MinutesSeconds(ms).text + L"/" +
-             MinutesSeconds(status.length_ms).text);
+    ShowHint(
+        Text(TEXT_HINT_SEEK, {MinutesSeconds(ms).text, MinutesSeconds(status.length_ms).text}));
   }
 }
 

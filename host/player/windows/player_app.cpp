@@ -7,6 +7,7 @@
 #include "host/player/windows/commands.h"
 #include "host/system.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -38,7 +39,7 @@ int PlayerApp::Run() {
   const std::wstring why = Keep();
   player_->Stop();
   if (!why.empty()) {
-    ShowMessage(main_.handle(), L"The settings and the list are not saved: " + why, L"Velmora",
+    ShowMessage(main_.handle(), Text(TEXT_NOTICE_NOT_KEPT, {why}), L"Velmora",
                 MB_OK | MB_ICONWARNING);
   }
   return 0;
@@ -190,7 +191,7 @@ void PlayerApp::About() {
   for (wchar_t& c : lines) {
     if (c == L'\r') c = L'\n';
   }
-  ShowMessage(main_.handle(), lines, L"About Velmora", MB_OK | MB_ICONINFORMATION);
+  ShowMessage(main_.handle(), lines, Text(TEXT_CAPTION_ABOUT), MB_OK | MB_ICONINFORMATION);
 }
 
 }  // namespace velmora

@@ -99,6 +99,7 @@ class PlayerApp {
   bool OnTimer(UINT_PTR timer);
   void ShowNotice();
   void OnDialog(bool open);
+  void SwitchLanguage(LANGID language);
   void SavePreset();
   void DeletePreset(size_t index);
 

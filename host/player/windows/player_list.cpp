@@ -5,8 +5,8 @@
 #include "host/player/windows/info_dialog.h"
 #include "host/player/windows/jump_dialog.h"
 #include "host/player/windows/player_app.h"
-#include "host/player/windows/texts.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {

@@ -2,7 +2,7 @@
 #include "host/player/settings.h"
 #include "host/player/windows/choices.h"
 #include "host/player/windows/player_app.h"
-#include "host/player/windows/texts.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {

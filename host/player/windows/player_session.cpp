@@ -3,6 +3,7 @@
 #include "host/player/windows/player_app.h"
 #include "host/system.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -56,6 +57,7 @@ void PlayerApp::KeepWindows(Session* session) const {
 
 bool PlayerApp::OpenWindows() {
   const Session session = LoadSession(options_.session);
+  UseTexts(ChosenLanguage());
   if (!main_.Create()) return false;
   equalizer_.Create(main_.handle());
   playlist_.Create(main_.handle());

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "host/player/windows/player_app.h"
-#include "host/player/windows/texts.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {

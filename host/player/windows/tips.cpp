@@ -2,7 +2,7 @@
 
 #include <commctrl.h>
 
-#include "host/player/windows/texts.h"
+#include "host/texts.h"
 
 namespace velmora {
 

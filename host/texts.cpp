@@ -1,15 +1,15 @@
-#include "host/player/windows/texts.h"
+#include "host/texts.h"
 
 #include <algorithm>
-
-#include "host/player/settings.h"
 
 namespace velmora {
 namespace {
 
 constexpr int kTextsInBlock = 16;  // of a string table's resource
 
-LANGID chosen = kEnglish;
+constexpr LANGID kBuiltIn = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
+
+LANGID chosen = kBuiltIn;
 
 struct KeyName {
   const wchar_t* key;
@@ -48,7 +48,7 @@ std::wstring TextIn(LANGID language, int id) {
 
 std::wstring Text(int id) {
   const std::wstring text = TextIn(chosen, id);
-  return text.empty() ? TextIn(kEnglish, id) : text;
+  return text.empty() ? TextIn(kBuiltIn, id) : text;
 }
 
 std::wstring Text(int id, std::initializer_list<std::wstring> values) {
