@@ -341,6 +341,9 @@ LRESULT MainWindow::OnOther(UINT message, WPARAM wparam, LPARAM lparam) {
     OnHintTimer();
     return 0;
   }
+  if (message == WM_COPYDATA) {
+    return app_.OnHandedOver(*reinterpret_cast<const COPYDATASTRUCT*>(lparam));
+  }
   if (app_.OnMessage(message, wparam, lparam)) return 0;
   return SkinWindow::OnOther(message, wparam, lparam);
 }

@@ -64,6 +64,8 @@ class PlayerApp {
 
   // Skins are put on; other files and folders are added, or replace the list and play.
   void OnDropped(const std::vector<std::wstring>& paths, bool replace);
+  // What a second command wants; the result of its message.
+  LRESULT OnHandedOver(const COPYDATASTRUCT& data);
   // Messages to the main window that are no window's own: commands, the timer, the library's.
   // False: not known.
   bool OnMessage(UINT message, WPARAM wparam, LPARAM lparam);

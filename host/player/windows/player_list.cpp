@@ -1,10 +1,12 @@
 // What the user does with the list: fill it, save it, order it, find in it.
+#include "host/one_instance.h"
 #include "host/player/list_order.h"
 #include "host/player/playlist_files.h"
 #include "host/player/windows/choices.h"
 #include "host/player/windows/info_dialog.h"
 #include "host/player/windows/jump_dialog.h"
 #include "host/player/windows/player_app.h"
+#include "host/system.h"
 #include "host/text.h"
 #include "host/texts.h"
 
@@ -25,6 +27,20 @@ void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {
   adding_->Start(paths, replace);
   GoOnAdding();
   Refresh();
+}
+
+// A dialog that is open is to be answered first: the files go in once the loop has time again.
+LRESULT PlayerApp::OnHandedOver(const COPYDATASTRUCT& data) {
+  Request request;
+  if (leaving_ || !OneInstance::Read(data, &request)) return 0;
+  if (!request.files.empty()) adding_->Start(request.files, true);
+  const std::wstring own = FullPath(options_.device);
+  const bool other = !request.device.empty() && lstrcmpiW(request.device.c_str(), own.c_str()) != 0;
+  if (other) ShowHint(Text(TEXT_HINT_OTHER_DEVICE));
+  if (IsIconic(main_.handle())) ShowWindow(main_.handle(), SW_RESTORE);
+  SetForegroundWindow(GetLastActivePopup(main_.handle()));
+  PostMessageW(main_.handle(), WM_NULL, 0, 0);  // wakes the loop
+  return OneInstance::Result(other);
 }
 
 bool PlayerApp::GoOnAdding() {

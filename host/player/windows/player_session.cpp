@@ -1,4 +1,5 @@
 // What the player keeps from one run to the next.
+#include "host/one_instance.h"
 #include "host/player/settings.h"
 #include "host/player/windows/player_app.h"
 #include "host/system.h"
@@ -73,6 +74,7 @@ bool PlayerApp::OpenWindows() {
   main_.SetVisualMode(static_cast<VisualMode>(session.visual));
   main_.SetRemainingTime(session.remaining_time);
   RestoreWindows(session);
+  OneInstance::Mark(main_.handle(), options_.session);
   return true;
 }
 
