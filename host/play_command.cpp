@@ -7,6 +7,7 @@
 #include "host/player/playback.h"
 #include "host/player/track_list.h"
 #include "host/text.h"
+#include "host/texts.h"
 #include "host/trouble.h"
 
 namespace velmora {
@@ -94,8 +95,8 @@ Outcome PlayFile(const Library& library, const std::wstring& path) {
   const Playback::Start start = playback.Play(path, 0);
   if (start != Playback::Start::kPlaying) {
     PrintError(L"%ls: %ls\n", name,
-               start == Playback::Start::kNoOutput ? L"the audio output cannot be opened"
-                                                   : Describe(trouble));
+               start == Playback::Start::kNoOutput ? Text(TEXT_TROUBLE_OUTPUT).c_str()
+                                                   : Describe(trouble).c_str());
     return Outcome::kFailed;
   }
   Describe(playback);

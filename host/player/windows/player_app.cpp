@@ -7,6 +7,7 @@
 #include "host/player/windows/commands.h"
 #include "host/system.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -38,7 +39,7 @@ int PlayerApp::Run() {
   const std::wstring why = Keep();
   player_->Stop();
   if (!why.empty()) {
-    ShowMessage(main_.handle(), L"The settings and the list are not saved: " + why, L"Velmora",
+    ShowMessage(main_.handle(), Text(TEXT_NOTICE_NOT_KEPT, {why}), L"Velmora",
                 MB_OK | MB_ICONWARNING);
   }
   return 0;
@@ -50,7 +51,7 @@ void PlayerApp::Loop() {
   while (!leaving_) {
     MSG message;
     if (learning && !PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) {
-      learning = player_->LearnNext();
+      learning = GoOnAdding() || player_->LearnNext();
       if (learning) Refresh();
       continue;
     }
@@ -151,16 +152,6 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   return true;
 }
 
-void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {
-  if (paths.empty()) return;
-  if (!(replace ? player_->Replace(paths) : player_->Add(paths))) {
-    ShowHint(L"NO MUSIC FOUND");
-  } else if (replace) {
-    PlayTrack(0);
-  }
-  Refresh();
-}
-
 void PlayerApp::OnDropped(const std::vector<std::wstring>& paths, bool replace) {
   std::vector<std::wstring> media;
   for (const std::wstring& path : paths) {
@@ -200,7 +191,7 @@ void PlayerApp::About() {
   for (wchar_t& c : lines) {
     if (c == L'\r') c = L'\n';
   }
-  ShowMessage(main_.handle(), lines, L"About Velmora", MB_OK | MB_ICONINFORMATION);
+  ShowMessage(main_.handle(), lines, Text(TEXT_CAPTION_ABOUT), MB_OK | MB_ICONINFORMATION);
 }
 
 }  // namespace velmora
