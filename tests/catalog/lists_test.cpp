@@ -51,8 +51,9 @@ class Playlist final : public SelectableItems {
     for (Item& item : items_) item.focused = false;
     items_[at].focused = true;
   }
-  void Remove(size_t at) noexcept override {
-    items_.erase(items_.begin() + static_cast<ptrdiff_t>(at));
+  void Shrink(size_t count) noexcept override {
+    items_.resize(count);
+    for (size_t i = 0; i < count; ++i) items_[i] = {Utf8(entries[i].path.c_str()), false, false};
   }
   void Swapped(size_t a, size_t b) noexcept override { std::swap(items_[a].text, items_[b].text); }
 
@@ -76,13 +77,14 @@ TEST(PlaylistEdit, MovesAndRemovesWhatIsSelected) {
       {"a", "a", "a", "a"},
       {"a*!", "a*!", "a*!", ""},
       {"a b* c", "b* a c", "a c b*", "a c"},
-      {"a b*! c* d", "b*! c* a d", "a d b*! c*", "a d"},
+      {"a b*! c* d", "b*! c* a d", "a d b*! c*", "a d!"},
       {"a* b c* d", "a* b c* d", "b a* d c*", "b d"},
       {"a b* c d*", "b* a d* c", "a b* c d*", "a c"},
       {"a! b* c", "b*! a c", "a! c b*", "a! c"},
+      {"a b! c*", "a c*! b", "a b! c*", "a b!"},
       {"a* b* c*", "a* b* c*", "a* b* c*", ""},
       {"a b* c* d* e f*", "b* c* d* a f* e", "a b* c* d* e f*", "a e"},
-      {"a b c*! d e* f", "a c*! b e* d f", "a b d c*! f e*", "a b d f"},
+      {"a b c*! d e* f", "a c*! b e* d f", "a b d c*! f e*", "a b d! f"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.before);
