@@ -232,7 +232,7 @@ TEST(RenamedPathTest, KeepsTheFolder) {
                   [&](bool failed) { EXPECT_EQ(text.has_value(), !failed); });
 }
 
-class DeviceScanTest : public testing::Test {
+class DeviceScanTest : public testing::Test, private ScanProgress {
  protected:
   DeviceScanTest() {
     files_.Put("\\z.mp3", test::Id3v1Tag("T", "A", "L", 8));
@@ -249,7 +249,9 @@ class DeviceScanTest : public testing::Test {
   std::string Scan(const wchar_t* folder = L"") {
     media_.Clear();
     playlists_.Clear();
-    ScanFolder(files_, information_, folder, {&media_, &playlists_});
+    asked_.clear();
+    const bool ended = ScanFolder(files_, information_, folder, {&media_, &playlists_}, *this);
+    EXPECT_EQ(ended, asked_.size() <= enough_);
     EXPECT_EQ(files_.open_now, 0);
     std::string text;
     for (const MediaEntry& entry : media_) {
@@ -259,6 +261,13 @@ class DeviceScanTest : public testing::Test {
     return text;
   }
 
+  bool GoesOn(size_t found) noexcept override {
+    asked_ += std::to_string(found);
+    return asked_.size() <= enough_;
+  }
+
+  std::string asked_;     // the numbers told, a digit each
+  size_t enough_ = 1000;  // so many times it goes on
   test::MemoryFiles files_;
   test::FakeInformation information_;
   EntryList media_;
@@ -272,6 +281,14 @@ TEST_F(DeviceScanTest, FindsEverythingInTheFileSystemsOrder) {
   EXPECT_EQ(Scan(), want);
   EXPECT_EQ(Scan(), want);
   EXPECT_EQ(files_.log[0], "list \\*.*");
+  EXPECT_EQ(asked_, "011233345");
+  for (enough_ = 0; enough_ < 9; ++enough_) {
+    SCOPED_TRACE(enough_);
+    Scan();
+    EXPECT_EQ(asked_.size(), enough_ + 1) << "it is not asked again";
+    EXPECT_EQ(media_.size() + playlists_.size(), static_cast<size_t>(asked_.back() - '0'));
+  }
+  enough_ = 1000;
   information_.wma_available = false;
   EXPECT_EQ(Scan(L"\\Music\\Deep.mp3"), "");
 }

@@ -88,7 +88,7 @@ class CatalogSheet final : private CatalogSheetEvents {
   bool Run() noexcept;
 
  private:
-  void Rescan() noexcept override;
+  void Rescan(HWND page) noexcept override;
   void CurrentPlaylistChanged() noexcept override;
 
   CatalogState& state_;

@@ -72,7 +72,7 @@ ModalDialog::Handled MediaPage::OnCommand(int id, int) noexcept {
       CloseSheet();
       break;
     case ID_RESCAN:
-      events().Rescan();
+      events().Rescan(window());
       break;
     case ID_CHECK_ALL:
     case ID_CHECK_NONE:

@@ -81,12 +81,14 @@ void PlaylistsPage::FitColumn() noexcept {
 }
 
 ModalDialog::Handled PlaylistsPage::OnCommand(int id, int) noexcept {
+  // The items stand for what was found before.
+  if (state().scanning && id != IDOK) return Handled::kYes;
   switch (id) {
     case IDOK:
       CloseSheet();
       break;
     case ID_RESCAN:
-      events().Rescan();
+      events().Rescan(window());
       break;
     case ID_RENAME:
       Rename();
