@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include "pocketpc/aygshell/hook.h"
 #include "pocketpc/aygshell/menu_bar.h"
 
 namespace kelvo {
@@ -12,12 +13,12 @@ constexpr wchar_t kHasDone[] = L"KelvoDone";
 // The same for a window that covers the screen.
 constexpr wchar_t kFillsScreen[] = L"KelvoFillsScreen";
 
-LRESULT CALLBACK FrameProc(HWND root, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
-                           DWORD_PTR) noexcept {
-  switch (message) {
+LRESULT OnFrameMessage(const HookedMessage& call) noexcept {
+  const HWND root = call.window;
+  switch (call.message) {
     case WM_WINDOWPOSCHANGED: {
-      const LRESULT result = DefSubclassProc(root, message, wparam, lparam);
-      const UINT flags = reinterpret_cast<const WINDOWPOS*>(lparam)->flags;
+      const LRESULT result = call.Pass();
+      const UINT flags = reinterpret_cast<const WINDOWPOS*>(call.lparam)->flags;
       if (!(flags & SWP_NOSIZE) || (flags & SWP_SHOWWINDOW)) LayOutSheet(root);
       if (!SettleMenuBars(root) && (flags & SWP_SHOWWINDOW) && GetPropW(root, kFillsScreen)) {
         CreateBlankBar(root);
@@ -25,22 +26,21 @@ LRESULT CALLBACK FrameProc(HWND root, UINT message, WPARAM wparam, LPARAM lparam
       return result;
     }
     case WM_ENABLE:
-      EnableMenuBars(root, wparam != FALSE);
+      EnableMenuBars(root, call.wparam != FALSE);
       break;
     case WM_SYSCOMMAND:
-      if ((wparam & 0xFFF0) != SC_CLOSE) break;
+      if ((call.wparam & 0xFFF0) != SC_CLOSE) break;
       if (!GetPropW(root, kHasDone)) return 0;
       if (!SheetTakesDone(root)) PostMessageW(root, WM_COMMAND, IDOK, 0);
       return 0;
     case WM_NCDESTROY:
       RemovePropW(root, kHasDone);
       RemovePropW(root, kFillsScreen);
-      RemoveWindowSubclass(root, &FrameProc, id);
       break;
     default:
       break;
   }
-  return DefSubclassProc(root, message, wparam, lparam);
+  return call.Pass();
 }
 
 // The nearest position to `at` that keeps the window on its monitor.
@@ -59,7 +59,7 @@ POINT KeepOnMonitor(POINT at, SIZE window) noexcept {
 }  // namespace
 
 bool MakeFrame(HWND root) noexcept {
-  return SetWindowSubclass(root, &FrameProc, 0, 0) != FALSE;
+  return Hook<&OnFrameMessage>(root);
 }
 
 void FillScreen(HWND root) noexcept {

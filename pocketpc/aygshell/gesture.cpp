@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "base/windows/pocketpc.h"
+#include "pocketpc/aygshell/hook.h"
 
 namespace kelvo {
 namespace {
@@ -78,10 +79,10 @@ void SelectAt(HWND control, POINT client) noexcept {
 }
 
 // A list or tree view.
-LRESULT CALLBACK ControlProc(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
-                             DWORD_PTR) noexcept {
-  if (message == WM_LBUTTONDOWN && IsDown(VK_LBUTTON)) {
-    POINT at = {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
+LRESULT OnControlMessage(const HookedMessage& call) noexcept {
+  if (call.message == WM_LBUTTONDOWN && IsDown(VK_LBUTTON)) {
+    const HWND control = call.window;
+    POINT at = {static_cast<short>(LOWORD(call.lparam)), static_cast<short>(HIWORD(call.lparam))};
     if (WaitForHold(control, at)) {
       SetFocus(control);
       SelectAt(control, at);
@@ -89,33 +90,28 @@ LRESULT CALLBACK ControlProc(HWND control, UINT message, WPARAM wparam, LPARAM l
       TellParent(control, at);
       return 0;
     }
-  } else if (message == WM_NCDESTROY) {
-    RemoveWindowSubclass(control, &ControlProc, id);
   }
-  return DefSubclassProc(control, message, wparam, lparam);
+  return call.Pass();
 }
 
-LRESULT CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
-                            DWORD_PTR) noexcept {
-  if (message == WM_NOTIFY) {
-    const NMHDR* header = reinterpret_cast<const NMHDR*>(lparam);
+LRESULT OnDialogMessage(const HookedMessage& call) noexcept {
+  if (call.message == WM_NOTIFY) {
+    const NMHDR* header = reinterpret_cast<const NMHDR*>(call.lparam);
     if (header->code == static_cast<UINT>(NM_RCLICK) && RecognisesHolding(header->hwndFrom)) {
       TellParent(header->hwndFrom, LastMessagePoint());
       return 1;  // handled: no WM_CONTEXTMENU
     }
-  } else if (message == WM_NCDESTROY) {
-    RemoveWindowSubclass(dialog, &DialogProc, id);
   }
-  return DefSubclassProc(dialog, message, wparam, lparam);
+  return call.Pass();
 }
 
 }  // namespace
 
 bool WatchGestures(HWND dialog) noexcept {
   for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-    if (RecognisesHolding(child) && !SetWindowSubclass(child, &ControlProc, 0, 0)) return false;
+    if (RecognisesHolding(child) && !Hook<&OnControlMessage>(child)) return false;
   }
-  return SetWindowSubclass(dialog, &DialogProc, 0, 0) != FALSE;
+  return Hook<&OnDialogMessage>(dialog);
 }
 
 }  // namespace kelvo

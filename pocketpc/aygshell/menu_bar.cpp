@@ -3,6 +3,7 @@
 #include "base/memory/heap.h"
 #include "base/windows/pocketpc.h"
 #include "pocketpc/aygshell/frame.h"
+#include "pocketpc/aygshell/hook.h"
 
 namespace kelvo {
 namespace {
@@ -160,11 +161,11 @@ LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
 }
 
 // Keeps a parent's bars with it: seen when it is, gone when it goes.
-LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
-                            DWORD_PTR) noexcept {
-  const LRESULT result = DefSubclassProc(parent, message, wparam, lparam);
-  if (message == WM_WINDOWPOSCHANGED) {
-    const UINT flags = reinterpret_cast<const WINDOWPOS*>(lparam)->flags;
+LRESULT OnParentMessage(const HookedMessage& call) noexcept {
+  const HWND parent = call.window;
+  const LRESULT result = call.Pass();
+  if (call.message == WM_WINDOWPOSCHANGED) {
+    const UINT flags = reinterpret_cast<const WINDOWPOS*>(call.lparam)->flags;
     if (!(flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW))) return result;
     if (flags & SWP_SHOWWINDOW) {
       ForEachBar([&](HWND, MenuBar* bar) {
@@ -172,8 +173,7 @@ LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wparam, LPARAM lpa
       });
     }
     SettleMenuBars(GetAncestor(parent, GA_ROOT));
-  } else if (message == WM_NCDESTROY) {
-    RemoveWindowSubclass(parent, &ParentProc, id);
+  } else if (call.message == WM_NCDESTROY) {
     while (const HWND bar = FindMenuBarOf(parent)) DestroyWindow(bar);
   }
   return result;
@@ -208,7 +208,7 @@ HWND CreateBar(HWND parent, bool hidden, LONG turn, MenuBarContent content) noex
   const HWND root = GetAncestor(parent, GA_ROOT);
   HeapPtr<MenuBar> made(HeapNew<MenuBar>());
   if (!root || !made || !RegisterBarClass() || !MakeFrame(root) ||
-      !SetWindowSubclass(parent, &ParentProc, 0, 0)) {
+      !Hook<&OnParentMessage>(parent)) {
     return nullptr;
   }
   const RECT place = MenuBarPlace(root);

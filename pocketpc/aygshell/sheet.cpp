@@ -3,6 +3,8 @@
 #include <commctrl.h>
 #include <prsht.h>
 
+#include "pocketpc/aygshell/hook.h"
+
 namespace kelvo {
 namespace {
 
@@ -26,21 +28,19 @@ struct DoneWatch {
   bool ended = false;
 };
 
-LRESULT CALLBACK DoneProc(HWND sheet, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
-                          DWORD_PTR data) noexcept {
-  const bool ends =
-      message == PSM_PRESSBUTTON || message == WM_DESTROY ||
-      (message == WM_COMMAND && (LOWORD(wparam) == IDOK || LOWORD(wparam) == IDCANCEL));
-  if (ends) reinterpret_cast<DoneWatch*>(data)->ended = true;
-  return DefSubclassProc(sheet, message, wparam, lparam);
+LRESULT WatchDone(const HookedMessage& call) noexcept {
+  const bool ends = call.message == PSM_PRESSBUTTON || call.message == WM_DESTROY ||
+                    (call.message == WM_COMMAND &&
+                     (LOWORD(call.wparam) == IDOK || LOWORD(call.wparam) == IDCANCEL));
+  if (ends && call.data) reinterpret_cast<DoneWatch*>(call.data)->ended = true;
+  return call.Pass();
 }
 
-LRESULT CALLBACK PageProc(HWND page, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
-                          DWORD_PTR) noexcept {
-  switch (message) {
+LRESULT OnPageMessage(const HookedMessage& call) noexcept {
+  switch (call.message) {
     case WM_WINDOWPOSCHANGING: {
-      WINDOWPOS* position = reinterpret_cast<WINDOWPOS*>(lparam);
-      const HWND sheet = GetParent(page);
+      WINDOWPOS* position = reinterpret_cast<WINDOWPOS*>(call.lparam);
+      const HWND sheet = GetParent(call.window);
       RECT client;
       GetClientRect(sheet, &client);
       position->x = 0;
@@ -52,13 +52,12 @@ LRESULT CALLBACK PageProc(HWND page, UINT message, WPARAM wparam, LPARAM lparam,
       break;
     }
     case WM_NCDESTROY:
-      RemovePropW(page, kFills);
-      RemoveWindowSubclass(page, &PageProc, id);
+      RemovePropW(call.window, kFills);
       break;
     default:
       break;
   }
-  return DefSubclassProc(page, message, wparam, lparam);
+  return call.Pass();
 }
 
 bool IsPageKey(WPARAM key) noexcept {
@@ -77,23 +76,19 @@ void TurnPage(HWND sheet, bool forward) noexcept {
 }
 
 // A control of a page: Ctrl+Tab is the sheet's.
-LRESULT CALLBACK PageKeyProc(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
-                             DWORD_PTR) noexcept {
-  switch (message) {
+LRESULT OnPageKey(const HookedMessage& call) noexcept {
+  switch (call.message) {
     case WM_GETDLGCODE:
-      if (!IsPageKey(wparam)) break;
-      return DefSubclassProc(control, message, wparam, lparam) | DLGC_WANTMESSAGE;
+      if (!IsPageKey(call.wparam)) break;
+      return call.Pass() | DLGC_WANTMESSAGE;
     case WM_KEYDOWN:
-      if (!IsPageKey(wparam)) break;
-      TurnPage(GetAncestor(control, GA_ROOT), GetKeyState(VK_SHIFT) >= 0);
+      if (!IsPageKey(call.wparam)) break;
+      TurnPage(GetAncestor(call.window, GA_ROOT), GetKeyState(VK_SHIFT) >= 0);
       return 0;
-    case WM_NCDESTROY:
-      RemoveWindowSubclass(control, &PageKeyProc, id);
-      break;
     default:
       break;
   }
-  return DefSubclassProc(control, message, wparam, lparam);
+  return call.Pass();
 }
 
 bool FillsSheet(HWND window) noexcept {
@@ -160,9 +155,9 @@ bool FillSheet(HWND page) noexcept {
   }
   const LONG_PTR style = GetWindowLongPtrW(page, GWL_STYLE);
   SetWindowLongPtrW(page, GWL_STYLE, style | WS_CLIPSIBLINGS);
-  if (!SetWindowSubclass(page, &PageProc, 0, 0) || !SetPropW(page, kFills, page)) return false;
+  if (!Hook<&OnPageMessage>(page) || !SetPropW(page, kFills, page)) return false;
   for (HWND child = GetWindow(page, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-    if (!SetWindowSubclass(child, &PageKeyProc, 0, 0)) return false;
+    if (!Hook<&OnPageKey>(child)) return false;
   }
   LayOutSheet(sheet);
   return true;
@@ -184,9 +179,9 @@ bool SheetTakesDone(HWND root) noexcept {
   if (!TabsOf(root)) return false;
   const HWND page = reinterpret_cast<HWND>(SendMessageW(root, PSM_GETCURRENTPAGEHWND, 0, 0));
   DoneWatch watch;
-  if (page && SetWindowSubclass(root, &DoneProc, 0, reinterpret_cast<DWORD_PTR>(&watch))) {
+  if (page && Hook<&WatchDone>(root, reinterpret_cast<DWORD_PTR>(&watch))) {
     SendMessageW(page, WM_COMMAND, IDOK, 0);
-    RemoveWindowSubclass(root, &DoneProc, 0);
+    Unhook<&WatchDone>(root);
   }
   if (!watch.ended && IsWindow(root)) PostMessageW(root, WM_COMMAND, IDOK, 0);
   return true;

@@ -48,6 +48,9 @@
 #define TEXT_RENAME_FILE "Rename file"
 #define TEXT_DELETE_FILE "Delete file"
 
+/* While the device is scanned: the files found so far */
+#define TEXT_SCANNING "Scanning: %d files. Esc stops."
+
 /* Deleting: caption and question */
 #define TEXT_DELETE_CAPTION "Delete File"
 #define TEXT_ASK_DELETE "Do you want to permanently delete ""%s""?"

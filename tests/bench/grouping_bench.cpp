@@ -18,7 +18,8 @@ class Counter final : public kelvo::TreeSink {
   kelvo::TreeNode Add(kelvo::TreeNode, kelvo::NodeKind, const wchar_t*) noexcept override {
     return ++nodes;
   }
-  void SortFolders(kelvo::TreeNode) noexcept override {}
+  void SortLabels(kelvo::TreeNode) noexcept override {}
+  void SortFolders(kelvo::TreeNode, const kelvo::FolderOrder&) noexcept override {}
   kelvo::TreeNode nodes = 0;
 };
 

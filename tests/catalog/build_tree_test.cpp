@@ -52,8 +52,8 @@ TEST_F(BuildTreeTest, FoldersAreSortedEachOnceTheInnerOnesFirst) {
   BuildTree(list_, ToGroupingOrder(7), tree);
   // A neighbour whose name begins with a folder's name goes into it.
   EXPECT_EQ(tree.Text(),
-            "D Music\n F b.mp3\n F c.mp3\n D Deep\n  F d.ogg\n D \n  F e.mp3\nF plain.mp3\n");
-  EXPECT_EQ(tree.sorted, (std::vector<TreeNode>{7, 5, 1, kNoNode}));
+            "D Music\n D \n  F e.mp3\n D Deep\n  F d.ogg\n F b.mp3\n F c.mp3\nF plain.mp3\n");
+  EXPECT_EQ(tree.sorted, "l3 f3 l2 f2 l1 f1 l0 f0 ");
   for (const uint32_t bad : {0u, 8u}) EXPECT_EQ(static_cast<uint32_t>(ToGroupingOrder(bad)), 1u);
 }
 
@@ -79,7 +79,8 @@ std::string Folded(std::string text) {
 }
 
 // The walk as it is meant, over the files' own texts: the first file that is left makes a group,
-// which takes everything that belongs into it; also when it cannot be inserted.
+// which takes everything that belongs into it; also when it cannot be inserted. All is sorted by
+// its label, then the folders by theirs; a folder comes before a file of its name.
 class LiteralWalk {
  public:
   LiteralWalk(const std::vector<File>& files, uint32_t order, TextTree& tree)
@@ -91,6 +92,19 @@ class LiteralWalk {
       if (files[i].path != "-") all.push_back(i);
     }
     order == 7 ? Folders(all, kNoNode, 0) : Groups(all, kNoNode, kinds[order - 1]);
+    const auto& nodes = tree.nodes;
+    for (TreeNode parent = 0; parent < nodes.size(); ++parent) {
+      tree.Sort(parent, [&](TreeNode x, TreeNode y) {
+        const int labels = nodes[x].label.compare(nodes[y].label);
+        return labels != 0 ? labels < 0 : tree.IsFile(y) && !tree.IsFile(x);
+      });
+      if (order < 7) continue;
+      tree.Sort(parent, [&](TreeNode x, TreeNode y) {
+        return !tree.IsFile(x) && !tree.IsFile(y) &&
+               Folded(nodes[x].label) < Folded(nodes[y].label);
+      });
+    }
+    for (const auto& [node, i] : placed_) tree.nodes[node].label += "#" + std::to_string(i);
   }
 
  private:
@@ -139,7 +153,7 @@ class LiteralWalk {
   }
   void Place(size_t i, TreeNode parent, const std::string& label) {
     const TreeNode node = tree_.Add(parent, NodeKind::kFile, Wide(label));
-    if (node != kNoNode) tree_.nodes[node].label += "#" + std::to_string(i);
+    if (node != kNoNode) placed_.emplace_back(node, i);
   }
   std::string TextOf(size_t i, NodeKind kind) {
     const File& file = files_[i];
@@ -154,6 +168,7 @@ class LiteralWalk {
 
   const std::vector<File>& files_;
   TextTree& tree_;
+  std::vector<std::pair<TreeNode, size_t>> placed_;
 };
 
 // Texts that are the same but for their case, fill their field, or share a 32-bit hash; names that

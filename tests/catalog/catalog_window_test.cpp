@@ -58,6 +58,55 @@ TEST_F(CatalogSheetTest, NothingIsRebuiltDuringAScan) {
   });
 }
 
+// Before the second folder is listed the scan takes long enough to look around.
+TEST_F(CatalogSheetTest, AScanTellsWhatItFindsAndEndsWithEscapeOrDone) {
+  static HWND page, sheet;
+  static std::string label;
+  static int step;
+  step = 0;
+  files_.before = [](test::MemoryFiles&, const std::string& call) {
+    if (call == "list \\Music\\*.*") {
+      Sleep(150);
+      if (step == 1) PostMessageW(page, WM_KEYDOWN, VK_ESCAPE, 0);
+      if (step == 2) PostMessageW(sheet, WM_SYSCOMMAND, SC_CLOSE, 0);
+      PostMessageW(page, WM_COMMAND, ID_CHECK_ALL, 0);  // not for what was there before
+      PostMessageW(page, WM_KEYDOWN, VK_SPACE, 0);
+    } else if (call == "attributes \\Music\\two.mp3" || call == "open \\Music\\two.mp3") {
+      label = Text(FindWindowExW(page, nullptr, L"Static", nullptr));
+      label += GetCursor() == LoadCursorW(nullptr, IDC_WAIT) ? " waits" : "";
+    }
+  };
+  ShowAfterScan(0, [&] {
+    page = Page();
+    Do(ID_RESCAN);
+    EXPECT_EQ(label, "Scanning: 2 files. Esc stops. waits");
+    EXPECT_FALSE(FindWindowExW(page, nullptr, L"Static", nullptr));
+    EXPECT_EQ(Items(), kLists);
+    Do(kArtists);
+    step = 1;
+    Do(ID_RESCAN);
+    EXPECT_EQ(Items(), kLists);
+    GoTo(1);
+    EXPECT_EQ(Nodes(), "");
+    Do(kArtists);
+    step = 0;
+    Do(ID_RESCAN);
+    EXPECT_EQ(Nodes(), kByArtist);
+    step = 2;
+    page = Page();
+    sheet = Sheet();
+    Post(ID_RESCAN);
+    Wait("the sheet's end", [] { return !IsWindow(sheet); });
+    files_.before = nullptr;
+  });
+  Show([&] {
+    EXPECT_EQ(Items(), kLists);
+    GoTo(1);
+    EXPECT_EQ(Nodes(), "");
+    Do(ID_FIRST_ORDER);
+  });
+}
+
 TEST_F(CatalogSheetTest, PagesFillTheSheetAboveItsTabs) {
   const struct {
     int control;

@@ -51,8 +51,9 @@ class Playlist final : public SelectableItems {
     for (Item& item : items_) item.focused = false;
     items_[at].focused = true;
   }
-  void Remove(size_t at) noexcept override {
-    items_.erase(items_.begin() + static_cast<ptrdiff_t>(at));
+  void Shrink(size_t count) noexcept override {
+    items_.resize(count);
+    for (size_t i = 0; i < count; ++i) items_[i] = {Utf8(entries[i].path.c_str()), false, false};
   }
   void Swapped(size_t a, size_t b) noexcept override { std::swap(items_[a].text, items_[b].text); }
 
@@ -76,13 +77,14 @@ TEST(PlaylistEdit, MovesAndRemovesWhatIsSelected) {
       {"a", "a", "a", "a"},
       {"a*!", "a*!", "a*!", ""},
       {"a b* c", "b* a c", "a c b*", "a c"},
-      {"a b*! c* d", "b*! c* a d", "a d b*! c*", "a d"},
+      {"a b*! c* d", "b*! c* a d", "a d b*! c*", "a d!"},
       {"a* b c* d", "a* b c* d", "b a* d c*", "b d"},
       {"a b* c d*", "b* a d* c", "a b* c d*", "a c"},
       {"a! b* c", "b*! a c", "a! c b*", "a! c"},
+      {"a b! c*", "a c*! b", "a b! c*", "a b!"},
       {"a* b* c*", "a* b* c*", "a* b* c*", ""},
       {"a b* c* d* e f*", "b* c* d* a f* e", "a b* c* d* e f*", "a e"},
-      {"a b c*! d e* f", "a c*! b e* d f", "a b d c*! f e*", "a b d f"},
+      {"a b c*! d e* f", "a c*! b e* d f", "a b d c*! f e*", "a b d! f"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.before);
@@ -230,7 +232,7 @@ TEST(RenamedPathTest, KeepsTheFolder) {
                   [&](bool failed) { EXPECT_EQ(text.has_value(), !failed); });
 }
 
-class DeviceScanTest : public testing::Test {
+class DeviceScanTest : public testing::Test, private ScanProgress {
  protected:
   DeviceScanTest() {
     files_.Put("\\z.mp3", test::Id3v1Tag("T", "A", "L", 8));
@@ -247,7 +249,9 @@ class DeviceScanTest : public testing::Test {
   std::string Scan(const wchar_t* folder = L"") {
     media_.Clear();
     playlists_.Clear();
-    ScanFolder(files_, information_, folder, {&media_, &playlists_});
+    asked_.clear();
+    const bool ended = ScanFolder(files_, information_, folder, {&media_, &playlists_}, *this);
+    EXPECT_EQ(ended, asked_.size() <= enough_);
     EXPECT_EQ(files_.open_now, 0);
     std::string text;
     for (const MediaEntry& entry : media_) {
@@ -257,6 +261,13 @@ class DeviceScanTest : public testing::Test {
     return text;
   }
 
+  bool GoesOn(size_t found) noexcept override {
+    asked_ += std::to_string(found);
+    return asked_.size() <= enough_;
+  }
+
+  std::string asked_;     // the numbers told, a digit each
+  size_t enough_ = 1000;  // so many times it goes on
   test::MemoryFiles files_;
   test::FakeInformation information_;
   EntryList media_;
@@ -270,6 +281,14 @@ TEST_F(DeviceScanTest, FindsEverythingInTheFileSystemsOrder) {
   EXPECT_EQ(Scan(), want);
   EXPECT_EQ(Scan(), want);
   EXPECT_EQ(files_.log[0], "list \\*.*");
+  EXPECT_EQ(asked_, "011233345");
+  for (enough_ = 0; enough_ < 9; ++enough_) {
+    SCOPED_TRACE(enough_);
+    Scan();
+    EXPECT_EQ(asked_.size(), enough_ + 1) << "it is not asked again";
+    EXPECT_EQ(media_.size() + playlists_.size(), static_cast<size_t>(asked_.back() - '0'));
+  }
+  enough_ = 1000;
   information_.wma_available = false;
   EXPECT_EQ(Scan(L"\\Music\\Deep.mp3"), "");
 }

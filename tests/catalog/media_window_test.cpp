@@ -1,4 +1,7 @@
 // The page with the tree of media: groups, boxes, file commands and deletions.
+#include <random>
+
+#include "catalog/windows/media_tree.h"
 #include "tests/catalog/catalog_window_fixture.h"
 
 namespace kelvo {
@@ -91,6 +94,84 @@ TEST_F(MediaPageTest, ShowsGroupsAndFoldersSortedByTheirLabels) {
               " two.mp3\nzeta\n x.mp3\n");
     Do(ID_FIRST_ORDER);
   });
+}
+
+// Inserts each node where the control sorts it in.
+class SortedTree final : public TreeSink {
+ public:
+  explicit SortedTree(HWND tree) : tree_(tree) {}
+  TreeNode Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept override {
+    TVINSERTSTRUCTW insert = {};
+    insert.hParent = reinterpret_cast<HTREEITEM>(parent);
+    insert.hInsertAfter = TVI_SORT;
+    insert.item.mask = TVIF_TEXT | TVIF_PARAM;
+    insert.item.pszText = const_cast<wchar_t*>(label);
+    insert.item.lParam = kind == NodeKind::kFolder;
+    return reinterpret_cast<TreeNode>(TreeView_InsertItem(tree_, &insert));
+  }
+  void SortLabels(TreeNode) noexcept override {}
+  void SortFolders(TreeNode parent, const FolderOrder&) noexcept override {
+    TVSORTCB sort = {reinterpret_cast<HTREEITEM>(parent), &Compare, 0};
+    // The items' own words are their handles, as the comparison gets nothing else.
+    for (HTREEITEM item = parent ? TreeView_GetChild(tree_, sort.hParent) : TreeView_GetRoot(tree_);
+         item; item = TreeView_GetNextSibling(tree_, item)) {
+      TVITEMW word = {};
+      word.mask = TVIF_PARAM;
+      word.hItem = item;
+      TreeView_GetItem(tree_, &word);
+      word.lParam = word.lParam ? reinterpret_cast<LPARAM>(item) : 0;
+      TreeView_SetItem(tree_, &word);
+    }
+    sort.lParam = reinterpret_cast<LPARAM>(tree_);
+    TreeView_SortChildrenCB(tree_, &sort, 0);
+  }
+
+ private:
+  static int CALLBACK Compare(LPARAM a, LPARAM b, LPARAM tree) {
+    if (!a || !b) return 0;
+    const auto label = [&](LPARAM item) {
+      return test::User::Label(reinterpret_cast<HWND>(tree), reinterpret_cast<HTREEITEM>(item));
+    };
+    return CompareNoCase(test::Wide(label(a)), test::Wide(label(b)));
+  }
+  HWND tree_;
+};
+
+TEST_F(MediaPageTest, IsTheTreeOfSortedInsertion) {
+  const auto make = [] {
+    return CreateWindowExW(0, WC_TREEVIEWW, L"", WS_POPUP | TVS_CHECKBOXES, 0, 0, 200, 200, nullptr,
+                           nullptr, nullptr, nullptr);
+  };
+  std::mt19937 random(7);
+  const char* const words[] = {"co-op", "coop", "Zeta", "alpha", "Beta", "\u00e9t\u00e9",
+                               "10",    "9",    "a b",  "a-b",   "_x",   "A.mp3",
+                               "zz",    "x"};
+  const auto word = [&] { return std::string(words[random() % std::size(words)]); };
+  for (int round = 0; round < 6; ++round) {
+    EntryList list;
+    for (size_t n = random() % 60; n > 0; --n) {
+      std::string path = "\\" + word();
+      for (size_t depth = random() % 3; depth > 0; --depth) path += "\\" + word();
+      MediaEntry* entry = list.Add(test::Wide(path + ".mp3"));
+      entry->tag.Reset(HeapNew<TagBlock>());
+      strcpy(entry->tag->title, word().c_str());
+      strcpy(entry->tag->artist, word().c_str());
+      strcpy(entry->tag->album, word().c_str());
+    }
+    for (uint32_t order = 1; order <= 7; ++order) {
+      SCOPED_TRACE(order);
+      const HWND plain = make(), shown = make();
+      SortedTree sorted(plain);
+      MediaTree tree;
+      tree.Attach(shown);
+      BuildTree(list, ToGroupingOrder(order), sorted);
+      BuildTree(list, ToGroupingOrder(order), tree);
+      EXPECT_EQ(User::Nodes(shown), User::Nodes(plain));
+      tree.Detach();
+      DestroyWindow(shown);
+      DestroyWindow(plain);
+    }
+  }
 }
 
 TEST_F(MediaPageTest, TapsOnBoxesCheckTapsBesideThemSelect) {

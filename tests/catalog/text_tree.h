@@ -11,7 +11,7 @@
 
 namespace kelvo::test {
 
-// Handles count from 1 in the order of insertion; children stay in that order.
+// Handles count from 1 in the order of insertion.
 class TextTree final : public TreeSink, public CheckTree {
  public:
   struct Node {
@@ -24,7 +24,7 @@ class TextTree final : public TreeSink, public CheckTree {
   TextTree() : nodes(1) {}
   std::vector<Node> nodes;
   std::string failing;  // PathOf() of the nodes that cannot be inserted
-  std::vector<TreeNode> sorted;
+  std::string sorted;   // "l1 f1 ": labels or folders of a node
 
   TreeNode Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept override {
     const TreeNode node = nodes.size();
@@ -36,7 +36,23 @@ class TextTree final : public TreeSink, public CheckTree {
     nodes[parent].children.push_back(node);
     return node;
   }
-  void SortFolders(TreeNode parent) noexcept override { sorted.push_back(parent); }
+  void SortLabels(TreeNode parent) noexcept override {
+    sorted += "l" + std::to_string(parent) + " ";
+    Sort(parent, [this](TreeNode a, TreeNode b) { return nodes[a].label < nodes[b].label; });
+  }
+  void SortFolders(TreeNode parent, const FolderOrder& order) noexcept override {
+    sorted += "f" + std::to_string(parent) + " ";
+    Sort(parent, [&](TreeNode a, TreeNode b) {
+      return !IsFile(a) && !IsFile(b) && order.Compare(a, b) < 0;
+    });
+  }
+  template <class Less>
+  void Sort(TreeNode parent, const Less& less) {
+    auto& all = nodes[parent].children;
+    for (size_t i = 1; i < all.size(); ++i) {
+      for (size_t j = i; j > 0 && less(all[j], all[j - 1]); --j) std::swap(all[j], all[j - 1]);
+    }
+  }
 
   // The labels from the root, a line each.
   std::string PathOf(TreeNode node) const {

@@ -32,15 +32,17 @@ void AnsiColumn(const MediaEntry& entry, PlaylistColumn column,
 
 void RemoveSelected(EntryList& entries, SelectableItems& items) noexcept {
   size_t kept = 0;
+  size_t focused = entries.size();
   for (size_t at = 0; at < entries.size(); ++at) {
+    if (items.IsFocused(at)) focused = kept;
     if (items.IsSelected(at)) continue;
     if (kept != at) entries[kept] = std::move(entries[at]);
     ++kept;
   }
-  for (size_t at = entries.size(); at-- > 0;) {
-    if (items.IsSelected(at)) items.Remove(at);
-  }
+  const bool has_focus = focused < entries.size();
   while (entries.size() > kept) entries.RemoveAt(entries.size() - 1);
+  items.Shrink(kept);
+  if (has_focus && kept > 0) items.SetFocused(focused < kept ? focused : kept - 1);
 }
 
 void MoveSelected(EntryList& entries, SelectableItems& items, Direction direction) noexcept {

@@ -14,8 +14,8 @@ class SelectableItems {
   virtual void SetSelected(size_t at, bool selected) noexcept = 0;
   virtual bool IsFocused(size_t at) noexcept = 0;
   virtual void SetFocused(size_t at) noexcept = 0;
-  // The entry of this item is gone: so is the item.
-  virtual void Remove(size_t at) noexcept = 0;
+  // Only so many entries are left: so many items show them, and none is selected.
+  virtual void Shrink(size_t count) noexcept = 0;
   // The entries of these two items have been swapped: so are their texts and checks.
   virtual void Swapped(size_t a, size_t b) noexcept = 0;
 
@@ -25,6 +25,7 @@ class SelectableItems {
 
 enum class Direction { kUp, kDown };
 
+// The item that takes a removed one's place takes its focus, too.
 void RemoveSelected(EntryList& entries, SelectableItems& items) noexcept;
 // Moves every selected item by one position. Nothing moves when the first item in the direction of
 // the move is selected.

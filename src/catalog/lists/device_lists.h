@@ -41,10 +41,22 @@ struct ScanResult {
   PlaylistFiles* playlists;
 };
 
+// Whoever waits for a scan.
+class ScanProgress {
+ public:
+  // Asked at each file and folder, with the number of files found so far. False: enough, what was
+  // found stays.
+  virtual bool GoesOn(size_t found) noexcept = 0;
+
+ protected:
+  ~ScanProgress() = default;
+};
+
 // Appends every media file and playlist below `folder` (no backslash at its end; the empty text is
 // the whole device) in the file system's order. What cannot be read or has no memory is left out.
-void ScanFolder(FileSystem& files, MediaInformation& information, const wchar_t* folder,
-                const ScanResult& result) noexcept;
+// False when it was ended.
+bool ScanFolder(FileSystem& files, MediaInformation& information, const wchar_t* folder,
+                const ScanResult& result, ScanProgress& progress) noexcept;
 
 // Takes out the entry of a file that was deleted from the Media Catalog. The later entries move
 // down and the last one then stands in the last two slots: until the next scan it shows twice after

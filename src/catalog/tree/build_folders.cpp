@@ -26,7 +26,7 @@ struct Folder {
   TreeNode node;  // kNoNode as long as it has not been inserted
 };
 
-class Folders {
+class Folders final : public FolderOrder {
  public:
   explicit Folders(const EntryList& entries) noexcept : entries_(entries) {}
 
@@ -43,18 +43,26 @@ class Folders {
   }
 
   void Insert(EntryList& entries, TreeSink& sink) noexcept {
-    uint32_t folder = kRoot + 1;
+    for (size_t i = kRoot + 1; i < folders_.size(); ++i) AddFolder(folders_[i], sink);
     for (size_t i = 0; i < entries.size(); ++i) {
       const uint32_t place = places_[i];
-      // The folders up to the entry's own were made by it and by the entries before it.
-      for (; folder <= place; ++folder) AddFolder(folders_[folder], sink);
       if (!entries[i].path.has_value() || !IsInserted(place)) continue;
       const wchar_t* name = FileNameOf(entries[i].path.get());
       entries[i].item = sink.Add(folders_[place].node, NodeKind::kFile, name);
     }
+    LinkByNodes();
     for (uint32_t i = static_cast<uint32_t>(folders_.size()); i-- > 0;) {
-      if (IsInserted(i)) sink.SortFolders(folders_[i].node);
+      if (!IsInserted(i)) continue;
+      sink.SortLabels(folders_[i].node);
+      sink.SortFolders(folders_[i].node, *this);
     }
+  }
+
+  int Compare(TreeNode a, TreeNode b) const noexcept override {
+    wchar_t labels[2][kTextCapacity];
+    CopyLabel(folders_[FindNode(a)], labels[0]);
+    CopyLabel(folders_[FindNode(b)], labels[1]);
+    return CompareNoCase(labels[0], labels[1]);
   }
 
  private:
@@ -107,13 +115,34 @@ class Folders {
     return folder == kRoot || folders_[folder].node != kNoNode;
   }
 
+  void CopyLabel(const Folder& folder, wchar_t (&label)[kTextCapacity]) const noexcept {
+    const size_t name = folders_[folder.parent].length + 1;
+    CopyWide(label, kTextCapacity, folder.path + name, folder.length - name);
+  }
+
   void AddFolder(Folder& folder, TreeSink& sink) noexcept {
     if (!IsInserted(folder.parent)) return;
-    const Folder& parent = folders_[folder.parent];
-    const size_t name = parent.length + 1;
     wchar_t label[kTextCapacity];
-    CopyWide(label, kTextCapacity, folder.path + name, folder.length - name);
-    folder.node = sink.Add(parent.node, NodeKind::kFolder, label);
+    CopyLabel(folder, label);
+    folder.node = sink.Add(folders_[folder.parent].node, NodeKind::kFolder, label);
+  }
+
+  // The slots are for the nodes from now on: no paths are looked for any more.
+  void LinkByNodes() noexcept {
+    for (uint32_t& slot : slots_) slot = kRoot;
+    for (uint32_t i = kRoot + 1; i < folders_.size(); ++i) {
+      uint32_t& slot = slots_[SlotOfNode(folders_[i].node)];
+      folders_[i].next = slot;
+      slot = i;
+    }
+  }
+
+  size_t SlotOfNode(TreeNode node) const noexcept { return HashOfNode(node) & (slots_.size() - 1); }
+
+  uint32_t FindNode(TreeNode node) const noexcept {
+    uint32_t at = slots_[SlotOfNode(node)];
+    while (at != kRoot && folders_[at].node != node) at = folders_[at].next;
+    return at;
   }
 
   const EntryList& entries_;

@@ -52,6 +52,7 @@ class Grouping {
 
   void Run() noexcept {
     if (!done_.Resize(entries_.size()) || !slots_.Resize(SlotsFor(entries_.size()))) return;
+    if (!groups_.Reserve(level_count_ * entries_.size())) return;
     for (size_t i = 0; i < level_count_; ++i) {
       if (!levels_[i].Reserve(entries_.size())) return;
     }
@@ -59,6 +60,11 @@ class Grouping {
       if (entries_[i].path.has_value()) AddMember(0, static_cast<uint32_t>(i));
     }
     Walk(0, kNoNode);
+    for (MediaEntry& entry : entries_) {
+      if (entry.item != kNoNode) AddFile(sink_, entry.item, entry);
+    }
+    sink_.SortLabels(kNoNode);
+    for (const TreeNode group : groups_) sink_.SortLabels(group);
   }
 
  private:
@@ -88,7 +94,8 @@ class Grouping {
     }
   }
 
-  // Places the members of levels_[level] under `parent`. At most kMaxLevels deep.
+  // Makes the groups of the members of levels_[level] under `parent`; the item word of each entry
+  // becomes the innermost one. At most kMaxLevels deep.
   void Walk(size_t level, TreeNode parent) noexcept {
     Members& here = levels_[level];
     LinkMembers(here);
@@ -97,6 +104,8 @@ class Grouping {
       TagField text;
       GroupText(kinds_[level], entries_[here[at].entry], text);
       const TreeNode node = AddGroup(sink_, parent, kinds_[level], text);
+      // Room was reserved.
+      if (node != kNoNode) static_cast<void>(groups_.Append(node));
       const bool is_last = level + 1 == level_count_;
       if (!is_last) static_cast<void>(levels_[level + 1].Resize(0));
       for (uint32_t other = at; other != kNoMember; other = here[other].next) {
@@ -107,7 +116,7 @@ class Grouping {
         } else if (!is_last) {
           AddMember(level + 1, index);
         } else {
-          AddFile(sink_, node, entries_[index]);
+          entries_[index].item = node;
           done_[index] = 1;
         }
       }
@@ -127,6 +136,7 @@ class Grouping {
   TreeSink& sink_;
   Array<uint8_t> done_;  // one flag an entry
   Members levels_[kMaxLevels];
+  Array<TreeNode> groups_;
   Array<uint32_t> slots_;  // while members are linked: by hash, the first one found from the end
 };
 

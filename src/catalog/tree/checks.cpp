@@ -43,7 +43,7 @@ class NodeTable {
   // The node's slot, or the empty one where it belongs.
   uint32_t& SlotOf(TreeNode node) noexcept {
     const size_t mask = slots_.size() - 1;
-    size_t at = ExtendedHash(kHashSeed, static_cast<uint32_t>(node >> 3)) >> 4 & mask;
+    size_t at = HashOfNode(node) & mask;
     while (slots_[at] != 0 && entries_[slots_[at] - 1].item != node) at = (at + 1) & mask;
     return slots_[at];
   }

@@ -23,4 +23,9 @@ constexpr uint32_t ExtendedHash(uint32_t hash, uint32_t c) noexcept {
   return (hash ^ c) * 16777619u;
 }
 
+// Of a handle, of which the lowest bits are always the same.
+constexpr uint32_t HashOfNode(uintptr_t node) noexcept {
+  return ExtendedHash(kHashSeed, static_cast<uint32_t>(node >> 3)) >> 4;
+}
+
 }  // namespace kelvo

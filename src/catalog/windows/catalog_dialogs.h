@@ -18,12 +18,15 @@ bool EditTag(FileSystem& files, HWND parent, const MediaEntry& entry) noexcept;
 // The wait cursor for as long as it lives.
 class WaitCursor {
  public:
-  WaitCursor() noexcept : before_(SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32514)))) {}
+  WaitCursor() noexcept : before_(SetCursor(Shape())) {}
   ~WaitCursor() { SetCursor(before_); }
   WaitCursor(const WaitCursor&) = delete;
   WaitCursor& operator=(const WaitCursor&) = delete;
+  // After messages have been handled.
+  void Renew() const noexcept { SetCursor(Shape()); }
 
  private:
+  static HCURSOR Shape() noexcept { return LoadCursorW(nullptr, MAKEINTRESOURCEW(32514)); }
   HCURSOR before_;
 };
 

@@ -25,6 +25,7 @@ struct CatalogState {
   HWND parent = nullptr;          // likewise
   GroupingOrder order = GroupingOrder::kArtist;
   bool scanning = false;
+  bool closing = false;  // the sheet ends
   bool first_showing = true;
   bool shown = false;  // the sheet is open
   SortState sort;
@@ -36,8 +37,9 @@ struct CatalogState {
 // What one page asks of the others.
 class CatalogSheetEvents {
  public:
-  // Searches the device again and shows what was found.
-  virtual void Rescan() noexcept = 0;
+  // Searches the device again, which the page that asks tells of meanwhile, and shows what was
+  // found.
+  virtual void Rescan(HWND page) noexcept = 0;
   virtual void CurrentPlaylistChanged() noexcept = 0;
 
  protected:

@@ -82,6 +82,7 @@ void CatalogPage::EnableButton(int command, bool enabled) noexcept {
 }
 
 void CatalogPage::CloseSheet() noexcept {
+  state().closing = true;
   PostMessageW(GetParent(window()), PSM_PRESSBUTTON, PSBTN_OK, 0);
 }
 

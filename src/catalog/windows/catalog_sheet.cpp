@@ -5,6 +5,7 @@
 #include "base/windows/platform.h"
 #include "catalog/lists/device_lists.h"
 #include "catalog/windows/catalog_dialogs.h"
+#include "catalog/windows/scan_watch.h"
 #include "entry/language/localized.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"
@@ -71,17 +72,22 @@ bool CatalogSheet::Run() noexcept {
   header.nPages = kCount;
   header.ppsp = reinterpret_cast<const PROPSHEETPAGEW*>(pages);
   header.pfnCallback = &SheetCallback;
+  state_.closing = false;
   return PropertySheetW(&header) != -1;
 }
 
-void CatalogSheet::Rescan() noexcept {
+void CatalogSheet::Rescan(HWND page) noexcept {
   if (state_.scanning) return;
   const WaitCursor wait;
   state_.scanning = true;
   state_.playlists.Clear();
   state_.media.Clear();
-  ScanFolder(state_.files, state_.information, L"", {&state_.media, &state_.playlists});
+  {
+    ScanWatch watch(page, wait, state_.closing);
+    ScanFolder(state_.files, state_.information, L"", {&state_.media, &state_.playlists}, watch);
+  }
   state_.scanning = false;
+  if (state_.closing) return;
   playlists_.Fill();
   media_.RebuildTree();
 }

@@ -19,6 +19,7 @@ class PlaylistsPage final : public CatalogPage {
   LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept override;
   bool OnPageMessage(UINT message, WPARAM wparam) noexcept override;
 
+  void ChangeChecks(int id) noexcept;
   void FitColumn() noexcept;
   int SelectedItem() noexcept;
   void Rename() noexcept;
@@ -65,17 +66,15 @@ class CurrentPage final : public CatalogPage {
   LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept override;
 
   void InsertColumns() noexcept;
+  void AppendItems() noexcept;   // one an entry, into the empty list
   bool Select(int id) noexcept;  // the commands that change checks and selection
   bool ChangeItems(int id) noexcept;
   void Play() noexcept;
   void Save() noexcept;
   void Edit(int id) noexcept;
   void Sort(int column) noexcept;
-  void Renumber() noexcept;
   void UpdateButtons() noexcept;
 
-  bool changing_ = false;  // items are behind their entries: their changes mean nothing
-  bool changing_all_ = false;
   wchar_t label_[kColumnCapacity] = {};
 };
 
@@ -89,7 +88,7 @@ class CatalogSheet final : private CatalogSheetEvents {
   bool Run() noexcept;
 
  private:
-  void Rescan() noexcept override;
+  void Rescan(HWND page) noexcept override;
   void CurrentPlaylistChanged() noexcept override;
 
   CatalogState& state_;

@@ -49,24 +49,27 @@ void CurrentPage::InsertColumns() noexcept {
 
 void CurrentPage::Fill() noexcept {
   if (!is_open()) return;
-  const RedrawPause pause(view());
-  changing_ = true;
-  ListView_DeleteAllItems(view());
-  for (size_t i = 0; i < state().current.size(); ++i) {
-    LVITEMW item = {};
-    item.mask = LVIF_TEXT | LVIF_PARAM;
-    item.iItem = static_cast<int>(i);
-    item.pszText = LPSTR_TEXTCALLBACKW;
-    item.lParam = static_cast<LPARAM>(i);
-    const LRESULT at = SendMessageW(view(), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    if (at == -1) break;
-    for (int column = 1; column < kPlaylistColumns; ++column) {
-      ListView_SetItemText(view(), static_cast<int>(at), column, LPSTR_TEXTCALLBACKW);
-    }
-    SetItemChecked(view(), static_cast<int>(at), state().current[i].item != 0);
+  {
+    const ListPause pause(window(), view());
+    ListView_DeleteAllItems(view());
+    AppendItems();
+    ShowChecks(view(), state().current);
   }
-  changing_ = false;
   UpdateButtons();
+}
+
+void CurrentPage::AppendItems() noexcept {
+  LVITEMW item = {};
+  item.mask = LVIF_TEXT | LVIF_PARAM;
+  item.pszText = LPSTR_TEXTCALLBACKW;
+  const int count = static_cast<int>(state().current.size());
+  for (; item.iItem < count; ++item.iItem) {
+    item.lParam = item.iItem;
+    if (SendMessageW(view(), LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)) == -1) break;
+    for (int column = 1; column < kPlaylistColumns; ++column) {
+      ListView_SetItemText(view(), item.iItem, column, LPSTR_TEXTCALLBACKW);
+    }
+  }
 }
 
 ModalDialog::Handled CurrentPage::OnCommand(int id, int) noexcept {
@@ -95,34 +98,36 @@ ModalDialog::Handled CurrentPage::OnCommand(int id, int) noexcept {
 
 // The buttons follow once all items have changed.
 bool CurrentPage::Select(int id) noexcept {
-  const RedrawPause pause(view());
-  changing_all_ = true;
-  const bool selected = ChangeItems(id);
-  changing_all_ = false;
-  if (selected) UpdateButtons();
-  return selected;
+  {
+    const ListPause pause(window(), view());
+    if (!ChangeItems(id)) return false;
+  }
+  UpdateButtons();
+  return true;
 }
 
 bool CurrentPage::ChangeItems(int id) noexcept {
-  const int count = CountItems(view());
-  ListItems items(view());
+  const size_t count = static_cast<size_t>(CountItems(view()));
   switch (id) {
     case ID_CHECK_ALL:
     case ID_CHECK_NONE:
-      CheckAllItems(view(), id == ID_CHECK_ALL);
-      return true;
     case ID_INVERT_CHECKS:
-      InvertItemChecks(view());
+      for (size_t i = 0; i < count; ++i) {
+        uintptr_t& flag = state().current[i].item;
+        const bool checked = id == ID_INVERT_CHECKS ? flag == 0 : id == ID_CHECK_ALL;
+        flag = checked ? kEntryFlag : 0;
+      }
+      ShowChecks(view(), state().current);
       return true;
     case ID_SELECT_ALL:
     case ID_SELECT_NONE:
-    case ID_INVERT_SELECTION:
-      for (int i = 0; i < count; ++i) {
-        const size_t at = static_cast<size_t>(i);
-        items.SetSelected(at,
-                          id == ID_INVERT_SELECTION ? !items.IsSelected(at) : id == ID_SELECT_ALL);
-      }
+      ListView_SetItemState(view(), -1, id == ID_SELECT_ALL ? LVIS_SELECTED : 0, LVIS_SELECTED);
       return true;
+    case ID_INVERT_SELECTION: {
+      ListItems items(view(), state().current);
+      for (size_t i = 0; i < count; ++i) items.SetSelected(i, !items.IsSelected(i));
+      return true;
+    }
     default:
       return false;
   }
@@ -144,22 +149,16 @@ void CurrentPage::Save() noexcept {
 void CurrentPage::Edit(int id) noexcept {
   // Without memory for an item the list is shorter than the playlist.
   if (static_cast<size_t>(CountItems(view())) != state().current.size()) return;
-  ListItems items(view());
-  changing_ = true;
-  if (id == ID_REMOVE_SELECTED) {
-    RemoveSelected(state().current, items);
-  } else {
-    MoveSelected(state().current, items, id == ID_MOVE_UP ? Direction::kUp : Direction::kDown);
+  {
+    const ListPause pause(window(), view());
+    ListItems items(view(), state().current);
+    if (id == ID_REMOVE_SELECTED) {
+      RemoveSelected(state().current, items);
+    } else {
+      MoveSelected(state().current, items, id == ID_MOVE_UP ? Direction::kUp : Direction::kDown);
+    }
   }
-  Renumber();
-  changing_ = false;
   UpdateButtons();
-}
-
-void CurrentPage::Renumber() noexcept {
-  for (int i = 0, count = CountItems(view()); i < count; ++i) {
-    SetItemData(view(), i, static_cast<size_t>(i));
-  }
 }
 
 void CurrentPage::Sort(int column) noexcept {
@@ -170,13 +169,12 @@ void CurrentPage::Sort(int column) noexcept {
     return;
   }
   state().sort.Tap(column);
-  changing_ = true;
+  const ListPause pause(window(), view());
   SendMessageW(view(), LVM_SORTITEMS, reinterpret_cast<WPARAM>(&state()),
                reinterpret_cast<LPARAM>(&CompareItems));
   for (size_t i = 0; i < count; ++i) order[i] = ItemData(view(), static_cast<int>(i));
   Reorder(state().current, order);
-  Renumber();
-  changing_ = false;
+  for (size_t i = 0; i < count; ++i) SetItemData(view(), static_cast<int>(i), i);
 }
 
 LRESULT CurrentPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
@@ -194,7 +192,6 @@ LRESULT CurrentPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
       Sort(reinterpret_cast<const NMLISTVIEW*>(lparam)->iSubItem);
       return 0;
     case static_cast<UINT>(LVN_ITEMCHANGED): {
-      if (changing_) return 0;
       const NMLISTVIEW& change = *reinterpret_cast<const NMLISTVIEW*>(lparam);
       if (CheckChanged(change)) {
         const size_t at = ItemData(view(), change.iItem);
@@ -213,7 +210,6 @@ LRESULT CurrentPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
 }
 
 void CurrentPage::UpdateButtons() noexcept {
-  if (changing_all_) return;
   const bool selected = ListView_GetSelectedCount(view()) > 0;
   const bool checked = AnyChecked(state().current);
   EnableButton(ID_REMOVE_SELECTED, selected);

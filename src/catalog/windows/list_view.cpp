@@ -1,8 +1,7 @@
 #include "catalog/windows/list_view.h"
 
-#include "catalog/windows/catalog_page.h"
-
 namespace kelvo {
+
 int CountItems(HWND list) noexcept {
   return ListView_GetItemCount(list);
 }
@@ -18,12 +17,22 @@ void SetItemChecked(HWND list, int at, bool checked) noexcept {
 }
 
 void CheckAllItems(HWND list, bool checked) noexcept {
-  for (int i = 0, count = CountItems(list); i < count; ++i) SetItemChecked(list, i, checked);
+  SetItemChecked(list, -1, checked);  // the position that stands for all
 }
 
 void InvertItemChecks(HWND list) noexcept {
   for (int i = 0, count = CountItems(list); i < count; ++i) {
     SetItemChecked(list, i, !IsItemChecked(list, i));
+  }
+}
+
+void ShowChecks(HWND list, const EntryList& entries) noexcept {
+  size_t checked = 0;
+  for (const MediaEntry& entry : entries) checked += entry.item != 0;
+  const bool most_are = 2 * checked > entries.size();
+  CheckAllItems(list, most_are);
+  for (size_t i = 0; i < entries.size(); ++i) {
+    if ((entries[i].item != 0) != most_are) SetItemChecked(list, static_cast<int>(i), !most_are);
   }
 }
 
@@ -58,6 +67,20 @@ void StyleList(HWND list) noexcept {
   SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, styles);
 }
 
+ListPause::ListPause(HWND page, HWND list) noexcept : page_(page), redraw_(list) {
+  procedure_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(page, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WithoutNotifications)));
+}
+
+ListPause::~ListPause() {
+  SetWindowLongPtrW(page_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure_));
+}
+
+LRESULT CALLBACK ListPause::WithoutNotifications(HWND page, UINT message, WPARAM wparam,
+                                                 LPARAM lparam) noexcept {
+  return message == WM_NOTIFY ? 0 : CallWindowProcW(procedure_, page, message, wparam, lparam);
+}
+
 bool ListItems::HasState(size_t at, UINT bit) noexcept {
   return ListView_GetItemState(list_, static_cast<int>(at), bit) != 0;
 }
@@ -78,8 +101,12 @@ bool ListItems::IsFocused(size_t at) noexcept {
 void ListItems::SetFocused(size_t at) noexcept {
   SetState(at, LVIS_FOCUSED, true);
 }
-void ListItems::Remove(size_t at) noexcept {
-  ListView_DeleteItem(list_, static_cast<int>(at));
+// The texts come from the entries on demand, and the data is the position: the last items go.
+void ListItems::Shrink(size_t count) noexcept {
+  ListView_SetItemState(list_, -1, 0, LVIS_SELECTED);
+  if (count == 0) ListView_DeleteAllItems(list_);
+  for (int i = CountItems(list_); i-- > static_cast<int>(count);) ListView_DeleteItem(list_, i);
+  ShowChecks(list_, entries_);
 }
 
 // The texts come from the entries on demand; only the checks are the items' own.

@@ -6,6 +6,7 @@
 #include <commctrl.h>
 
 #include "catalog/lists/current_playlist.h"
+#include "catalog/windows/catalog_page.h"
 
 namespace kelvo {
 
@@ -14,6 +15,8 @@ bool IsItemChecked(HWND list, int at) noexcept;
 void SetItemChecked(HWND list, int at, bool checked) noexcept;
 void CheckAllItems(HWND list, bool checked) noexcept;
 void InvertItemChecks(HWND list) noexcept;
+// One item an entry, checked when the entry's flag is set.
+void ShowChecks(HWND list, const EntryList& entries) noexcept;
 size_t ItemData(HWND list, int at) noexcept;
 void SetItemData(HWND list, int at, size_t data) noexcept;
 // Whether a WM_NOTIFY of LVN_ITEMCHANGED is about the check box, and about the selection.
@@ -23,20 +26,39 @@ bool SelectionChanged(const NMLISTVIEW& change) noexcept;
 // The common style of the catalog's lists.
 void StyleList(HWND list) noexcept;
 
+// While this lives, a page's list draws nothing, and the page hears nothing of it: for thousands of
+// items the notifications take longer than what they tell of. One at a time.
+class ListPause {
+ public:
+  ListPause(HWND page, HWND list) noexcept;
+  ~ListPause();
+  ListPause(const ListPause&) = delete;
+  ListPause& operator=(const ListPause&) = delete;
+
+ private:
+  static LRESULT CALLBACK WithoutNotifications(HWND page, UINT message, WPARAM wparam,
+                                               LPARAM lparam) noexcept;
+  inline static WNDPROC procedure_ = nullptr;  // the page's own
+  HWND page_;
+  RedrawPause redraw_;
+};
+
+// An item's data is its position.
 class ListItems final : public SelectableItems {
  public:
-  explicit ListItems(HWND list) noexcept : list_(list) {}
+  ListItems(HWND list, const EntryList& entries) noexcept : list_(list), entries_(entries) {}
   bool IsSelected(size_t at) noexcept override;
   void SetSelected(size_t at, bool selected) noexcept override;
   bool IsFocused(size_t at) noexcept override;
   void SetFocused(size_t at) noexcept override;
-  void Remove(size_t at) noexcept override;
+  void Shrink(size_t count) noexcept override;
   void Swapped(size_t a, size_t b) noexcept override;
 
  private:
   bool HasState(size_t at, UINT bit) noexcept;
   void SetState(size_t at, UINT bit, bool set) noexcept;
   HWND list_;
+  const EntryList& entries_;
 };
 
 }  // namespace kelvo

@@ -20,6 +20,22 @@ POINT LastMessagePoint() noexcept {
   return {static_cast<short>(LOWORD(at)), static_cast<short>(HIWORD(at))};
 }
 
+// The control finds its scroll bars' ranges anew for each check that changes, unless it has none.
+class ScrollBarPause {
+ public:
+  explicit ScrollBarPause(HWND tree) noexcept : tree_(tree) { Set(TVS_NOSCROLL); }
+  ~ScrollBarPause() { Set(0); }
+  ScrollBarPause(const ScrollBarPause&) = delete;
+  ScrollBarPause& operator=(const ScrollBarPause&) = delete;
+
+ private:
+  void Set(LONG no_scroll) noexcept {
+    const LONG style = GetWindowLongW(tree_, GWL_STYLE);
+    SetWindowLongW(tree_, GWL_STYLE, (style & ~TVS_NOSCROLL) | no_scroll);
+  }
+  HWND tree_;
+};
+
 }  // namespace
 
 MediaPage::MediaPage(CatalogState& state, CatalogSheetEvents& events) noexcept
@@ -56,7 +72,7 @@ ModalDialog::Handled MediaPage::OnCommand(int id, int) noexcept {
       CloseSheet();
       break;
     case ID_RESCAN:
-      events().Rescan();
+      events().Rescan(window());
       break;
     case ID_CHECK_ALL:
     case ID_CHECK_NONE:
@@ -108,7 +124,9 @@ bool MediaPage::OnPageMessage(UINT message, WPARAM) noexcept {
 }
 
 void MediaPage::ChangeChecks(int id) noexcept {
+  const WaitCursor wait;
   const RedrawPause pause(view());
+  const ScrollBarPause scroll_bars(view());
   if (id == ID_INVERT_CHECKS) {
     InvertChecksBelow(tree_, kNoNode);
   } else {

@@ -1,6 +1,5 @@
 #include "catalog/windows/media_tree.h"
 
-#include "base/text/wide.h"
 #include "catalog/windows/catalog_page.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"
@@ -10,6 +9,17 @@ namespace {
 
 HTREEITEM Item(TreeNode node) noexcept {
   return reinterpret_cast<HTREEITEM>(node);
+}
+
+HTREEITEM ParentItem(TreeNode parent) noexcept {
+  return parent == kNoNode ? TVI_ROOT : Item(parent);
+}
+
+// Files have no data and are equal to everything: they stay where they are.
+int CALLBACK CompareFolders(LPARAM a, LPARAM b, LPARAM order) noexcept {
+  if (a == 0 || b == 0) return 0;
+  return reinterpret_cast<const FolderOrder*>(order)->Compare(static_cast<TreeNode>(a),
+                                                              static_cast<TreeNode>(b));
 }
 
 bool GetItem(HWND tree, TreeNode node, TVITEMW* item) noexcept {
@@ -74,8 +84,8 @@ TreeNode MediaTree::HitTest(POINT at, bool* on_box, bool* on_item) noexcept {
 
 TreeNode MediaTree::Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept {
   TVINSERTSTRUCTW insert = {};
-  insert.hParent = parent == kNoNode ? TVI_ROOT : Item(parent);
-  insert.hInsertAfter = TVI_SORT;
+  insert.hParent = ParentItem(parent);
+  insert.hInsertAfter = TVI_LAST;
   TVITEMW& item = insert.item;
   item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_STATE | TVIF_CHILDREN | TVIF_PARAM;
   item.pszText = const_cast<wchar_t*>(label);  // only read
@@ -95,31 +105,16 @@ TreeNode MediaTree::Add(TreeNode parent, NodeKind kind, const wchar_t* label) no
   return node;
 }
 
-// Files have no data and are equal to everything: they stay where they are.
-int CALLBACK MediaTree::CompareFolders(LPARAM a, LPARAM b, LPARAM tree) noexcept {
-  if (a == 0 || b == 0) return 0;
-  wchar_t labels[2][kTextCapacity] = {};
-  int images[2] = {};
-  const LPARAM nodes[2] = {a, b};
-  for (int i = 0; i < 2; ++i) {
-    TVITEMW item = {};
-    item.mask = TVIF_TEXT | TVIF_IMAGE;
-    item.pszText = labels[i];
-    item.cchTextMax = kTextCapacity;
-    GetItem(reinterpret_cast<HWND>(tree), static_cast<TreeNode>(nodes[i]), &item);
-    images[i] = item.iImage;
-  }
-  const bool first = images[0] == static_cast<int>(NodeKind::kFolder);
-  const bool second = images[1] == static_cast<int>(NodeKind::kFolder);
-  if (first != second) return first ? -1 : 1;
-  return CompareNoCase(labels[0], labels[1]);
+void MediaTree::SortLabels(TreeNode parent) noexcept {
+  const LPARAM item = reinterpret_cast<LPARAM>(ParentItem(parent));
+  SendMessageW(tree_, TVM_SORTCHILDREN, 0, item);
 }
 
-void MediaTree::SortFolders(TreeNode parent) noexcept {
+void MediaTree::SortFolders(TreeNode parent, const FolderOrder& order) noexcept {
   TVSORTCB sort = {};
-  sort.hParent = parent == kNoNode ? TVI_ROOT : Item(parent);
+  sort.hParent = ParentItem(parent);
   sort.lpfnCompare = &CompareFolders;
-  sort.lParam = reinterpret_cast<LPARAM>(tree_);
+  sort.lParam = reinterpret_cast<LPARAM>(&order);
   SendMessageW(tree_, TVM_SORTCHILDRENCB, 0, reinterpret_cast<LPARAM>(&sort));
 }
 

@@ -25,7 +25,8 @@ class MediaTree final : public TreeSink, public CheckTree {
   TreeNode HitTest(POINT at, bool* on_box, bool* on_item) noexcept;
 
   TreeNode Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept override;
-  void SortFolders(TreeNode parent) noexcept override;
+  void SortLabels(TreeNode parent) noexcept override;
+  void SortFolders(TreeNode parent, const FolderOrder& order) noexcept override;
   TreeNode FirstChild(TreeNode node) noexcept override;
   TreeNode NextSibling(TreeNode node) noexcept override;
   TreeNode Parent(TreeNode node) noexcept override;
@@ -34,7 +35,6 @@ class MediaTree final : public TreeSink, public CheckTree {
   bool IsFile(TreeNode node) noexcept override;
 
  private:
-  static int CALLBACK CompareFolders(LPARAM a, LPARAM b, LPARAM tree) noexcept;
   TreeNode Next(TreeNode node, UINT relation) noexcept;
   int ImageOf(TreeNode node) noexcept;
 

@@ -81,12 +81,14 @@ void PlaylistsPage::FitColumn() noexcept {
 }
 
 ModalDialog::Handled PlaylistsPage::OnCommand(int id, int) noexcept {
+  // The items stand for what was found before.
+  if (state().scanning && id != IDOK) return Handled::kYes;
   switch (id) {
     case IDOK:
       CloseSheet();
       break;
     case ID_RESCAN:
-      events().Rescan();
+      events().Rescan(window());
       break;
     case ID_RENAME:
       Rename();
@@ -95,13 +97,9 @@ ModalDialog::Handled PlaylistsPage::OnCommand(int id, int) noexcept {
       Delete();
       break;
     case ID_CHECK_ALL:
-      CheckAllItems(view(), true);
-      break;
     case ID_CHECK_NONE:
-      CheckAllItems(view(), false);
-      break;
     case ID_INVERT_CHECKS:
-      InvertItemChecks(view());
+      ChangeChecks(id);
       break;
     case ID_ADD_CHECKED:
       AddCheckedLists();
@@ -110,6 +108,15 @@ ModalDialog::Handled PlaylistsPage::OnCommand(int id, int) noexcept {
       return Handled::kNo;
   }
   return Handled::kYes;
+}
+
+void PlaylistsPage::ChangeChecks(int id) noexcept {
+  const ListPause pause(window(), view());
+  if (id == ID_INVERT_CHECKS) {
+    InvertItemChecks(view());
+  } else {
+    CheckAllItems(view(), id == ID_CHECK_ALL);
+  }
 }
 
 int PlaylistsPage::SelectedItem() noexcept {
