@@ -69,10 +69,10 @@ TEST_F(CatalogSheetTest, AScanTellsWhatItFindsAndEndsWithEscapeOrDone) {
     files_.before = [](test::MemoryFiles&, const std::string& call) {
       if (call == "list \\Music\\*.*") {
         Sleep(150);
-        if (step == 1) PostMessageW(page, WM_KEYDOWN, VK_ESCAPE, 0);
-        if (step == 2) PostMessageW(sheet, WM_SYSCOMMAND, SC_CLOSE, 0);
         PostMessageW(page, WM_COMMAND, ID_CHECK_ALL, 0);  // not for what was there before
         PostMessageW(page, WM_KEYDOWN, VK_SPACE, 0);
+        if (step == 1) PostMessageW(page, WM_KEYDOWN, VK_ESCAPE, 0);
+        if (step == 2) PostMessageW(sheet, WM_SYSCOMMAND, SC_CLOSE, 0);
       } else if (call == "attributes \\Music\\two.mp3" || call == "open \\Music\\two.mp3") {
         label = Text(FindWindowExW(page, nullptr, L"Static", nullptr));
         label += GetCursor() == LoadCursorW(nullptr, IDC_WAIT) ? " waits" : "";
