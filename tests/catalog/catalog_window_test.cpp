@@ -64,20 +64,20 @@ TEST_F(CatalogSheetTest, AScanTellsWhatItFindsAndEndsWithEscapeOrDone) {
   static std::string label;
   static int step;
   step = 0;
-  files_.before = [](test::MemoryFiles&, const std::string& call) {
-    if (call == "list \\Music\\*.*") {
-      Sleep(150);
-      if (step == 1) PostMessageW(page, WM_KEYDOWN, VK_ESCAPE, 0);
-      if (step == 2) PostMessageW(sheet, WM_SYSCOMMAND, SC_CLOSE, 0);
-      PostMessageW(page, WM_COMMAND, ID_CHECK_ALL, 0);  // not for what was there before
-      PostMessageW(page, WM_KEYDOWN, VK_SPACE, 0);
-    } else if (call == "attributes \\Music\\two.mp3" || call == "open \\Music\\two.mp3") {
-      label = Text(FindWindowExW(page, nullptr, L"Static", nullptr));
-      label += GetCursor() == LoadCursorW(nullptr, IDC_WAIT) ? " waits" : "";
-    }
-  };
   ShowAfterScan(0, [&] {
     page = Page();
+    files_.before = [](test::MemoryFiles&, const std::string& call) {
+      if (call == "list \\Music\\*.*") {
+        Sleep(150);
+        PostMessageW(page, WM_COMMAND, ID_CHECK_ALL, 0);  // not for what was there before
+        PostMessageW(page, WM_KEYDOWN, VK_SPACE, 0);
+        if (step == 1) PostMessageW(page, WM_KEYDOWN, VK_ESCAPE, 0);
+        if (step == 2) PostMessageW(sheet, WM_SYSCOMMAND, SC_CLOSE, 0);
+      } else if (call == "attributes \\Music\\two.mp3" || call == "open \\Music\\two.mp3") {
+        label = Text(FindWindowExW(page, nullptr, L"Static", nullptr));
+        label += GetCursor() == LoadCursorW(nullptr, IDC_WAIT) ? " waits" : "";
+      }
+    };
     Do(ID_RESCAN);
     EXPECT_EQ(label, "Scanning: 2 files. Esc stops. waits");
     EXPECT_FALSE(FindWindowExW(page, nullptr, L"Static", nullptr));

@@ -1,5 +1,7 @@
 #include "catalog/tree/checks.h"
 
+#include "catalog/tree/build_tree.h"
+
 #include <gtest/gtest.h>
 
 #include <set>
@@ -57,6 +59,68 @@ TEST(CheckRules, EveryOneOfManyCheckedFilesIsFound) {
   AddCheckedFiles(tree, media, &playlist);
   ASSERT_EQ(playlist.size(), 100u);
   for (size_t i = 0; i < 100; ++i) EXPECT_EQ(Utf8(playlist[i].path.c_str()), std::to_string(i));
+}
+
+// Artists with their albums, a letter each: what is checked and open before a file's tag changes is
+// so afterwards, as far as it is still there.
+TEST(TreePlaceTest, IsKeptWhenAFileMoves) {
+  const struct {
+    const char *checked, *open;  // nodes by their paths
+    const char *moved, *artist;
+    const char* want;
+  } cases[] = {
+      {"A,A/m,A/m/1,A/m/2", "A,B", "1", "A", "A x open/m x/1 x/2 x;B open/m/3;/n/4;"},
+      {"A,A/m,A/m/1,A/m/2,B/m,B/m/3", "A,A/m,B/n", "2", "B",
+       "A x open/m x open/1 x;B/m x/2 x/3 x;/n open/4;"},
+      {"B,B/m,B/m/3,B/n,B/n/4", "B", "1", "B", "A/m/2;B open/m/1/3 x;/n x/4 x;"},
+      {"B/n", "A/m,B/n", "3", "0", "0/m/3;A/m open/1/2;B/n x open/4;"},
+      {"A/m/2,B/n/4", "B,B/m", "3", "C", "A/m/1/2 x;B open/n/4 x;C/m/3;"},
+      {"B/m/3", "B", "4", "b", "A/m/1/2;B open/m/3 x;/n/4;"},
+      {"", "A", "1", "a", "B/m/3;/n/4;a open/m/1/2;"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.want);
+    EntryList media;
+    for (const char* file : {"A/m/1", "A/m/2", "B/m/3", "B/n/4"}) {
+      ASSERT_TRUE(media.Add(test::Wide(file)));
+      media.back().tag.Reset(HeapNew<TagBlock>());
+      media.back().tag->artist[0] = file[0];
+      media.back().tag->album[0] = file[2];
+      media.back().tag->title[0] = file[4];
+    }
+    TextTree before;
+    BuildTree(media, GroupingOrder::kArtistAlbum, before);
+    const auto is_named = [&](const std::string& list, TreeNode node) {
+      std::string path = before.PathOf(node).substr(1);
+      std::replace(path.begin(), path.end(), '\n', '/');
+      return ("," + list + ",").find("," + path + ",") != std::string::npos;
+    };
+    for (TreeNode node = 1; node < before.nodes.size(); ++node) {
+      before.nodes[node].checked = is_named(c.checked, node);
+      before.nodes[node].open = is_named(c.open, node);
+    }
+    TreePlace place;
+    place.Remember(before, media);
+    MediaEntry& moved = media[static_cast<size_t>(c.moved[0] - '1')];
+    moved.tag->artist[0] = c.artist[0];
+    TextTree after;
+    BuildTree(media, GroupingOrder::kArtistAlbum, after);
+    place.Restore(after, media, moved);
+    std::string text;
+    const auto state = [&](TreeNode node) {
+      const TextTree::Node& n = after.nodes[node];
+      return n.label + (n.checked ? " x" : "") + (n.open ? " open" : "");
+    };
+    for (const TreeNode artist : after.nodes[0].children) {
+      text += state(artist);
+      for (const TreeNode album : after.nodes[artist].children) {
+        text += "/" + state(album);
+        for (const TreeNode file : after.nodes[album].children) text += "/" + state(file);
+        text += ";";
+      }
+    }
+    EXPECT_EQ(text, c.want);
+  }
 }
 
 // Files of a tree, in an order of their own in the list; one has no node, one stands there twice.

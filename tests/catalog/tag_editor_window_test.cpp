@@ -113,6 +113,7 @@ TEST_F(TagEditorTest, AnUntaggedFileGrowsOnceAndIsShownEverywhere) {
     EXPECT_EQ(Cell(List(), 1, 1), "SINE");
 
     GoTo(1);
+    Run([&] { TreeView_SetCheckState(Tree(), Node(Tree(), "Sine\\One"), TRUE); });
     Post(ID_EDIT_TAG);
     editor_ = WaitForWindow(L"Edit Media Description");
     EXPECT_EQ(Fields(), "three.mp3|Drei|SINE|||||-1");
@@ -120,6 +121,8 @@ TEST_F(TagEditorTest, AnUntaggedFileGrowsOnceAndIsShownEverywhere) {
     ChooseGenre(8);
     Update();
     EXPECT_EQ(BytesOf(kThree), "plain" + Plain("Three", "SINE", 8));
+    EXPECT_EQ(Nodes(), "Sine\n One x\n Three\n Two\n") << "what was checked is checked";
+    EXPECT_TRUE(TreeView_GetItemState(Tree(), Node(Tree(), "Sine"), TVIS_EXPANDED) & TVIS_EXPANDED);
     Do(ID_CHECK_ALL);
     Do(ID_ADD_CHECKED);
     GoTo(2);

@@ -6,19 +6,20 @@
 #include <vector>
 
 #include "catalog/tree/catalog_tree.h"
-#include "catalog/tree/checks.h"
+#include "catalog/tree/tree_place.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo::test {
 
 // Handles count from 1 in the order of insertion.
-class TextTree final : public TreeSink, public CheckTree {
+class TextTree final : public TreeSink, public PlaceTree {
  public:
   struct Node {
     TreeNode parent = kNoNode;
     NodeKind kind = NodeKind::kFolder;
     std::string label;
     bool checked = false;
+    bool open = false;
     std::vector<TreeNode> children;
   };
   TextTree() : nodes(1) {}
@@ -28,7 +29,7 @@ class TextTree final : public TreeSink, public CheckTree {
 
   TreeNode Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept override {
     const TreeNode node = nodes.size();
-    nodes.push_back({parent, kind, Utf8(label), false, {}});
+    nodes.push_back({parent, kind, Utf8(label), false, false, {}});
     if (!failing.empty() && PathOf(node) == failing) {
       nodes.pop_back();
       return kNoNode;
@@ -69,6 +70,11 @@ class TextTree final : public TreeSink, public CheckTree {
   TreeNode Parent(TreeNode node) noexcept override { return nodes[node].parent; }
   bool IsChecked(TreeNode node) noexcept override { return nodes[node].checked; }
   void SetChecked(TreeNode node, bool checked) noexcept override { nodes[node].checked = checked; }
+  void CopyLabel(TreeNode node, wchar_t (&label)[kTextCapacity]) noexcept override {
+    CopyWide(label, kTextCapacity, Wide(nodes[node].label));
+  }
+  bool IsOpen(TreeNode node) noexcept override { return nodes[node].open; }
+  void Open(TreeNode node) noexcept override { nodes[node].open = true; }
   bool IsFile(TreeNode node) noexcept override { return nodes[node].kind == NodeKind::kFile; }
 
   std::string Text(TreeNode node = kNoNode, int depth = 0) const {
@@ -76,7 +82,7 @@ class TextTree final : public TreeSink, public CheckTree {
     for (const TreeNode child : nodes[node].children) {
       text += std::string(static_cast<size_t>(depth), ' ') +
               "GLAFD"[static_cast<int>(nodes[child].kind)] + " " + nodes[child].label +
-              (nodes[child].checked ? " x\n" : "\n");
+              (nodes[child].checked ? " x" : "") + (nodes[child].open ? " open\n" : "\n");
       text += Text(child, depth + 1);
     }
     return text;

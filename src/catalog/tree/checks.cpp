@@ -6,13 +6,6 @@
 namespace kelvo {
 namespace {
 
-// A group is shown as checked only while everything in it is.
-void UncheckAncestors(CheckTree& tree, TreeNode node) noexcept {
-  for (node = tree.Parent(node); node != kNoNode; node = tree.Parent(node)) {
-    tree.SetChecked(node, false);
-  }
-}
-
 bool AddCopy(const MediaEntry& entry, EntryList* list) noexcept {
   MediaEntry* copy = list->Add(entry.path.c_str());
   if (!copy) return false;
@@ -53,6 +46,12 @@ class NodeTable {
 };
 
 }  // namespace
+
+void UncheckAncestors(CheckTree& tree, TreeNode node) noexcept {
+  for (node = tree.Parent(node); node != kNoNode; node = tree.Parent(node)) {
+    tree.SetChecked(node, false);
+  }
+}
 
 TreeNode NextBelow(CheckTree& tree, TreeNode top, TreeNode node) noexcept {
   const TreeNode child = tree.FirstChild(node);

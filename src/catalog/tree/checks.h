@@ -14,6 +14,9 @@ TreeNode NextBelow(CheckTree& tree, TreeNode top, TreeNode node) noexcept;
 void SetChecksBelow(CheckTree& tree, TreeNode top, bool checked) noexcept;
 void InvertChecksBelow(CheckTree& tree, TreeNode top) noexcept;
 
+// A group is shown as checked only while everything in it is.
+void UncheckAncestors(CheckTree& tree, TreeNode node) noexcept;
+
 // What a tap on the box of `node` changes besides the box itself, which the control toggles
 // afterwards.
 void CheckBoxTapped(CheckTree& tree, TreeNode node) noexcept;

@@ -182,10 +182,15 @@ void MediaPage::EditSelectedTag() noexcept {
   MediaEntry* entry = EntryOfNode(state().media, tree_.Selected());
   if (!entry || MediaKindOf(entry->path.c_str()) != MediaKind::kMpeg) return;
   if (!EditTag(state().files, window(), *entry)) return;
+  const WaitCursor wait;
+  TreePlace place;
+  place.Remember(tree_, state().media);
   entry->tag.Reset();
   ReadId3v1(state().files, entry);
   RebuildTree();
   CopyTagToPlaylist(*entry, state().current);
+  const RedrawPause pause(view());
+  place.Restore(tree_, state().media, *entry);
   tree_.Select(entry->item);  // the user goes on where it was
 }
 

@@ -144,6 +144,25 @@ void MediaTree::SetChecked(TreeNode node, bool checked) noexcept {
   SendMessageW(tree_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
+void MediaTree::CopyLabel(TreeNode node, wchar_t (&label)[kTextCapacity]) noexcept {
+  TVITEMW item = {};
+  item.mask = TVIF_TEXT;
+  item.pszText = label;
+  item.cchTextMax = kTextCapacity;
+  if (!GetItem(tree_, node, &item)) label[0] = 0;
+}
+
+bool MediaTree::IsOpen(TreeNode node) noexcept {
+  TVITEMW item = {};
+  item.mask = TVIF_STATE;
+  item.stateMask = TVIS_EXPANDED;
+  return GetItem(tree_, node, &item) && (item.state & TVIS_EXPANDED) != 0;
+}
+
+void MediaTree::Open(TreeNode node) noexcept {
+  TreeView_Expand(tree_, Item(node), TVE_EXPAND);
+}
+
 bool MediaTree::IsFile(TreeNode node) noexcept {
   return ImageOf(node) == static_cast<int>(NodeKind::kFile);
 }

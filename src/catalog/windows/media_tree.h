@@ -6,13 +6,13 @@
 
 #include "base/windows/resources.h"
 #include "catalog/tree/catalog_tree.h"
-#include "catalog/tree/checks.h"
+#include "catalog/tree/tree_place.h"
 
 namespace kelvo {
 
 // The tree control of the Media Catalog. A folder's item data is its own handle, that of all other
 // nodes 0.
-class MediaTree final : public TreeSink, public CheckTree {
+class MediaTree final : public TreeSink, public PlaceTree {
  public:
   void Attach(HWND tree) noexcept;  // gives the control its images
   void Detach() noexcept;           // before the control goes
@@ -33,6 +33,9 @@ class MediaTree final : public TreeSink, public CheckTree {
   bool IsChecked(TreeNode node) noexcept override;
   void SetChecked(TreeNode node, bool checked) noexcept override;
   bool IsFile(TreeNode node) noexcept override;
+  void CopyLabel(TreeNode node, wchar_t (&label)[kTextCapacity]) noexcept override;
+  bool IsOpen(TreeNode node) noexcept override;
+  void Open(TreeNode node) noexcept override;
 
  private:
   TreeNode Next(TreeNode node, UINT relation) noexcept;
