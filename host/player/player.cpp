@@ -164,6 +164,7 @@ bool Player::PlayFrom(size_t index, uint32_t start_ms, Step onward) {
     }
     if (listed()) PassOver(index, start);
   }
+  playback_.Finish();
   SayPassedOver();
   order_.SetCurrent(asked);
   Changed();
@@ -181,6 +182,7 @@ void Player::TogglePause() {
 
 void Player::Stop() {
   playback_.Stop();
+  playback_.Silence();
 }
 
 void Player::Next() {
@@ -212,6 +214,7 @@ void Player::OnEndOfPlayback() {
   playback_.Stop();
   if (next == kNoTrack) {
     unheard_ = 0;
+    playback_.Finish();
   } else {
     PlayTrack(next);
   }
