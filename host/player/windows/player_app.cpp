@@ -21,6 +21,16 @@ std::wstring FromAnsi(const std::string& text) {
   return std::wstring(text.begin(), text.end());  // font names are plain
 }
 
+// Why there is nothing to play at the paths; at least one.
+std::wstring WhyNothing(const Library& library, const std::vector<std::wstring>& paths) {
+  const std::wstring& path = paths.front();
+  const Trouble trouble = TroubleOf(library, path);
+  std::wstring text = path.substr(path.find_last_of(L'\\') + 1) + L": ";
+  text += trouble == Trouble::kFolder ? L"no .ogg or .wma in it" : Describe(trouble);
+  if (paths.size() > 1) text += L" (and " + std::to_wstring(paths.size() - 1) + L" more)";
+  return text;
+}
+
 }  // namespace
 
 PlayerApp::PlayerApp(const Library& library, const PlayerOptions& options)
@@ -154,7 +164,7 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
 void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {
   if (paths.empty()) return;
   if (!(replace ? player_->Replace(paths) : player_->Add(paths))) {
-    ShowHint(L"NO MUSIC FOUND");
+    ShowHint(WhyNothing(library_, paths));
   } else if (replace) {
     PlayTrack(0);
   }
