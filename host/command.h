@@ -16,8 +16,8 @@ using Command = int (*)(const Library& library, const Words& words);
 
 // The player with its windows (player_command.cpp).
 int PlayerCommand(const Library& library, const Words& words);
-// Plays files on the console, one after the other (play_command.cpp): 0 when all were played, 1
-// when one could not be, 2 when the user interrupted.
+// Plays files, and those in folders, on the console, one after the other (play_command.cpp): 0 when
+// all were played, 1 when one could not be, 2 when the user interrupted.
 int PlayCommand(const Library& library, const Words& words);
 // What files say about themselves (info_command.cpp).
 int InfoCommand(const Library& library, const Words& words);
@@ -26,7 +26,7 @@ int InfoCommand(const Library& library, const Words& words);
 
 struct PlayOptions {
   std::vector<std::wstring> files;
-  std::wstring wav_path;  // empty: the sound device, or "played.wav" where there is none
+  std::wstring wav_path;  // empty: the sound device
   EqualizerState sound;   // the equalizer is on once an option was given for it
 };
 
@@ -34,6 +34,9 @@ struct PlayOptions {
 // the library, from the folder beside the program.
 bool ParsePlayOptions(const Library& library, const std::vector<std::wstring>& words,
                       PlayOptions* options);
+
+// "; did you mean NAME?" with the name that is most like the word; empty when none is.
+std::wstring DidYouMean(const std::wstring& word, const std::vector<std::wstring>& names);
 
 // Text to the console (or, as UTF-8, to wherever standard output goes), and Ctrl-C.
 

@@ -3,6 +3,7 @@
 #include <stdarg.h>
 #include <stdio.h>
 
+#include <algorithm>
 #include <string>
 
 #include "host/text.h"
@@ -26,7 +27,31 @@ BOOL WINAPI OnControl(DWORD) {
   return TRUE;
 }
 
+// How many letters are to be changed, added or taken out to make one word of the other.
+size_t Distance(const std::wstring& a, const std::wstring& b) {
+  std::vector<size_t> row(b.size() + 1);
+  for (size_t j = 0; j <= b.size(); ++j) row[j] = j;
+  for (size_t i = 1; i <= a.size(); ++i) {
+    size_t diagonal = row[0]++;
+    for (size_t j = 1; j <= b.size(); ++j) {
+      const size_t replaced = diagonal + (a[i - 1] != b[j - 1]);
+      diagonal = row[j];
+      row[j] = std::min({replaced, row[j] + 1, row[j - 1] + 1});
+    }
+  }
+  return row[b.size()];
+}
+
 }  // namespace
+
+std::wstring DidYouMean(const std::wstring& word, const std::vector<std::wstring>& names) {
+  const auto farther = [&](const std::wstring& a, const std::wstring& b) {
+    return Distance(word, a) < Distance(word, b);
+  };
+  const auto nearest = std::min_element(names.begin(), names.end(), farther);
+  if (nearest == names.end() || Distance(word, *nearest) > nearest->size() / 2) return L"";
+  return L"; did you mean " + *nearest + L"?";
+}
 
 void Print(const wchar_t* format, ...) {
   va_list arguments;

@@ -1,6 +1,7 @@
 #include "host/command.h"
 #include "host/input.h"
 #include "host/text.h"
+#include "host/trouble.h"
 
 namespace velmora {
 namespace {
@@ -16,14 +17,16 @@ std::wstring Number(long number, const wchar_t* unit) {
 }
 
 bool ShowFile(const Library& library, const std::wstring& path) {
+  const Trouble trouble = TroubleOf(library, path);
   const Input input(library, path);
   if (const wchar_t* missing = input.Missing()) {
     PrintError(L"Kelvo.dll does not offer %ls\n", missing);
     return false;
   }
   FileInfo info;
-  if (!input.GetInfo(path, &info)) {
-    PrintError(L"%ls: cannot be read\n", path.c_str());
+  if (trouble == Trouble::kOtherKind || trouble == Trouble::kFolder ||
+      !input.GetInfo(path, &info)) {
+    PrintError(L"%ls: %ls\n", path.c_str(), Describe(trouble));
     return false;
   }
   const kelvo::MediaInfo& format = info.format;

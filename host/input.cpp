@@ -3,8 +3,14 @@
 #include <kelvo/ogg_vorbis_input.h>
 #include <kelvo/wma_input.h>
 
+#include <vector>
+
+#include "host/stream_format.h"
+
 namespace velmora {
 namespace {
+
+constexpr uint32_t kMostHeaderBytes = 65536;  // of those before the stream's
 
 bool HasExtension(const std::wstring& path, const wchar_t* extension) {
   const size_t point = path.find_last_of(L'.');
@@ -47,7 +53,24 @@ bool Input::GetInfo(const std::wstring& path, FileInfo* info) const {
     return plugin->GetFileInfo(path.c_str(), info->display_title, info->album, &info->format,
                                &info->length_ms, nullptr, info->artist, info->title) != 0;
   };
-  return is_wma_ ? query(wma_) : query(ogg_);
+  if (!(is_wma_ ? query(wma_) : query(ogg_))) return false;
+  CompleteFormat(path, &info->format);
+  return true;
+}
+
+void Input::CompleteFormat(const std::wstring& path, kelvo::MediaInfo* format) const {
+  MediaFile file;
+  if (!is_wma_ || !file.Open(path.c_str(), 0)) return;
+  std::vector<uint8_t> bytes(kMostHeaderBytes);
+  uint32_t count = 0;
+  StreamFormat stream;
+  if (!file.Read(bytes.data(), kMostHeaderBytes, &count) ||
+      !FindStreamFormat(bytes.data(), count, &stream)) {
+    return;
+  }
+  if (format->sample_rate == 0) format->sample_rate = stream.sample_rate_hz / 1000;
+  if (format->bit_rate == 0) format->bit_rate = stream.bit_rate_kbit;
+  if (stream.channels == 2) format->stereo = 1;
 }
 
 std::wstring Input::SampleRate(const kelvo::MediaInfo& info) const {

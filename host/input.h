@@ -43,6 +43,8 @@ class Input {
   // Who is told of the end of playback; null for nobody.
   void SetWindow(HWND window) const;
   bool GetInfo(const std::wstring& path, FileInfo* info) const;
+  // Adds what the plug-in does not report of a file's format.
+  void CompleteFormat(const std::wstring& path, kelvo::MediaInfo* format) const;
   uint32_t SampleRateHz(const kelvo::MediaInfo& info) const {
     return info.sample_rate * (is_wma_ ? 1000 : 1);
   }

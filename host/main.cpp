@@ -14,8 +14,8 @@ constexpr wchar_t kUsage[] =
     L"usage: velmora [FILE...]                  open the player, with files or folders to play\n"
     L"       velmora player [--device DIR] [FILE...]\n"
     L"                                          the same, with the catalog's folder\n"
-    L"       velmora play [OPTIONS] FILE...     play files (.ogg, .wma)\n"
-    L"         --wav OUT          to a WAV file\n"
+    L"       velmora play [OPTIONS] FILE...     play files (.ogg, .wma), or all in folders\n"
+    L"         --wav OUT          to a WAV file, OUT-2.wav and so on for the next ones\n"
     L"         --eq NAME          a preset of the folder presets\n"
     L"         --eq V,V,V,V,V,V,V,V,V,V\n"
     L"                            ten bands, low to high: 0 boosts, 14 is the middle, 27 cuts\n"
@@ -73,6 +73,9 @@ int main() {
     }
   }
   if (all.empty() || Exists(command)) return velmora::PlayerCommand(library, all);
-  velmora::PrintError(L"%ls", kUsage);
+  std::vector<std::wstring> names;
+  for (const auto& known : kCommands) names.push_back(known.name);
+  velmora::PrintError(L"velmora: there is no command or file %ls%ls (velmora --help)\n",
+                      command.c_str(), velmora::DidYouMean(command, names).c_str());
   return 1;
 }

@@ -5,6 +5,7 @@
 
 #include "host/command.h"
 #include "host/player/playback.h"
+#include "host/player/track_list.h"
 #include "host/text.h"
 #include "host/texts.h"
 #include "host/trouble.h"
@@ -77,22 +78,25 @@ Outcome WaitForEnd(const Playback& playback, const NotifyWindow& window) {
   }
 }
 
-std::wstring Reason(const Library& library, const std::wstring& path, Playback::Start start) {
-  return start == Playback::Start::kNoOutput ? Text(TEXT_TROUBLE_OUTPUT)
-                                             : Describe(TroubleOf(library, path));
-}
-
 Outcome PlayFile(const Library& library, const std::wstring& path) {
   const wchar_t* const name = path.c_str();
   if (const wchar_t* missing = Input(library, path).Missing()) {
     PrintError(L"%ls: Kelvo.dll does not offer %ls\n", name, missing);
     return Outcome::kFailed;
   }
+  // Known without trying, and without the plug-in's message boxes, which nobody may see here.
+  const Trouble trouble = TroubleOf(library, path);
+  if (trouble != Trouble::kDamaged) {
+    PrintError(L"%ls: %ls\n", name, Describe(trouble));
+    return Outcome::kFailed;
+  }
   const NotifyWindow window;
   Playback playback(library, window.handle());
   const Playback::Start start = playback.Play(path, 0);
   if (start != Playback::Start::kPlaying) {
-    PrintError(L"%ls: %ls\n", name, Reason(library, path, start).c_str());
+    const std::wstring why =
+        start == Playback::Start::kNoOutput ? Text(TEXT_TROUBLE_OUTPUT) : Describe(trouble);
+    PrintError(L"%ls: %ls\n", name, why.c_str());
     return Outcome::kFailed;
   }
   Describe(playback);
@@ -115,6 +119,25 @@ std::wstring Numbered(const std::wstring& path, size_t index) {
   return stem + L"-" + std::to_wstring(index + 1) + (has_point ? path.substr(point) : L"");
 }
 
+// Folders become what they hold. False: one holds nothing to play, which is said.
+bool ExpandFolders(const std::vector<std::wstring>& words, std::vector<std::wstring>* files) {
+  bool all = true;
+  for (const std::wstring& word : words) {
+    const DWORD attributes = GetFileAttributesW(word.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_DIRECTORY)) {
+      files->push_back(word);
+      continue;
+    }
+    TrackList contents;
+    contents.Add(word);
+    for (const Track& track : contents.tracks()) files->push_back(track.path);
+    if (contents.size() > 0) continue;
+    PrintError(L"%ls: no .ogg or .wma in this folder\n", word.c_str());
+    all = false;
+  }
+  return all;
+}
+
 }  // namespace
 
 int PlayCommand(const Library& library, const Words& words) {
@@ -123,13 +146,17 @@ int PlayCommand(const Library& library, const Words& words) {
   if (auto* effects = library.Get<kelvo::EffectsProcessor>(kelvo::kFeatureEffects)) {
     Apply(options.sound, *effects);
   }
-  const bool to_file = !options.wav_path.empty() || !WaveOutput::HasDevice();
-  const std::wstring wav_path = options.wav_path.empty() ? L"played.wav" : options.wav_path;
-  int result = 0;
-  for (size_t i = 0; i < options.files.size(); ++i) {
-    const std::wstring wav = to_file ? Numbered(wav_path, i) : L"";
+  const bool to_file = !options.wav_path.empty();
+  if (!to_file && !WaveOutput::HasDevice()) {
+    PrintError(L"velmora: no sound device; --wav OUT writes the music into a file\n");
+    return 1;
+  }
+  std::vector<std::wstring> files;
+  int result = ExpandFolders(options.files, &files) ? 0 : 1;
+  for (size_t i = 0; i < files.size(); ++i) {
+    const std::wstring wav = to_file ? Numbered(options.wav_path, i) : L"";
     if (to_file) SendSoundToFile(wav);
-    const Outcome outcome = PlayFile(library, options.files[i]);
+    const Outcome outcome = PlayFile(library, files[i]);
     if (outcome == Outcome::kFailed) {
       result = 1;
       continue;

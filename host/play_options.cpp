@@ -2,6 +2,8 @@
 
 #include <wchar.h>
 
+#include <algorithm>
+
 #include "host/player/preset_bank.h"
 #include "host/system.h"
 
@@ -59,8 +61,10 @@ bool ParsePlayOptions(const Library& library, const std::vector<std::wstring>& w
       options->files.push_back(option);
       continue;
     }
-    if (option != L"--wav" && option != L"--eq" && option != L"--preamp" && option != L"--bass") {
-      PrintError(L"velmora: there is no option %ls\n", option.c_str());
+    const std::vector<std::wstring> known = {L"--wav", L"--eq", L"--preamp", L"--bass"};
+    if (std::find(known.begin(), known.end(), option) == known.end()) {
+      PrintError(L"velmora: there is no option %ls%ls\n", option.c_str(),
+                 DidYouMean(option, known).c_str());
       return false;
     }
     if (i + 1 == words.size()) {

@@ -19,7 +19,7 @@ enum class Trouble {
   kDamaged,     // not what its name says
 };
 
-// What is wrong with a file that could not be opened; at the least, that it is damaged.
+// What is wrong with a file that a plug-in refused. One that looks sound from outside is damaged.
 Trouble TroubleOf(const Library& library, const std::wstring& path);
 
 // In words that follow the file's name and a colon.

@@ -45,16 +45,29 @@ on_console() {
   local wav="" file result=0
   local -a words=(play)
   while [[ ${1:-} == --* ]]; do
-    [[ -n ${2:-} ]] || die "$1 takes a value"
-    if [[ $1 == --wav ]]; then wav="$2"; else words+=("$1" "$2"); fi
-    shift 2
+    case "$1" in
+      --wav)
+        [[ -n ${2:-} ]] || die "$1 takes a value"
+        wav="$2"
+        shift
+        ;;
+      --eq | --preamp | --bass)
+        words+=("$1" ${2:+"$2"})
+        [[ $# -eq 1 ]] || shift
+        ;;
+      *) words+=("$1") ;; # it will say that there is none
+    esac
+    shift
   done
   [[ $# -gt 0 ]] || set -- "$sample"
   [[ -n $wav ]] || has_sound || wav="$kelvo_build/played.wav"
   [[ -z $wav ]] || words+=(--wav "$(windows_path "$wav")")
   for file in "$@"; do words+=("$(windows_path "$file")"); done
+  local started="$kelvo_build/.played"
+  touch "$started"
   velmora "${words[@]}" || result=$?
-  [[ -z $wav || $result -ne 0 ]] || say "the music is in $wav"
+  [[ -z $wav ]] || find "$(dirname -- "$wav")" -maxdepth 1 -name "$(basename -- "${wav%.wav}")*" \
+    -newer "$started" -printf 'the music is in %p\n' | sort
   return "$result"
 }
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Pictures of the player and of every page and dialog of the library, on the demo device: build/screenshots/*.png at the
-# handheld's 240x320, build/screenshots/640x480/*.png on a larger screen.
+# handheld's 240x320, build/screenshots/640x480/*.png on a larger screen; and the same on a desktop with a
+# window manager, in build/screenshots/framed.
 #   scripts/screenshots.sh [--device-binary] [--language XXXX]
 # XXXX is a language as four hexadecimal digits whose kv_mui.XXXX.dll lies beside Kelvo.dll; its
 # pictures go into build/screenshots/XXXX. Nothing else may use the project's Wine meanwhile.
@@ -26,9 +27,10 @@ while [[ $# -gt 0 ]]; do
   fi
 done
 
-# take BUILD WxH FOLDER: the device is made anew, because the pictures show what is done to it.
+# take BUILD WxH FOLDER [WINDOW-MANAGER]: the device is made anew, because the pictures show what is done to it.
 take() {
   local device="$kelvo_build/screenshots/device"
+  local -x KELVO_WINDOW_MANAGER="${4:-}"
   rm -rf "$device"
   "$kelvo_root/scripts/make_demo_device.sh" "$device" >/dev/null
   mkdir -p "$3"
@@ -58,7 +60,14 @@ take_size() {
     "$kelvo_root/scripts/lib/compare_pictures.py" "$(folder_of i686 "$1")" "$(folder_of device "$1")"
 }
 
-"$kelvo_root/scripts/build.sh" "${builds[@]}"
+if [[ ${#builds[@]} -eq 1 ]]; then
+  "$kelvo_root/scripts/build.sh" --target screenshots i686
+else
+  "$kelvo_root/scripts/build.sh" "${builds[@]}"
+fi
 result=0
 for size in 240x320 640x480; do take_size "$size" || result=1; done
+framed="$kelvo_build/screenshots/framed${language:+/$language}"
+take i686 240x320 "$framed" openbox
+take i686 640x480 "$framed/640x480" openbox
 exit "$result"

@@ -62,6 +62,7 @@ void Playback::Describe() {
   format_ = {};
   plugin().GetDisplayTitle(title);
   plugin().GetMediaInfo(&format_);
+  input_->CompleteFormat(path_, &format_);
   title_ = title;
   const int32_t length = plugin().GetLengthMs();
   length_ms_ = length > 0 ? static_cast<uint32_t>(length) : 0;

@@ -162,4 +162,4 @@ main() {
   done
 }
 
-main "$@"
+main "$@"; exit # not a line more, should this file change meanwhile

@@ -15,8 +15,8 @@ constexpr struct {
 } kBookmarks[] = {
     {L"\\Music\\Ring Buffers\\Eight Bars.ogg", 71, L"Ring Buffers - Eight Bars"},
     {L"\\Music\\gone.ogg", 3725, L"A file that is gone"},
-    {L"\\My Documents\\Memo.mp3", 12075, L"A very long description, longer than the column"},
-    {L"\\Music\\Sine Trio\\Waves\\01 Crest.mp3", 5, L"Sine Trio - Crest"},
+    {L"\\My Documents\\Memo.ogg", 12075, L"A very long description, longer than the column"},
+    {L"\\Music\\Sine Trio\\Waves\\01 Crest.ogg", 5, L"Sine Trio - Crest"},
 };
 
 void FillList(User& user) {

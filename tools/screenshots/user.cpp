@@ -13,6 +13,20 @@ void GiveUp(const std::string& what) {
   std::exit(1);
 }
 
+// What a window manager draws around a window with a caption.
+void AddFrame(HWND window, RECT* place) {
+  constexpr LONG kCaption = 22, kBorder = 3;
+  if (GetEnvironmentVariableW(L"KELVO_WINDOW_MANAGER", nullptr, 0) == 0) return;
+  if ((GetWindowLongW(window, GWL_STYLE) & WS_CAPTION) != WS_CAPTION) return;
+  RECT client;
+  GetClientRect(window, &client);
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+  place->left = std::min(place->left, client.left - kBorder);
+  place->top = std::min(place->top, client.top - kCaption);
+  place->right = std::max(place->right, client.right + kBorder);
+  place->bottom = std::max(place->bottom, client.bottom + kBorder);
+}
+
 }  // namespace
 
 User::User() : kelvo::test::User(&GiveUp) {}
@@ -29,6 +43,7 @@ std::vector<RECT> User::Windows() const {
                     [&](const wchar_t* kind) { return lstrcmpW(name, kind) == 0; })) {
       all.emplace_back();
       GetWindowRect(window, &all.back());
+      AddFrame(window, &all.back());
     }
     return false;
   });

@@ -37,9 +37,9 @@ void PlayerApp::RestoreWindows(const Session& session) {
     Restore(session.playlist_window, &playlist_);
   }
   windows_.BringIntoView();
-  main_.Show(true);
   if (first_start || session.equalizer_window.open) equalizer_.Show(true);
   if (first_start || session.playlist_window.open) playlist_.Show(true);
+  main_.Show(true);  // last: a window manager gives the keyboard to the newest
   SetActiveWindow(main_.handle());
   SetForegroundWindow(main_.handle());
 }
@@ -79,6 +79,7 @@ bool PlayerApp::OpenWindows() {
 }
 
 void PlayerApp::Start() {
+  if (player_->silent()) player_->AddNotice(L"No sound device: nothing will be heard");
   if (options_.files.empty()) {
     bookmarks_->ResumePlace();
   } else {

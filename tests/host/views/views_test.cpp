@@ -233,7 +233,7 @@ class AreaPainter final : public TextPainter {
 };
 
 void ShowPlaylist(Gallery* gallery) {
-  const Skin skin = TracedSkin();
+  Skin skin = TracedSkin();
   AreaPainter painter;
   PlaylistViewState state;
   const auto show = [&](const char* name, bool whole = false) {
@@ -248,8 +248,6 @@ void ShowPlaylist(Gallery* gallery) {
   state.running_time = u"12:34";
   state.play_time = u"0:56";
   show("rows, scrolled to the end");
-  state.rows[0].dimmed = state.rows[1].dimmed = true;
-  show("rows that cannot be played");
   state.pressed = PlaylistControl::kClose;
   state.active = false;
   show("close pressed, inactive");
@@ -263,6 +261,13 @@ void ShowPlaylist(Gallery* gallery) {
   state.active = false;
   state.pressed = PlaylistControl::kNone;
   show("rolled up, inactive");
+  state.size = kPlaylistLeast;
+  state.rows[0].dimmed = state.rows[1].dimmed = true;
+  skin.playlist.text = 0x00FF00;
+  skin.playlist.current = 0xFFFFFF;
+  skin.playlist.background = 0x000020;
+  skin.playlist.selected = 0x0000C0;
+  show("rows that cannot be played");
 }
 
 // Latin-1 in rows of 32, of which the first holds some from elsewhere; and which of them have

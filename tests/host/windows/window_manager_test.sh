@@ -67,6 +67,8 @@ main="$(owner "$equalizer")"
 [[ -n $main && $main == "$(owner "$playlist")" ]] || fail "the windows are not the main one's"
 in_task_bar="$(for w in $(clients); do xprop -id "$w" _NET_WM_STATE | grep -q SKIP_TASKBAR || echo "$w"; done)"
 [[ $in_task_bar == "$main" ]] || fail "in the task bar: $in_task_bar, not $main alone"
+active_is() { [[ $(ids _NET_ACTIVE_WINDOW) == "$1" ]]; }
+until_true "the keyboard in the main window" active_is "$main"
 
 # They are minimised and come back as one, to where they were.
 before="$(arrangement)"
