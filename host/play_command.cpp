@@ -7,6 +7,7 @@
 #include "host/player/playback.h"
 #include "host/player/track_list.h"
 #include "host/text.h"
+#include "host/texts.h"
 #include "host/trouble.h"
 
 namespace velmora {
@@ -93,9 +94,9 @@ Outcome PlayFile(const Library& library, const std::wstring& path) {
   Playback playback(library, window.handle());
   const Playback::Start start = playback.Play(path, 0);
   if (start != Playback::Start::kPlaying) {
-    PrintError(L"%ls: %ls\n", name,
-               start == Playback::Start::kNoOutput ? L"the audio output cannot be opened"
-                                                   : Describe(trouble));
+    const std::wstring why =
+        start == Playback::Start::kNoOutput ? Text(TEXT_TROUBLE_OUTPUT) : Describe(trouble);
+    PrintError(L"%ls: %ls\n", name, why.c_str());
     return Outcome::kFailed;
   }
   Describe(playback);

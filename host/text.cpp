@@ -29,4 +29,9 @@ MinutesSeconds::MinutesSeconds(int64_t milliseconds) {
              static_cast<int>(seconds % 60));
 }
 
+std::u16string Folded(std::wstring text) {
+  CharLowerBuffW(text.data(), static_cast<DWORD>(text.size()));
+  return ToView(text);
+}
+
 }  // namespace velmora

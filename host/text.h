@@ -28,4 +28,7 @@ inline std::u16string ToView(std::wstring_view text) {
   return std::u16string(text.begin(), text.end());
 }
 
+// All letters small, as the system does it: for comparing without regard to case.
+std::u16string Folded(std::wstring text);
+
 }  // namespace velmora

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "host/input.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -35,26 +36,26 @@ Trouble TroubleOf(const Library& library, const std::wstring& path) {
   return TroubleOfFile(path);
 }
 
-const wchar_t* Describe(Trouble trouble) {
+std::wstring Describe(Trouble trouble) {
   switch (trouble) {
     case Trouble::kNone:
       return L"";
     case Trouble::kMissing:
-      return L"no such file";
+      return Text(TEXT_TROUBLE_MISSING);
     case Trouble::kFolder:
-      return L"a folder, not a file";
+      return Text(TEXT_TROUBLE_FOLDER);
     case Trouble::kUnreadable:
-      return L"cannot be read";
+      return Text(TEXT_TROUBLE_UNREADABLE);
     case Trouble::kEmpty:
-      return L"an empty file";
+      return Text(TEXT_TROUBLE_EMPTY);
     case Trouble::kOtherKind:
-      return L"neither .ogg nor .wma";
+      return Text(TEXT_TROUBLE_OTHER_KIND);
     case Trouble::kNotOffered:
-      return L"the library lacks what plays it";
+      return Text(TEXT_TROUBLE_NOT_OFFERED);
     case Trouble::kName:
-      return L"its name has letters that the system's code page lacks";
+      return Text(TEXT_TROUBLE_NAME);
     case Trouble::kDamaged:
-      return L"damaged, or not what its name says";
+      return Text(TEXT_TROUBLE_DAMAGED);
   }
   return L"";
 }

@@ -23,6 +23,6 @@ enum class Trouble {
 Trouble TroubleOf(const Library& library, const std::wstring& path);
 
 // In words that follow the file's name and a colon.
-const wchar_t* Describe(Trouble trouble);
+std::wstring Describe(Trouble trouble);
 
 }  // namespace velmora

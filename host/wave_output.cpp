@@ -1,8 +1,17 @@
 #include "host/wave_output.h"
 
 #include <stddef.h>
+#include <string.h>
 
 namespace velmora {
+namespace {
+
+// What is left of a track when the next one may begin: longer than it takes to open a file and to
+// decode its first buffer on a machine that is busy.
+constexpr DWORD kAheadMs = 200;
+constexpr DWORD kPollMs = 10;
+
+}  // namespace
 
 // The plug-in sees a wave header's first fields.
 static_assert(sizeof(WAVEHDR) == sizeof(kelvo::OutputBuffer));
@@ -21,13 +30,12 @@ WaveOutput::WaveOutput() : buffer_done_(CreateEventW(nullptr, FALSE, FALSE, null
 
 WaveOutput::~WaveOutput() {
   Close();
+  Finish();
   CloseHandle(buffer_done_);
 }
 
 int32_t WaveOutput::Open(uint32_t buffer_count, uint32_t buffer_bytes, uint32_t channels,
                          uint32_t sample_rate, uint32_t bits_per_sample) noexcept {
-  Close();
-  Guard guard(lock_);
   WAVEFORMATEX format = {};
   format.wFormatTag = WAVE_FORMAT_PCM;
   format.nChannels = static_cast<WORD>(channels);
@@ -35,13 +43,31 @@ int32_t WaveOutput::Open(uint32_t buffer_count, uint32_t buffer_bytes, uint32_t 
   format.wBitsPerSample = static_cast<WORD>(bits_per_sample);
   format.nBlockAlign = static_cast<WORD>(channels * bits_per_sample / 8);
   format.nAvgBytesPerSec = sample_rate * format.nBlockAlign;
+  {
+    Guard guard(lock_);
+    failed_ = false;
+    if (GoesOn(buffer_count, buffer_bytes, format)) {
+      if (paused_) waveOutRestart(device_);
+      paused_ = false;
+      ended_ = false;
+      open_ = true;
+      start_ = written_;
+      return 1;
+    }
+  }
+  Close();
+  Finish();
+  Guard guard(lock_);
   if (waveOutOpen(&device_, WAVE_MAPPER, &format, reinterpret_cast<DWORD_PTR>(buffer_done_), 0,
                   CALLBACK_EVENT) != MMSYSERR_NOERROR) {
     device_ = nullptr;
     return 0;
   }
+  format_ = format;
+  open_ = true;
+  ended_ = false;
   paused_ = false;
-  failed_ = false;
+  written_ = start_ = 0;
   slots_.resize(buffer_count);
   for (Slot& slot : slots_) {
     slot.data.resize(buffer_bytes);
@@ -54,14 +80,49 @@ int32_t WaveOutput::Open(uint32_t buffer_count, uint32_t buffer_bytes, uint32_t 
   return 1;
 }
 
+bool WaveOutput::GoesOn(uint32_t buffer_count, uint32_t buffer_bytes,
+                        const WAVEFORMATEX& format) const {
+  return device_ && !open_ && slots_.size() == buffer_count &&
+         slots_[0].data.size() == buffer_bytes && memcmp(&format_, &format, sizeof format) == 0;
+}
+
+// After a track's end, the next one may go on with the device.
 void WaveOutput::Close() noexcept {
   Guard guard(lock_);
+  open_ = false;
+  if (!ended_) ReleaseDevice();
+}
+
+void WaveOutput::ReleaseDevice() {
   if (!device_) return;
   waveOutReset(device_);
   for (Slot& slot : slots_) waveOutUnprepareHeader(device_, &slot.header, sizeof(slot.header));
   waveOutClose(device_);
   device_ = nullptr;
   slots_.clear();
+}
+
+void WaveOutput::Silence() {
+  Guard guard(lock_);
+  if (!open_) ReleaseDevice();
+}
+
+void WaveOutput::Finish() {
+  for (DWORD waited = 0; waited < 2 * kAheadMs; waited += kPollMs) {
+    {
+      Guard guard(lock_);
+      if (!device_ || AllDone()) break;
+    }
+    WaitForSingleObject(buffer_done_, kPollMs);
+  }
+  Silence();
+}
+
+bool WaveOutput::AllDone() const {
+  for (const Slot& slot : slots_) {
+    if (slot.use == Use::kQueued && (slot.header.dwFlags & WHDR_DONE) == 0) return false;
+  }
+  return true;
 }
 
 WaveOutput::Slot* WaveOutput::FindFree() {
@@ -92,6 +153,8 @@ int32_t WaveOutput::Write(kelvo::OutputBuffer* buffer, uint32_t) noexcept {
     slot.header.dwFlags &= ~static_cast<DWORD>(WHDR_DONE);
     const MMRESULT result = waveOutWrite(device_, &slot.header, sizeof(slot.header));
     slot.use = result == MMSYSERR_NOERROR ? Use::kQueued : Use::kFree;
+    if (slot.use == Use::kQueued) written_ += slot.header.dwBufferLength / format_.nBlockAlign;
+    ended_ = false;
     failed_ = failed_ || result != MMSYSERR_NOERROR;
     return result == MMSYSERR_NOERROR;
   }
@@ -100,8 +163,8 @@ int32_t WaveOutput::Write(kelvo::OutputBuffer* buffer, uint32_t) noexcept {
 
 void WaveOutput::Pause(uint32_t pause) noexcept {
   Guard guard(lock_);
+  if (!device_ || !open_) return;
   paused_ = pause != 0;
-  if (!device_) return;
   if (pause) {
     waveOutPause(device_);
   } else {
@@ -111,8 +174,10 @@ void WaveOutput::Pause(uint32_t pause) noexcept {
 
 void WaveOutput::Reset() noexcept {
   Guard guard(lock_);
-  if (!device_) return;
+  if (!device_ || !open_) return;
   waveOutReset(device_);
+  written_ = start_ = 0;
+  ended_ = false;
   if (paused_) waveOutPause(device_);  // a reset may have ended the device's pause
   for (Slot& slot : slots_) {
     if (slot.use == Use::kQueued) slot.use = Use::kFree;
@@ -120,12 +185,18 @@ void WaveOutput::Reset() noexcept {
   SetEvent(buffer_done_);
 }
 
-uint32_t WaveOutput::PlayedSamples(kelvo::HostWord, kelvo::HostWord) noexcept {
-  Guard guard(lock_);
+uint32_t WaveOutput::Played() const {
   MMTIME time = {};
   time.wType = TIME_SAMPLES;
   if (!device_ || waveOutGetPosition(device_, &time, sizeof(time)) != MMSYSERR_NOERROR) return 0;
   return time.wType == TIME_SAMPLES ? time.u.sample : 0;
+}
+
+uint32_t WaveOutput::PlayedSamples(kelvo::HostWord, kelvo::HostWord) noexcept {
+  Guard guard(lock_);
+  if (!open_) return 0;
+  const int32_t played = static_cast<int32_t>(Played() - start_);
+  return played > 0 ? static_cast<uint32_t>(played) : 0;  // the track before is still heard
 }
 
 bool WaveOutput::failed() {
@@ -135,10 +206,9 @@ bool WaveOutput::failed() {
 
 int32_t WaveOutput::Drained() noexcept {
   Guard guard(lock_);
-  for (const Slot& slot : slots_) {
-    if (slot.use == Use::kQueued && (slot.header.dwFlags & WHDR_DONE) == 0) return 0;
-  }
-  return 1;
+  const uint32_t ahead = format_.nSamplesPerSec / 1000 * kAheadMs;
+  ended_ = AllDone() || (!paused_ && written_ - Played() <= ahead);
+  return ended_;
 }
 
 }  // namespace velmora

@@ -34,9 +34,23 @@ void BookmarkLink::OnPlayBookmark(WPARAM command, LPARAM index) {
   }
   if (command != kelvo::kBookmarkPlay) {
     player_.Add({path});
-  } else if (player_.Replace({path})) {
-    player_.PlayTrack(0, ToMilliseconds(position_s));
+  } else {
+    PlayListed(path, ToMilliseconds(position_s));
   }
+}
+
+bool BookmarkLink::PlayListed(const std::wstring& path, uint32_t position_ms) {
+  const std::vector<Track>& tracks = player_.tracks();
+  const auto is_there = [&](size_t index) {
+    return index < tracks.size() && lstrcmpiW(tracks[index].path.c_str(), path.c_str()) == 0;
+  };
+  // The current one first: a list may hold a file twice.
+  size_t index = player_.status().current;
+  if (!is_there(index)) {
+    for (index = 0; index < tracks.size() && !is_there(index);) ++index;
+  }
+  if (index == tracks.size() && !player_.Add({path})) return false;
+  return player_.PlayTrack(index, position_ms);
 }
 
 bool BookmarkLink::TakeLastPlayed(std::wstring* path, uint32_t* position_ms) {
@@ -66,21 +80,7 @@ bool BookmarkLink::ResumePlace() {
   std::wstring path;
   uint32_t position_ms;
   if (!TakeLastPlayed(&path, &position_ms)) return false;
-  const auto find = [&] {
-    size_t i = 0;
-    while (i < player_.tracks().size() &&
-           lstrcmpiW(player_.tracks()[i].path.c_str(), path.c_str()) != 0) {
-      ++i;
-    }
-    return i;
-  };
-  // The current one first: a list may hold a file twice.
-  size_t index = player_.status().current;
-  if (index == kNoTrack || lstrcmpiW(player_.tracks()[index].path.c_str(), path.c_str()) != 0) {
-    index = find();
-  }
-  if (index == player_.tracks().size()) player_.Add({path});
-  return player_.PlayTrack(index, position_ms);
+  return PlayListed(path, position_ms);
 }
 
 }  // namespace velmora

@@ -23,7 +23,8 @@ class BookmarkLink {
   bool AddCurrent();
   // The window; `parent` receives kMessagePlayBookmark, also while it is open.
   void Show(HWND parent);
-  // kMessagePlayBookmark with its parameters: plays the bookmark alone, or appends its file.
+  // kMessagePlayBookmark with its parameters: plays the bookmark in the list, to which its file is
+  // added when it is not there, or appends the file.
   void OnPlayBookmark(WPARAM command, LPARAM index);
 
   // At the end of the program: where a track plays or rests; what was kept before is forgotten.
@@ -32,6 +33,7 @@ class BookmarkLink {
   bool ResumePlace();
 
  private:
+  bool PlayListed(const std::wstring& path, uint32_t position_ms);
   // The place of an earlier run, which is then forgotten; false when there is none or its file is
   // gone.
   bool TakeLastPlayed(std::wstring* path, uint32_t* position_ms);

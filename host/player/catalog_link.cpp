@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/input.h"
+#include "host/texts.h"
 
 namespace velmora {
 
@@ -42,11 +43,8 @@ void CatalogLink::TakePath(const wchar_t* path) {
 void CatalogLink::SayAdded(size_t added) {
   const auto other_kinds = std::count_if(
       paths_.begin(), paths_.end(), [](const auto& chosen) { return !Input::IsMedia(chosen); });
-  std::wstring text = std::to_wstring(added) + L" added";
-  if (other_kinds > 0) {
-    text += L", " + std::to_wstring(other_kinds) + L" left out: neither .ogg nor .wma";
-  }
-  player_.AddNotice(text);
+  player_.AddNotice(Text(other_kinds > 0 ? TEXT_NOTICE_ADDED_SOME : TEXT_NOTICE_ADDED,
+                         {std::to_wstring(added), std::to_wstring(other_kinds)}));
 }
 
 }  // namespace velmora

@@ -81,6 +81,13 @@ void PlayOrder::Move(size_t from, size_t to) {
   if (!shuffle_) Straighten();
 }
 
+void PlayOrder::Arrange(const std::vector<size_t>& order) {
+  std::vector<size_t> place(order.size());
+  for (size_t i = 0; i < order.size(); ++i) place[order[i]] = i;
+  for (size_t& index : order_) index = place[index];
+  if (!shuffle_) Straighten();
+}
+
 void PlayOrder::Clear() {
   order_.clear();
   place_ = 0;

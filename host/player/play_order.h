@@ -26,6 +26,7 @@ class PlayOrder {
   void Append(size_t count);
   void Remove(size_t index);
   void Move(size_t from, size_t to);
+  void Arrange(const std::vector<size_t>& order);  // place i gets what was at order[i]
   void Clear();
 
   size_t size() const { return order_.size(); }

@@ -32,6 +32,7 @@ Playback::Start Playback::Play(std::wstring path, uint32_t start_ms) {
     input_.reset();
     return Start::kNoPlugin;
   }
+  if (input_->has_own_output()) device_.Finish();
   plugin().SetReader(&reader_);
   plugin().SetOutput(effects_ ? static_cast<kelvo::AudioOutput*>(&*effects_) : &tap_);
   input_->SetWindow(window_);  // before a name can be refused, which is said in a message box

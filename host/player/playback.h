@@ -28,8 +28,12 @@ class Playback {
   enum class Start { kPlaying, kNoPlugin, kNotPlayable, kNoOutput };
   // Stops what plays. `start_ms` beyond the end means the start.
   Start Play(std::wstring path, uint32_t start_ms);
-  // Stops and closes. No end message of the file comes afterwards.
+  // Stops and closes. No end message of the file comes afterwards. At the end of a file the last of
+  // its sound may still be heard, to be followed by another's: Silence ends it, Finish waits for
+  // it.
   void Stop();
+  void Silence() { device_.Silence(); }
+  void Finish() { device_.Finish(); }
 
   bool is_open() const { return input_.has_value(); }
   // The rest needs an open file.

@@ -4,7 +4,9 @@
 #include <functional>
 #include <utility>
 
+#include "host/player/file_search.h"
 #include "host/sound_state.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -28,21 +30,19 @@ Player::Player(const Library& library, HWND window)
 }
 
 bool Player::Add(const std::vector<std::wstring>& paths) {
-  const size_t before = list_.size();
-  for (const std::wstring& path : paths) order_.Append(list_.Add(path));
-  Changed();
-  return list_.size() > before;
+  std::vector<std::wstring> files;
+  FileSearch search(paths);
+  while (search.Step(&files)) {
+  }
+  return Append(files) > 0;
 }
 
-bool Player::Replace(const std::vector<std::wstring>& paths) {
-  TrackList list;  // a full one would take no more
-  for (const std::wstring& path : paths) list.Add(path);
-  if (list.size() == 0) return false;
-  list_ = std::move(list);
-  order_.Clear();
-  order_.Append(list_.size());
-  Renewed();
-  return true;
+size_t Player::Append(const std::vector<std::wstring>& files) {
+  const size_t before = list_.size();
+  for (const std::wstring& file : files) list_.Append(file);
+  order_.Append(list_.size() - before);
+  Changed();
+  return list_.size() - before;
 }
 
 void Player::Renewed() {
@@ -80,6 +80,14 @@ void Player::Move(size_t from, size_t to) {
   Changed();
 }
 
+bool Player::Arrange(const std::vector<size_t>& order) {
+  if (order.size() != list_.size()) return false;
+  list_.Arrange(order);
+  order_.Arrange(order);
+  Changed();
+  return true;
+}
+
 bool Player::LearnNext() {
   const size_t unknown = list_.FirstUnknown();
   if (unknown == list_.size()) return false;
@@ -109,14 +117,15 @@ void Player::PassOver(size_t index, Playback::Start failure) {
   if (!no_output) list_.SetTrouble(index, TroubleOf(library_, track.path));
   if (++passed_over_count_ > 1) return;
   passed_over_ = std::to_wstring(index + 1) + L". " + track.title + L": " +
-                 (no_output ? L"the audio output cannot be opened" : Describe(track.trouble));
+                 (no_output ? Text(TEXT_TROUBLE_OUTPUT) : Describe(track.trouble));
 }
 
 void Player::SayPassedOver() {
+  if (passed_over_count_ == 1) AddNotice(Text(TEXT_NOTICE_NOT_PLAYED, {passed_over_}));
   if (passed_over_count_ > 1) {
-    passed_over_ += L" (and " + std::to_wstring(passed_over_count_ - 1) + L" more)";
+    AddNotice(
+        Text(TEXT_NOTICE_NOT_PLAYED_MORE, {passed_over_, std::to_wstring(passed_over_count_ - 1)}));
   }
-  if (passed_over_count_ > 0) AddNotice(L"Not played: " + passed_over_);
   passed_over_count_ = 0;
 }
 
@@ -155,6 +164,7 @@ bool Player::PlayFrom(size_t index, uint32_t start_ms, Step onward) {
     }
     if (listed()) PassOver(index, start);
   }
+  playback_.Finish();
   SayPassedOver();
   order_.SetCurrent(asked);
   Changed();
@@ -172,6 +182,7 @@ void Player::TogglePause() {
 
 void Player::Stop() {
   playback_.Stop();
+  playback_.Silence();
 }
 
 void Player::Next() {
@@ -203,11 +214,12 @@ void Player::OnEndOfPlayback() {
     PassOver(order_.current(), Playback::Start::kNotPlayable);
   }
   const size_t next = unheard_ < list_.size() ? order_.Next() : kNoTrack;
-  if (playback_.output_failed()) AddNotice(L"The audio output failed");
+  if (playback_.output_failed()) AddNotice(Text(TEXT_NOTICE_OUTPUT_FAILED));
   playback_.Stop();
   if (next == kNoTrack) {
     unheard_ = 0;
     SayPassedOver();
+    playback_.Finish();
   } else {
     PlayTrack(next);
   }

@@ -46,14 +46,18 @@ class Player {
   uint32_t list_version() const { return version_; }
   // How often the list was emptied or replaced.
   uint32_t renewals() const { return renewals_; }
-  // Media files, and folders, which are searched; other files are left out. False: nothing to add.
+  // Media files, and folders and playlists, in which they are looked for (file_search.h); others
+  // are left out. False: nothing to add.
   bool Add(const std::vector<std::wstring>& paths);
-  // The same in place of what is there; nothing to add changes nothing.
-  bool Replace(const std::vector<std::wstring>& paths);
+  // What a search has found. Returns how many there was room for.
+  size_t Append(const std::vector<std::wstring>& files);
   // Without the playing track the music goes on until its end.
   void Clear();
   void Remove(const std::vector<size_t>& indices);
   void Move(size_t from, size_t to);
+  // Place i gets the track that was at order[i]; what plays goes on. False: not an order of this
+  // list.
+  bool Arrange(const std::vector<size_t>& order);
   // Tracks are added with their file names for titles. Asks one file more about itself; false when
   // all are known. To be called when there is time.
   bool LearnNext();

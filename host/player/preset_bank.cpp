@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "host/system.h"
+#include "host/texts.h"
 
 namespace velmora {
 
@@ -39,7 +40,7 @@ bool PresetBank::Load(size_t index, EqualizerState* state) const {
 }
 
 std::wstring PresetBank::WhyNotSaved() const {
-  if (!presets_) return L"the library offers no presets";
+  if (!presets_) return Text(TEXT_HINT_NO_PRESETS);
   const std::wstring folder = folder_ + L"\\presets";
   CreateDirectoryW(folder.c_str(), nullptr);
   const HANDLE file =

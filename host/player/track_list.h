@@ -25,12 +25,12 @@ class TrackList {
   const std::vector<Track>& tracks() const { return tracks_; }
   size_t size() const { return tracks_.size(); }
 
-  // Appends a media file, or those in a folder and the folders below it, by their names. Other
-  // files are left out; a media file need not be there. Returns how many were appended.
-  size_t Add(const std::wstring& path);
+  // False when the list is full, or the path longer than plug-ins take.
+  bool Append(const std::wstring& path);
   void Clear();
   void Remove(size_t index);
   void Move(size_t from, size_t to);
+  void Arrange(const std::vector<size_t>& order);  // place i gets what was at order[i]
 
   // Takes what a file says about itself from the plug-ins.
   void Learn(const Library& library, size_t index);
@@ -39,9 +39,6 @@ class TrackList {
   size_t FirstUnknown();
 
  private:
-  size_t AddFolder(const std::wstring& folder, int depth);
-  void Append(const std::wstring& path);
-
   std::vector<Track> tracks_;
   size_t known_before_ = 0;  // all before are known
 };

@@ -9,8 +9,8 @@ namespace velmora {
 namespace {
 
 // A step is a letter: n next, p previous, c0 to c9 choose, a append one, r0 remove, m03 move 0 to
-// 3, x clear, S and s shuffle on and off, R and r- repeat. Returns the current track after each
-// step that has one: a digit, "-" for none.
+// 3, v the other way round, x clear, S and s shuffle on and off, R and r- repeat. Returns the
+// current track after each step that has one: a digit, "-" for none.
 std::string Walk(PlayOrder& order, const std::string& steps) {
   std::string currents;
   const auto digit = [&](size_t at) { return static_cast<size_t>(steps[at] - '0'); };
@@ -35,6 +35,12 @@ std::string Walk(PlayOrder& order, const std::string& steps) {
         order.Move(digit(i + 1), digit(i + 2));
         i += 2;
         break;
+      case 'v': {
+        std::vector<size_t> reversed(order.size());
+        for (size_t at = 0; at < reversed.size(); ++at) reversed[at] = reversed.size() - 1 - at;
+        order.Arrange(reversed);
+        break;
+      }
       case 'x':
         order.Clear();
         break;
@@ -72,6 +78,8 @@ TEST(PlayOrder, InTheListsOrder) {
       {"moved over it from before", "a4c2m03n", "212"},
       {"moved over it from behind", "a4c1m30nn", "123.3"},
       {"moved beyond the end", "a2c1m05", "11"},
+      {"arranged", "a4c1vnn", "123.3"},
+      {"arranged without a current one", "a4c1r1vn", "1--1"},
       {"cleared", "a3c1xn", "1-.-"},
       {"appended after clearing", "a3c2xa2nn", "2-01"},
   };

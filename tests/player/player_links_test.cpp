@@ -37,9 +37,13 @@ TEST(PlayerLinks, BookmarksPlayAndEnqueue) {
   EXPECT_EQ(rig.player.tracks().size(), 3u);
   EXPECT_EQ(rig.player.status().current, 1u) << "enqueued: what plays goes on";
   link.OnPlayBookmark(0, 0);
-  EXPECT_EQ(rig.player.tracks().size(), 1u);
+  EXPECT_EQ(rig.player.tracks().size(), 3u) << "the list stays";
   EXPECT_EQ(rig.player.status().current, 0u);
   EXPECT_GE(rig.player.status().position_ms, 2900u);
+  rig.player.Remove({0, 2});
+  link.OnPlayBookmark(0, 0);
+  EXPECT_EQ(rig.player.tracks().size(), 2u) << "what it lacks is added";
+  EXPECT_EQ(rig.player.status().current, 1u);
   auto* const bookmarks = test::TheLibrary().Get<kelvo::Bookmarks>(kelvo::kFeatureBookmarks);
   for (const int32_t wild : {-5, 4294971, 0x7FFFFFFF}) {  // 4294971000 is 3704 in 32 bits
     bookmarks->UpdateBookmark(0, rig.player.open_path().c_str(), wild, L"");
@@ -47,7 +51,7 @@ TEST(PlayerLinks, BookmarksPlayAndEnqueue) {
     EXPECT_LT(rig.player.status().position_ms, 3000u) << wild;
   }
   for (const LPARAM nobody : {-1, 1, 99}) link.OnPlayBookmark(0, nobody);
-  EXPECT_EQ(rig.player.tracks().size(), 1u);
+  EXPECT_EQ(rig.player.tracks().size(), 2u);
   EXPECT_EQ(rig.player.status().state, PlayState::kPlaying);
 }
 

@@ -84,8 +84,70 @@ TEST(WaveOutput, AResetKeepsThePauseAndRefusalsAreRemembered) {
   ASSERT_TRUE(output.Open(2, 4096, 2, 44100, 16));
   EXPECT_FALSE(output.failed());
   EXPECT_TRUE(write(output.GetBuffer()));
-  while (!output.Drained()) Sleep(1);
+  while (output.PlayedSamples(0, 0) < 1024) Sleep(1);
+  EXPECT_NE(output.Drained(), 0);
   EXPECT_EQ(output.PlayedSamples(0, 0), 1024u);
+}
+
+// Half a second of each track, in real time, as a plug-in plays it.
+TEST(WaveOutput, TracksOfOneFormatFollowEachOther) {
+  SendSoundTo(L"follow.wav", false);
+  DeleteFileW(L"follow-2.wav");
+  DeleteFileW(L"follow-3.wav");
+  Pcm want;
+  {
+    WaveOutput output;
+    for (const uint32_t rate : {8000u, 8000u, 11025u}) {
+      ASSERT_TRUE(output.Open(4, 2000, 1, rate, 16));
+      EXPECT_EQ(output.PlayedSamples(0, 0), 0u) << "the one before is still heard";
+      for (int i = 0; i < 5; ++i) {
+        kelvo::OutputBuffer* const buffer = output.GetBuffer();
+        buffer->length_bytes = buffer->valid_bytes = 2000;
+        for (int j = 0; j < 1000; ++j) {
+          reinterpret_cast<int16_t*>(buffer->data)[j] = static_cast<int16_t>(want.size());
+          if (rate == 8000) want.push_back(static_cast<int16_t>(want.size()));
+        }
+        output.Write(buffer, 0);
+      }
+      output.Pause(1);
+      Sleep(300);
+      EXPECT_EQ(output.Drained(), 0) << "a pause is not the end";
+      output.Pause(0);
+      while (!output.Drained()) Sleep(5);
+      EXPECT_LT(output.PlayedSamples(0, 0), 5000u) << "the next one comes before the end";
+      output.Close();
+      output.Pause(1);  // both may come just then, and change nothing
+      output.Reset();
+    }
+  }
+  EXPECT_EQ(kelvo::ReadWav(L"follow.wav").samples, want);
+  EXPECT_EQ(kelvo::ReadWav(L"follow-2.wav").samples.size(), 5000u);
+  EXPECT_EQ(kelvo::ReadWav(L"follow-2.wav").rate, 11025u);
+}
+
+TEST(PlayerSound, NothingIsHeardBetweenTwoTracks) {
+  const wchar_t* const tracks[] = {L"tone_8000_stereo.ogg", L"tone_8000_stereo.ogg"};
+  SendSoundTo(L"two_tracks.wav", false);
+  Rig rig;
+  Pcm want;
+  for (const wchar_t* track : tracks) {
+    rig.player.Add({Media(track)});
+    const Pcm sound = Samples(kelvo::test::DecodeDirectly(
+        kelvo::test::ReadMedia(std::string(track, track + wcslen(track)))));
+    want.insert(want.end(), sound.begin(), sound.end());
+  }
+  rig.player.Play();
+  ASSERT_TRUE(rig.RunUntil([&] { return rig.ends == 1; }));
+  EXPECT_LT(kelvo::ReadWav(L"two_tracks.wav").samples.size(), want.size() / 2);
+  ASSERT_TRUE(rig.RunUntilStopped());
+  EXPECT_EQ(kelvo::ReadWav(L"two_tracks.wav").samples, want) << "to the end, without a sample more";
+
+  rig.player.PlayTrack(0);
+  ASSERT_TRUE(rig.RunUntil([&] { return rig.player.status().position_ms > 200; }));
+  rig.player.Stop();
+  const size_t heard = kelvo::ReadWav(L"two_tracks-2.wav").samples.size();
+  Sleep(300);
+  EXPECT_EQ(kelvo::ReadWav(L"two_tracks-2.wav").samples.size(), heard) << "a stop is one at once";
 }
 
 // Doubles what it gets, and adds the number of bytes to the first sample.

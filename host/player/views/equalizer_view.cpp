@@ -28,14 +28,10 @@ constexpr struct {
     {Control::kPresets, PlainButton({217, 18, 44, 12}, kSkinEqualizer, {224, 164}, {224, 176})},
 };
 
-Rect SliderPlace(int slider) {
-  return {slider == 0 ? 21 : 78 + 18 * (slider - 1), kSliderTop, kSliderWidth, kSliderHeight};
-}
-
 void DrawSliders(Canvas* canvas, const Skin& skin, const EqualizerViewState& state) {
   const Bitmap& image = skin.image(kSkinEqualizer);
   for (int i = 0; i < kEqualizerSliders; ++i) {
-    const Rect place = SliderPlace(i);
+    const Rect place = EqualizerSliderPlace(i);
     const int value = Clamp(state.sliders[i], 0, kGainSlider.most);
     const int picture = kGainSlider.most - value;  // the first one is for the strongest cut
     canvas->Draw(image,
@@ -71,12 +67,23 @@ bool IsOn(EqualizerControl control, const EqualizerViewState& state) {
 
 }  // namespace
 
+Rect EqualizerSliderPlace(int slider) {
+  return {slider == 0 ? 21 : 78 + 18 * (slider - 1), kSliderTop, kSliderWidth, kSliderHeight};
+}
+
+Rect EqualizerButtonPlace(EqualizerControl control) {
+  for (const auto& button : kButtons) {
+    if (button.control == control) return button.look.place;
+  }
+  return {0, 0, 0, 0};
+}
+
 EqualizerHit EqualizerHitAt(Point point) {
   for (const auto& button : kButtons) {
     if (button.look.place.Contains(point)) return {button.control, 0};
   }
   for (int i = 0; i < kEqualizerSliders; ++i) {
-    if (SliderPlace(i).Contains(point)) return {Control::kSlider, i};
+    if (EqualizerSliderPlace(i).Contains(point)) return {Control::kSlider, i};
   }
   const bool title = Rect{0, 0, kEqualizerSize.width, 14}.Contains(point);
   return {title ? Control::kTitleBar : Control::kNone, 0};

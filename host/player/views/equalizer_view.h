@@ -19,6 +19,9 @@ struct EqualizerHit {
 };
 
 EqualizerHit EqualizerHitAt(Point point);
+// Of a button.
+Rect EqualizerButtonPlace(EqualizerControl control);
+Rect EqualizerSliderPlace(int slider);
 
 // Values as the effects take them: 0 is the strongest boost and at the top.
 constexpr Slider kGainSlider = {38, 63, 11, 27};

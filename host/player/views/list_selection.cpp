@@ -42,4 +42,16 @@ void ListSelection::OnMoved(size_t from, size_t to) {
   anchor_ = to;
 }
 
+void ListSelection::OnArranged(const std::vector<size_t>& order) {
+  if (order.size() != rows_.size() || order.empty()) return;
+  std::vector<bool> rows(order.size());
+  size_t cursor = 0;
+  for (size_t i = 0; i < order.size(); ++i) {
+    rows[i] = rows_[order[i]];
+    if (order[i] == cursor_) cursor = i;
+  }
+  rows_ = std::move(rows);
+  cursor_ = anchor_ = cursor;
+}
+
 }  // namespace velmora

@@ -24,6 +24,8 @@ class ListSelection {
   void Invert() { rows_.flip(); }
   // A row has moved to another place in the list.
   void OnMoved(size_t from, size_t to);
+  // Place i has the row that was at order[i].
+  void OnArranged(const std::vector<size_t>& order);
 
  private:
   std::vector<bool> rows_;

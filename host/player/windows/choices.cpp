@@ -4,6 +4,8 @@
 #include <objbase.h>
 #include <shlobj.h>
 
+#include "host/texts.h"
+
 namespace velmora {
 namespace {
 
@@ -18,6 +20,11 @@ std::vector<std::wstring> SplitPaths(const wchar_t* text) {
   }
   if (paths.empty()) paths.push_back(first);
   return paths;
+}
+
+// "Skins (*.zip)" and what it means; the dialog's end mark is that of the text.
+std::wstring Filter(int kind, const std::wstring& patterns) {
+  return Text(kind) + L" (" + patterns + L")" + L'\0' + patterns + L'\0';
 }
 
 // The message box that is about to open, and what it is to open over: one at a time.
@@ -45,21 +52,24 @@ LRESULT CALLBACK PlaceMessage(int code, WPARAM wparam, LPARAM lparam) {
 
 }  // namespace
 
-int ShowMessage(HWND parent, const std::wstring& text, const wchar_t* caption, UINT flags) {
+int ShowMessage(HWND parent, const std::wstring& text, const std::wstring& caption, UINT flags) {
   opening_over = parent;
   opening = SetWindowsHookExW(WH_CBT, PlaceMessage, nullptr, GetCurrentThreadId());
-  return MessageBoxW(parent, text.c_str(), caption, flags);
+  return MessageBoxW(parent, text.c_str(), caption.c_str(), flags);
 }
 
 std::vector<std::wstring> AskForMedia(HWND parent) {
   std::vector<wchar_t> text(kManyPaths, 0);
+  const std::wstring filter =
+      Filter(TEXT_KIND_PLAYABLE, L"*.ogg;*.wma;*.m3u;*.pls;*.asx") + Filter(TEXT_KIND_ALL, L"*.*");
+  const std::wstring caption = Text(TEXT_CAPTION_OPEN);
   OPENFILENAMEW ask = {};
   ask.lStructSize = sizeof ask;
   ask.hwndOwner = parent;
-  ask.lpstrFilter = L"Music (*.ogg, *.wma)\0*.ogg;*.wma\0All files\0*.*\0";
+  ask.lpstrFilter = filter.c_str();
   ask.lpstrFile = text.data();
   ask.nMaxFile = kManyPaths;
-  ask.lpstrTitle = L"Open files";
+  ask.lpstrTitle = caption.c_str();
   ask.Flags =
       OFN_ALLOWMULTISELECT | OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
   if (!GetOpenFileNameW(&ask)) return {};
@@ -68,21 +78,39 @@ std::vector<std::wstring> AskForMedia(HWND parent) {
 
 std::wstring AskForSkin(HWND parent) {
   wchar_t path[MAX_PATH] = L"";
+  const std::wstring filter = Filter(TEXT_KIND_SKINS, L"*.zip") + Filter(TEXT_KIND_ALL, L"*.*");
+  const std::wstring caption = Text(TEXT_CAPTION_SKIN);
   OPENFILENAMEW ask = {};
   ask.lStructSize = sizeof ask;
   ask.hwndOwner = parent;
-  ask.lpstrFilter = L"Skins (*.zip)\0*.zip\0All files\0*.*\0";
+  ask.lpstrFilter = filter.c_str();
   ask.lpstrFile = path;
   ask.nMaxFile = MAX_PATH;
-  ask.lpstrTitle = L"Choose a skin";
+  ask.lpstrTitle = caption.c_str();
   ask.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
   return GetOpenFileNameW(&ask) ? path : L"";
 }
 
-std::wstring AskForFolder(HWND parent, const wchar_t* question) {
+std::wstring AskWhereToSaveList(HWND parent) {
+  wchar_t path[MAX_PATH] = L"";
+  const std::wstring filter = Filter(TEXT_KIND_PLAYLISTS, L"*.m3u");
+  const std::wstring caption = Text(TEXT_CAPTION_SAVE);
+  OPENFILENAMEW ask = {};
+  ask.lStructSize = sizeof ask;
+  ask.hwndOwner = parent;
+  ask.lpstrFilter = filter.c_str();
+  ask.lpstrFile = path;
+  ask.nMaxFile = MAX_PATH;
+  ask.lpstrTitle = caption.c_str();
+  ask.lpstrDefExt = L"m3u";
+  ask.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  return GetSaveFileNameW(&ask) ? path : L"";
+}
+
+std::wstring AskForFolder(HWND parent, const std::wstring& question) {
   BROWSEINFOW ask = {};
   ask.hwndOwner = parent;
-  ask.lpszTitle = question;
+  ask.lpszTitle = question.c_str();
   ask.ulFlags = BIF_RETURNONLYFSDIRS;
   PIDLIST_ABSOLUTE chosen = SHBrowseForFolderW(&ask);
   if (!chosen) return L"";

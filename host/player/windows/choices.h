@@ -37,11 +37,12 @@ class Menu {
 std::wstring AsMenuText(const std::wstring& name);
 
 // A message box over its parent, not in the middle of the screen; returns its answer.
-int ShowMessage(HWND parent, const std::wstring& text, const wchar_t* caption, UINT flags);
+int ShowMessage(HWND parent, const std::wstring& text, const std::wstring& caption, UINT flags);
 
 // Empty when the user declines.
 std::vector<std::wstring> AskForMedia(HWND parent);
 std::wstring AskForSkin(HWND parent);
-std::wstring AskForFolder(HWND parent, const wchar_t* question);
+std::wstring AskForFolder(HWND parent, const std::wstring& question);
+std::wstring AskWhereToSaveList(HWND parent);
 
 }  // namespace velmora

@@ -6,13 +6,14 @@
 #include <iterator>
 
 #include "host/player/windows/player_app.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
 
 constexpr const wchar_t* kSliderNames[kEqualizerSliders] = {
-    L"PREAMP", L"60 HZ", L"170 HZ", L"310 HZ", L"600 HZ", L"1 KHZ",
-    L"3 KHZ",  L"6 KHZ", L"12 KHZ", L"14 KHZ", L"16 KHZ",
+    L"",      L"60 HZ", L"170 HZ", L"310 HZ", L"600 HZ", L"1 KHZ",
+    L"3 KHZ", L"6 KHZ", L"12 KHZ", L"14 KHZ", L"16 KHZ",
 };
 
 constexpr int kMeasured = 500;       // frequencies
@@ -64,6 +65,14 @@ void EqualizerWindow::Draw(Canvas* canvas) {
   DrawEqualizer(canvas, app_.skin(), state);
 }
 
+std::vector<Tip> EqualizerWindow::OwnTips() const {
+  return {{EqualizerButtonPlace(EqualizerControl::kClose), TEXT_CLOSE},
+          {EqualizerButtonPlace(EqualizerControl::kOn), TEXT_TIP_EQUALIZER_ON},
+          {EqualizerButtonPlace(EqualizerControl::kBass), TEXT_BASS},
+          {EqualizerButtonPlace(EqualizerControl::kPresets), TEXT_PRESETS},
+          {EqualizerSliderPlace(0), TEXT_TIP_PREAMP}};
+}
+
 // What the effects really do, measured with effects of our own.
 void EqualizerWindow::UpdateCurve() {
   EqualizerState sound = app_.player().equalizer();
@@ -89,8 +98,9 @@ void EqualizerWindow::SetSlider(int slider, int value) {
   (slider == 0 ? sound.preamp : sound.bands[slider - 1]) = static_cast<uint8_t>(value);
   app_.player().SetEqualizer(sound);
   const int steps = Neutral(slider) - value;
-  app_.ShowHint(std::wstring(L"EQ ") + kSliderNames[slider] + (steps > 0 ? L": +" : L": ") +
-                std::to_wstring(steps));
+  const std::wstring gain = (steps > 0 ? L"+" : L"") + std::to_wstring(steps);
+  app_.ShowHint(slider == 0 ? Text(TEXT_HINT_PREAMP, {gain})
+                            : Text(TEXT_HINT_BAND, {kSliderNames[slider], gain}));
   Refresh();
 }
 

@@ -17,6 +17,7 @@ class EqualizerWindow final : public SkinWindow {
  private:
   Size CanvasSize() const override { return kEqualizerSize; }
   void Draw(Canvas* canvas) override;
+  std::vector<Tip> OwnTips() const override;
   void OnPress(Point point) override;
   void OnDrag(Point point) override;
   void OnRelease(Point point) override;

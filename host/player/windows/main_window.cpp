@@ -6,6 +6,7 @@
 #include "host/player/windows/gdi_text.h"
 #include "host/player/windows/player_app.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -58,6 +59,39 @@ UserCommand CommandOf(MainControl control) {
   }
 }
 
+int TipOf(MainControl control) {
+  switch (control) {
+    case MainControl::kMenu:
+      return TEXT_TIP_MENU;
+    case MainControl::kMinimise:
+      return TEXT_TIP_MINIMISE;
+    case MainControl::kShade:
+      return TEXT_TIP_SHADE;
+    case MainControl::kClose:
+      return TEXT_CLOSE;
+    case MainControl::kPrevious:
+      return TEXT_TIP_PREVIOUS;
+    case MainControl::kPlay:
+      return TEXT_TIP_PLAY;
+    case MainControl::kPause:
+      return TEXT_TIP_PAUSE;
+    case MainControl::kStop:
+      return TEXT_TIP_STOP;
+    case MainControl::kNext:
+      return TEXT_TIP_NEXT;
+    case MainControl::kEject:
+      return TEXT_CAPTION_OPEN;
+    case MainControl::kShuffle:
+      return TEXT_TIP_SHUFFLE;
+    case MainControl::kRepeat:
+      return TEXT_TIP_REPEAT;
+    case MainControl::kEqualizer:
+      return TEXT_EQUALIZER;
+    default:
+      return TEXT_PLAYLIST;
+  }
+}
+
 PlaySign SignOf(PlayState state) {
   return state == PlayState::kPlaying  ? PlaySign::kPlaying
          : state == PlayState::kPaused ? PlaySign::kPaused
@@ -65,8 +99,9 @@ PlaySign SignOf(PlayState state) {
 }
 
 std::wstring BalanceText(int balance) {
-  if (balance == 0) return L"BALANCE: CENTER";
-  return L"BALANCE: " + std::to_wstring(std::abs(balance)) + (balance < 0 ? L"% LEFT" : L"% RIGHT");
+  if (balance == 0) return Text(TEXT_HINT_BALANCE_MIDDLE);
+  return Text(balance < 0 ? TEXT_HINT_BALANCE_LEFT : TEXT_HINT_BALANCE_RIGHT,
+              {std::to_wstring(std::abs(balance))});
 }
 
 }  // namespace
@@ -119,6 +154,22 @@ void MainWindow::Draw(Canvas* canvas) {
   DrawMain(canvas, app_.skin(), State(), song_text_);
 }
 
+std::vector<Tip> MainWindow::OwnTips() const {
+  std::vector<Tip> tips;
+  for (const MainButton& button : kMainButtonTable) {
+    if (!shaded_ || button.look.place.bottom() <= kTitleBarHeight) {
+      tips.push_back({button.look.place, TipOf(button.control)});
+    }
+  }
+  if (shaded_) return tips;
+  tips.push_back({kVolumePlace, TEXT_TIP_VOLUME});
+  tips.push_back({kBalancePlace, TEXT_TIP_BALANCE});
+  tips.push_back({kPositionPlace, TEXT_TIP_POSITION});
+  tips.push_back({kTimePlace, TEXT_TIP_TIME});
+  tips.push_back({kVisualPlace, TEXT_VISUALISATION});
+  return tips;
+}
+
 void MainWindow::ShowSongText() {
   const std::wstring song = app_.SongText();
   const std::wstring text = !hint_.empty() ? hint_ : !song.empty() ? song : L"VELMORA";
@@ -131,7 +182,8 @@ void MainWindow::ShowSongText() {
 void MainWindow::ShowTitle() {
   const bool stopped = app_.player().status().state == PlayState::kStopped;
   const std::wstring song = stopped ? L"" : app_.SongText();
-  const std::wstring name = app_.player().silent() ? L"Velmora (no sound device)" : L"Velmora";
+  const std::wstring name =
+      app_.player().silent() ? L"Velmora (" + Text(TEXT_NOTICE_NO_SOUND) + L")" : L"Velmora";
   const std::wstring title = song.empty() ? name : song + L" - " + name;
   if (title == title_) return;
   title_ = title;
@@ -202,7 +254,7 @@ void MainWindow::SlideTo(Point point) {
   Player& player = app_.player();
   if (held_ == MainControl::kVolume) {
     player.SetVolume(kVolumeSlider.ValueAt(point.x));
-    ShowHint(L"VOLUME: " + std::to_wstring(player.status().volume) + L"%");
+    ShowHint(Text(TEXT_HINT_VOLUME, {std::to_wstring(player.status().volume)}));
   } else if (held_ == MainControl::kBalance) {
     const int balance = kBalanceSlider.ValueAt(point.x) - 100;
     player.SetBalance(std::abs(balance) < 12 ? 0 : balance);  // the middle is easy to hit
@@ -212,8 +264,8 @@ void MainWindow::SlideTo(Point point) {
     if (status.state == PlayState::kStopped || status.length_ms == 0) return;
     sought_ = kPositionSlider.ValueAt(point.x);
     const int64_t ms = int64_t{status.length_ms} * sought_ / kPositionSlider.most;
-    ShowHint(std::wstring(L"SEEK TO: ") + MinutesSeconds(ms).text + L"/" +
-             MinutesSeconds(status.length_ms).text);
+    ShowHint(
+        Text(TEXT_HINT_SEEK, {MinutesSeconds(ms).text, MinutesSeconds(status.length_ms).text}));
   }
 }
 
@@ -288,6 +340,9 @@ LRESULT MainWindow::OnOther(UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_TIMER && wparam == kHintTimer) {
     OnHintTimer();
     return 0;
+  }
+  if (message == WM_COPYDATA) {
+    return app_.OnHandedOver(*reinterpret_cast<const COPYDATASTRUCT*>(lparam));
   }
   if (app_.OnMessage(message, wparam, lparam)) return 0;
   return SkinWindow::OnOther(message, wparam, lparam);

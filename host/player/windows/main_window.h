@@ -38,6 +38,7 @@ class MainWindow final : public SkinWindow {
  private:
   Size CanvasSize() const override;
   void Draw(Canvas* canvas) override;
+  std::vector<Tip> OwnTips() const override;
   void OnPress(Point point) override;
   void OnDrag(Point point) override;
   void OnRelease(Point point) override;

@@ -7,6 +7,7 @@
 #include "host/player/windows/commands.h"
 #include "host/system.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -19,16 +20,6 @@ constexpr int kListFontHeight = 11;
 
 std::wstring FromAnsi(const std::string& text) {
   return std::wstring(text.begin(), text.end());  // font names are plain
-}
-
-// Why there is nothing to play at the paths; at least one.
-std::wstring WhyNothing(const Library& library, const std::vector<std::wstring>& paths) {
-  const std::wstring& path = paths.front();
-  const Trouble trouble = TroubleOf(library, path);
-  std::wstring text = path.substr(path.find_last_of(L'\\') + 1) + L": ";
-  text += trouble == Trouble::kFolder ? L"no .ogg or .wma in it" : Describe(trouble);
-  if (paths.size() > 1) text += L" (and " + std::to_wstring(paths.size() - 1) + L" more)";
-  return text;
 }
 
 }  // namespace
@@ -48,7 +39,7 @@ int PlayerApp::Run() {
   const std::wstring why = Keep();
   player_->Stop();
   if (!why.empty()) {
-    ShowMessage(main_.handle(), L"The settings and the list are not saved: " + why, L"Velmora",
+    ShowMessage(main_.handle(), Text(TEXT_NOTICE_NOT_KEPT, {why}), L"Velmora",
                 MB_OK | MB_ICONWARNING);
   }
   return 0;
@@ -60,7 +51,7 @@ void PlayerApp::Loop() {
   while (!leaving_) {
     MSG message;
     if (learning && !PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) {
-      learning = player_->LearnNext();
+      learning = GoOnAdding() || player_->LearnNext();
       if (learning) Refresh();
       continue;
     }
@@ -161,16 +152,6 @@ bool PlayerApp::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   return true;
 }
 
-void PlayerApp::Open(const std::vector<std::wstring>& paths, bool replace) {
-  if (paths.empty()) return;
-  if (!(replace ? player_->Replace(paths) : player_->Add(paths))) {
-    ShowHint(WhyNothing(library_, paths));
-  } else if (replace) {
-    PlayTrack(0);
-  }
-  Refresh();
-}
-
 void PlayerApp::OnDropped(const std::vector<std::wstring>& paths, bool replace) {
   std::vector<std::wstring> media;
   for (const std::wstring& path : paths) {
@@ -210,7 +191,7 @@ void PlayerApp::About() {
   for (wchar_t& c : lines) {
     if (c == L'\r') c = L'\n';
   }
-  ShowMessage(main_.handle(), lines, L"About Velmora", MB_OK | MB_ICONINFORMATION);
+  ShowMessage(main_.handle(), lines, Text(TEXT_CAPTION_ABOUT), MB_OK | MB_ICONINFORMATION);
 }
 
 }  // namespace velmora

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/player/adding.h"
 #include "host/player/bookmark_link.h"
 #include "host/player/catalog_link.h"
 #include "host/player/player.h"
@@ -59,9 +60,12 @@ class PlayerApp {
   void ShowMenu(Point at);
   void ShowPresetMenu(Point at);
   void ShowPlaylistMenu(PlaylistControl button, Point at);
+  void ShowEntryMenu(Point at);
 
   // Skins are put on; other files and folders are added, or replace the list and play.
   void OnDropped(const std::vector<std::wstring>& paths, bool replace);
+  // What a second command wants; the result of its message.
+  LRESULT OnHandedOver(const COPYDATASTRUCT& data);
   // Messages to the main window that are no window's own: commands, the timer, the library's.
   // False: not known.
   bool OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
@@ -75,11 +79,18 @@ class PlayerApp {
   void Loop();
   bool DoTransport(int command);
   bool DoList(int command);
+  bool DoArrange(int command);
+  bool DoEntry(int command);
   bool DoSound(int command);
   bool DoFeatures(int command);
   bool DoView(int command);
   bool DoRange(int command);
   void Open(const std::vector<std::wstring>& paths, bool replace);
+  bool GoOnAdding();
+  void StopAdding();
+  void SaveList();
+  void Arrange(const std::vector<size_t>& order);
+  void Jump();
   void SeekBy(int seconds);
   bool UseSkin(const std::wstring& path);
   void ChooseSkin(const std::wstring& path);
@@ -90,6 +101,7 @@ class PlayerApp {
   bool OnTimer(UINT_PTR timer);
   void ShowNotice();
   void OnDialog(bool open);
+  void SwitchLanguage(LANGID language);
   void SavePreset();
   void DeletePreset(size_t index);
 
@@ -106,6 +118,7 @@ class PlayerApp {
   // Made when the main window is there, and outliving the windows: while one of them is destroyed,
   // another may become active and draw.
   std::optional<Player> player_;
+  std::optional<Adding> adding_;
   std::optional<BookmarkLink> bookmarks_;
   std::optional<CatalogLink> catalog_;
   WindowGroup windows_;

@@ -5,6 +5,7 @@
 #include "host/player/windows/choices.h"
 #include "host/player/windows/player_app.h"
 #include "host/system.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -16,8 +17,8 @@ constexpr int kVolumeStep = 4;
 
 void PlayerApp::Do(int command) {
   if (!IsWindowEnabled(main_.handle())) return;  // a dialog is open: it is to be answered first
-  DoTransport(command) || DoList(command) || DoSound(command) || DoFeatures(command) ||
-      DoView(command) || DoRange(command);
+  DoTransport(command) || DoList(command) || DoArrange(command) || DoEntry(command) ||
+      DoSound(command) || DoFeatures(command) || DoView(command) || DoRange(command);
   if (!leaving_) Refresh();
 }
 
@@ -79,7 +80,7 @@ bool PlayerApp::DoList(int command) {
       return true;
     case kCommandOpenFolder:
     case kCommandAddFolder: {
-      const std::wstring folder = AskForFolder(parent, L"Folder with music");
+      const std::wstring folder = AskForFolder(parent, Text(TEXT_MUSIC_FOLDER));
       if (!folder.empty()) Open({folder}, command == kCommandOpenFolder);
       return true;
     }
@@ -112,7 +113,7 @@ bool PlayerApp::DoSound(int command) {
     case kCommandEqualizerOn:
       sound.on = !sound.on;
       player_->SetEqualizer(sound);
-      ShowHint(sound.on ? L"EQUALIZER ON" : L"EQUALIZER OFF");
+      ShowHint(sound.on ? Text(TEXT_HINT_EQUALIZER_ON) : Text(TEXT_HINT_EQUALIZER_OFF));
       return true;
     case kCommandBassNext:
       Do(kCommandBass + (sound.bass + 1) % (kMaxBass + 1));
@@ -131,16 +132,16 @@ bool PlayerApp::DoFeatures(int command) {
       if (catalog_->available()) {
         catalog_->Show(GetModuleHandleW(nullptr), main_.handle());
       } else {
-        ShowHint(L"NO CATALOG: NO DRIVE FOR ITS FOLDER");
+        ShowHint(Text(TEXT_HINT_NO_CATALOG));
       }
       return true;
     case kCommandBookmarks:
       bookmarks_->Show(main_.handle());
       return true;
     case kCommandBookmarkAdd:
-      ShowHint(player_->status().state == PlayState::kStopped ? L"NOTHING PLAYS"
-               : bookmarks_->AddCurrent()                     ? L"BOOKMARK ADDED"
-                                                              : L"BOOKMARK NOT SAVED");
+      ShowHint(player_->status().state == PlayState::kStopped ? Text(TEXT_HINT_NOTHING_PLAYS)
+               : bookmarks_->AddCurrent()                     ? Text(TEXT_HINT_BOOKMARK_ADDED)
+                                                              : Text(TEXT_HINT_BOOKMARK_NOT_SAVED));
       return true;
     case kCommandAbout:
       About();
@@ -188,7 +189,7 @@ bool PlayerApp::DoView(int command) {
       return true;
     }
     case kCommandSkinFolder: {
-      const std::wstring path = AskForFolder(main_.handle(), L"Folder with the files of a skin");
+      const std::wstring path = AskForFolder(main_.handle(), Text(TEXT_SKIN_FILES_FOLDER));
       if (!path.empty()) ChooseSkin(path);
       return true;
     }
@@ -206,7 +207,8 @@ bool PlayerApp::DoRange(int command) {
     EqualizerState sound = player_->equalizer();
     sound.bass = static_cast<uint8_t>(std::min<int>(place, kMaxBass));
     player_->SetEqualizer(sound);
-    ShowHint(sound.bass == 0 ? L"BASS OFF" : L"BASS " + std::to_wstring(sound.bass));
+    ShowHint(sound.bass == 0 ? Text(TEXT_HINT_BASS_OFF)
+                             : Text(TEXT_HINT_BASS, {std::to_wstring(sound.bass)}));
     return true;
   }
   if (InRange(command, kCommandSkin, kCommandPresetLoad, &place)) {
@@ -217,10 +219,7 @@ bool PlayerApp::DoRange(int command) {
   }
   if (InRange(command, kCommandLanguage, kCommandSkin, &place)) {
     const std::vector<LANGID> languages = FindLanguages();
-    if (static_cast<size_t>(place) < languages.size() &&
-        !ChooseLanguage(library_, languages[place])) {
-      ShowHint(L"CANNOT BE STORED");
-    }
+    if (static_cast<size_t>(place) < languages.size()) SwitchLanguage(languages[place]);
     return true;
   }
   if (InRange(command, kCommandPresetLoad, kCommandPresetDelete, &place)) {
@@ -237,28 +236,38 @@ bool PlayerApp::DoRange(int command) {
   return false;
 }
 
+void PlayerApp::SwitchLanguage(LANGID language) {
+  if (!ChooseLanguage(library_, language)) {
+    ShowHint(Text(TEXT_HINT_NOT_STORED));
+    return;
+  }
+  UseTexts(language);
+  windows_.UpdateTips();
+}
+
 void PlayerApp::SavePreset() {
   const std::wstring why = presets_.WhyNotSaved();
   if (!why.empty()) {
-    ShowHint(L"NO PRESET CAN BE SAVED: " + why);
+    ShowHint(Text(TEXT_HINT_NO_PRESET_SAVED, {why}));
   } else if (presets_.Save(player_->equalizer(), main_.handle())) {
-    ShowHint(L"PRESET SAVED");
+    ShowHint(Text(TEXT_HINT_PRESET_SAVED));
   } else {  // also when the user declines: a hint either way, never silence
-    ShowHint(L"NO PRESET SAVED; A NAME CANNOT HOLD \\ / : * ? \" < > |");
+    ShowHint(Text(TEXT_HINT_PRESET_NOT_SAVED));
   }
 }
 
 void PlayerApp::DeletePreset(size_t index) {
   const std::vector<std::wstring> names = presets_.List();
   if (index >= names.size()) return;
-  const std::wstring question = L"Delete the preset \"" + names[index] + L"\"?";
-  if (ShowMessage(main_.handle(), question, L"Presets", MB_YESNO | MB_ICONQUESTION) == IDYES) {
-    if (!presets_.Delete(index)) ShowHint(L"NOT DELETED: " + SystemReason());
+  const std::wstring question = Text(TEXT_ASK_DELETE_PRESET, {names[index]});
+  if (ShowMessage(main_.handle(), question, Text(TEXT_PRESETS), MB_YESNO | MB_ICONQUESTION) ==
+      IDYES) {
+    if (!presets_.Delete(index)) ShowHint(Text(TEXT_HINT_NOT_DELETED, {SystemReason()}));
   }
 }
 
 void PlayerApp::ChooseSkin(const std::wstring& path) {
-  if (!UseSkin(path)) ShowHint(L"NO SKIN FOUND");
+  if (!UseSkin(path)) ShowHint(Text(TEXT_HINT_NO_SKIN));
 }
 
 void PlayerApp::SeekBy(int seconds) {
@@ -270,7 +279,7 @@ void PlayerApp::SeekBy(int seconds) {
 
 void PlayerApp::ChangeVolume(int by) {
   player_->SetVolume(std::clamp(player_->status().volume + by, 0, 100));
-  ShowHint(L"VOLUME: " + std::to_wstring(player_->status().volume) + L"%");
+  ShowHint(Text(TEXT_HINT_VOLUME, {std::to_wstring(player_->status().volume)}));
 }
 
 void PlayerApp::PlayTrack(size_t index) {

@@ -2,6 +2,7 @@
 #include "host/player/settings.h"
 #include "host/player/windows/choices.h"
 #include "host/player/windows/player_app.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -14,21 +15,21 @@ std::wstring FileName(const std::wstring& path) {
 
 Menu SkinMenu(const std::wstring& current) {
   Menu menu;
-  menu.Item(L"Default", kCommandSkin, current.empty());
+  menu.Item(Text(TEXT_SKIN_DEFAULT), kCommandSkin, current.empty());
   const std::vector<std::wstring> skins = FindSkins();
   for (size_t i = 0; i < skins.size() && i < kMostSkins; ++i) {
     menu.Item(AsMenuText(FileName(skins[i])), kCommandSkin + 1 + static_cast<int>(i),
               lstrcmpiW(skins[i].c_str(), current.c_str()) == 0);
   }
   menu.Separator();
-  menu.Item(L"Choose an archive...", kCommandSkinFile);
-  menu.Item(L"Choose a folder...", kCommandSkinFolder);
+  menu.Item(Text(TEXT_SKIN_ARCHIVE), kCommandSkinFile);
+  menu.Item(Text(TEXT_SKIN_FOLDER), kCommandSkinFolder);
   return menu;
 }
 
 Menu BassMenu(int strength) {
   Menu menu;
-  menu.Item(L"Off", kCommandBass, strength == 0);
+  menu.Item(Text(TEXT_OFF), kCommandBass, strength == 0);
   for (int i = 1; i <= kMaxBass; ++i) {
     menu.Item(std::to_wstring(i), kCommandBass + i, strength == i);
   }
@@ -59,24 +60,35 @@ Menu NamesMenu(const std::vector<std::wstring>& names, UserCommand first, UserCo
   for (size_t i = 0; i < names.size() && i < most; ++i) {
     menu.Item(AsMenuText(names[i]), first + static_cast<int>(i));
   }
-  if (names.empty()) menu.Item(L"(none)", kCommandNone, false, false);
+  if (names.empty()) menu.Item(Text(TEXT_NONE), kCommandNone, false, false);
   return menu;
 }
 
 Menu PresetMenu(PresetBank& presets) {
   const std::vector<std::wstring> names = presets.List();
   Menu menu;
-  menu.Submenu(L"Load", NamesMenu(names, kCommandPresetLoad, kCommandPresetDelete))
-      .Item(L"Save...", kCommandPresetSave)
-      .Submenu(L"Delete", NamesMenu(names, kCommandPresetDelete, kCommandRangeEnd));
+  menu.Submenu(Text(TEXT_PRESET_LOAD), NamesMenu(names, kCommandPresetLoad, kCommandPresetDelete))
+      .Item(Text(TEXT_PRESET_SAVE), kCommandPresetSave)
+      .Submenu(Text(TEXT_PRESET_DELETE), NamesMenu(names, kCommandPresetDelete, kCommandRangeEnd));
+  return menu;
+}
+
+Menu SortMenu() {
+  Menu menu;
+  menu.Item(Text(TEXT_SORT_TITLE), kCommandSortTitle)
+      .Item(Text(TEXT_SORT_NAME), kCommandSortName)
+      .Item(Text(TEXT_SORT_PATH), kCommandSortPath)
+      .Separator()
+      .Item(Text(TEXT_SORT_REVERSE), kCommandSortReverse)
+      .Item(Text(TEXT_SORT_SHUFFLE), kCommandSortShuffle);
   return menu;
 }
 
 Menu VisualMenu(VisualMode mode) {
   Menu menu;
-  menu.Item(L"Spectrum", kCommandVisualSpectrum, mode == VisualMode::kSpectrum);
-  menu.Item(L"Oscilloscope", kCommandVisualWave, mode == VisualMode::kWave);
-  menu.Item(L"Off", kCommandVisualOff, mode == VisualMode::kOff);
+  menu.Item(Text(TEXT_SPECTRUM), kCommandVisualSpectrum, mode == VisualMode::kSpectrum);
+  menu.Item(Text(TEXT_OSCILLOSCOPE), kCommandVisualWave, mode == VisualMode::kWave);
+  menu.Item(Text(TEXT_OFF), kCommandVisualOff, mode == VisualMode::kOff);
   return menu;
 }
 
@@ -84,26 +96,27 @@ Menu VisualMenu(VisualMode mode) {
 
 void PlayerApp::ShowMenu(Point at) {
   Menu menu;
-  menu.Item(L"Open files...\tL", kCommandOpenFiles)
-      .Item(L"Open folder...\tShift+L", kCommandOpenFolder)
+  menu.Item(WithKeys(TEXT_OPEN_FILES, L"L"), kCommandOpenFiles)
+      .Item(WithKeys(TEXT_OPEN_FOLDER, L"Shift+L"), kCommandOpenFolder)
+      .Item(WithKeys(TEXT_JUMP, L"J"), kCommandJump)
       .Separator()
-      .Item(L"Catalog...\tAlt+C", kCommandCatalog)
-      .Item(L"Add bookmark\tCtrl+B", kCommandBookmarkAdd)
-      .Item(L"Bookmarks...\tAlt+B", kCommandBookmarks)
+      .Item(WithKeys(TEXT_CATALOG, L"Alt+C"), kCommandCatalog)
+      .Item(WithKeys(TEXT_ADD_BOOKMARK, L"Ctrl+B"), kCommandBookmarkAdd)
+      .Item(WithKeys(TEXT_BOOKMARKS, L"Alt+B"), kCommandBookmarks)
       .Separator()
-      .Item(L"Equalizer\tAlt+E", kCommandEqualizerWindow, equalizer_open())
-      .Item(L"Playlist\tAlt+P", kCommandPlaylistWindow, playlist_open())
-      .Submenu(L"Presets", PresetMenu(presets_))
-      .Submenu(L"Bass", BassMenu(player_->equalizer().bass))
+      .Item(WithKeys(TEXT_EQUALIZER, L"Alt+E"), kCommandEqualizerWindow, equalizer_open())
+      .Item(WithKeys(TEXT_PLAYLIST, L"Alt+P"), kCommandPlaylistWindow, playlist_open())
+      .Submenu(Text(TEXT_PRESETS), PresetMenu(presets_))
+      .Submenu(Text(TEXT_BASS), BassMenu(player_->equalizer().bass))
       .Separator()
-      .Submenu(L"Skins", SkinMenu(skin_path_))
-      .Submenu(L"Visualisation", VisualMenu(main_.visual_mode()))
-      .Submenu(L"Language", LanguageMenu())
-      .Item(L"Remaining time\tCtrl+T", kCommandTimeMode, main_.remaining_time())
-      .Item(L"Double size\tCtrl+D", kCommandDoubleSize, scale_ == 2)
+      .Submenu(Text(TEXT_SKINS), SkinMenu(skin_path_))
+      .Submenu(Text(TEXT_VISUALISATION), VisualMenu(main_.visual_mode()))
+      .Submenu(Text(TEXT_LANGUAGE), LanguageMenu())
+      .Item(WithKeys(TEXT_REMAINING_TIME, L"Ctrl+T"), kCommandTimeMode, main_.remaining_time())
+      .Item(WithKeys(TEXT_DOUBLE_SIZE, L"Ctrl+D"), kCommandDoubleSize, scale_ == 2)
       .Separator()
-      .Item(L"About...\tF1", kCommandAbout)
-      .Item(L"Exit\tAlt+F4", kCommandExit);
+      .Item(WithKeys(TEXT_ABOUT, L"F1"), kCommandAbout)
+      .Item(WithKeys(TEXT_EXIT, L"Alt+F4"), kCommandExit);
   menu.Track(main_.handle(), at);
 }
 
@@ -115,28 +128,49 @@ void PlayerApp::ShowPlaylistMenu(PlaylistControl button, Point at) {
   Menu menu;
   switch (button) {
     case PlaylistControl::kAddMenu:
-      menu.Item(L"Add files...\tIns", kCommandAddFiles).Item(L"Add folder...", kCommandAddFolder);
+      menu.Item(WithKeys(TEXT_ADD_FILES, L"Ins"), kCommandAddFiles)
+          .Item(Text(TEXT_ADD_FOLDER), kCommandAddFolder);
       break;
     case PlaylistControl::kRemoveMenu:
-      menu.Item(L"Remove selected\tDel", kCommandRemoveSelected)
-          .Item(L"Keep only selected", kCommandCropSelected)
-          .Item(L"Remove all", kCommandClearList);
+      menu.Item(WithKeys(TEXT_REMOVE_SELECTED, L"Del"), kCommandRemoveSelected)
+          .Item(Text(TEXT_KEEP_SELECTED), kCommandCropSelected)
+          .Item(Text(TEXT_REMOVE_ALL), kCommandClearList);
       break;
     case PlaylistControl::kSelectMenu:
-      menu.Item(L"Select all\tCtrl+A", kCommandSelectAll)
-          .Item(L"Select none", kCommandSelectNone)
-          .Item(L"Invert selection", kCommandSelectInvert);
+      menu.Item(WithKeys(TEXT_SELECT_ALL, L"Ctrl+A"), kCommandSelectAll)
+          .Item(Text(TEXT_SELECT_NONE), kCommandSelectNone)
+          .Item(Text(TEXT_SELECT_INVERT), kCommandSelectInvert);
       break;
     case PlaylistControl::kMiscMenu:
-      menu.Item(L"Catalog...\tAlt+C", kCommandCatalog)
-          .Item(L"Bookmarks...\tAlt+B", kCommandBookmarks);
+      menu.Submenu(Text(TEXT_SORT), SortMenu())
+          .Item(WithKeys(TEXT_JUMP, L"J"), kCommandJump)
+          .Item(WithKeys(TEXT_ENTRY_INFO, L"Alt+3"), kCommandEntryInfo)
+          .Separator()
+          .Item(WithKeys(TEXT_CATALOG, L"Alt+C"), kCommandCatalog)
+          .Item(WithKeys(TEXT_BOOKMARKS, L"Alt+B"), kCommandBookmarks);
       break;
     case PlaylistControl::kListMenu:
-      menu.Item(L"Open files...\tL", kCommandOpenFiles).Item(L"New list", kCommandClearList);
+      menu.Item(WithKeys(TEXT_OPEN_FILES, L"L"), kCommandOpenFiles)
+          .Item(WithKeys(TEXT_SAVE_LIST, L"Ctrl+S"), kCommandSaveList)
+          .Item(Text(TEXT_NEW_LIST), kCommandClearList);
       break;
     default:
       return;
   }
+  menu.Track(main_.handle(), at);
+}
+
+void PlayerApp::ShowEntryMenu(Point at) {
+  Menu menu;
+  menu.Item(Text(TEXT_ENTRY_PLAY), kCommandEntryPlay)
+      .Item(WithKeys(TEXT_ENTRY_INFO, L"Alt+3"), kCommandEntryInfo)
+      .Separator()
+      .Item(WithKeys(TEXT_REMOVE_SELECTED, L"Del"), kCommandRemoveSelected)
+      .Item(Text(TEXT_KEEP_SELECTED), kCommandCropSelected)
+      .Separator()
+      .Submenu(Text(TEXT_SORT), SortMenu())
+      .Item(WithKeys(TEXT_JUMP, L"J"), kCommandJump)
+      .Item(WithKeys(TEXT_SAVE_LIST, L"Ctrl+S"), kCommandSaveList);
   menu.Track(main_.handle(), at);
 }
 

@@ -1,8 +1,10 @@
 // What the player keeps from one run to the next.
+#include "host/one_instance.h"
 #include "host/player/settings.h"
 #include "host/player/windows/player_app.h"
 #include "host/system.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -56,6 +58,7 @@ void PlayerApp::KeepWindows(Session* session) const {
 
 bool PlayerApp::OpenWindows() {
   const Session session = LoadSession(options_.session);
+  UseTexts(ChosenLanguage());
   if (!main_.Create()) return false;
   equalizer_.Create(main_.handle());
   playlist_.Create(main_.handle());
@@ -63,6 +66,7 @@ bool PlayerApp::OpenWindows() {
   windows_.Add(&equalizer_);
   windows_.Add(&playlist_);
   player_.emplace(library_, main_.handle());
+  adding_.emplace(*player_);
   bookmarks_.emplace(library_, *player_);
   catalog_.emplace(library_, *player_, options_.device);
   RestorePlayer(session, &*player_);
@@ -70,11 +74,12 @@ bool PlayerApp::OpenWindows() {
   main_.SetVisualMode(static_cast<VisualMode>(session.visual));
   main_.SetRemainingTime(session.remaining_time);
   RestoreWindows(session);
+  OneInstance::Mark(main_.handle(), options_.session);
   return true;
 }
 
 void PlayerApp::Start() {
-  if (player_->silent()) player_->AddNotice(L"No sound device: nothing will be heard");
+  if (player_->silent()) player_->AddNotice(Text(TEXT_NOTICE_NO_SOUND));
   if (options_.files.empty()) {
     bookmarks_->ResumePlace();
   } else {

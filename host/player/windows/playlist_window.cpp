@@ -4,6 +4,7 @@
 
 #include "host/player/windows/player_app.h"
 #include "host/text.h"
+#include "host/texts.h"
 
 namespace velmora {
 namespace {
@@ -108,6 +109,21 @@ void PlaylistWindow::Draw(Canvas* canvas) {
   second_ = Second();
 }
 
+std::vector<Tip> PlaylistWindow::OwnTips() const {
+  const auto tip = [this](PlaylistControl control, int text) {
+    return Tip{PlaylistButtonPlace(CanvasSize(), control), text};
+  };
+  std::vector<Tip> tips = {tip(PlaylistControl::kClose, TEXT_CLOSE),
+                           tip(PlaylistControl::kShade, TEXT_TIP_SHADE)};
+  if (rolled_) return tips;
+  tips.push_back(tip(PlaylistControl::kAddMenu, TEXT_TIP_ADD));
+  tips.push_back(tip(PlaylistControl::kRemoveMenu, TEXT_TIP_REMOVE));
+  tips.push_back(tip(PlaylistControl::kSelectMenu, TEXT_TIP_SELECT));
+  tips.push_back(tip(PlaylistControl::kMiscMenu, TEXT_TIP_MISC));
+  tips.push_back(tip(PlaylistControl::kListMenu, TEXT_TIP_LIST));
+  return tips;
+}
+
 void PlaylistWindow::Tick() {
   if (version_ == app_.player().list_version() && second_ == Second()) return;
   FollowRenewal();
@@ -156,6 +172,31 @@ void PlaylistWindow::CropToSelected() {
     if (!Selection().Has(i)) others.push_back(i);
   }
   Remove(others);
+}
+
+size_t PlaylistWindow::Chosen() {
+  const size_t cursor = Selection().cursor();
+  return selection_.Has(cursor) ? cursor : app_.player().status().current;
+}
+
+void PlaylistWindow::OnArranged(const std::vector<size_t>& order) {
+  Selection().OnArranged(order);
+}
+
+void PlaylistWindow::Choose(size_t index) {
+  Selection().OnClick(index, ListSelection::Click::kOnly);
+  ShowRow(index);
+}
+
+void PlaylistWindow::OnMenu(Point screen, Point point) {
+  const bool in_list = PlaylistControlAt(CanvasSize(), point) == PlaylistControl::kList;
+  const int row = in_list ? RowAt(point) : -1;
+  if (row < 0) {
+    SkinWindow::OnMenu(screen, point);
+    return;
+  }
+  if (!Selection().Has(static_cast<size_t>(row))) Choose(static_cast<size_t>(row));
+  app_.ShowEntryMenu(screen);
 }
 
 void PlaylistWindow::ScrollTo(int first) {

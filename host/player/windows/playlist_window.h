@@ -19,6 +19,12 @@ class PlaylistWindow final : public SkinWindow {
   void InvertSelection();
   void RemoveSelected();
   void CropToSelected();
+  // The row that the user has chosen; without one the current track's, or kNoTrack.
+  size_t Chosen();
+  // The list is in another order: what was selected is so at its new place.
+  void OnArranged(const std::vector<size_t>& order);
+  // The row alone, in view.
+  void Choose(size_t index);
 
   Size size() const { return size_; }
   void SetSize(Size size);  // the nearest possible
@@ -26,6 +32,7 @@ class PlaylistWindow final : public SkinWindow {
  private:
   Size CanvasSize() const override;
   void Draw(Canvas* canvas) override;
+  std::vector<Tip> OwnTips() const override;
   void OnPress(Point point) override;
   void OnDrag(Point point) override;
   void OnRelease(Point point) override;
@@ -33,6 +40,7 @@ class PlaylistWindow final : public SkinWindow {
   void OnDoubleClick(Point point) override;
   void OnWheel(int notches) override;
   bool OnKey(int key) override;
+  void OnMenu(Point screen, Point point) override;
   void OnClose() override;
   void OnFiles(const std::vector<std::wstring>& paths) override;
   bool IsHandle(Point point) const override;

@@ -50,6 +50,7 @@ bool SkinWindow::Create(const wchar_t* class_name, const wchar_t* title, HWND ow
 
 void SkinWindow::Destroy() {
   if (!window_) return;
+  tips_.Forget();
   SetWindowLongPtrW(window_, GWLP_USERDATA, 0);  // no more messages to an object that goes
   DestroyWindow(window_);
   window_ = nullptr;
@@ -77,7 +78,12 @@ void SkinWindow::UpdateSize() {
   SetWindowPos(window_, nullptr, 0, 0, size.width * scale, size.height * scale,
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   InvalidateRect(window_, nullptr, FALSE);
+  UpdateTips();
   Refresh();
+}
+
+void SkinWindow::UpdateTips() {
+  if (window_) tips_.Show(window_, OwnTips(), app_.scale());
 }
 
 void SkinWindow::Refresh() {
@@ -166,13 +172,19 @@ void SkinWindow::OnWheelTurned(int delta) {
   if (notches != 0) OnWheel(notches);
 }
 
-void SkinWindow::OnMenu(LPARAM lparam) {
+void SkinWindow::OnMenuAsked(LPARAM lparam) {
   POINT at = {GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
+  POINT inside = at;
+  ScreenToClient(window_, &inside);
   if (at.x == -1 && at.y == -1) {  // by a key
-    at = {0, 0};
+    at = inside = {0, 0};
     ClientToScreen(window_, &at);
   }
-  app_.ShowMenu({at.x, at.y});
+  OnMenu({at.x, at.y}, ToCanvas(MAKELPARAM(inside.x, inside.y)));
+}
+
+void SkinWindow::OnMenu(Point screen, Point) {
+  app_.ShowMenu(screen);
 }
 
 void SkinWindow::OnDrop(HDROP drop) {
@@ -227,7 +239,7 @@ LRESULT SkinWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
       }
       break;
     case WM_CONTEXTMENU:
-      OnMenu(lparam);
+      OnMenuAsked(lparam);
       return 0;
     case WM_DROPFILES:
       OnDrop(reinterpret_cast<HDROP>(wparam));

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/player/skin/canvas.h"
+#include "host/player/windows/tips.h"
 
 namespace velmora {
 
@@ -32,6 +33,8 @@ class SkinWindow {
   void MoveTo(Point position);
   // Takes over a changed scale or size.
   void UpdateSize();
+  // After a change of the language.
+  void UpdateTips();
   // Draws, and repaints what is not as before. Does nothing while hidden.
   void Refresh();
 
@@ -40,6 +43,7 @@ class SkinWindow {
 
   virtual Size CanvasSize() const = 0;
   virtual void Draw(Canvas* canvas) = 0;
+  virtual std::vector<Tip> OwnTips() const = 0;
 
   // The left button. While it is down the window gets all of the mouse's moves; OnCancel comes
   // instead of OnRelease when something else takes the mouse.
@@ -51,6 +55,8 @@ class SkinWindow {
   virtual void OnWheel(int notches) = 0;
   // A key that is no shortcut. False: nothing was done.
   virtual bool OnKey(int key);
+  // The right button, or the menu key at the window's corner.
+  virtual void OnMenu(Point screen, Point point);
   virtual void OnClose() = 0;
   virtual void OnFiles(const std::vector<std::wstring>& paths);  // dropped on it
   // Whether the window is dragged by this point.
@@ -70,7 +76,7 @@ class SkinWindow {
   void OnButtonUp(Point point);
   void OnCaptureLost();
   void OnWheelTurned(int delta);
-  void OnMenu(LPARAM lparam);
+  void OnMenuAsked(LPARAM lparam);
   void OnDrop(HDROP drop);
   void Paint();
 
@@ -79,6 +85,7 @@ class SkinWindow {
   Point ToScreen(LPARAM lparam) const;
 
   HWND window_ = nullptr;
+  Tips tips_;
   Canvas canvas_;
   Bitmap drawn_;  // what is on the screen
   Capture capture_ = Capture::kNone;

@@ -95,6 +95,10 @@ void WindowGroup::Enable(bool enabled) {
   }
 }
 
+void WindowGroup::UpdateTips() {
+  for (SkinWindow* window : windows_) window->UpdateTips();
+}
+
 void WindowGroup::RaiseDialog() const {
   constexpr UINT kOrderOnly = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
   const HWND main = windows_[0]->handle();

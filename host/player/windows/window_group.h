@@ -26,6 +26,7 @@ class WindowGroup {
     change();
     Rearrange(before);
   }
+  void UpdateTips();
   // All but the main window.
   void Enable(bool enabled);
   // A window manager raises what is clicked, whether enabled or not: the dialog is to stay above.

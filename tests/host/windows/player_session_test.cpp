@@ -106,12 +106,58 @@ TEST_F(PlayerSession, FromTheCatalogToTheMusicAndBackToTheSamePlace) {
     ExpectSongFrom(recordings.Read(2), bookmark_s);
   }
   const Session again = Kept();
-  EXPECT_EQ(again.tracks.size(), 1u) << "the bookmark has replaced the list";
+  EXPECT_EQ(again.tracks.size(), 2u) << "the bookmark is played in the list";
   EXPECT_TRUE(again.repeat);
   EXPECT_EQ(again.equalizer.bands[0], 0);
 }
 
-TEST_F(PlayerSession, TheProgramPlaysAndLeavesInGoodOrder) {
+// The program as a process of its own, from a folder where it alone is installed.
+class OwnProgram {
+ public:
+  OwnProgram(const kelvo::test::InstallationFolder& folder, const std::wstring& words) {
+    std::wstring command = L"\"" + folder.Path(L"velmora.exe") + L"\" player " + words;
+    SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+    const HANDLE said =
+        CreateFileW(folder.Path(L"said").c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                    &inherited, OPEN_ALWAYS, 0, nullptr);
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdError = said;
+    EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                               &startup, &started_));
+    CloseHandle(said);
+    CloseHandle(started_.hThread);
+  }
+  ~OwnProgram() {
+    TerminateProcess(started_.hProcess, 99);
+    CloseHandle(started_.hProcess);
+  }
+  DWORD Ended() const {
+    DWORD code = ~0u;
+    EXPECT_EQ(WaitForSingleObject(started_.hProcess, 60000), WAIT_OBJECT_0);
+    GetExitCodeProcess(started_.hProcess, &code);
+    return code;
+  }
+  // Its main window, once that has this title.
+  HWND WaitForTitle(const char* title) const {
+    HWND window = nullptr;
+    EXPECT_TRUE(WaitFor([&] {
+      DWORD process = 0;
+      do {
+        window = FindWindowExW(nullptr, window, L"VelmoraMain", nullptr);
+        GetWindowThreadProcessId(window, &process);
+      } while (window && process != started_.dwProcessId);
+      return window && kelvo::test::User::Text(window).rfind(title, 0) == 0;
+    })) << title;
+    return window;
+  }
+
+ private:
+  PROCESS_INFORMATION started_ = {};
+};
+
+TEST_F(PlayerSession, TheProgramRunsOnceAndLeavesInGoodOrder) {
   for (const auto& file : std::filesystem::directory_iterator(".")) {
     const std::wstring name = file.path().filename().wstring();
     if (name == L"velmora.exe" || file.path().extension() == L".dll") {
@@ -119,30 +165,18 @@ TEST_F(PlayerSession, TheProgramPlaysAndLeavesInGoodOrder) {
     }
   }
   SetEnvironmentVariableW(L"KELVO_AUDIO_SINK", L"silence");
-  STARTUPINFOW startup = {};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION started = {};
-  std::wstring words = L"\"" + folder_.Path(L"velmora.exe") + L"\" player --device V:\\ " +
-                       Media(L"tone_44100_mono.ogg") + L" " + Media(L"sample.ogg");
-  ASSERT_TRUE(CreateProcessW(nullptr, words.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                             &startup, &started));
-  CloseHandle(started.hThread);
-  HWND window = nullptr;
-  EXPECT_TRUE(WaitFor([&] {
-    DWORD process = 0;
-    window = FindWindowExW(nullptr, nullptr, L"VelmoraMain", nullptr);
-    GetWindowThreadProcessId(window, &process);
-    return process == started.dwProcessId &&
-           kelvo::test::User::Text(window).rfind("2. The Ring", 0) == 0;
-  }));
+  const std::wstring tone = Media(L"tone_44100_mono.ogg"), song = Media(L"sample.ogg");
+  const OwnProgram first(folder_, L"--device V:\\ " + tone + L" " + song);
+  const HWND window = first.WaitForTitle("2. The Ring");
+  EXPECT_EQ(OwnProgram(folder_, song).Ended(), 0u);
+  first.WaitForTitle(kFirstSong);
+  EXPECT_EQ(folder_.Read(L"said").find("another folder"), std::string::npos);
+  EXPECT_EQ(OwnProgram(folder_, L"--device C:\\ " + tone + L" " + song + L" " + tone).Ended(), 0u);
+  EXPECT_NE(folder_.Read(L"said").find("another folder"), std::string::npos);
+  first.WaitForTitle("2. The Ring");
   PostMessageW(window, WM_CLOSE, 0, 0);
-  DWORD code = ~0u;
-  EXPECT_EQ(WaitForSingleObject(started.hProcess, 60000), WAIT_OBJECT_0);
-  GetExitCodeProcess(started.hProcess, &code);
-  EXPECT_EQ(code, 0u);
-  TerminateProcess(started.hProcess, 99);
-  CloseHandle(started.hProcess);
-  EXPECT_EQ(Kept().tracks.size(), 2u);
+  EXPECT_EQ(first.Ended(), 0u);
+  EXPECT_EQ(Kept().tracks.size(), 3u);
 }
 
 }  // namespace
