@@ -79,7 +79,7 @@ bool PlayerApp::OpenWindows() {
 }
 
 void PlayerApp::Start() {
-  if (player_->silent()) player_->AddNotice(L"No sound device: nothing will be heard");
+  if (player_->silent()) player_->AddNotice(Text(TEXT_NOTICE_NO_SOUND));
   if (options_.files.empty()) {
     bookmarks_->ResumePlace();
   } else {
