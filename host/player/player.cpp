@@ -208,12 +208,17 @@ bool Player::SeekMs(uint32_t ms) {
 
 void Player::OnEndOfPlayback() {
   if (!playback_.is_open() || playback_.ResumeAfterLateSeek()) return;
-  unheard_ = EndedUnheard() ? unheard_ + 1 : 0;
+  const bool unheard = EndedUnheard();
+  unheard_ = unheard ? unheard_ + 1 : 0;
+  if (unheard && order_.current() < list_.size()) {
+    PassOver(order_.current(), Playback::Start::kNotPlayable);
+  }
   const size_t next = unheard_ < list_.size() ? order_.Next() : kNoTrack;
   if (playback_.output_failed()) AddNotice(Text(TEXT_NOTICE_OUTPUT_FAILED));
   playback_.Stop();
   if (next == kNoTrack) {
     unheard_ = 0;
+    SayPassedOver();
     playback_.Finish();
   } else {
     PlayTrack(next);

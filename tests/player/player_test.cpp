@@ -51,6 +51,7 @@ TEST(Player, PlaysAListOfBothKindsToItsEnd) {
   EXPECT_EQ(rig.player.status().current, 3u);
   EXPECT_NE(rig.player.list_version(), version);
   EXPECT_EQ(rig.player.tracks()[1].title, L"The Ring Buffers - Sixteen Strings");
+  EXPECT_EQ(rig.player.TakeNotice(), L"") << "all were heard";
   EXPECT_GT(rig.player.tracks()[1].length_ms, 7000u);
   EXPECT_EQ(ReadWav(L"player_list.wav").samples.size(), 2u * 2 * 22050);
   EXPECT_EQ(ReadWav(L"player_list-2.wav").rate, 44100u);
@@ -224,6 +225,10 @@ TEST(Player, RepeatEndsWhenNothingIsHeard) {
   ASSERT_TRUE(rig.player.PlayTrack(0)) << "it opens";
   ASSERT_TRUE(rig.RunUntilStopped());
   EXPECT_LE(rig.ends, 3);
+  EXPECT_EQ(rig.player.tracks()[0].trouble, Trouble::kDamaged);
+  EXPECT_EQ(
+      rig.player.TakeNotice().rfind(L"Not played: 1. The Ring Buffers - Eight Bars: damaged", 0),
+      0u);
 
   SendSoundTo(L"silence", true);
   rig.player.Add({Media(L"tone_8000_mono.ogg"), Media(L"sample.wma")});

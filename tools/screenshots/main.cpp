@@ -2,9 +2,11 @@
 // writes a picture of each into FOLDER. LANGUAGE: four hexadecimal digits. scripts/screenshots.sh.
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "tools/screenshots/picture.h"
 #include "tools/screenshots/shot.h"
@@ -18,6 +20,20 @@ const Group* const kGroups[] = {&kCatalogGroup,         &kSaveGroup,
                                 &kBookmarkGroup,        &kPresetNameGroup,
                                 &kPresetOverwriteGroup, &kPlayerGroup};
 
+bool Same(const std::vector<RECT>& a, const std::vector<RECT>& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](const RECT& x, const RECT& y) { return EqualRect(&x, &y); });
+}
+
+// Of all windows, once they stay where they are.
+Picture PhotographAll(const User& user) {
+  for (;;) {
+    const std::vector<RECT> places = user.Windows();
+    Picture picture = Photograph(places);
+    if (Same(places, user.Windows())) return picture;
+  }
+}
+
 // False when a picture cannot be written.
 bool Take(const Group& group, User& user, const std::wstring& folder) {
   user.Wait("a dialog", [&] { return user.Dialog() != nullptr; });
@@ -27,7 +43,7 @@ bool Take(const Group& group, User& user, const std::wstring& folder) {
     shot.pose(user);
     user.StandStill();
     const std::wstring path = folder + L"\\" + shot.name + L".png";
-    if (!WritePng(path, Photograph(user.Windows()))) {
+    if (!WritePng(path, PhotographAll(user))) {
       std::fprintf(stderr, "screenshots: cannot write %ls\n", path.c_str());
       written = false;
     }

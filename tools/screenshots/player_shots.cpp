@@ -71,7 +71,10 @@ void Open(Studio& session) {
   KeepSomeSetting(kept);
   SetEnvironmentVariableW(L"KELVO_AUDIO_SINK", L"silence");
   const velmora::Library library;
-  velmora::PlayerApp player(library, {{session.device()}, session.device(), kept});
+  velmora::PlayerApp player(
+      library, {{session.device() + L"\\Music\\Ring Buffers", L"gone.ogg", session.device()},
+                session.device(),
+                kept});
   player.Run();
 }
 

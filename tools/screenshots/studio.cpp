@@ -77,6 +77,7 @@ Studio::~Studio() {
   if (window_) DestroyWindow(window_);
   if (library_) FreeLibrary(library_);
   if (host_module_) FreeLibrary(host_module_);
+  RemoveValue(kelvo::kGroupingValue);
   RemoveValue(kelvo::kLanguageValue);
 }
 

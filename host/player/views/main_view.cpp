@@ -17,7 +17,7 @@ constexpr int kMinusDigit = 11;  // in nums_ex.bmp only
 constexpr int kDigitsTop = 26;
 constexpr int kDigitColumns[] = {48, 60, 78, 90};
 constexpr int kMinusColumn = 36;
-constexpr int kRolledTimeRight = 238;
+constexpr int kRolledTimeRight = 240;
 constexpr int kRolledTimeTop = 4;
 
 constexpr int kSliderPictures = 28;

@@ -152,6 +152,7 @@ void SkinWindow::OnMouseMove(LPARAM lparam) {
 }
 
 void SkinWindow::OnButtonUp(Point point) {
+  if (capture_ == Capture::kControl) OnDrag(point);  // a fast mouse has come farther than its moves
   const Capture capture = capture_;
   capture_ = Capture::kNone;
   ReleaseCapture();
