@@ -196,7 +196,7 @@ TEST(PlayerLinks, PresetsAreLoadedAndDeleted) {
   state.bass = 2;
   EXPECT_FALSE(bank.Load(index_of(L"wild"), &state)) << "28 is no slider position";
   EXPECT_FALSE(bank.Load(3, &state));
-  EXPECT_EQ(state.preamp, 13);
+  EXPECT_EQ(state.preamp, EqualizerState().preamp);
   ASSERT_TRUE(bank.Load(index_of(L"Loud"), &state));
   EXPECT_EQ(state.preamp, 5);
   EXPECT_EQ(state.bands[9], 27);
