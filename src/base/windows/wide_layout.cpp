@@ -39,7 +39,8 @@ void WideLayout::Fit(HWND dialog) noexcept {
        control = GetWindow(control, GW_HWNDNEXT)) {
     RECT place = PlaceIn(dialog, control);
     if (IsButton(control)) {
-      OffsetRect(&place, wider, 0);
+      place.left += wider;
+      place.right += wider;
     } else if (place.right == edge && place.right - place.left >= kNarrowField) {
       place.right += wider;
     } else {
