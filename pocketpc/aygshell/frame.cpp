@@ -25,6 +25,10 @@ LRESULT OnFrameMessage(const HookedMessage& call) noexcept {
       }
       return result;
     }
+    case WM_GETMINMAXINFO:
+      if (!GetPropW(root, kFillsScreen)) break;
+      reinterpret_cast<MINMAXINFO*>(call.lparam)->ptMinTrackSize = {0, 0};  // small screens, too
+      return 0;
     case WM_ENABLE:
       EnableMenuBars(root, call.wparam != FALSE);
       break;
@@ -62,12 +66,13 @@ bool MakeFrame(HWND root) noexcept {
   return Hook<&OnFrameMessage>(root);
 }
 
-void FillScreen(HWND root) noexcept {
+void FillScreen(HWND root, bool may_grow) noexcept {
   // Each page of a sheet asks when it is first shown: the user may have moved the sheet since.
   if (GetPropW(root, kFillsScreen)) return;
+  // Not to a whole screen in any case: the menu bar lies under it.
   constexpr DWORD kResizable = WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
   DWORD style = static_cast<DWORD>(GetWindowLongPtrW(root, GWL_STYLE));
-  style = (style & ~kResizable) | WS_CAPTION;
+  style = (style & ~kResizable) | WS_CAPTION | (may_grow ? WS_THICKFRAME : 0);
   SetWindowLongPtrW(root, GWL_STYLE, static_cast<LONG_PTR>(style));
   DWORD ex_style = static_cast<DWORD>(GetWindowLongPtrW(root, GWL_EXSTYLE));
   ex_style &= ~static_cast<DWORD>(WS_EX_CONTEXTHELP | WS_EX_TOOLWINDOW);

@@ -13,7 +13,8 @@ namespace kelvo {
 
 // Lets the frame and its menu bar cover the screen: over its owner, client area as WorkAreaSize()
 // says, caption with the title. Nothing when that was done before.
-void FillScreen(HWND root) noexcept;
+// The user may enlarge it if `may_grow`.
+void FillScreen(HWND root, bool may_grow) noexcept;
 
 // With Done the caption has a close button that acts as Done, without it there is none.
 [[nodiscard]] bool SetDone(HWND root, bool has_done) noexcept;

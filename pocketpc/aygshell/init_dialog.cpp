@@ -5,8 +5,9 @@ namespace kelvo {
 namespace {
 
 bool FillScreenWith(HWND dialog, HWND root) noexcept {
-  FillScreen(root);
-  return !SheetOfPage(dialog) || FillSheet(dialog);
+  const bool is_page = SheetOfPage(dialog) != nullptr;
+  FillScreen(root, is_page);
+  return !is_page || FillSheet(dialog);
 }
 
 }  // namespace

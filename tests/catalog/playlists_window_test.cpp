@@ -210,6 +210,18 @@ TEST_F(CurrentPageTest, ColumnsShowAndSortTheirTexts) {
   ShowAfterScan(2, [&] {
     AddLists();
     EXPECT_EQ(Columns(List()), "Title 150|Artist 60|Album 150|Genre 80");
+    EXPECT_TRUE(GetWindowLongW(Sheet(), GWL_STYLE) & WS_THICKFRAME) << "the user may enlarge it";
+    RECT was = {};
+    GetWindowRect(Sheet(), &was);
+    Run([&] { MoveWindow(Sheet(), 0, 0, 700, 400, TRUE); });
+    int all = 0;
+    for (int i = 0; i < 4; ++i) all += ListView_GetColumnWidth(List(), i);
+    RECT list = {};
+    GetWindowRect(List(), &list);
+    EXPECT_EQ(all, list.right - list.left - GetSystemMetrics(SM_CXVSCROLL)) << "they use the room";
+    EXPECT_GT(ListView_GetColumnWidth(List(), 1), 100);
+    Run([&] { MoveWindow(Sheet(), 0, 0, was.right - was.left, was.bottom - was.top, TRUE); });
+    EXPECT_EQ(Columns(List()), "Title 150|Artist 60|Album 150|Genre 80");
     std::string cells;
     for (int i = 0; i < 12; ++i) cells += Cell(List(), i / 4, i % 4) + "|";
     EXPECT_EQ(cells,

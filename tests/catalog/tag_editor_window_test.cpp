@@ -75,6 +75,25 @@ TEST_F(TagEditorTest, ShowsTheTagOnAFullScreenAndWritesWhatIsTyped) {
     GetClientRect(editor_, &client);
     EXPECT_EQ(client.right, 240);
     EXPECT_EQ(client.bottom, 268);
+    // On a wider screen the fields take the room, and the buttons stay at the right.
+    const auto right_of = [&](int id) {
+      RECT place = {};
+      GetWindowRect(GetDlgItem(editor_, id), &place);
+      return place.right;
+    };
+    const LONG title = right_of(IDC_TAG_TITLE), close = right_of(IDCANCEL),
+               year = right_of(IDC_TAG_YEAR);
+    RECT place = {};
+    GetWindowRect(editor_, &place);
+    for (const LONG more : {100, 30, -20, 0}) {
+      Run([&] {
+        SetWindowPos(editor_, nullptr, 0, 0, place.right - place.left + more,
+                     place.bottom - place.top, SWP_NOMOVE | SWP_NOZORDER);
+      });
+      EXPECT_EQ(right_of(IDC_TAG_TITLE), title + (more > 0 ? more : 0)) << more;
+      EXPECT_EQ(right_of(IDCANCEL), close + (more > 0 ? more : 0)) << more;
+      EXPECT_EQ(right_of(IDC_TAG_YEAR), year);
+    }
     // Another program's window may have taken the focus meanwhile; coming back, it is where it was.
     EXPECT_TRUE(test::WaitFor([&] {
       int focused = 0;

@@ -2,6 +2,7 @@
 #include "base/windows/feature_dialog.h"
 #include "base/windows/registry.h"
 #include "base/windows/resources.h"
+#include "base/windows/wide_layout.h"
 #include "bookmarks/bookmarks_feature.h"
 #include "bookmarks/windows/edit_bookmark_dialog.h"
 #include "entry/language/localized.h"
@@ -70,6 +71,7 @@ class BookmarksDialog final : public ModalDialog {
   BookmarkStore& store_;
   BookmarksState& state_;
   UniqueIconList images_;
+  int extra_ = 0;  // pixels that the title's column has been given
   SHACTIVATEINFO activation_ = {sizeof(SHACTIVATEINFO), nullptr, 0, 0, 0, 0};
 };
 
@@ -115,6 +117,12 @@ void BookmarksDialog::Stretch() noexcept {
   if (list() && GetClientRect(window(), &client)) {
     MoveWindow(list(), 0, 0, client.right, client.bottom, TRUE);
   }
+  // The title, the last column, takes what a wider screen has.
+  const int extra = ExtraWidth(window());
+  if (extra == extra_) return;
+  const int title = static_cast<int>(BookmarkColumn::kTitle);
+  ListView_SetColumnWidth(list(), title, ListView_GetColumnWidth(list(), title) + extra - extra_);
+  extra_ = extra;
 }
 
 void BookmarksDialog::Fill() noexcept {

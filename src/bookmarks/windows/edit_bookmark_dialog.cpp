@@ -22,6 +22,7 @@ bool EditBookmarkDialog::OnInit() noexcept {
   bar.dwFlags = SHCMBF_EMPTYBAR;
   bar.hInstRes = OwnModule();
   CreateLocalizedMenuBar(&bar);
+  layout_.Fit(window());
   wchar_t minutes[kPositionTextCapacity];
   wchar_t seconds[kPositionTextCapacity];
   FormatEditPosition(shown_position_s_, minutes, seconds);
@@ -58,6 +59,12 @@ ModalDialog::Handled EditBookmarkDialog::OnCommand(int id, int) noexcept {
     default:
       return Handled::kNo;
   }
+}
+
+ModalDialog::Handled EditBookmarkDialog::OnMessage(UINT message, WPARAM, LPARAM,
+                                                   LRESULT*) noexcept {
+  if (message == WM_SIZE) layout_.Fit(window());
+  return Handled::kNo;
 }
 
 void EditBookmarkDialog::OnDestroy() noexcept {

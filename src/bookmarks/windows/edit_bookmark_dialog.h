@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/windows/dialog.h"
+#include "base/windows/wide_layout.h"
 #include "bookmarks/bookmark_store.h"
 
 namespace kelvo {
@@ -15,10 +16,12 @@ class EditBookmarkDialog final : public ModalDialog {
  private:
   bool OnInit() noexcept override;
   Handled OnCommand(int id, int notification) noexcept override;
+  Handled OnMessage(UINT message, WPARAM wparam, LPARAM lparam, LRESULT* result) noexcept override;
   void OnDestroy() noexcept override;
 
   void StoreFields() noexcept;
 
+  WideLayout layout_;
   BookmarkStore& store_;
   int32_t index_;
   wchar_t shown_path_[kTextCapacity];

@@ -3,6 +3,7 @@
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
 #include "base/windows/feature_dialog.h"
+#include "base/windows/wide_layout.h"
 #include "catalog/media/id3v1.h"
 #include "catalog/tag_editor/tag_edit.h"
 #include "entry/language/localized.h"
@@ -23,6 +24,7 @@ class TagEditorDialog final : public ModalDialog {
  private:
   bool OnInit() noexcept override {
     MakeFullScreen(window(), SHIDIF_SIPDOWN);
+    layout_.Fit(window());
     SetWindowTextW(control(IDC_TAG_FILE), FileNameOf(entry_.path.c_str()));
     FillGenres();
     FillFields();
@@ -98,11 +100,17 @@ class TagEditorDialog final : public ModalDialog {
     }
   }
 
+  Handled OnMessage(UINT message, WPARAM, LPARAM, LRESULT*) noexcept override {
+    if (message == WM_SIZE) layout_.Fit(window());
+    return Handled::kNo;
+  }
+
   void OnDestroy() noexcept override { SipShowIM(SIPF_OFF); }
 
   FileSystem& files_;
   const MediaEntry& entry_;
   TagEdit edit_;
+  WideLayout layout_;
   bool updated_ = false;
 };
 

@@ -61,6 +61,7 @@ ModalDialog::Handled CatalogPage::OnMessage(UINT message, WPARAM wparam, LPARAM 
   switch (message) {
     case WM_SIZE:
       LayOut();
+      OnPageSize();
       return Handled::kNo;
     case WM_NOTIFY: {
       const NMHDR& header = *reinterpret_cast<const NMHDR*>(lparam);

@@ -50,6 +50,7 @@ class CatalogPage : public ModalDialog {
   virtual void OnPageInit() noexcept = 0;
   virtual LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept = 0;
   virtual void OnPageDestroy() noexcept {}
+  virtual void OnPageSize() noexcept {}  // the control has got another size
   // Messages other than those that all pages handle.
   virtual bool OnPageMessage(UINT message, WPARAM wparam) noexcept {
     static_cast<void>(message);

@@ -15,6 +15,7 @@ class PlaylistsPage final : public CatalogPage {
 
  private:
   void OnPageInit() noexcept override;
+  void OnPageSize() noexcept override { FitColumn(); }
   Handled OnCommand(int id, int notification) noexcept override;
   LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept override;
   bool OnPageMessage(UINT message, WPARAM wparam) noexcept override;
@@ -62,6 +63,7 @@ class CurrentPage final : public CatalogPage {
 
  private:
   void OnPageInit() noexcept override;
+  void OnPageSize() noexcept override;
   Handled OnCommand(int id, int notification) noexcept override;
   LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept override;
 
@@ -75,6 +77,7 @@ class CurrentPage final : public CatalogPage {
   void Sort(int column) noexcept;
   void UpdateButtons() noexcept;
 
+  int spare_ = 0;  // pixels that the columns have been given beyond their own widths
   wchar_t label_[kColumnCapacity] = {};
 };
 

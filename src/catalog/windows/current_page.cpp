@@ -19,6 +19,21 @@ int CALLBACK CompareItems(LPARAM a, LPARAM b, LPARAM parameter) noexcept {
                         state.current[static_cast<size_t>(b)], state.sort);
 }
 
+constexpr struct {
+  UINT title;
+  int width;  // pixels
+} kColumns[kPlaylistColumns] = {
+    {IDS_TITLE, 150}, {IDS_COLUMN_ARTIST, 60}, {IDS_COLUMN_ALBUM, 150}, {IDS_COLUMN_GENRE, 80}};
+
+// What is left when all columns and a scroll bar are seen.
+int SpareWidth(HWND list) noexcept {
+  RECT window = {};
+  GetWindowRect(list, &window);
+  int spare = window.right - window.left - GetSystemMetrics(SM_CXVSCROLL);
+  for (const auto& column : kColumns) spare -= column.width;
+  return spare > 0 ? spare : 0;
+}
+
 }  // namespace
 
 CurrentPage::CurrentPage(CatalogState& state, CatalogSheetEvents& events) noexcept
@@ -27,15 +42,12 @@ CurrentPage::CurrentPage(CatalogState& state, CatalogSheetEvents& events) noexce
 void CurrentPage::OnPageInit() noexcept {
   StyleList(view());
   InsertColumns();
+  spare_ = 0;
+  OnPageSize();
   Fill();
 }
 
 void CurrentPage::InsertColumns() noexcept {
-  static constexpr struct {
-    UINT title;
-    int width;
-  } kColumns[kPlaylistColumns] = {
-      {IDS_TITLE, 150}, {IDS_COLUMN_ARTIST, 60}, {IDS_COLUMN_ALBUM, 150}, {IDS_COLUMN_GENRE, 80}};
   for (int i = 0; i < kPlaylistColumns; ++i) {
     LVCOLUMNW column = {};
     column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
@@ -44,6 +56,19 @@ void CurrentPage::InsertColumns() noexcept {
     column.iSubItem = i;
     SendMessageW(view(), LVM_INSERTCOLUMNW, static_cast<WPARAM>(i),
                  reinterpret_cast<LPARAM>(&column));
+  }
+}
+
+// The artist, whose column is the narrowest, gets half of the room, title and album the rest.
+void CurrentPage::OnPageSize() noexcept {
+  const int spare = SpareWidth(view());
+  const int more = spare - spare_;
+  if (more == 0) return;
+  spare_ = spare;
+  const int quarter = more / 4;
+  const int shares[] = {quarter, more - 2 * quarter, quarter};
+  for (int i = 0; i < 3; ++i) {
+    ListView_SetColumnWidth(view(), i, ListView_GetColumnWidth(view(), i) + shares[i]);
   }
 }
 
