@@ -26,7 +26,7 @@ bool ShowFile(const Library& library, const std::wstring& path) {
   FileInfo info;
   if (trouble == Trouble::kOtherKind || trouble == Trouble::kFolder ||
       !input.GetInfo(path, &info)) {
-    PrintError(L"%ls: %ls\n", path.c_str(), Describe(trouble));
+    PrintError(L"%ls: %ls\n", path.c_str(), Describe(trouble).c_str());
     return false;
   }
   const kelvo::MediaInfo& format = info.format;

@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "host/command.h"
+#include "host/player/file_search.h"
 #include "host/player/playback.h"
-#include "host/player/track_list.h"
 #include "host/text.h"
 #include "host/texts.h"
 #include "host/trouble.h"
@@ -87,7 +87,7 @@ Outcome PlayFile(const Library& library, const std::wstring& path) {
   // Known without trying, and without the plug-in's message boxes, which nobody may see here.
   const Trouble trouble = TroubleOf(library, path);
   if (trouble != Trouble::kDamaged) {
-    PrintError(L"%ls: %ls\n", name, Describe(trouble));
+    PrintError(L"%ls: %ls\n", name, Describe(trouble).c_str());
     return Outcome::kFailed;
   }
   const NotifyWindow window;
@@ -128,10 +128,11 @@ bool ExpandFolders(const std::vector<std::wstring>& words, std::vector<std::wstr
       files->push_back(word);
       continue;
     }
-    TrackList contents;
-    contents.Add(word);
-    for (const Track& track : contents.tracks()) files->push_back(track.path);
-    if (contents.size() > 0) continue;
+    const size_t before = files->size();
+    FileSearch search({word});
+    while (search.Step(files)) {
+    }
+    if (files->size() > before) continue;
     PrintError(L"%ls: no .ogg or .wma in this folder\n", word.c_str());
     all = false;
   }
