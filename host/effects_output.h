@@ -3,6 +3,8 @@
 #include <kelvo/audio_output.h>
 #include <kelvo/effects_processor.h>
 
+#include <algorithm>
+#include <atomic>
 #include <vector>
 
 namespace velmora {
@@ -36,11 +38,20 @@ class EffectsOutput final : public kelvo::AudioOutput {
   }
   int32_t Drained() noexcept override { return next_.Drained(); }
 
+  // Any thread: whether the effects have cut samples off since the last call.
+  bool TakeClipped() { return clipped_.exchange(false, std::memory_order_relaxed); }
+
  private:
   void Process(int16_t* samples, uint32_t frames) {
     const int32_t bytes = static_cast<int32_t>(frames * 4);
+    const auto before = AtLimits(samples, frames);
     effects_.ProcessEqualizer(&samples, bytes);
     effects_.ProcessBass(&samples, bytes);
+    if (AtLimits(samples, frames) > before) clipped_.store(true, std::memory_order_relaxed);
+  }
+  static std::ptrdiff_t AtLimits(const int16_t* samples, uint32_t frames) {
+    return std::count_if(samples, samples + 2 * frames,
+                         [](int16_t sample) { return sample == 32767 || sample == -32768; });
   }
   void ProcessMono(int16_t* samples, uint32_t frames) {
     for (uint32_t i = 0; i < frames; ++i) both_[2 * i] = both_[2 * i + 1] = samples[i];
@@ -52,6 +63,7 @@ class EffectsOutput final : public kelvo::AudioOutput {
   kelvo::EffectsProcessor& effects_;
   uint32_t channels_ = 0;
   std::vector<int16_t> both_;  // one channel, doubled
+  std::atomic<bool> clipped_{false};
 };
 
 }  // namespace velmora

@@ -19,7 +19,8 @@ constexpr wchar_t kUsage[] =
     L"         --eq NAME          a preset of the folder presets\n"
     L"         --eq V,V,V,V,V,V,V,V,V,V\n"
     L"                            ten bands, low to high: 0 boosts, 14 is the middle, 27 cuts\n"
-    L"         --preamp V         before the bands: 0 boosts, 13 leaves the level, 27 cuts\n"
+    L"         --preamp V         before the bands: 0 boosts, 13 leaves the level, 27, which is\n"
+    L"                            used without this option, leaves room for the bands\n"
     L"         --bass 0..4        strength of the bass\n"
     L"       velmora info FILE...               what files say about themselves\n"
     L"       velmora version                    the library's version\n";

@@ -58,6 +58,8 @@ class Playback {
   bool has_sounded();
   // Whether the device refused some of it. (An output of the plug-in's own tells nobody.)
   bool output_failed() { return device_.failed(); }
+  // Whether the effects have cut sound off since the last call. (As above.)
+  bool TakeClipped() { return effects_ && effects_->TakeClipped(); }
 
  private:
   kelvo::InputPlugin& plugin() const { return input_->plugin(); }

@@ -265,9 +265,17 @@ PlayerStatus Player::status() const {
 
 void Player::SetEqualizer(const EqualizerState& state) {
   equalizer_ = state;
+  clipping_said_ = false;
   if (auto* effects = library_.Get<kelvo::EffectsProcessor>(kelvo::kFeatureEffects)) {
     Apply(equalizer_, *effects);
   }
+}
+
+bool Player::TakeClipped() {
+  if (!playback_.TakeClipped()) return false;
+  if (!clipping_said_) AddNotice(Text(TEXT_HINT_CLIPS));
+  clipping_said_ = true;
+  return true;
 }
 
 bool Player::Samples(int16_t (&samples)[kPictureSamples]) {

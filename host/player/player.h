@@ -91,6 +91,9 @@ class Player {
   // Sound. Changes are heard behind what waits in the output.
   const EqualizerState& equalizer() const { return equalizer_; }
   void SetEqualizer(const EqualizerState& state);
+  // Whether the effects have cut sound off since the last call; the first time after a change of
+  // the effects it is a notice too.
+  bool TakeClipped();
   // The newest samples of the first channel, as they are heard; false: nothing new.
   bool Samples(int16_t (&samples)[kPictureSamples]);
 
@@ -115,6 +118,7 @@ class Player {
   uint32_t version_ = 1;
   uint32_t renewals_ = 0;
   bool silent_ = false;
+  bool clipping_said_ = false;
   std::wstring notice_;
   std::wstring passed_over_;  // the first track that was, and why
   size_t passed_over_count_ = 0;

@@ -10,6 +10,7 @@
 namespace velmora {
 namespace {
 
+constexpr uint8_t kUnityPreamp = 13;
 constexpr double kRate = 44100;
 constexpr double kLowest = 20, kHighest = 20000;
 constexpr size_t kPeriod = 8192;    // a sound repeats: every tone fits a whole number of times
@@ -69,7 +70,7 @@ void RunEqualizer(const uint8_t (&sliders)[kEqualizerBands], Samples* samples) {
   kelvo::EqualizerPass pass;
   int32_t bands[kEqualizerBands];
   std::copy_n(sliders, kEqualizerBands, bands);
-  kelvo::SetEqualizer(state, EqualizerState().preamp, bands);
+  kelvo::SetEqualizer(state, kUnityPreamp, bands);
   kelvo::RunEqualizer(state, pass, kelvo::RunBands, samples->data(), kFrames);
 }
 
@@ -123,7 +124,7 @@ float GainOf(uint8_t slider) {
   kelvo::EffectsState state;
   int32_t bands[kEqualizerBands];
   std::fill_n(bands, kEqualizerBands, slider);
-  kelvo::SetEqualizer(state, EqualizerState().preamp, bands);
+  kelvo::SetEqualizer(state, kUnityPreamp, bands);
   return static_cast<float>(state.gains_q14[0]) / 16384;
 }
 
@@ -157,7 +158,12 @@ ResponseMeter::ResponseMeter() : bins_(ToneBins()) {
       kelvo::RunBass(state, kelvo::kBassGains[mode].a, samples->data(), kFrames);
     });
   }
-  middle_ = Combine(EqualizerState());
+  EqualizerState middle;
+  middle.on = true;
+  middle_ = Combine(middle);
+  float power = 0;
+  for (const auto& tone : middle_) power += std::norm(tone);
+  middle_power_ = power / static_cast<float>(middle_.size());
 }
 
 ResponseMeter::Curve ResponseMeter::Combine(const EqualizerState& state) const {
@@ -167,6 +173,7 @@ ResponseMeter::Curve ResponseMeter::Combine(const EqualizerState& state) const {
       curve[i] += bands_[band][i] * GainOf(std::min(state.bands[band], kLastSlider));
     }
     curve[i] *= LevelOf(std::min(state.preamp, kLastSlider));
+    if (!state.on) curve[i] = 1;
     if (state.bass > 0) curve[i] *= bass_[std::min(state.bass, kMaxBass)][i];
   }
   return curve;
@@ -175,7 +182,8 @@ ResponseMeter::Curve ResponseMeter::Combine(const EqualizerState& state) const {
 void ResponseMeter::Measure(const EqualizerState& state, float* decibels, size_t count) const {
   const Curve curve = Combine(state);
   const auto decibels_of = [&](size_t tone) {
-    return 10 * log10f((std::norm(curve[tone]) + 1e-6f) / (std::norm(middle_[tone]) + 1e-6f));
+    const float flat = state.on ? std::norm(middle_[tone]) / middle_power_ : 1;
+    return 10 * log10f((std::norm(curve[tone]) + 1e-6f) / (flat + 1e-6f));
   };
   size_t right = 1;  // the tones on both sides of the frequency
   for (size_t i = 0; i < count; ++i) {

@@ -19,7 +19,8 @@ class ResponseMeter {
   ResponseMeter();  // takes some hundredths of a second
 
   // How loud `count` (at least 2) frequencies, from 20 Hz to 20 kHz in equal ratios, come out, in
-  // decibels against all sliders in the middle and no bass; as if the equalizer were switched on.
+  // decibels against what goes in. Bands in the middle, which do not do the same to all tones, are
+  // drawn as a line at the height of what they do to the level.
   void Measure(const EqualizerState& state, float* decibels, size_t count) const;
 
  private:
@@ -31,7 +32,8 @@ class ResponseMeter {
   Curve dry_;                 // without the bands
   Curve bands_[kEqualizerBands];
   Curve bass_[kMaxBass + 1];  // 0: empty
-  Curve middle_;              // all sliders in the middle
+  Curve middle_;              // the bands in the middle
+  float middle_power_ = 1;    // the mean over the tones
 };
 
 }  // namespace velmora

@@ -196,7 +196,7 @@ TEST(PlayerLinks, PresetsAreLoadedAndDeleted) {
   state.bass = 2;
   EXPECT_FALSE(bank.Load(index_of(L"wild"), &state)) << "28 is no slider position";
   EXPECT_FALSE(bank.Load(3, &state));
-  EXPECT_EQ(state.preamp, 13);
+  EXPECT_EQ(state.preamp, EqualizerState().preamp);
   ASSERT_TRUE(bank.Load(index_of(L"Loud"), &state));
   EXPECT_EQ(state.preamp, 5);
   EXPECT_EQ(state.bands[9], 27);
@@ -228,6 +228,8 @@ TEST(PlayerLinks, LanguagesBesideTheProgram) {
 
   const auto* const version = test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText);
   const std::wstring english = version;
+  for (const LANGID language : FindLanguages()) EXPECT_TRUE(HasLettersOf(language)) << language;
+  EXPECT_FALSE(HasLettersOf(0x0439)) << "nothing is known of Hindi's letters";
   ASSERT_TRUE(ChooseLanguage(test::TheLibrary(), 0x0407));
   EXPECT_EQ(ChosenLanguage(), 0x0407);
   EXPECT_NE(test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText), english);

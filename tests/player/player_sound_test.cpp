@@ -185,6 +185,25 @@ TEST(EffectsOutput, TakesOneAndTwoChannels) {
     buffer->length_bytes = buffer->valid_bytes = 12;
     output.Write(buffer, 4096 - 12);
     EXPECT_EQ(Samples(device.pcm()), c.want) << c.channels;
+    EXPECT_FALSE(output.TakeClipped());
+  }
+}
+
+TEST(PlayerSound, TheEqualizerClipsWhenItIsRaisedNotAsItComes) {
+  for (const bool raised : {false, true}) {
+    SendSoundTo(L"silence", true);
+    Rig rig;
+    EqualizerState sound;
+    sound.on = true;
+    if (raised) sound.preamp = 0;
+    rig.player.SetEqualizer(sound);
+    rig.player.Add({Media(L"sample.ogg")});
+    rig.player.Play();
+    ASSERT_TRUE(rig.RunUntilStopped());
+    EXPECT_EQ(rig.player.TakeClipped(), raised);
+    EXPECT_FALSE(rig.player.TakeClipped()) << "taken";
+    EXPECT_EQ(rig.player.TakeNotice().empty(), !raised);
+    rig.player.SetEqualizer(EqualizerState());
   }
 }
 

@@ -11,6 +11,9 @@ namespace {
 using kelvo::kSkinEqualizer;
 using Control = EqualizerControl;
 
+constexpr Rect kClipLight = {kCurvePlace.right() - 5, kCurvePlace.y + 1, 4, 4};
+constexpr Colour kClipColour = 0xFF2020;
+
 constexpr int kSliderWidth = 14;
 constexpr int kSliderTop = 38;
 constexpr int kSliderHeight = 63;
@@ -100,6 +103,7 @@ void DrawEqualizer(Canvas* canvas, const Skin& skin, const EqualizerViewState& s
   }
   DrawSliders(canvas, skin, state);
   DrawCurve(canvas, skin, state);
+  if (state.clips) canvas->Fill(kClipLight, kClipColour);
 }
 
 }  // namespace velmora

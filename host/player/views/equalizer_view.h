@@ -32,6 +32,7 @@ struct EqualizerViewState {
   int pressed_slider = 0;
   bool on = false;
   bool bass = false;
+  bool clips = false;  // a light beside the curve
   int sliders[kEqualizerSliders] = {};
   // Rows of the curve from the left, 0 at the top; what lies outside is drawn at the edge.
   int curve[kCurvePlace.width] = {};

@@ -16,6 +16,7 @@ constexpr const wchar_t* kSliderNames[kEqualizerSliders] = {
     L"3 KHZ", L"6 KHZ", L"12 KHZ", L"14 KHZ", L"16 KHZ",
 };
 
+constexpr int kLightMs = 500;
 constexpr int kMeasured = 500;       // frequencies
 constexpr float kMostDecibels = 16;  // at the edges of the curve
 
@@ -49,6 +50,12 @@ bool EqualizerWindow::Create(HWND owner) {
   return SkinWindow::Create(L"VelmoraEqualizer", L"Velmora Equalizer", owner);
 }
 
+void EqualizerWindow::Tick(bool clips, int milliseconds) {
+  const int before = light_ms_;
+  light_ms_ = clips ? kLightMs : std::max(0, light_ms_ - milliseconds);
+  if ((before > 0) != (light_ms_ > 0)) Refresh();
+}
+
 void EqualizerWindow::Draw(Canvas* canvas) {
   const EqualizerState& sound = app_.player().equalizer();
   EqualizerViewState state;
@@ -58,6 +65,7 @@ void EqualizerWindow::Draw(Canvas* canvas) {
   state.pressed_slider = held_.slider;
   state.on = sound.on;
   state.bass = sound.bass > 0;
+  state.clips = light_ms_ > 0;
   state.sliders[0] = sound.preamp;
   std::copy(std::begin(sound.bands), std::end(sound.bands), state.sliders + 1);
   UpdateCurve();
@@ -75,12 +83,7 @@ std::vector<Tip> EqualizerWindow::OwnTips() const {
 
 // What the effects really do, measured with effects of our own.
 void EqualizerWindow::UpdateCurve() {
-  EqualizerState sound = app_.player().equalizer();
-  if (!sound.on) {  // the bass works without the equalizer
-    const uint8_t bass = sound.bass;
-    sound = EqualizerState();
-    sound.bass = bass;
-  }
+  const EqualizerState& sound = app_.player().equalizer();
   if (meter_ && Same(sound, curve_of_)) return;
   if (!meter_) meter_ = std::make_unique<ResponseMeter>();
   curve_of_ = sound;

@@ -13,6 +13,8 @@ class EqualizerWindow final : public SkinWindow {
   explicit EqualizerWindow(PlayerApp& app) : SkinWindow(app) {}
 
   bool Create(HWND owner);
+  // This time has passed while music plays; the light shows for a moment that the effects clip.
+  void Tick(bool clips, int milliseconds);
 
  private:
   Size CanvasSize() const override { return kEqualizerSize; }
@@ -33,6 +35,7 @@ class EqualizerWindow final : public SkinWindow {
 
   EqualizerHit held_ = {EqualizerControl::kNone, 0};
   bool inside_ = false;
+  int light_ms_ = 0;
   std::unique_ptr<ResponseMeter> meter_;  // made when the curve is first seen
   EqualizerState curve_of_;
   int curve_[kCurvePlace.width] = {};

@@ -105,7 +105,10 @@ void PlayerApp::UpdateTimer() {
 bool PlayerApp::OnTimer(UINT_PTR timer) {
   if (timer != kTickTimer && timer != kDialogTimer) return false;
   ShowNotice();  // the catalog's sheet may have added something
-  if (timer == kTickTimer) main_.Tick(kTickMs);
+  if (timer == kTickTimer) {
+    main_.Tick(kTickMs);
+    equalizer_.Tick(player_->TakeClipped(), kTickMs);
+  }
   playlist_.Tick();
   UpdateTimer();
   return true;
