@@ -23,6 +23,11 @@ LANGID LanguageOf(const std::wstring& name) {
   return static_cast<LANGID>(wcstoul(digits.c_str(), nullptr, 16));
 }
 
+int CALLBACK OnFont(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) {
+  *reinterpret_cast<bool*>(found) = true;
+  return 0;
+}
+
 bool HasName(LANGID language) {
   return GetLocaleInfoW(MAKELCID(language, SORT_DEFAULT), LOCALE_SNATIVELANGUAGENAME, nullptr, 0) >
          0;
@@ -69,6 +74,25 @@ bool ChooseLanguage(const Library& library, LANGID language) {
   if (stored != ERROR_SUCCESS) return false;
   library.Get<void>(kelvo::kFeatureSwitchLanguage);
   return true;
+}
+
+bool HasLettersOf(LANGID language) {
+  DWORD code_page = 0;
+  CHARSETINFO letters = {};
+  GetLocaleInfoW(MAKELCID(language, SORT_DEFAULT),
+                 LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                 reinterpret_cast<wchar_t*>(&code_page), sizeof code_page / sizeof(wchar_t));
+  if (!TranslateCharsetInfo(reinterpret_cast<DWORD*>(static_cast<DWORD_PTR>(code_page)), &letters,
+                            TCI_SRCCODEPAGE)) {
+    return false;
+  }
+  LOGFONTW wanted = {};
+  wanted.lfCharSet = static_cast<BYTE>(letters.ciCharset);
+  bool found = false;
+  const HDC dc = GetDC(nullptr);
+  EnumFontFamiliesExW(dc, &wanted, OnFont, reinterpret_cast<LPARAM>(&found), 0);
+  ReleaseDC(nullptr, dc);
+  return found;
 }
 
 }  // namespace velmora

@@ -36,6 +36,9 @@ LANGID ChosenLanguage();
 // Stores the choice and switches the library to it; false when it cannot be stored.
 bool ChooseLanguage(const Library& library, LANGID language);
 
+// Whether any font of the system has the letters of a language.
+bool HasLettersOf(LANGID language);
+
 // Skins through the library's feature 5.
 
 // The skin at the path, a folder or a zip archive, over `base`. False when there is none.

@@ -13,7 +13,7 @@ set -euo pipefail
 . "$kelvo_root/scripts/lib/wine_env.sh"
 
 readonly idle_seconds=300
-readonly prefix_version=3
+readonly prefix_version=4
 server_pid="" display_pid="" manager_pid=""
 
 # The pipe ends when the display is ready or gone.
@@ -80,10 +80,28 @@ link_fonts() {
   ln -sf /usr/share/wine/fonts/* "$wine_prefix/drive_c/windows/Fonts/"
 }
 
+# Wine's own fonts have no kana and no ideographs. What it takes such letters from, for texts in any of
+# its fonts, goes by the name of a font that it does not have. A copy: the 32-bit Wine may have a root
+# of its own.
+readonly wide_font=/usr/share/fonts/opentype/ipafont-gothic/ipagp.ttf
+link_wide_font() {
+  [[ -f $wide_font ]] || return 0
+  cp "$wide_font" "$wine_prefix/drive_c/windows/Fonts/"
+  local name
+  for name in 'MS UI Gothic' 'MS Gothic' 'MS PGothic'; do
+    set_registry 'HKCU\Software\Wine\Fonts\Replacements' "$name" REG_SZ IPAPGothic
+  done
+  for name in 'Arial' 'Tahoma' 'Tahoma Bold' 'Microsoft Sans Serif'; do
+    set_registry 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' "$name" \
+      REG_MULTI_SZ 'ipagp.ttf,IPAPGothic'
+  done
+}
+
 make_prefix() {
   rm -f "$wine_prefix/.managed"
   link_fonts
   in_wine wineboot --init
+  link_wide_font
   # A crash is told on stderr and ends the program; it asks nobody.
   set_registry 'HKCU\Software\Wine\WineDbg' ShowCrashDialog REG_DWORD 0
   printf '%s\n' "$prefix_version" >"$wine_prefix/.complete"

@@ -228,6 +228,8 @@ TEST(PlayerLinks, LanguagesBesideTheProgram) {
 
   const auto* const version = test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText);
   const std::wstring english = version;
+  for (const LANGID language : FindLanguages()) EXPECT_TRUE(HasLettersOf(language)) << language;
+  EXPECT_FALSE(HasLettersOf(0x0439)) << "nothing is known of Hindi's letters";
   ASSERT_TRUE(ChooseLanguage(test::TheLibrary(), 0x0407));
   EXPECT_EQ(ChosenLanguage(), 0x0407);
   EXPECT_NE(test::TheLibrary().Get<const wchar_t>(kelvo::kFeatureVersionText), english);

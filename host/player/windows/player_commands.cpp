@@ -243,6 +243,7 @@ void PlayerApp::SwitchLanguage(LANGID language) {
   }
   UseTexts(language);
   windows_.UpdateTips();
+  if (!HasLettersOf(language)) ShowHint(TextIn(kEnglish, TEXT_HINT_NO_GLYPHS));
 }
 
 void PlayerApp::SavePreset() {
