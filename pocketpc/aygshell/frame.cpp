@@ -33,6 +33,10 @@ LRESULT OnFrameMessage(const HookedMessage& call) noexcept {
       EnableMenuBars(root, call.wparam != FALSE);
       break;
     case WM_SYSCOMMAND:
+      // Alt or F10 alone. The bar has no focus: its commands become a menu.
+      if ((call.wparam & 0xFFF0) == SC_KEYMENU && call.lparam == 0 && OpenMenuBarAsMenu(root)) {
+        return 0;
+      }
       if ((call.wparam & 0xFFF0) != SC_CLOSE) break;
       if (!GetPropW(root, kHasDone)) return 0;
       if (!SheetTakesDone(root)) PostMessageW(root, WM_COMMAND, IDOK, 0);

@@ -55,7 +55,8 @@ void LayOutSheet(HWND root) noexcept;
 bool SheetTakesDone(HWND root) noexcept;
 
 // Lets the list and tree views of a dialog tell it of tap-and-hold as the device's do, with
-// GN_CONTEXTMENU. A right click counts as tap-and-hold; the dialog does not see it as one.
+// GN_CONTEXTMENU, and keep Enter for themselves. A right click counts as tap-and-hold; the dialog
+// does not see it as one.
 [[nodiscard]] bool WatchGestures(HWND dialog) noexcept;
 
 }  // namespace kelvo

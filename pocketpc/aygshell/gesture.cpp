@@ -91,7 +91,9 @@ LRESULT OnControlMessage(const HookedMessage& call) noexcept {
       return 0;
     }
   }
-  return call.Pass();
+  // Enter is the list's, not the dialog's: without a default button it would close that.
+  const bool is_enter = call.message == WM_GETDLGCODE && call.wparam == VK_RETURN;
+  return call.Pass() | (is_enter ? DLGC_WANTMESSAGE : 0);
 }
 
 LRESULT OnDialogMessage(const HookedMessage& call) noexcept {

@@ -10,6 +10,8 @@ namespace {
 
 constexpr wchar_t kClass[] = L"KelvoMenuBar";
 
+constexpr int kTipRoom = 80;
+
 constexpr LONG kBlank = 0;  // the turn of a blank bar, before that of all others
 
 struct MenuBar {
@@ -68,6 +70,34 @@ LRESULT DropDown(const MenuBar& bar, int command) noexcept {
                    (leftwards ? TPM_RIGHTALIGN : TPM_LEFTALIGN) | TPM_BOTTOMALIGN | TPM_VERTICAL,
                    leftwards ? button.right : button.left, button.top, bar.parent, &keep_free);
   return TBDDRET_DEFAULT;
+}
+
+// A popup is called what the menu calls it, a command what its tip says.
+void AppendButton(HMENU menu, const MenuBar& bar, size_t i) noexcept {
+  const MenuBarButton& button = bar.content.table.buttons[i];
+  const LRESULT state = SendMessageW(bar.toolbar, TB_GETSTATE, button.command, 0);
+  const UINT enabled = state >= 0 && (state & TBSTATE_ENABLED) ? MF_ENABLED : MF_GRAYED;
+  wchar_t text[kTipRoom] = L"";
+  if (bar.popups[i]) {
+    GetMenuStringW(bar.content.menu.get(), button.popup, text, kTipRoom, MF_BYPOSITION);
+    AppendMenuW(menu, MF_POPUP | enabled, reinterpret_cast<UINT_PTR>(bar.popups[i]), text);
+  } else if (!(button.style & BTNS_SEP)) {
+    LoadStringW(bar.content.module, button.text, text, kTipRoom);
+    AppendMenuW(menu, MF_STRING | enabled, button.command, text);
+  }
+}
+
+void OpenAsMenu(HWND window, const MenuBar& bar) noexcept {
+  const HMENU menu = CreatePopupMenu();
+  if (!menu) return;
+  for (size_t i = 0; i < bar.content.table.count; ++i) AppendButton(menu, bar, i);
+  RECT place = {};
+  GetWindowRect(window, &place);
+  TrackPopupMenuEx(menu, TPM_LEFTALIGN | TPM_BOTTOMALIGN, place.left, place.top, bar.parent,
+                   nullptr);
+  while (RemoveMenu(menu, 0, MF_BYPOSITION)) {  // the popups are not its own
+  }
+  DestroyMenu(menu);
 }
 
 LRESULT OnNotify(const MenuBar& bar, NMHDR* header) noexcept {
@@ -276,6 +306,18 @@ bool SettleMenuBars(HWND root) noexcept {
     if (GetWindow(window, GW_OWNER) == root) Place(window, bar, window == seen, place);
   });
   return seen != nullptr;
+}
+
+bool OpenMenuBarAsMenu(HWND root) noexcept {
+  HWND seen = nullptr;
+  ForEachBar([&](HWND window, MenuBar* bar) {
+    const bool has_buttons = bar->content.table.count > 0;
+    if (GetWindow(window, GW_OWNER) == root && IsWindowVisible(window) && has_buttons)
+      seen = window;
+  });
+  MenuBar* bar = seen ? BarOf(seen) : nullptr;
+  if (bar) OpenAsMenu(seen, *bar);
+  return bar != nullptr;
 }
 
 void EnableMenuBars(HWND root, bool enable) noexcept {

@@ -49,6 +49,9 @@ HWND FindMenuBarOf(HWND parent) noexcept;  // the newest, or null
 // Puts the frame's bars in their place and shows the right one. False when there is none.
 bool SettleMenuBars(HWND root) noexcept;
 
+// For the keyboard: the buttons of the bar that is seen, as a menu. False when it has none.
+bool OpenMenuBarAsMenu(HWND root) noexcept;
+
 void EnableMenuBars(HWND root, bool enable) noexcept;
 
 void UnregisterMenuBarClass() noexcept;

@@ -172,11 +172,18 @@ TEST_F(BookmarksWindowTest, TellsTheHostWhatToPlay) {
     Command(IDM_BOOKMARK_PLAY);
     Choose(2);
     Command(IDM_BOOKMARK_ENQUEUE);
-    ListView_SetItemState(list_, 2, 0, LVIS_SELECTED);
+    user_.Key(list_, VK_RETURN);
+    user_.Settle();
+    user_.TapList(list_, 1, LVHT_ONITEMICON);
+    user_.StartTap(list_, user_.PartOf(list_, 1, LVHT_ONITEMICON), WM_LBUTTONDBLCLK);
+    user_.Settle();
+    ListView_SetItemState(list_, -1, 0, LVIS_SELECTED);
     Command(IDM_BOOKMARK_PLAY);
+    user_.Key(list_, VK_RETURN);
+    user_.Settle();
     EXPECT_TRUE(IsWindow(dialog_));
   });
-  EXPECT_EQ(g_messages, (Strings{"0 2", "1 0"}));
+  EXPECT_EQ(g_messages, (Strings{"0 2", "1 0", "0 0", "0 2"}));
 }
 
 TEST_F(BookmarksWindowTest, DeletesTheChosenOne) {

@@ -209,6 +209,28 @@ TEST_F(MediaPageTest, TapsOnBoxesCheckTapsBesideThemSelect) {
         << "its button collapses it";
     Tap(Tree(), {200, 200});  // beside all items
     Do(ID_ADD_CHECKED);
+    // Enter opens and closes groups and taps the boxes of files, as double taps do.
+    Do(ID_CHECK_NONE);
+    const auto is_open = [&] {
+      const HTREEITEM group = Node(Tree(), "Sine");
+      return (TreeView_GetItemState(Tree(), group, TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
+    };
+    for (const bool open : {true, false, true}) {
+      SelectNode("Sine");
+      Key(Tree(), VK_RETURN);
+      Settle();
+      EXPECT_EQ(is_open(), open);
+    }
+    for (const char* want : {".x...", "....."}) {
+      SelectNode("Sine\\One");
+      Key(Tree(), VK_RETURN);
+      Settle();
+      EXPECT_EQ(Boxes(), want);
+    }
+    StartTap(Tree(), PartOf(Tree(), Node(Tree(), "Sine\\Two"), TVHT_ONITEMLABEL), WM_LBUTTONDBLCLK);
+    Settle();
+    EXPECT_EQ(Boxes(), "..x..");
+    EXPECT_EQ(Dialog(), Sheet()) << "nothing closes it";
     // The space bar is a tap on the box of the selected node.
     Do(ID_CHECK_NONE);
     SelectNode("Sine");
@@ -232,6 +254,15 @@ TEST_F(MediaPageTest, ButtonsOfTheMenuBar) {
     ChooseMenuItem(6);
     Settle();
     EXPECT_EQ(Nodes(), "Music\n one.mp3\n three.mp3\n two.mp3\n");
+    // For the keyboard the bar is a menu; its own menus go on working.
+    for (int i = 0; i < 2; ++i) {
+      PostMessageW(Sheet(), WM_SYSCOMMAND, SC_KEYMENU, 0);
+      EXPECT_EQ(MenuItems(),
+                "Rescan Media Info 40019\nGroup 4294967295\nEdit media description 40042\n"
+                "Delete Selected Files 40023\nCheck 4294967295\n"
+                "Add checked items to current playlist 40040\n");
+      LeaveMenu();
+    }
     StartTapOnButton(ID_CHECKS);
     EXPECT_EQ(MenuItems(), "Check &All 40034\nCheck None 40035\nInvert Check State 40039\n");
     ChooseMenuItem(2);

@@ -171,13 +171,23 @@ TEST_F(CurrentPageTest, CommandsFollowWhatIsCheckedAndSelected) {
         {ID_CHECK_ALL, 0, "One x\nTwo x\nthree.mp3 x *\nPMR"},
         {ID_INVERT_SELECTION, 0, "One x *\nTwo x *\nthree.mp3 x\nPMR"},
         {ID_REMOVE_SELECTED, 0, "three.mp3 x\nP"},
+        {0, VK_RETURN, "three.mp3\n"},
+        {0, WM_LBUTTONDBLCLK, "three.mp3 x\nP"},
         {ID_SELECT_ALL, 0, "three.mp3 x *\nPMR"},
         {ID_SELECT_NONE, 0, "three.mp3 x\nP"},
         {ID_SELECT_ALL, 0, "three.mp3 x *\nPMR"},
         {ID_REMOVE_SELECTED, 0, ""},
     };
     for (const auto& step : steps) {
-      step.part ? TapList(step.command, step.part) : Do(step.command);
+      if (step.part == VK_RETURN) {
+        Key(List(), VK_RETURN);
+        Settle();
+      } else if (step.part == WM_LBUTTONDBLCLK) {
+        StartTap(List(), PartOf(List(), step.command, kLabel), WM_LBUTTONDBLCLK);
+        Settle();
+      } else {
+        step.part ? TapList(step.command, step.part) : Do(step.command);
+      }
       EXPECT_EQ(Shown(), step.want) << step.command;
     }
   });

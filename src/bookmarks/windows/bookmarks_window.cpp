@@ -258,6 +258,10 @@ ModalDialog::Handled BookmarksDialog::OnMessage(UINT message, WPARAM wparam, LPA
         store_.SortBy(
             static_cast<BookmarkColumn>(reinterpret_cast<const NMLISTVIEW*>(lparam)->iSubItem));
         Sort();
+      } else if (header->code == NM_DBLCLK ||
+                 (header->code == LVN_KEYDOWN &&
+                  reinterpret_cast<const NMLVKEYDOWN*>(lparam)->wVKey == VK_RETURN)) {
+        Post(kBookmarkPlay);
       } else {
         return Handled::kNo;
       }

@@ -16,6 +16,12 @@ namespace kelvo {
 inline constexpr UINT kUncheckedImage = 1;
 inline constexpr UINT kCheckedImage = 2;
 
+// Of a tap that is being told of; on the screen.
+inline POINT LastMessagePoint() noexcept {
+  const DWORD at = GetMessagePos();
+  return {static_cast<short>(LOWORD(at)), static_cast<short>(HIWORD(at))};
+}
+
 // A control draws nothing while this lives, then all of itself once.
 class RedrawPause {
  public:

@@ -43,6 +43,7 @@ class MediaPage final : public CatalogPage {
   LRESULT OnNotify(const NMHDR& header, LPARAM lparam) noexcept override;
   bool OnPageMessage(UINT message, WPARAM wparam) noexcept override;
 
+  void Choose(TreeNode node) noexcept;
   void ChangeChecks(int id) noexcept;
   void SetOrder(GroupingOrder order) noexcept;
   void MarkOrder() noexcept;

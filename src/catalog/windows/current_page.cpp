@@ -204,6 +204,7 @@ void CurrentPage::Sort(int column) noexcept {
 
 LRESULT CurrentPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
   if (header.hwndFrom != view()) return 0;
+  ToggleChosen(header, lparam);
   switch (header.code) {
     case static_cast<UINT>(LVN_GETDISPINFOW): {
       LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(lparam)->item;

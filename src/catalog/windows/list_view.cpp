@@ -62,6 +62,30 @@ bool SelectionChanged(const NMLISTVIEW& change) noexcept {
          ((change.uOldState ^ change.uNewState) & LVIS_SELECTED) != 0;
 }
 
+namespace {
+
+// The item of Enter or of a double tap beside its box, else -1.
+int ChosenItem(const NMHDR& header, LPARAM lparam) noexcept {
+  const HWND list = header.hwndFrom;
+  if (header.code == static_cast<UINT>(LVN_KEYDOWN)) {
+    const bool is_enter = reinterpret_cast<const NMLVKEYDOWN*>(lparam)->wVKey == VK_RETURN;
+    return is_enter ? ListView_GetNextItem(list, -1, LVNI_FOCUSED) : -1;
+  }
+  if (header.code != static_cast<UINT>(NM_DBLCLK)) return -1;
+  LVHITTESTINFO hit = {};
+  hit.pt = LastMessagePoint();
+  ScreenToClient(list, &hit.pt);
+  const int item = ListView_HitTest(list, &hit);
+  return (hit.flags & (LVHT_ONITEMICON | LVHT_ONITEMLABEL)) != 0 ? item : -1;
+}
+
+}  // namespace
+
+void ToggleChosen(const NMHDR& header, LPARAM lparam) noexcept {
+  const int item = ChosenItem(header, lparam);
+  if (item >= 0) SetItemChecked(header.hwndFrom, item, !IsItemChecked(header.hwndFrom, item));
+}
+
 void StyleList(HWND list) noexcept {
   const LPARAM styles = LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT | LVS_EX_ONECLICKACTIVATE;
   SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, styles);

@@ -23,6 +23,9 @@ void SetItemData(HWND list, int at, size_t data) noexcept;
 bool CheckChanged(const NMLISTVIEW& change) noexcept;
 bool SelectionChanged(const NMLISTVIEW& change) noexcept;
 
+// Enter, and a double tap beside its box, change an item's check.
+void ToggleChosen(const NMHDR& header, LPARAM lparam) noexcept;
+
 // The common style of the catalog's lists.
 void StyleList(HWND list) noexcept;
 

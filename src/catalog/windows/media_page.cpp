@@ -15,11 +15,6 @@ namespace {
 // Posted by a tap to the page itself: by then the tapped node is the selected one.
 constexpr UINT kRefreshMessage = WM_USER + 257;
 
-POINT LastMessagePoint() noexcept {
-  const DWORD at = GetMessagePos();
-  return {static_cast<short>(LOWORD(at)), static_cast<short>(HIWORD(at))};
-}
-
 // The control finds its scroll bars' ranges anew for each check that changes, unless it has none.
 class ScrollBarPause {
  public:
@@ -100,21 +95,38 @@ LRESULT MediaPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
     PostMessageW(window(), kRefreshMessage, 0, 0);
     return 0;
   }
-  // The box that the space bar is about to toggle is tapped as well.
-  if (header.code == static_cast<UINT>(TVN_KEYDOWN) &&
-      reinterpret_cast<const NMTVKEYDOWN*>(lparam)->wVKey == VK_SPACE) {
+  if (header.code == static_cast<UINT>(TVN_KEYDOWN)) {
     const TreeNode selected = tree_.Selected();
-    if (selected != kNoNode) CheckBoxTapped(tree_, selected);
+    const WORD key = reinterpret_cast<const NMTVKEYDOWN*>(lparam)->wVKey;
+    // The box that the space bar is about to toggle is tapped as well.
+    if (selected != kNoNode && key == VK_SPACE) CheckBoxTapped(tree_, selected);
+    if (selected != kNoNode && key == VK_RETURN) Choose(selected);
     return 0;
   }
-  if (header.code != static_cast<UINT>(NM_CLICK)) return 0;
+  const bool is_double = header.code == static_cast<UINT>(NM_DBLCLK);
+  if (!is_double && header.code != static_cast<UINT>(NM_CLICK)) return 0;
   bool on_box = false;
   bool on_item = false;
   const TreeNode node = tree_.HitTest(LastMessagePoint(), &on_box, &on_item);
   if (node == kNoNode) return 0;
+  if (is_double) {
+    if (on_item && tree_.IsFile(node)) Choose(node);  // a group opens by itself
+    return 0;
+  }
   if (on_item) PostMessageW(window(), kRefreshMessage, 0, 0);
   if (on_box) CheckBoxTapped(tree_, node);
   return 0;
+}
+
+// Enter opens and closes a group, and is a tap on the box of a file.
+void MediaPage::Choose(TreeNode node) noexcept {
+  if (!tree_.IsFile(node)) {
+    tree_.Toggle(node);
+    return;
+  }
+  const bool checked = tree_.IsChecked(node);
+  CheckBoxTapped(tree_, node);
+  tree_.SetChecked(node, !checked);
 }
 
 bool MediaPage::OnPageMessage(UINT message, WPARAM) noexcept {

@@ -58,6 +58,10 @@ void MediaTree::Remove(TreeNode node) noexcept {
   TreeView_DeleteItem(tree_, Item(node));
 }
 
+void MediaTree::Toggle(TreeNode node) noexcept {
+  TreeView_Expand(tree_, Item(node), TVE_TOGGLE);
+}
+
 TreeNode MediaTree::Next(TreeNode node, UINT relation) noexcept {
   return static_cast<TreeNode>(
       SendMessageW(tree_, TVM_GETNEXTITEM, relation, static_cast<LPARAM>(node)));

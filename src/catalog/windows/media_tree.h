@@ -19,6 +19,7 @@ class MediaTree final : public TreeSink, public PlaceTree {
 
   void Clear() noexcept;
   void Remove(TreeNode node) noexcept;
+  void Toggle(TreeNode node) noexcept;  // opens or closes it
   TreeNode Selected() noexcept;
   void Select(TreeNode node) noexcept;  // shows it as well
   // The node at a point of the screen, and on which part of it.

@@ -172,7 +172,9 @@ void PlaylistsPage::AddCheckedLists() noexcept {
 }
 
 LRESULT PlaylistsPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
-  if (header.code != GN_CONTEXTMENU || header.hwndFrom != view()) return 0;
+  if (header.hwndFrom != view()) return 0;
+  ToggleChosen(header, lparam);
+  if (header.code != GN_CONTEXTMENU) return 0;
   const int focused = ListView_GetNextItem(view(), -1, LVNI_FOCUSED);
   if (focused < 0 || ListView_GetItemState(view(), focused, LVIS_SELECTED) == 0) return 0;
   ShowPopup(reinterpret_cast<const NMRGINFO*>(lparam)->ptAction);
