@@ -36,6 +36,31 @@ void CloseAbout(User& user) {
   user.CloseBy(IDOK);
 }
 
+HWND Playlist() {
+  return FindWindowW(L"VelmoraPlaylist", nullptr);
+}
+
+void OpenEntryMenu(User& user) {
+  user.OpenContextMenu(Playlist(), {60, 39});
+}
+
+// Of the track that the menu was opened on.
+void OpenInfo(User& user) {
+  user.OpenByCommand(velmora::kCommandEntryInfo);
+}
+
+void OpenJump(User& user) {
+  user.OpenByCommand(velmora::kCommandJump);
+}
+
+void OpenPresetName(User& user) {
+  user.OpenByCommand(velmora::kCommandPresetSave);
+}
+
+void CloseDialog(User& user) {
+  user.CloseBy(IDCANCEL);
+}
+
 void DoubleSize(User& user) {
   Do(user, velmora::kCommandDoubleSize);
   Do(user, velmora::kCommandPlay);
@@ -52,6 +77,10 @@ void RollUp(User& user) {
 constexpr Shot kShots[] = {
     {L"player", Listen, nullptr},
     {L"player-menu", OpenMenu, CloseMenu},
+    {L"player-entry-menu", OpenEntryMenu, CloseMenu},
+    {L"player-info", OpenInfo, CloseDialog},
+    {L"player-jump", OpenJump, CloseDialog},
+    {L"player-preset-name", OpenPresetName, CloseDialog},
     {L"player-about", OpenAbout, CloseAbout},
     {L"player-double", DoubleSize, nullptr},
     {L"player-rolled-up", RollUp, nullptr},

@@ -88,7 +88,7 @@ until_true "the list enlarged by a fast drag" size_is "$playlist" "375 174"
 
 # Dialogs lie above all three, whatever is clicked; the menu bar of the sheet is a window of its own.
 read -r x y < <(arrangement | sed -n 2p)
-for key in F1 l shift+l alt+c alt+b; do
+for key in F1 l shift+l ctrl+s j alt+c alt+b; do
   xdotool windowactivate --sync "$main" key "$key"
   until_true "a dialog of $key" more_than 3
   dialog="$(top)"
