@@ -1,5 +1,5 @@
-/* Numbers of the player's texts, from TEXT_FIRST to TEXT_LAST. Read by the compiler and by the resource
-   compiler. */
+/* Numbers of the player's texts, from TEXT_FIRST to TEXT_LAST. Read by the compiler and by the
+   resource compiler. */
 #ifndef VELMORA_TEXT_IDS_H
 #define VELMORA_TEXT_IDS_H
 
