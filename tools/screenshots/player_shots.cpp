@@ -41,7 +41,7 @@ HWND Playlist() {
 }
 
 void OpenEntryMenu(User& user) {
-  user.OpenContextMenu(Playlist(), {60, 52});
+  user.OpenContextMenu(Playlist(), {60, 39});
 }
 
 // Of the track that the menu was opened on.

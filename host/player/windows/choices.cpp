@@ -34,23 +34,26 @@ HWND opening_over = nullptr;
 LRESULT CALLBACK PlaceMessage(int code, WPARAM wparam, LPARAM lparam) {
   if (code != HCBT_ACTIVATE) return CallNextHookEx(nullptr, code, wparam, lparam);
   UnhookWindowsHookEx(opening);
-  const auto box = reinterpret_cast<HWND>(wparam);
-  RECT place, parent;
-  GetWindowRect(box, &place);
-  GetWindowRect(opening_over, &parent);
-  MONITORINFO screen = {};
-  screen.cbSize = sizeof screen;
-  GetMonitorInfoW(MonitorFromRect(&parent, MONITOR_DEFAULTTONEAREST), &screen);
-  const LONG width = place.right - place.left, height = place.bottom - place.top;
-  const RECT& area = screen.rcWork;
-  SetWindowPos(box, nullptr,
-               Clamp((parent.left + parent.right - width) / 2, area.left, area.right - width),
-               Clamp((parent.top + parent.bottom - height) / 2, area.top, area.bottom - height), 0,
-               0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  PlaceOver(reinterpret_cast<HWND>(wparam), opening_over);
   return 0;
 }
 
 }  // namespace
+
+void PlaceOver(HWND dialog, HWND parent) {
+  RECT place, over;
+  GetWindowRect(dialog, &place);
+  GetWindowRect(parent, &over);
+  MONITORINFO screen = {};
+  screen.cbSize = sizeof screen;
+  GetMonitorInfoW(MonitorFromRect(&over, MONITOR_DEFAULTTONEAREST), &screen);
+  const LONG width = place.right - place.left, height = place.bottom - place.top;
+  const RECT& area = screen.rcWork;
+  SetWindowPos(dialog, nullptr,
+               Clamp((over.left + over.right - width) / 2, area.left, area.right - width),
+               Clamp((over.top + over.bottom - height) / 2, area.top, area.bottom - height), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
 
 int ShowMessage(HWND parent, const std::wstring& text, const std::wstring& caption, UINT flags) {
   opening_over = parent;

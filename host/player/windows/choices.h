@@ -36,6 +36,8 @@ class Menu {
 // A name as an item's text: what has a meaning in menus is shown as it is.
 std::wstring AsMenuText(const std::wstring& name);
 
+// In the middle of its parent, as far as the screen has room.
+void PlaceOver(HWND dialog, HWND parent);
 // A message box over its parent, not in the middle of the screen; returns its answer.
 int ShowMessage(HWND parent, const std::wstring& text, const std::wstring& caption, UINT flags);
 

@@ -1,9 +1,11 @@
 #include "host/player/windows/info_dialog.h"
 
 #include "host/input.h"
+#include "host/player/windows/choices.h"
 #include "host/res/dialog_ids.h"
 #include "host/text.h"
 #include "host/texts.h"
+#include "host/trouble.h"
 
 namespace velmora {
 namespace {
@@ -29,7 +31,7 @@ Fields FieldsOf(const Library& library, const std::wstring& path) {
   const Input input(library, path);
   FileInfo info;
   if (input.Missing() || !input.GetInfo(path, &info)) {
-    fields[TEXT_INFO_FORMAT] = Text(TEXT_INFO_UNREADABLE);
+    fields[TEXT_INFO_FORMAT] = Describe(TroubleOf(library, path));
     return fields;
   }
   fields[TEXT_INFO_TITLE] = info.title;
@@ -42,6 +44,7 @@ Fields FieldsOf(const Library& library, const std::wstring& path) {
 }
 
 void Begin(HWND dialog, const Fields& fields) {
+  PlaceOver(dialog, GetWindow(dialog, GW_OWNER));
   SetWindowTextW(dialog, Text(TEXT_CAPTION_INFO).c_str());
   SetDlgItemTextW(dialog, IDCANCEL, Text(TEXT_CLOSE).c_str());
   for (int i = 0; i < kFields; ++i) {

@@ -6,6 +6,7 @@
 
 #include "host/player/list_order.h"
 #include "host/player/play_order.h"
+#include "host/player/windows/choices.h"
 #include "host/res/dialog_ids.h"
 #include "host/text.h"
 #include "host/texts.h"
@@ -59,6 +60,7 @@ class JumpDialog {
 
   void Begin(HWND dialog) {
     dialog_ = dialog;
+    PlaceOver(dialog, GetWindow(dialog, GW_OWNER));
     list_ = GetDlgItem(dialog, CONTROL_FOUND);
     SetWindowTextW(dialog, Text(TEXT_CAPTION_JUMP).c_str());
     SetDlgItemTextW(dialog, CONTROL_SEARCH_LABEL, Text(TEXT_SEARCH).c_str());

@@ -93,6 +93,43 @@ TEST_F(PlayerList, AnEntryHasItsOwnMenu) {
   player_->user().LeaveMenu();
 }
 
+// What is shown while the mouse rests on a point of the skin; nothing: "".
+std::wstring TipAt(HWND window, Point at) {
+  HWND tips = nullptr;
+  do {
+    tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr);
+  } while (tips && GetWindow(tips, GW_OWNER) != window);
+  wchar_t text[80] = L"";
+  TTHITTESTINFOW hit = {};
+  hit.hwnd = window;
+  hit.pt = {at.x, at.y};
+  hit.ti.cbSize = TTTOOLINFOW_V2_SIZE;
+  hit.ti.lpszText = text;
+  if (SendMessageW(tips, TTM_HITTESTW, 0, reinterpret_cast<LPARAM>(&hit))) {
+    SendMessageW(tips, TTM_GETTEXTW, 80, reinterpret_cast<LPARAM>(&hit.ti));
+  }
+  return text;
+}
+
+TEST_F(PlayerList, ButtonsHaveTipsInTheUsersLanguage) {
+  const kelvo::test::LanguageValue value;
+  const Point play = {50, 97}, button = {25, 95};
+  EXPECT_EQ(TipAt(player_->main(), play), L"Play");
+  EXPECT_EQ(TipAt(player_->main(), {5, 40}), L"");
+  EXPECT_EQ(TipAt(player_->equalizer(), {27, 24}), L"Equalizer on or off");
+  EXPECT_EQ(TipAt(player_->playlist(), button), L"Add");
+  player_->Drag(player_->playlist(), {270, 111}, {270, 111 + 29});
+  EXPECT_EQ(TipAt(player_->playlist(), button), L"") << "it has moved";
+  EXPECT_EQ(TipAt(player_->playlist(), {button.x, button.y + 29}), L"Add");
+  player_->Command(kCommandLanguage + 1);
+  EXPECT_EQ(TipAt(player_->main(), play), L"Abspielen");
+  player_->Command(kCommandLanguage);
+  player_->Command(kCommandShade);
+  EXPECT_EQ(TipAt(player_->main(), play), L"");
+  player_->Command(kCommandDoubleSize);
+  EXPECT_EQ(TipAt(player_->main(), {250 * 2, 7 * 2}), L"Minimise");
+}
+
 // The values that a text asks for, in order.
 std::string Asked(const std::wstring& text) {
   std::string asked;
