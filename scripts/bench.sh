@@ -13,6 +13,12 @@ for program in bench_*; do
   say "== $program"
   "./$program"
 done
+# With the system's own controls, on a display of its own.
+if [[ $# -eq 0 || " $* " == *" catalog "* ]]; then
+  "$kelvo_root/scripts/build.sh" --target benches i686
+  say "== bench_catalog"
+  (cd "$kelvo_build/i686/bin" && unset DISPLAY && "$kelvo_root/scripts/wine.sh" i686 ./bench_catalog.exe)
+fi
 for script in "$kelvo_root"/tests/bench/*.sh; do
   [[ -e $script ]] || continue
   name="$(basename "$script" .sh)"

@@ -4,6 +4,7 @@
 
 #include "base/windows/pocketpc.h"
 #include "pocketpc/aygshell/hook.h"
+#include "pocketpc/aygshell/tree_label.h"
 
 namespace kelvo {
 namespace {
@@ -20,10 +21,17 @@ bool IsDown(int key) noexcept {
   return GetKeyState(key) < 0;
 }
 
+bool IsOfClass(HWND control, const wchar_t* name) noexcept {
+  wchar_t own[32];
+  return GetClassNameW(control, own, ARRAYSIZE(own)) && lstrcmpiW(own, name) == 0;
+}
+
+bool IsTree(HWND control) noexcept {
+  return IsOfClass(control, WC_TREEVIEWW);
+}
+
 bool RecognisesHolding(HWND control) noexcept {
-  wchar_t name[32];
-  if (!GetClassNameW(control, name, ARRAYSIZE(name))) return false;
-  return lstrcmpiW(name, WC_LISTVIEWW) == 0 || lstrcmpiW(name, WC_TREEVIEWW) == 0;
+  return IsTree(control) || IsOfClass(control, WC_LISTVIEWW);
 }
 
 void TellParent(HWND control, POINT at) noexcept {
@@ -61,9 +69,7 @@ bool WaitForHold(HWND client, POINT down) noexcept {
 
 // As a tap would have done.
 void SelectAt(HWND control, POINT client) noexcept {
-  wchar_t name[32] = L"";
-  GetClassNameW(control, name, ARRAYSIZE(name));
-  if (lstrcmpiW(name, WC_TREEVIEWW) == 0) {
+  if (IsTree(control)) {
     TVHITTESTINFO hit = {};
     hit.pt = client;
     if (TreeView_HitTest(control, &hit)) TreeView_SelectItem(control, hit.hItem);
@@ -102,6 +108,9 @@ LRESULT OnDialogMessage(const HookedMessage& call) noexcept {
     if (header->code == static_cast<UINT>(NM_RCLICK) && RecognisesHolding(header->hwndFrom)) {
       TellParent(header->hwndFrom, LastMessagePoint());
       return 1;  // handled: no WM_CONTEXTMENU
+    }
+    if (header->code == static_cast<UINT>(NM_CUSTOMDRAW) && IsTree(header->hwndFrom)) {
+      return OnTreeDraws(*reinterpret_cast<const NMTVCUSTOMDRAW*>(call.lparam));
     }
   }
   return call.Pass();

@@ -74,6 +74,16 @@ class Information final : public kelvo::MediaInformation {
   bool WmaAvailable() noexcept override { return false; }
 };
 
+// What this process has used; other programs' work does not count.
+double CpuSeconds() {
+  FILETIME started, ended, system, own;
+  GetProcessTimes(GetCurrentProcess(), &started, &ended, &system, &own);
+  const auto seconds = [](const FILETIME& time) {
+    return (time.dwLowDateTime + time.dwHighDateTime * 4294967296.0) / 1e7;
+  };
+  return seconds(system) + seconds(own);
+}
+
 // Fills a control of this kind on the windows' thread and empties it again.
 template <class Fill>
 double PlainSeconds(const kelvo::test::User& user, const wchar_t* kind, DWORD style,
@@ -166,11 +176,13 @@ class Measurement {
  private:
   template <class Work>
   void Time(const char* what, double goal, const Work& work) {
+    const double cpu = CpuSeconds();
     const double seconds = Seconds([&] {
       work();
       user_.Run([&] { UpdateWindow(user_.Page()); });
     });
-    printf("%-26s %8.3f s, %6.2f x plain insertions", what, seconds, seconds / plain_);
+    printf("%-26s %8.3f s, cpu %6.3f s, %6.2f x plain insertions", what, seconds,
+           CpuSeconds() - cpu, seconds / plain_);
     if (goal > 0) printf(" (goal <= %.1f s) %s", goal, seconds <= goal ? "ok" : "MISSED");
     printf("\n");
     fflush(stdout);

@@ -119,10 +119,11 @@ TEST_F(BookmarksWindowTest, ShowsThreeColumnsLiveOnesFirstAndItsCommandsInAMenuB
     EXPECT_EQ(user_.Columns(list_), " 18|Time 45|Title 175");
     EXPECT_EQ(ListView_GetExtendedListViewStyle(list_),
               DWORD{LVS_EX_FULLROWSELECT | LVS_EX_ONECLICKACTIVATE});
-    for (const int width : {0, 200}) {
+    for (const int width : {0, 500, 200}) {
       if (width != 0) SetWindowPos(dialog_, nullptr, 0, 0, width, 150, SWP_NOZORDER);
       RECT client, covered;
       GetClientRect(dialog_, &client);
+      EXPECT_EQ(ListView_GetColumnWidth(list_, 2), 175 + std::max(client.right - 240, 0L));
       GetWindowRect(list_, &covered);
       EXPECT_EQ(covered.right - covered.left, client.right);
       EXPECT_EQ(covered.bottom - covered.top, client.bottom);

@@ -114,9 +114,8 @@ void BookmarksDialog::CreateList() noexcept {
 
 void BookmarksDialog::Stretch() noexcept {
   RECT client;
-  if (list() && GetClientRect(window(), &client)) {
-    MoveWindow(list(), 0, 0, client.right, client.bottom, TRUE);
-  }
+  if (!list() || !GetClientRect(window(), &client)) return;
+  MoveWindow(list(), 0, 0, client.right, client.bottom, TRUE);
   // The title, the last column, takes what a wider screen has.
   const int extra = ExtraWidth(window());
   if (extra == extra_) return;

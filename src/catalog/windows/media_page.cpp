@@ -142,7 +142,7 @@ void MediaPage::ChangeChecks(int id) noexcept {
   if (id == ID_INVERT_CHECKS) {
     InvertChecksBelow(tree_, kNoNode);
   } else {
-    SetChecksBelow(tree_, kNoNode, id == ID_CHECK_ALL);
+    tree_.SetAllChecks(id == ID_CHECK_ALL);
   }
 }
 

@@ -52,9 +52,19 @@ void MediaTree::Detach() noexcept {
 
 void MediaTree::Clear() noexcept {
   TreeView_DeleteAllItems(tree_);
+  nodes_.Clear();
+  knows_nodes_ = true;
+}
+
+void MediaTree::SetAllChecks(bool checked) noexcept {
+  if (!knows_nodes_) return SetChecksBelow(*this, kNoNode, checked);
+  for (const TreeNode node : nodes_) SetChecked(node, checked);
 }
 
 void MediaTree::Remove(TreeNode node) noexcept {
+  for (size_t i = nodes_.size(); i-- > 0;) {
+    if (nodes_[i] == node) nodes_.RemoveAt(i);
+  }
   TreeView_DeleteItem(tree_, Item(node));
 }
 
@@ -99,7 +109,9 @@ TreeNode MediaTree::Add(TreeNode parent, NodeKind kind, const wchar_t* label) no
   item.cChildren = kind == NodeKind::kFile ? 0 : 1;
   const TreeNode node = static_cast<TreeNode>(
       SendMessageW(tree_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
-  if (node != kNoNode && kind == NodeKind::kFolder) {
+  if (node == kNoNode) return kNoNode;
+  knows_nodes_ = nodes_.Append(node) && knows_nodes_;
+  if (kind == NodeKind::kFolder) {
     TVITEMW data = {};
     data.mask = TVIF_HANDLE | TVIF_PARAM;
     data.hItem = Item(node);

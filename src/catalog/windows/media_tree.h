@@ -20,6 +20,7 @@ class MediaTree final : public TreeSink, public PlaceTree {
   void Clear() noexcept;
   void Remove(TreeNode node) noexcept;
   void Toggle(TreeNode node) noexcept;  // opens or closes it
+  void SetAllChecks(bool checked) noexcept;
   TreeNode Selected() noexcept;
   void Select(TreeNode node) noexcept;  // shows it as well
   // The node at a point of the screen, and on which part of it.
@@ -43,6 +44,9 @@ class MediaTree final : public TreeSink, public PlaceTree {
   int ImageOf(TreeNode node) noexcept;
 
   HWND tree_ = nullptr;
+  // All of them, in no order: asking the control for each next one takes longer than its check.
+  Array<TreeNode> nodes_;
+  bool knows_nodes_ = true;  // there was memory for them
   UniqueIconList images_;
 };
 
