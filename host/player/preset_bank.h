@@ -24,9 +24,9 @@ class PresetBank {
   // An index into the last list. Sets preamplifier and bands and leaves the rest; false, and
   // nothing changes, when the file cannot be read or holds no slider positions.
   bool Load(size_t index, EqualizerState* state) const;
-  // Lets the user name it, above `parent`.
   // Why no file can be written where presets are; empty: one can.
   std::wstring WhyNotSaved() const;
+  // Lets the user name it, above `parent`.
   bool Save(const EqualizerState& state, HWND parent) const;
   // False for a preset whose file cannot be told from its name.
   bool Delete(size_t index) const;

@@ -51,7 +51,8 @@ TEST(TagEdit, BuildsBothForms) {
   for (const auto& c : cases) {
     edit.Build(Texts(thirty, c.track, c.comment), c.genre);
     const std::string bytes(reinterpret_cast<const char*>(edit.bytes()), kId3v1Bytes);
-    EXPECT_EQ(bytes.substr(3), Id3v1Tag(thirty, thirty, thirty, 0).substr(3, 94) + c.want) << c.name;
+    EXPECT_EQ(bytes.substr(3), Id3v1Tag(thirty, thirty, thirty, 0).substr(3, 94) + c.want)
+        << c.name;
   }
 }
 

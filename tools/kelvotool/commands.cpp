@@ -29,7 +29,8 @@ constexpr char kHelp[] =
     "  --help                 this text\n"
     "\n"
     "Exit code: 0 when all went well, 1 when some file could not be used or written, or lint or\n"
-    "effects found something, 2 for wrong usage. When a file cannot be used, save writes nothing.\n";
+    "effects found something, 2 for wrong usage. When a file cannot be used, save writes "
+    "nothing.\n";
 
 class Tool {
  public:
