@@ -2,11 +2,26 @@
 
 #include <kelvo/bookmarks.h>
 #include <kelvo/messages.h>
+#include <kelvo/settings.h>
 
 #include "host/system.h"
 #include "host/text.h"
 
 namespace velmora {
+namespace {
+
+// Of the file that the library keeps the bookmarks in; 0 without one.
+DWORD BytesKept() {
+  wchar_t folder[kelvo::kMaxText] = L"";
+  DWORD bytes = sizeof folder - sizeof *folder;
+  RegGetValueW(HKEY_LOCAL_MACHINE, kelvo::kInstallationKey, kelvo::kInstallFolderValue,
+               RRF_RT_REG_SZ, nullptr, folder, &bytes);
+  WIN32_FILE_ATTRIBUTE_DATA data;
+  const std::wstring file = std::wstring(folder) + L"\\bookmarks.dat";
+  return GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data) ? data.nFileSizeLow : 0;
+}
+
+}  // namespace
 
 BookmarkLink::BookmarkLink(const Library& library, Player& player)
     : player_(player), bookmarks_(library.Get<kelvo::Bookmarks>(kelvo::kFeatureBookmarks)) {
@@ -16,9 +31,15 @@ BookmarkLink::BookmarkLink(const Library& library, Player& player)
 bool BookmarkLink::AddCurrent() {
   const PlayerStatus status = player_.status();
   if (!bookmarks_ || status.state == PlayState::kStopped) return false;
-  return bookmarks_->AddBookmark(player_.open_path().c_str(),
-                                 static_cast<int32_t>(status.position_ms / 1000),
-                                 status.title.c_str()) != 0;
+  const DWORD before = BytesKept();
+  SetLastError(ERROR_ACCESS_DENIED);  // so it is where nothing is tried: over a read-only file
+  const bool added = bookmarks_->AddBookmark(player_.open_path().c_str(),
+                                             static_cast<int32_t>(status.position_ms / 1000),
+                                             status.title.c_str()) != 0;
+  const DWORD why = GetLastError();
+  if (added && BytesKept() > before) return true;  // the library does not say that it could not
+  SetLastError(why);
+  return false;
 }
 
 void BookmarkLink::Show(HWND parent) {

@@ -19,7 +19,8 @@ class BookmarkLink {
  public:
   BookmarkLink(const Library& library, Player& player);  // both outlive this
 
-  // Adds the place that plays; false when nothing plays.
+  // Adds the place that plays; false when nothing plays, or the file of the bookmarks cannot be
+  // written: GetLastError tells why.
   bool AddCurrent();
   // The window; `parent` receives kMessagePlayBookmark, also while it is open.
   void Show(HWND parent);

@@ -31,6 +31,10 @@ TEST(PlayerLinks, BookmarksPlayAndEnqueue) {
   EXPECT_TRUE(link.AddCurrent());
   const std::string kept = folder.Read(L"bookmarks.dat");
   EXPECT_NE(kept.find(std::string("E\0i\0g\0h\0t\0", 10)), std::string::npos);
+  SetFileAttributesW(folder.Path(L"bookmarks.dat").c_str(), FILE_ATTRIBUTE_READONLY);
+  EXPECT_FALSE(link.AddCurrent()) << "not into the file";
+  EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ACCESS_DENIED));
+  SetFileAttributesW(folder.Path(L"bookmarks.dat").c_str(), FILE_ATTRIBUTE_NORMAL);
 
   ASSERT_TRUE(rig.player.PlayTrack(1));
   link.OnPlayBookmark(1, 0);

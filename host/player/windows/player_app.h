@@ -102,6 +102,7 @@ class PlayerApp {
   void ShowNotice();
   void OnDialog(bool open);
   void SwitchLanguage(LANGID language);
+  void AddBookmark();
   void SavePreset();
   void DeletePreset(size_t index);
 

@@ -139,9 +139,7 @@ bool PlayerApp::DoFeatures(int command) {
       bookmarks_->Show(main_.handle());
       return true;
     case kCommandBookmarkAdd:
-      ShowHint(player_->status().state == PlayState::kStopped ? Text(TEXT_HINT_NOTHING_PLAYS)
-               : bookmarks_->AddCurrent()                     ? Text(TEXT_HINT_BOOKMARK_ADDED)
-                                                              : Text(TEXT_HINT_BOOKMARK_NOT_SAVED));
+      AddBookmark();
       return true;
     case kCommandAbout:
       About();
@@ -244,6 +242,16 @@ void PlayerApp::SwitchLanguage(LANGID language) {
   UseTexts(language);
   windows_.UpdateTips();
   if (!HasLettersOf(language)) ShowHint(TextIn(kEnglish, TEXT_HINT_NO_GLYPHS));
+}
+
+void PlayerApp::AddBookmark() {
+  if (player_->status().state == PlayState::kStopped) {
+    ShowHint(Text(TEXT_HINT_NOTHING_PLAYS));
+  } else if (bookmarks_->AddCurrent()) {
+    ShowHint(Text(TEXT_HINT_BOOKMARK_ADDED));
+  } else {
+    ShowHint(Text(TEXT_HINT_BOOKMARK_NOT_SAVED) + L": " + SystemReason());
+  }
 }
 
 void PlayerApp::SavePreset() {

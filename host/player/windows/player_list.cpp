@@ -71,9 +71,10 @@ void PlayerApp::StopAdding() {
 void PlayerApp::SaveList() {
   const std::wstring path = AskWhereToSaveList(main_.handle());
   if (path.empty()) return;
+  SetLastError(ERROR_ACCESS_DENIED);  // so it is where nothing is tried: over a read-only file
   const WrittenPlaylist result = WritePlaylist(path, player_->tracks());
   if (!result.written) {
-    ShowHint(Text(TEXT_HINT_NOT_SAVED));
+    ShowHint(Text(TEXT_HINT_NOT_SAVED) + L": " + SystemReason());
   } else if (result.lost_names > 0) {
     ShowHint(Text(TEXT_HINT_NAMES_LOST, {std::to_wstring(result.lost_names)}));
   } else {

@@ -67,6 +67,10 @@ main="$(owner "$equalizer")"
 [[ -n $main && $main == "$(owner "$playlist")" ]] || fail "the windows are not the main one's"
 in_task_bar="$(for w in $(clients); do xprop -id "$w" _NET_WM_STATE | grep -q SKIP_TASKBAR || echo "$w"; done)"
 [[ $in_task_bar == "$main" ]] || fail "in the task bar: $in_task_bar, not $main alone"
+# Meanwhile a program that is to go to another display is refused, not kept waiting.
+DISPLAY=:99 "$root/scripts/wine.sh" "$arch" cmd /c exit >"$folder/refused" 2>&1 &
+refused=$!
+
 active_is() { [[ $(ids _NET_ACTIVE_WINDOW) == "$1" ]]; }
 until_true "the keyboard in the main window" active_is "$main"
 
@@ -102,6 +106,9 @@ for key in F1 l shift+l ctrl+s j alt+c alt+b; do
   xdotool windowactivate "$dialog" key Escape
   until_true "the end of the dialog of $key" count_is 3
 done
+if wait "$refused" || ! grep -q 'still runs on display' "$folder/refused"; then
+  fail "another display: $(<"$folder/refused")"
+fi
 xdotool windowactivate --sync "$main" key alt+F4
 wait "$player" || fail "the player failed"
 trap - EXIT
