@@ -19,6 +19,8 @@ constexpr GUID kAudioType = {
     0x73647561, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x38, 0x9B, 0x71}};
 constexpr uint64_t kUnitsPerSecond = 10000000;
 constexpr DWORD kMaxOpenMs = 10000;
+constexpr uint64_t kBlockFrames = 256;  // of which all lengths of blocks are multiples
+constexpr uint64_t kLeadIn = kUnitsPerSecond / 2;
 
 constexpr AsfGuid kData = {0x36, 0x26, 0xB2, 0x75, 0x8E, 0x66, 0xCF, 0x11,
                            0xA6, 0xD9, 0x00, 0xAA, 0x00, 0x62, 0xCE, 0x6C};
@@ -122,6 +124,7 @@ HRESULT OpenAsfReader(const wchar_t* path, ComPtr<IWMSyncReader>* reader) noexce
 
 HRESULT AsfDecoder::Open(const wchar_t* path) noexcept {
   Close();
+  wanted_ = 0;
   HRESULT result = OpenAsfReader(path, &reader_);
   if (SUCCEEDED(result)) result = SelectAudio();
   if (SUCCEEDED(result)) result = ReadDuration();
@@ -184,25 +187,58 @@ HRESULT AsfDecoder::ReadDuration() noexcept {
                                     reinterpret_cast<BYTE*>(&duration_), &bytes);
 }
 
+// A decoder that begins in the middle lacks what its first blocks overlap with: they come out weak,
+// and begin with a jump.
 HRESULT AsfDecoder::Seek(uint64_t time) noexcept {
-  return reader_->SetRange(time, 0);
+  wanted_ = time;
+  return reader_->SetRange(time > kLeadIn ? time - kLeadIn : 0, 0);
 }
 
 HRESULT AsfDecoder::Read(Array<int16_t>* samples, uint64_t* end_time) noexcept {
+  uint64_t time = 0;
+  do {
+    const HRESULT result = ReadNext(samples, &time);
+    if (result != S_OK) return result;
+    *end_time = time + DurationOf(*samples);
+  } while (*end_time <= wanted_);
+  if (time < wanted_) {
+    const size_t early =
+        2 * static_cast<size_t>(((wanted_ - time) * rate_ + kUnitsPerSecond / 2) / kUnitsPerSecond);
+    const size_t left = samples->size() - (early < samples->size() ? early : samples->size());
+    memmove(samples->data(), samples->data() + samples->size() - left, left * sizeof(int16_t));
+    if (!samples->Resize(left)) return E_OUTOFMEMORY;
+  }
+  wanted_ = 0;
+  return S_OK;
+}
+
+uint64_t AsfDecoder::DurationOf(const Array<int16_t>& samples) const noexcept {
+  return (samples.size() / 2 * kUnitsPerSecond + rate_ / 2) / rate_;
+}
+
+HRESULT AsfDecoder::ReadNext(Array<int16_t>* samples, uint64_t* time) noexcept {
   ComPtr<INSSBuffer> buffer;
-  QWORD time = 0;
   QWORD length = 0;
   DWORD flags, output, bytes;
   WORD stream;
   BYTE* data;
+  QWORD begin = 0;
   HRESULT result =
-      reader_->GetNextSample(stream_, buffer.Receive(), &time, &length, &flags, &output, &stream);
+      reader_->GetNextSample(stream_, buffer.Receive(), &begin, &length, &flags, &output, &stream);
   if (result == NS_E_NO_MORE_SAMPLES) return S_FALSE;
   if (SUCCEEDED(result)) result = buffer->GetBufferAndLength(&data, &bytes);
   if (SUCCEEDED(result)) result = ToStereo(data, bytes, samples);
+  *time = BlockTime(begin);
+  return FAILED(result) ? result : S_OK;
+}
 
-  *end_time = time + samples->size() / 2 * kUnitsPerSecond / rate_;
-  return result;
+// The file's times are whole milliseconds, and behind a seek the reader counts on from one of them.
+// But blocks begin at multiples of a number of frames.
+uint64_t AsfDecoder::BlockTime(uint64_t told) const noexcept {
+  const uint64_t frame = (told * rate_ + kUnitsPerSecond / 2) / kUnitsPerSecond;
+  const uint64_t nearest = (frame + kBlockFrames / 2) / kBlockFrames * kBlockFrames;
+  const uint64_t distance = frame > nearest ? frame - nearest : nearest - frame;
+  return distance <= rate_ / 1000 ? (nearest * kUnitsPerSecond + rate_ / 2) / rate_ : told;
 }
 
 HRESULT AsfDecoder::ToStereo(const uint8_t* data, size_t bytes,

@@ -7,6 +7,7 @@ namespace kelvo {
 namespace {
 
 constexpr double kUnitsPerSecond = 10000000;
+constexpr uint64_t kMillisecond = 10000;  // in the same units
 constexpr double kMaxSeconds = 1e9;
 constexpr DWORD kMaxGoodbyeMs = 2000;
 
@@ -193,12 +194,15 @@ void PlayerEngine::Silence() noexcept {
   if (playing_) change_pending_ = true;
   playing_ = false;
   audio_.Reset();
+  left_at_ = position_;
   SetPosition(0);
 }
 
 HRESULT PlayerEngine::DoSeek(uint64_t time) noexcept {
   if (!has_file_) return E_UNEXPECTED;
   if (time > duration_) time = duration_;
+  // Who pauses by stopping comes back with whole milliseconds: nothing is to be heard twice.
+  if (!playing_ && time <= left_at_ && left_at_ - time < kMillisecond) time = left_at_;
   if (playing_) {
     audio_.Reset();
     input_ended_ = false;

@@ -100,6 +100,7 @@ class PlayerEngine {
   AudioQueue audio_;
   bool playing_ = false;
   bool input_ended_ = false;
+  uint64_t left_at_ = 0;  // the position when it was stopped
   bool change_pending_ = false;
   bool quitting_ = false;
 };
