@@ -6,6 +6,33 @@
 namespace kelvo {
 namespace {
 
+// All that is below `top`, in the order node, what is below it, next sibling.
+class WalkBelow {
+ public:
+  WalkBelow(CheckTree& tree, TreeNode top) noexcept : tree_(tree), top_(top), node_(top) {}
+
+  // kNoNode at the end.
+  TreeNode Next() noexcept {
+    TreeNode next = tree_.FirstChild(node_);
+    if (next != kNoNode) parent_ = node_;
+    while (next == kNoNode && node_ != top_) {
+      next = tree_.NextSibling(node_);
+      if (next != kNoNode) break;
+      node_ = parent_;
+      parent_ = node_ == top_ ? kNoNode : tree_.Parent(node_);
+    }
+    return node_ = next;
+  }
+  TreeNode node() const noexcept { return node_; }
+  TreeNode parent() const noexcept { return parent_; }
+
+ private:
+  CheckTree& tree_;
+  TreeNode top_;
+  TreeNode node_;
+  TreeNode parent_ = kNoNode;
+};
+
 bool AddCopy(const MediaEntry& entry, EntryList* list) noexcept {
   MediaEntry* copy = list->Add(entry.path.c_str());
   if (!copy) return false;
@@ -53,30 +80,20 @@ void UncheckAncestors(CheckTree& tree, TreeNode node) noexcept {
   }
 }
 
-TreeNode NextBelow(CheckTree& tree, TreeNode top, TreeNode node) noexcept {
-  const TreeNode child = tree.FirstChild(node);
-  if (child != kNoNode) return child;
-  while (node != top) {
-    const TreeNode sibling = tree.NextSibling(node);
-    if (sibling != kNoNode) return sibling;
-    node = tree.Parent(node);
-  }
-  return kNoNode;
-}
-
 void SetChecksBelow(CheckTree& tree, TreeNode top, bool checked) noexcept {
-  for (TreeNode node = NextBelow(tree, top, top); node != kNoNode;
-       node = NextBelow(tree, top, node)) {
-    tree.SetChecked(node, checked);
-  }
+  WalkBelow walk(tree, top);
+  while (walk.Next() != kNoNode) tree.SetChecked(walk.node(), checked);
 }
 
 void InvertChecksBelow(CheckTree& tree, TreeNode top) noexcept {
-  for (TreeNode node = NextBelow(tree, top, top); node != kNoNode;
-       node = NextBelow(tree, top, node)) {
-    const bool was_checked = tree.IsChecked(node);
-    tree.SetChecked(node, !was_checked);
-    if (was_checked) UncheckAncestors(tree, node);
+  TreeNode unchecked = kNoNode;  // with all above it; they have been passed
+  WalkBelow walk(tree, top);
+  while (walk.Next() != kNoNode) {
+    const bool was_checked = tree.IsChecked(walk.node());
+    tree.SetChecked(walk.node(), !was_checked);
+    if (!was_checked || walk.parent() == unchecked) continue;
+    UncheckAncestors(tree, walk.node());
+    unchecked = walk.parent();
   }
 }
 
@@ -102,10 +119,10 @@ MediaEntry* EntryOfNode(EntryList& entries, TreeNode node) noexcept {
 
 void AddCheckedFiles(CheckTree& tree, const EntryList& media, EntryList* playlist) noexcept {
   NodeTable table(media);
-  for (TreeNode node = NextBelow(tree, kNoNode, kNoNode); node != kNoNode;
-       node = NextBelow(tree, kNoNode, node)) {
-    if (!tree.IsFile(node) || !tree.IsChecked(node)) continue;
-    const size_t at = table.Find(node);
+  WalkBelow walk(tree, kNoNode);
+  while (walk.Next() != kNoNode) {
+    if (!tree.IsChecked(walk.node()) || !tree.IsFile(walk.node())) continue;
+    const size_t at = table.Find(walk.node());
     if (at < media.size()) AddCopy(media[at], playlist);
   }
 }

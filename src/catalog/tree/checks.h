@@ -6,10 +6,6 @@
 
 namespace kelvo {
 
-// The next node below `top` in the order node, what is below it, sibling; the first one after `top`
-// itself. kNoNode at the end.
-TreeNode NextBelow(CheckTree& tree, TreeNode top, TreeNode node) noexcept;
-
 // All descendants of `top`; not itself.
 void SetChecksBelow(CheckTree& tree, TreeNode top, bool checked) noexcept;
 void InvertChecksBelow(CheckTree& tree, TreeNode top) noexcept;

@@ -53,6 +53,7 @@ void MediaTree::Detach() noexcept {
 void MediaTree::Clear() noexcept {
   TreeView_DeleteAllItems(tree_);
   nodes_.Clear();
+  file_ = kNoNode;
   knows_nodes_ = true;
 }
 
@@ -62,6 +63,7 @@ void MediaTree::SetAllChecks(bool checked) noexcept {
 }
 
 void MediaTree::Remove(TreeNode node) noexcept {
+  file_ = kNoNode;
   for (size_t i = nodes_.size(); i-- > 0;) {
     if (nodes_[i] == node) nodes_.RemoveAt(i);
   }
@@ -135,6 +137,7 @@ void MediaTree::SortFolders(TreeNode parent, const FolderOrder& order) noexcept 
 }
 
 TreeNode MediaTree::FirstChild(TreeNode node) noexcept {
+  if (node == file_ && node != kNoNode) return kNoNode;
   return node == kNoNode ? Next(kNoNode, TVGN_ROOT) : Next(node, TVGN_CHILD);
 }
 TreeNode MediaTree::NextSibling(TreeNode node) noexcept {
@@ -146,9 +149,7 @@ TreeNode MediaTree::Parent(TreeNode node) noexcept {
 
 bool MediaTree::IsChecked(TreeNode node) noexcept {
   TVITEMW item = {};
-  item.mask = TVIF_STATE;
-  item.stateMask = TVIS_STATEIMAGEMASK;
-  return GetItem(tree_, node, &item) && (item.state >> 12 & 15) == kCheckedImage;
+  return GetImageAndState(node, &item) && (item.state >> 12 & 15) == kCheckedImage;
 }
 
 void MediaTree::SetChecked(TreeNode node, bool checked) noexcept {
@@ -180,13 +181,18 @@ void MediaTree::Open(TreeNode node) noexcept {
 }
 
 bool MediaTree::IsFile(TreeNode node) noexcept {
-  return ImageOf(node) == static_cast<int>(NodeKind::kFile);
+  TVITEMW item = {};
+  if (node == kNoNode) return false;
+  return node == file_ || (GetImageAndState(node, &item) && node == file_);
 }
 
-int MediaTree::ImageOf(TreeNode node) noexcept {
-  TVITEMW item = {};
-  item.mask = TVIF_IMAGE;
-  return node != kNoNode && GetItem(tree_, node, &item) ? item.iImage : -1;
+// Both at once, and what is below a file need not be asked for.
+bool MediaTree::GetImageAndState(TreeNode node, TVITEMW* item) noexcept {
+  item->mask = TVIF_IMAGE | TVIF_STATE;
+  item->stateMask = TVIS_STATEIMAGEMASK;
+  if (!GetItem(tree_, node, item)) return false;
+  if (item->iImage == static_cast<int>(NodeKind::kFile)) file_ = node;
+  return true;
 }
 
 }  // namespace kelvo

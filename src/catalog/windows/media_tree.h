@@ -41,12 +41,13 @@ class MediaTree final : public TreeSink, public PlaceTree {
 
  private:
   TreeNode Next(TreeNode node, UINT relation) noexcept;
-  int ImageOf(TreeNode node) noexcept;
+  bool GetImageAndState(TreeNode node, TVITEMW* item) noexcept;
 
   HWND tree_ = nullptr;
   // All of them, in no order: asking the control for each next one takes longer than its check.
   Array<TreeNode> nodes_;
   bool knows_nodes_ = true;  // there was memory for them
+  TreeNode file_ = kNoNode;  // the last one that was seen to be a file
   UniqueIconList images_;
 };
 
