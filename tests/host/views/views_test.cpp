@@ -204,7 +204,7 @@ void ShowEqualizer(Gallery* gallery) {
   };
   show("off", {}, true);
   EqualizerViewState state;
-  state.on = state.bass = true;
+  state.on = state.bass = state.clips = true;
   state.active = false;
   const int kSliders[] = {27, 25, 22, 20, 17, 14, 13, 10, 7, 5, 2};
   std::copy_n(kSliders, kEqualizerSliders, state.sliders);
