@@ -223,7 +223,7 @@ TEST_F(PresetsFeatureTest, TheShippedPresetsAreReadableAndDifferent) {
     settings.insert(std::string(setting, setting + sizeof(setting)));
   }
   EXPECT_EQ(settings.size(), 10u);
-  EXPECT_EQ(settings.count('\x0D' + std::string(10, '\x0E')), 1u) << "flat leaves all as it is";
+  EXPECT_EQ(settings.count('\x1B' + std::string(10, '\x0E')), 1u) << "flat, with its headroom";
 }
 
 }  // namespace
