@@ -16,6 +16,8 @@ MOVING = {
     "player": SINGLE,
     "player-menu": SINGLE,
     "player-about": SINGLE,
+    "player-entry-menu": SINGLE,
+    "player-preset-name": SINGLE,
     "player-double": ((8, 36, 543, 169), (20, 504, 517, 585), (254, 632, 445, 687)),
     "player-rolled-up": ((10, 150, 258, 190), (127, 214, 222, 241)),
 }

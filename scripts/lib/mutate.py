@@ -156,6 +156,9 @@ def main():
     # Where a preset of the copy would build, so that a compiler cache knows its files.
     build = tree / "build" / "native"
     copy_tree(options.root, tree)
+    media = build.parent / "media"
+    if not media.exists():
+        media.symlink_to(options.build / "media")
     # Debug information and linking would take most of a change's time.
     linker = ["-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld"] if shutil.which("ld.lld") else []
     configured = run(["cmake", "-S", str(tree), "-B", str(build), "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",

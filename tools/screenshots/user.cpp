@@ -92,16 +92,19 @@ void User::OpenMenu(int button) const {
 // late.
 void User::StandStill() const {
   SetCursorPos(0, 0);
-  Settle();
-  Run([this] {
-    HideCaret(nullptr);
-    const HWND toolbar = FindWindowExW(MenuBar(), nullptr, TOOLBARCLASSNAMEW, nullptr);
-    if (toolbar) SendMessageW(toolbar, TB_SETHOTITEM, static_cast<WPARAM>(-1), 0);
-    FindAny([](HWND window) {
-      RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-      return false;
+  bool hot = true;
+  for (int tries = 0; tries < 20 && hot; ++tries) {
+    Settle();
+    Run([&] {
+      HideCaret(nullptr);
+      const HWND toolbar = FindWindowExW(MenuBar(), nullptr, TOOLBARCLASSNAMEW, nullptr);
+      hot = toolbar && SendMessageW(toolbar, TB_SETHOTITEM, static_cast<WPARAM>(-1), 0) != -1;
+      FindAny([](HWND window) {
+        RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        return false;
+      });
     });
-  });
+  }
   Settle();
 }
 
