@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 namespace kelvo {
 
 // From now on menu bars follow the window, and closing it by its caption is Done. False when the
@@ -58,5 +60,10 @@ bool SheetTakesDone(HWND root) noexcept;
 // GN_CONTEXTMENU, and keep Enter for themselves. A right click counts as tap-and-hold; the dialog
 // does not see it as one.
 [[nodiscard]] bool WatchGestures(HWND dialog) noexcept;
+
+// The desktop's tree view cuts its labels where their widths end, but some letters of the device's
+// small font are drawn beyond: "Unknown" lost a part of its last letter. What a tree asks while it
+// draws itself; draws what is missing of a label. The answer.
+LRESULT OnTreeDraws(const NMTVCUSTOMDRAW& draw) noexcept;
 
 }  // namespace kelvo

@@ -4,7 +4,6 @@
 
 #include "base/windows/pocketpc.h"
 #include "pocketpc/aygshell/hook.h"
-#include "pocketpc/aygshell/tree_label.h"
 
 namespace kelvo {
 namespace {

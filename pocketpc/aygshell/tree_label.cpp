@@ -1,4 +1,4 @@
-#include "pocketpc/aygshell/tree_label.h"
+#include "pocketpc/aygshell/frame.h"
 
 namespace kelvo {
 namespace {

@@ -1,4 +1,4 @@
-// Menus, and dialogs that let the user choose files.
+// Menus, and dialogs that the player opens.
 #pragma once
 
 #include <windows.h>
@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "host/library.h"
 #include "host/player/skin/geometry.h"
+#include "host/player/track_list.h"
 
 namespace velmora {
 
@@ -46,5 +48,12 @@ std::vector<std::wstring> AskForMedia(HWND parent);
 std::wstring AskForSkin(HWND parent);
 std::wstring AskForFolder(HWND parent, const std::wstring& question);
 std::wstring AskWhereToSaveList(HWND parent);
+
+// Lets the user look for a track by words of its title or its file's name; the list shows what has
+// them all. `current` is shown first. kNoTrack when the user declines.
+size_t AskForTrack(HWND parent, const std::vector<Track>& tracks, size_t current);
+
+// What a file says about itself, in texts that can be copied.
+void ShowInfo(HWND parent, const Library& library, const std::wstring& path);
 
 }  // namespace velmora

@@ -1,7 +1,6 @@
-#include "host/player/windows/info_dialog.h"
+#include "host/player/windows/choices.h"
 
 #include "host/input.h"
-#include "host/player/windows/choices.h"
 #include "host/res/dialog_ids.h"
 #include "host/text.h"
 #include "host/texts.h"

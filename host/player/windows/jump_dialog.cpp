@@ -1,4 +1,4 @@
-#include "host/player/windows/jump_dialog.h"
+#include "host/player/windows/choices.h"
 
 #include <commctrl.h>
 
@@ -6,7 +6,6 @@
 
 #include "host/player/list_order.h"
 #include "host/player/play_order.h"
-#include "host/player/windows/choices.h"
 #include "host/res/dialog_ids.h"
 #include "host/text.h"
 #include "host/texts.h"

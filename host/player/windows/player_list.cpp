@@ -3,8 +3,6 @@
 #include "host/player/list_order.h"
 #include "host/player/playlist_files.h"
 #include "host/player/windows/choices.h"
-#include "host/player/windows/info_dialog.h"
-#include "host/player/windows/jump_dialog.h"
 #include "host/player/windows/player_app.h"
 #include "host/system.h"
 #include "host/text.h"

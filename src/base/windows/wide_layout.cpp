@@ -1,4 +1,4 @@
-#include "base/windows/wide_layout.h"
+#include "base/windows/dialog.h"
 
 namespace kelvo {
 namespace {

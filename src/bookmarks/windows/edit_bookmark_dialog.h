@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/windows/dialog.h"
-#include "base/windows/wide_layout.h"
 #include "bookmarks/bookmark_store.h"
 
 namespace kelvo {

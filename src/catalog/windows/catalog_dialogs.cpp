@@ -2,8 +2,8 @@
 
 #include "base/text/ansi.h"
 #include "base/text/wide.h"
+#include "base/windows/dialog.h"
 #include "base/windows/feature_dialog.h"
-#include "base/windows/wide_layout.h"
 #include "catalog/media/id3v1.h"
 #include "catalog/tag_editor/tag_edit.h"
 #include "entry/language/localized.h"
