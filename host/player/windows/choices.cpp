@@ -4,6 +4,8 @@
 #include <objbase.h>
 #include <shlobj.h>
 
+#include <utility>
+
 #include "host/texts.h"
 
 namespace velmora {
@@ -38,6 +40,29 @@ LRESULT CALLBACK PlaceMessage(int code, WPARAM wparam, LPARAM lparam) {
   return 0;
 }
 
+// What all questions for files have in common. It holds the texts that the system's record points
+// to.
+class FileQuestion {
+ public:
+  FileQuestion(HWND parent, int caption, std::wstring filter)
+      : parent_(parent), caption_(Text(caption)), filter_(std::move(filter)) {}
+  OPENFILENAMEW Fill(wchar_t* path, DWORD capacity) const {
+    OPENFILENAMEW ask = {};
+    ask.lStructSize = sizeof ask;
+    ask.hwndOwner = parent_;
+    ask.lpstrFilter = filter_.c_str();
+    ask.lpstrFile = path;
+    ask.nMaxFile = capacity;
+    ask.lpstrTitle = caption_.c_str();
+    ask.Flags = OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    return ask;
+  }
+
+ private:
+  const HWND parent_;
+  const std::wstring caption_, filter_;
+};
+
 }  // namespace
 
 void PlaceOver(HWND dialog, HWND parent) {
@@ -63,50 +88,30 @@ int ShowMessage(HWND parent, const std::wstring& text, const std::wstring& capti
 
 std::vector<std::wstring> AskForMedia(HWND parent) {
   std::vector<wchar_t> text(kManyPaths, 0);
-  const std::wstring filter =
-      Filter(TEXT_KIND_PLAYABLE, L"*.ogg;*.wma;*.m3u;*.pls;*.asx") + Filter(TEXT_KIND_ALL, L"*.*");
-  const std::wstring caption = Text(TEXT_CAPTION_OPEN);
-  OPENFILENAMEW ask = {};
-  ask.lStructSize = sizeof ask;
-  ask.hwndOwner = parent;
-  ask.lpstrFilter = filter.c_str();
-  ask.lpstrFile = text.data();
-  ask.nMaxFile = kManyPaths;
-  ask.lpstrTitle = caption.c_str();
-  ask.Flags =
-      OFN_ALLOWMULTISELECT | OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  const FileQuestion question(
+      parent, TEXT_CAPTION_OPEN,
+      Filter(TEXT_KIND_PLAYABLE, L"*.ogg;*.wma;*.m3u;*.pls;*.asx") + Filter(TEXT_KIND_ALL, L"*.*"));
+  OPENFILENAMEW ask = question.Fill(text.data(), kManyPaths);
+  ask.Flags |= OFN_ALLOWMULTISELECT | OFN_EXPLORER | OFN_FILEMUSTEXIST;
   if (!GetOpenFileNameW(&ask)) return {};
   return SplitPaths(text.data());
 }
 
 std::wstring AskForSkin(HWND parent) {
   wchar_t path[MAX_PATH] = L"";
-  const std::wstring filter = Filter(TEXT_KIND_SKINS, L"*.zip") + Filter(TEXT_KIND_ALL, L"*.*");
-  const std::wstring caption = Text(TEXT_CAPTION_SKIN);
-  OPENFILENAMEW ask = {};
-  ask.lStructSize = sizeof ask;
-  ask.hwndOwner = parent;
-  ask.lpstrFilter = filter.c_str();
-  ask.lpstrFile = path;
-  ask.nMaxFile = MAX_PATH;
-  ask.lpstrTitle = caption.c_str();
-  ask.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  const FileQuestion question(parent, TEXT_CAPTION_SKIN,
+                              Filter(TEXT_KIND_SKINS, L"*.zip") + Filter(TEXT_KIND_ALL, L"*.*"));
+  OPENFILENAMEW ask = question.Fill(path, MAX_PATH);
+  ask.Flags |= OFN_FILEMUSTEXIST;
   return GetOpenFileNameW(&ask) ? path : L"";
 }
 
 std::wstring AskWhereToSaveList(HWND parent) {
   wchar_t path[MAX_PATH] = L"";
-  const std::wstring filter = Filter(TEXT_KIND_PLAYLISTS, L"*.m3u");
-  const std::wstring caption = Text(TEXT_CAPTION_SAVE);
-  OPENFILENAMEW ask = {};
-  ask.lStructSize = sizeof ask;
-  ask.hwndOwner = parent;
-  ask.lpstrFilter = filter.c_str();
-  ask.lpstrFile = path;
-  ask.nMaxFile = MAX_PATH;
-  ask.lpstrTitle = caption.c_str();
+  const FileQuestion question(parent, TEXT_CAPTION_SAVE, Filter(TEXT_KIND_PLAYLISTS, L"*.m3u"));
+  OPENFILENAMEW ask = question.Fill(path, MAX_PATH);
   ask.lpstrDefExt = L"m3u";
-  ask.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  ask.Flags |= OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST;
   return GetSaveFileNameW(&ask) ? path : L"";
 }
 
