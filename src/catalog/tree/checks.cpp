@@ -81,6 +81,11 @@ MediaEntry* EntryOfNode(EntryList& entries, TreeNode node) noexcept {
 
 void AddCheckedFiles(const CatalogTree& tree, const EntryList& media,
                      EntryList* playlist) noexcept {
+  size_t checked = 0;
+  for (TreeNode node = 1; node <= tree.last(); ++node) {
+    checked += tree.IsFile(node) && tree.IsChecked(node);
+  }
+  playlist->GrowFor(checked);
   const NodeTable table(tree, media);
   WalkBelow walk(tree, kNoNode);
   while (const TreeNode node = walk.Next()) {
