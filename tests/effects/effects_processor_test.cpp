@@ -9,7 +9,7 @@
 
 #include "base/memory/heap.h"
 #include "effects/stages.h"
-#include "tests/effects/reference_effects.h"
+#include "tests/oracles/effects_model.h"
 #include "tests/effects/signals.h"
 #include "tests/support/raw_slot.h"
 

@@ -1,0 +1,167 @@
+// The tree in its seven orders, with a node that cannot be inserted or without, and then taps and
+// commands on its check boxes.
+#include <gtest/gtest.h>
+
+#include "base/memory/heap.h"
+#include "catalog/tree/build_tree.h"
+#include "catalog/tree/checks.h"
+#include "tests/catalog/text_tree.h"
+#include "tests/oracles/checks_model.h"
+#include "tests/oracles/grouping_model.h"
+
+namespace kelvo::oracle {
+namespace {
+
+using test::TextTree;
+using test::Utf8;
+using test::Wide;
+
+std::string Field(std::string text) {
+  text.resize(31);
+  return text;
+}
+
+GroupedFile SomeFile(Dice& dice) {
+  const std::string thirty = "123456789012345678901234567890";
+  // Among them two with the same 32-bit hash.
+  const std::string words[] = {"Sine", "SINE", "sinE ",  "",           "Square", "Saw",
+                               thirty, "s",    "liquid", "costarring", "\xE9",   "\xC9"};
+  const std::string names[] = {"Music", "MUSIC", "Music2",  "music2x", "Mus",
+                               "",      "a.mp3", "Mus\xEF", "MUS\xCF", thirty + thirty};
+  const std::string letters[] = {"a", "A", "b", "\\", "\\"};
+  GroupedFile file;
+  file.path = dice.OneIn(4) ? "" : "\\";
+  if (dice.OneIn(2)) {
+    file.path += dice.Row(letters, 8);
+  } else {
+    for (uint32_t depth = dice.Roll(5); depth > 0; --depth) file.path += dice.Of(names) + "\\";
+    file.path += dice.Of(names);
+  }
+  file.has_path = !dice.OneIn(12);
+  if (!dice.OneIn(5)) {
+    file.tag = {Field(dice.Of(words)), Field(dice.Of(words)), Field(dice.Of(words)),
+                Field(dice.Of(words))};
+  }
+  return file;
+}
+
+void CollectText(const TextTree& tree, TreeNode node, const EntryList& list, int depth,
+                 std::string* text) {
+  for (const TreeNode child : tree.nodes[node].children) {
+    const TextTree::Node& n = tree.nodes[child];
+    *text += std::string(static_cast<size_t>(depth), ' ') + "GLAFD"[static_cast<int>(n.kind)] +
+             (n.checked ? "+" : " ") + n.label;
+    for (size_t i = 0; i < list.size(); ++i) {
+      if (list[i].item == child) *text += "#" + std::to_string(i);
+    }
+    *text += "\n";
+    CollectText(tree, child, list, depth + 1, text);
+  }
+}
+
+// Also the nodes, in the same order.
+void CollectText(ModelNode* node, int depth, std::string* text, std::vector<ModelNode*>* nodes) {
+  for (ModelNode* child : node->children) {
+    nodes->push_back(child);
+    *text += std::string(static_cast<size_t>(depth), ' ') + child->kind +
+             (child->checked ? "+" : " ") + ToUtf8(child->label) +
+             (child->kind == 'F' ? "#" + std::to_string(child->file) : "") + "\n";
+    CollectText(child, depth + 1, text, nodes);
+  }
+}
+
+void CollectNodes(const TextTree& tree, TreeNode node, std::vector<TreeNode>* nodes) {
+  for (const TreeNode child : tree.nodes[node].children) {
+    nodes->push_back(child);
+    CollectNodes(tree, child, nodes);
+  }
+}
+
+void Compare(Dice& dice) {
+  std::vector<GroupedFile> files;
+  for (uint32_t n = dice.Roll(dice.OneIn(4) ? 30 : 10); n > 0; --n) {
+    const GroupedFile file = SomeFile(dice);
+    files.insert(files.end(), dice.OneIn(8) ? 2 : 1, file);
+  }
+  EntryList list;
+  for (const GroupedFile& file : files) {
+    MediaEntry* const entry = list.Add(Wide(ToUtf8(file.path)));
+    ASSERT_TRUE(entry);
+    entry->item = 999;
+    if (!file.has_path) entry->path.Clear();
+    if (!file.tag) continue;
+    entry->tag.Reset(HeapNew<TagBlock>());
+    const Id3v1Texts& t = *file.tag;
+    memcpy(entry->tag->title, (t.title + t.artist + t.album + t.genre).data(), sizeof(TagBlock));
+  }
+  const uint32_t order = 1 + dice.Roll(7);
+  TextTree tree;
+  TreeModel model(files);
+  if (dice.OneIn(3)) {  // a node of the whole tree, by its labels
+    TextTree whole;
+    BuildTree(list, ToGroupingOrder(order), whole);
+    const auto count = static_cast<uint32_t>(whole.nodes.size());
+    if (count > 1) tree.failing = whole.PathOf(1 + dice.Roll(count - 1));
+    for (size_t i = 0; i < tree.failing.size(); ++i) {  // as the model spells it
+      const auto lead = static_cast<uint8_t>(tree.failing[i]);
+      model.failing +=
+          lead < 0x80 ? tree.failing[i] : static_cast<char>(lead << 6 | (tree.failing[++i] & 0x3F));
+    }
+  }
+  BuildTree(list, ToGroupingOrder(order), tree);
+  model.Build(order);
+
+  std::vector<TreeNode> nodes;
+  CollectNodes(tree, kNoNode, &nodes);
+  for (uint32_t step = 0;; ++step) {
+    std::string got, want;
+    std::vector<ModelNode*> model_nodes;
+    CollectText(tree, kNoNode, list, 0, &got);
+    CollectText(&model.root, 0, &want, &model_nodes);
+    ASSERT_EQ(got, want) << "order " << order << ", step " << step;
+    if (step == 8 || nodes.empty()) break;
+    const uint32_t at = dice.Roll(static_cast<uint32_t>(nodes.size()));
+    const bool whole = dice.OneIn(4);
+    const TreeNode node = whole ? kNoNode : nodes[at];
+    ModelNode* const model_node = whole ? &model.root : model_nodes[at];
+    switch (dice.Roll(4)) {
+      case 0: {
+        const bool checked = dice.OneIn(2);
+        SetChecksBelow(tree, node, checked);
+        CheckBelow(model_node, checked);
+        break;
+      }
+      case 1:
+        InvertChecksBelow(tree, node);
+        InvertBelow(model_node);
+        model.root.checked = false;
+        break;
+      default:
+        CheckBoxTapped(tree, nodes[at]);
+        tree.SetChecked(nodes[at], !tree.IsChecked(nodes[at]));
+        TapBox(model_nodes[at]);
+    }
+  }
+  EntryList playlist;
+  std::vector<size_t> checked;
+  for (int time = 0; time < 2; ++time) {
+    AddCheckedFiles(tree, list, &playlist);
+    CheckedFiles(&model.root, &checked);
+  }
+  ASSERT_EQ(playlist.size(), checked.size());
+  for (size_t i = 0; i < checked.size(); ++i) {
+    const MediaEntry &got = playlist[i], &want = list[checked[i]];
+    ASSERT_EQ(Utf8(got.path.c_str()), Utf8(want.path.c_str()));
+    ASSERT_EQ(got.item, 1u);
+    ASSERT_EQ(static_cast<bool>(got.tag), static_cast<bool>(want.tag));
+    if (!got.tag) continue;
+    ASSERT_EQ(memcmp(got.tag.get(), want.tag.get(), sizeof(TagBlock)), 0);
+  }
+}
+
+TEST(Oracle, GroupingAndChecks) {
+  ForCases(2000, Compare);
+}
+
+}  // namespace
+}  // namespace kelvo::oracle
