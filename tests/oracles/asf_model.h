@@ -143,14 +143,14 @@ class AsfModel {
       const uint64_t type = Number(2);
       Take(Number(2) * 2);
       const Units text = Text(Take(Number(2) * 2), 8192);
-      if (type == 2 && !text.empty()) {
+      Take(Number(2));
+      if (type == 2 && !text.empty() && !broken_) {
         const bool variable = Upper(text.substr(0, 3)) == u"VBR";
         const size_t kbps = text.find(u"kbps");
         bits = variable ? 0 : FirstNumber(text, 0);
         rate = FirstNumber(text, variable ? text.find(u',') : kbps);
         if (text.find(u"stereo") != Units::npos) is_stereo = 1;
       }
-      Take(Number(2));
     }
     sample_rate = rate;
     stereo = is_stereo;

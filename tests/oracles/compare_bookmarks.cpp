@@ -66,7 +66,7 @@ void Compare(Dice& dice) {
   BookmarksModel model;
   files.PutFolder("\\V");
   for (const char* path : {"\\a", "\\b"}) files.Put(path, "");
-  model.existing = {u"\\a", u"\\b"};
+  model.existing = {u"\\", u"\\a", u"\\b"};
   files[kFile] = model.file = SomeFile(dice);
   model.Load();
   ASSERT_EQ(feature.LoadBookmarks(), static_cast<int32_t>(model.list.size()));
@@ -129,7 +129,8 @@ void Compare(Dice& dice) {
     ASSERT_EQ(files[kFile], model.file) << "step " << step;
     for (int32_t i = -1; i <= static_cast<int32_t>(model.list.size()); ++i) {
       position_out = -99;
-      ASSERT_EQ(feature.GetBookmark(i, path_out, text_out, &position_out) != 0, model.Exists(i));
+      ASSERT_EQ(feature.GetBookmark(i, path_out, text_out, &position_out) != 0, model.Exists(i))
+          << i << " step " << step << " '" << test::Utf8(path_out) << "'";
       if (!model.Has(i)) {
         ASSERT_EQ(position_out, -99);
         continue;

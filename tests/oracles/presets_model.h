@@ -35,6 +35,7 @@ class PresetsModel {
     return file && file->bytes.size() >= 31 ? file->bytes.substr(20, 11) : "";
   }
   int32_t List(const std::string& base) {
+    if (folders.count(base) == 0) return static_cast<int32_t>(names.size());
     for (const File& file : folders[base]) {
       const size_t size = file.name.size();
       if (size < 4 || Folded(file.name.substr(size - 4)) != ".EQF") continue;
