@@ -28,11 +28,21 @@ class Dice {
   const T& Of(const T (&choices)[kCount]) {
     return choices[Roll(kCount)];
   }
-  // Up to `most` of the pieces in a row.
-  template <uint32_t kCount>
-  std::string Row(const std::string (&pieces)[kCount], uint32_t most) {
+  // One of the words between the bars; several in a row, up to `most`.
+  template <class Char, size_t kSize>
+  std::basic_string<Char> Word(const Char (&words)[kSize]) {
+    uint32_t bars = 0;
+    for (const Char c : words) bars += c == '|';
+    size_t at = 0;
+    for (uint32_t left = Roll(bars + 1); left > 0; ++at) left -= words[at] == '|';
+    size_t end = at;
+    while (end + 1 < kSize && words[end] != '|') ++end;
+    return std::basic_string<Char>(words + at, end - at);
+  }
+  template <size_t kSize>
+  std::string Row(const char (&words)[kSize], uint32_t most) {
     std::string text;
-    for (uint32_t left = Roll(most + 1); left > 0; --left) text += Of(pieces);
+    for (uint32_t left = Roll(most + 1); left > 0; --left) text += Word(words);
     return text;
   }
 

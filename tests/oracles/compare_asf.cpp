@@ -16,16 +16,9 @@ using test::Le;
 using test::Utf16;
 
 std::string SomeText(Dice& dice) {
-  const std::string texts[] = {"",
-                               "Song",
-                               "a b",
-                               "9.0.1",
-                               "x",
-                               std::string("ab\0cd", 5),
-                               "12",
-                               std::string(28 + dice.Roll(5), 'g'),
-                               std::string(256 + dice.Roll(6), 't')};
-  return dice.Of(texts);
+  if (dice.OneIn(8)) return std::string(28 + dice.Roll(5), 'g');
+  if (dice.OneIn(8)) return std::string(256 + dice.Roll(6), 't');
+  return dice.Word("|Song|a b|9.0.1|x|ab\0cd|12");
 }
 
 uint64_t SomeNumber(Dice& dice) {
@@ -44,10 +37,10 @@ uint64_t SomeNumber(Dice& dice) {
 }
 
 std::string SomeAttribute(Dice& dice) {
-  const std::string names[] = {"WM/Genre",       "wm/genre", "WM/AlbumTitle",
-                               "WM/TrackNumber", "WM/TRACK", "WMFSDKVersion",
-                               "WM/GenreID",     "",         "WM/Picture"};
-  const std::string name = Utf16(dice.Of(names) + (dice.OneIn(4) ? "" : std::string(1, '\0')));
+  const std::string known = dice.Word(
+      "WM/Genre|wm/genre|WM/AlbumTitle|WM/TrackNumber|WM/TRACK|WMFSDKVersion|WM/GenreID||WM/"
+      "Picture");
+  const std::string name = Utf16(known + (dice.OneIn(4) ? "" : std::string(1, '\0')));
   const auto type = dice.OneIn(2) ? 0 : dice.Roll(7);
   const std::string text = Utf16(SomeText(dice)) + (dice.OneIn(8) ? "o" : "");
   if (dice.OneIn(20))
@@ -60,10 +53,8 @@ std::string SomeAttribute(Dice& dice) {
 }
 
 std::string SomeCodec(Dice& dice) {
-  const std::string pieces[] = {"VBR",    "vbr",         "64 kbps", ", ",    "44 kHz", "stereo",
-                                "Stereo", "mono",        " ",       "kbps",  "128",    "20.5",
-                                "KBPS",   "99999999999", ",",       "1-pass"};
-  const std::string text = dice.Row(pieces, 6);
+  const std::string text = dice.Row(
+      "VBR|vbr|64 kbps|, |44 kHz|stereo|Stereo|mono| |kbps|128|20.5|KBPS|99999999999|,|1-pass", 6);
   const std::string information(dice.OneIn(8) ? 300 : dice.Roll(3), 'i');
   return Le(dice.OneIn(4) ? 1 : 2, 2) + Le(5, 2) + Utf16("Name ") + Le(text.size(), 2) +
          Utf16(text) + Le(information.size(), 2) + information;
@@ -115,8 +106,7 @@ void Compare(Dice& dice) {
   if (dice.OneIn(6) && !file.empty())
     file[dice.Roll(static_cast<uint32_t>(file.size()))] ^= 1 << dice.Roll(8);
 
-  const Units paths[] = {u"\\m\\x.wma", u"a.b.wma", u"\\d.x\\Song", u"\\d\\.wma", u"", u"\\d\\"};
-  const Units path = dice.Of(paths);
+  const Units path = dice.Word(u"\\m\\x.wma|a.b.wma|\\d.x\\Song|\\d\\.wma||\\d\\");
   const auto info = std::make_unique<AsfInfo>();
   MemorySource source(file.data(), file.size());
   const bool taken =

@@ -35,7 +35,7 @@ TEST(Oracle, Effects) {
   FixedPointEffects object(g_platform);
   EffectsProcessor& effects = object;
   test::ReferenceEffects model;
-  ForCases(20000, [&](Dice& dice) {
+  ForCases(10000, [&](Dice& dice) {
     const int32_t modes[] = {0, 1, 2, 3, 4, 0, 5, -1, INT32_MIN, INT32_MAX};
     const int32_t preamps[] = {0, 3, 13, 13, 14, 27, 28, -1, INT32_MIN, INT32_MAX};
     const int32_t beyond[] = {28, -1, -100, INT32_MIN, INT32_MAX};

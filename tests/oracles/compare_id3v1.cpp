@@ -17,24 +17,18 @@ std::string Whole(const TagField& field) {
   return {field, sizeof(field)};
 }
 
-const std::string kPieces[] = {
-    " ", "  ", std::string(1, '\0'), std::string(5, '\0'), "T", "TAG", "a", "b c", "\xE9", "\xDF",
-};
-
 std::string FieldBytes(Dice& dice, size_t length) {
-  std::string bytes = dice.Row(kPieces, 14);
+  std::string bytes = dice.Row(" |  |\0|\0\0\0\0|T|TAG|a|b c|\xE9|\xDF", 14);
   while (bytes.size() < length) bytes += dice.OneIn(2) ? ' ' : dice.OneIn(4) ? 'x' : '\0';
   return bytes.substr(0, length);
 }
 
 std::string Typed(Dice& dice, size_t most) {
-  const std::string pieces[] = {"a", "b c", " ", "\xE9", "0123456789"};
-  return dice.Row(pieces, 6).substr(0, most);
+  return dice.Row("a|b c| |\xE9|0123456789", 6).substr(0, most);
 }
 
 void Compare(Dice& dice) {
-  const std::string paths[] = {"\\d\\a.mp3", "a.mp3", "\\\xE9.mp3", "\\x\\", "b", ""};
-  const std::string path = dice.Of(paths);
+  const std::string path = dice.Word("\\d\\a.mp3|a.mp3|\\\xE9.mp3|\\x\\|b|");
   std::string file = FieldBytes(dice, dice.Roll(140));
   if (!dice.OneIn(4)) file += "TAG" + FieldBytes(dice, 124) + static_cast<char>(dice.Roll(256));
   if (dice.OneIn(8)) file += FieldBytes(dice, dice.Roll(3));
@@ -83,9 +77,12 @@ void Compare(Dice& dice) {
     ASSERT_EQ(Utf8(shown.track), texts.track);
     ASSERT_EQ(Utf8(shown.comment), ToUtf8(texts.comment));
 
-    const std::string tracks[] = {"", "", "0", "7", "12", "300", "x", "1x", "256"};
-    const EditorTexts typed = {Typed(dice, 30), Typed(dice, 30), Typed(dice, 30),
-                               Typed(dice, 4),  dice.Of(tracks), Typed(dice, 30)};
+    const EditorTexts typed = {Typed(dice, 30),
+                               Typed(dice, 30),
+                               Typed(dice, 30),
+                               Typed(dice, 4),
+                               dice.Word("||0|7|12|300|x|1x|256"),
+                               Typed(dice, 30)};
     const auto type = [](const std::string& text, wchar_t* to, size_t capacity) {
       CopyWide(to, capacity, Wide(ToUtf8(text)));
     };

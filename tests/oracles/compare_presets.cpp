@@ -26,21 +26,10 @@ class Answers final : public PresetPrompts {
 };
 
 std::string SomeName(Dice& dice) {
-  const std::string names[] = {"Rock",
-                               "rOCK",
-                               "a.b",
-                               "",
-                               "\xE9t\xE9",
-                               "Pop",
-                               "a?b",
-                               "..\\x",
-                               "a\tb",
-                               " ",
-                               "x.eqf",
-                               "1234567890123456789",
-                               "12345678901234567890",
-                               std::string(200 + dice.Roll(59), 'n')};
-  return dice.Of(names);
+  if (dice.OneIn(14)) return std::string(200 + dice.Roll(59), 'n');
+  return dice.Word(
+      "Rock|rOCK|a.b||\xE9t\xE9|Pop|a?b|..\\x|a\tb| "
+      "|x.eqf|1234567890123456789|12345678901234567890");
 }
 
 // Files that the feature has written stand where the file system has put them.
@@ -70,10 +59,9 @@ void Compare(Dice& dice) {
     model.folders[base] = {};
     const uint32_t most = dice.OneIn(100) ? 60 : 5;
     for (uint32_t n = dice.Roll(most); n > 0; --n) {
-      const std::string extensions[] = {".eqf", ".EQF", ".eqf", ".eqfx", "eqf", ".txt"};
       std::string name = dice.OneIn(3) ? std::to_string(n) : SomeName(dice);
       if (name.find_first_of("\\?\t") != std::string::npos || name.size() > 100) name = "n";
-      name += dice.Of(extensions);
+      name += dice.Word(".eqf|.EQF|.eqf|.eqfx|eqf|.txt");
       const std::string path = base + ("\\presets\\" + name);
       if (files.Find(ToUtf8(path))) continue;
       std::string bytes(dice.Roll(40), 'x');

@@ -1,6 +1,8 @@
 // Playlists as they are described: whole texts, by recursion, without any bound.
 #pragma once
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -17,7 +19,10 @@ struct ListedFile {
 
 class PlaylistModel {
  public:
-  std::map<std::string, std::string> files;       // by folded path
+  // The bytes of a file.
+  std::function<std::optional<std::string>(const std::string& path)> find;
+  // For files that name each other: with a bound no list inside itself is read either.
+  size_t most_lists = 0;
   std::map<std::string, Id3v1Texts> information;  // what the plug-ins say, unlimited, by path
   bool wma_available = true;
   std::vector<ListedFile> list;
@@ -25,13 +30,11 @@ class PlaylistModel {
   void AddPath(const std::string& path) {
     if (path.size() < 4 || path[path.size() - 4] != '.') return;
     const std::string kind = Folded(path.substr(path.size() - 3));
-    if (kind == "M3U") return ReadM3u(path);
-    if (kind == "PLS") return ReadPls(path);
-    if (kind == "ASX") return ReadAsx(path);
-    const auto file = files.find(Folded(path));
-    if (file == files.end()) return;
+    if (kind == "M3U" || kind == "PLS" || kind == "ASX") return ReadList(path, kind);
+    const auto file = find(path);
+    if (!file) return;
     if (kind == "MP3" || kind == "MP2" || kind == "MP1") {
-      list.push_back({path, ReadId3v1Model(file->second)});
+      list.push_back({path, ReadId3v1Model(*file)});
     } else if (kind == "OGG" || ((kind == "WMA" || kind == "ASF") && wma_available)) {
       const Id3v1Texts& texts = information[path];
       list.push_back({path, Id3v1Texts{Cut(texts.title), Cut(texts.artist), Cut(texts.album),
@@ -67,11 +70,10 @@ class PlaylistModel {
 
   // What a 260-byte buffer gets of a file in text mode, call by call.
   std::vector<std::string> Lines(const std::string& path) const {
-    const auto file = files.find(Folded(path));
-    if (file == files.end()) return {};
+    const std::string bytes = find(path).value_or("");
     std::string text;
-    for (size_t i = 0; i < file->second.size() && file->second[i] != 0x1A; ++i) {
-      if (file->second.compare(i, 2, "\r\n") != 0) text += file->second[i];
+    for (size_t i = 0; i < bytes.size() && bytes[i] != 0x1A; ++i) {
+      if (bytes.compare(i, 2, "\r\n") != 0) text += bytes[i];
     }
     std::vector<std::string> lines;
     for (size_t at = 0; at < text.size();) {
@@ -95,6 +97,13 @@ class PlaylistModel {
     if (path.size() < 260) AddPath(path);
   }
 
+  void ReadList(const std::string& path, const std::string& kind) {
+    const bool is_inside = std::find(open_.begin(), open_.end(), Folded(path)) != open_.end();
+    if (most_lists != 0 && (++lists_ > most_lists || is_inside)) return;
+    open_.push_back(Folded(path));
+    kind == "M3U" ? ReadM3u(path) : kind == "PLS" ? ReadPls(path) : ReadAsx(path);
+    open_.pop_back();
+  }
   void ReadM3u(const std::string& path) {
     for (const std::string& whole : Lines(path)) {
       if (whole[0] == '#') continue;
@@ -126,6 +135,9 @@ class PlaylistModel {
       AddIfItFits(prefix + rest.substr(0, end));
     }
   }
+
+  size_t lists_ = 0;
+  std::vector<std::string> open_;
 };
 
 }  // namespace kelvo::oracle
