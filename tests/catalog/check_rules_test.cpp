@@ -18,52 +18,6 @@ namespace {
 using test::PathOf;
 using test::Utf8;
 
-std::string Checks(const CatalogTree& tree) {
-  std::string text;
-  for (TreeNode node = 1; node <= tree.last(); ++node) text += tree.IsChecked(node) ? 'x' : '.';
-  return text;
-}
-
-TEST(CheckRules, GroupsAndFilesHangTogether) {
-  CatalogTree tree;
-  SetChecksBelow(tree, kNoNode, true);  // nothing in it
-  for (const TreeNode parent : {0, 1, 2, 2, 1, 0}) tree.Add(parent, NodeKind::kAlbum, L"n");
-  const struct {
-    char act;  // tap, check or clear all below, invert all below
-    TreeNode node;
-    const char* want;  // of 1, in it 2 (with 3 and 4) and 5; 6
-  } steps[] = {
-      {'t', 2, ".xxx.."}, {'t', 5, ".xxxx."}, {'t', 4, "..x.x."}, {'t', 1, "xxxxx."},
-      {'t', 3, "...xx."}, {'t', 3, "..xxx."}, {'t', 2, ".xxxx."}, {'t', 2, "..xxx."},
-      {'t', 6, "..xxxx"}, {'i', 2, "....xx"}, {'c', 2, "..xxxx"}, {'t', 1, "xxxxxx"},
-      {'i', 2, "....xx"}, {'i', 1, ".xxx.x"}, {'-', 2, ".x...x"}, {'i', 0, "..xxx."},
-      {'c', 0, "xxxxxx"}, {'i', 0, "......"}, {'c', 6, "......"}, {'c', 1, ".xxxx."},
-      {'i', 0, ".....x"}, {'-', 0, "......"}, {'t', 1, "xxxxx."}, {'i', 0, ".....x"},
-  };
-  for (const auto& step : steps) {
-    if (step.act == 'i') InvertChecksBelow(tree, step.node);
-    if (step.act == 'c' || step.act == '-') SetChecksBelow(tree, step.node, step.act == 'c');
-    if (step.act == 't') {
-      CheckBoxTapped(tree, step.node);
-      tree.SetChecked(step.node, !tree.IsChecked(step.node));  // the control's part
-    }
-    ASSERT_EQ(Checks(tree), step.want) << step.act << step.node;
-  }
-}
-
-TEST(CheckRules, EveryOneOfManyCheckedFilesIsFound) {
-  CatalogTree tree;
-  EntryList media, playlist;
-  for (int i = 0; i < 100; ++i) {
-    ASSERT_TRUE(media.Add(test::Wide(std::to_string(i))));
-    media.back().item = tree.Add(kNoNode, NodeKind::kFile, L"f");
-  }
-  SetChecksBelow(tree, kNoNode, true);
-  AddCheckedFiles(tree, media, &playlist);
-  ASSERT_EQ(playlist.size(), 100u);
-  for (size_t i = 0; i < 100; ++i) EXPECT_EQ(Utf8(playlist[i].path.c_str()), std::to_string(i));
-}
-
 // "A,A/m"
 std::set<std::string> Names(const std::string& list) {
   std::stringstream names(list);
