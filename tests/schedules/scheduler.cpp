@@ -83,6 +83,7 @@ void EnterHost() {
 void EnterThread() {
   WITH_SANITIZER(__sanitizer_finish_switch_fiber(nullptr, nullptr, nullptr));
   g_thread_body(g_thread_context);
+  Point();
   g_thread.lives = false;
   if (!g_host.Runnable()) GiveUp("the host waits for ever");
   SwitchTo(g_host, true);
@@ -131,6 +132,12 @@ void Point() noexcept {
   SwitchTo(Other());
 }
 
+void Sleep() {
+  g_now->sleeps = true;
+  if (Other().Runnable()) SwitchTo(Other());
+  g_now->sleeps = false;
+}
+
 void StopSwitching() {
   g_switching = false;
 }
@@ -150,6 +157,9 @@ bool ThreadLives() {
 }
 void KillThread() {
   g_thread.lives = false;
+}
+void HoldThreadUp() {
+  g_thread.holds = [](const void*) { return false; };
 }
 
 void WaitForThread(bool sleep_counts) {
@@ -253,13 +263,6 @@ void* ThreadSlot::Get() const noexcept {
 }
 bool ThreadSlot::Set(void*) noexcept {
   return false;
-}
-
-void SleepMs(uint32_t) noexcept {
-  if (test::HoldsALock()) test::Fail("sleeps with a lock held");
-  g_now->sleeps = true;
-  if (test::Other().Runnable()) test::SwitchTo(test::Other());
-  g_now->sleeps = false;
 }
 
 }  // namespace kelvo

@@ -25,14 +25,17 @@ Outcome RunScheduled(const Plan& plan, void (*host)());
 
 // Another thread may go on here.
 void Point() noexcept;
+// The other goes on if it can.
+void Sleep();
 // Nobody may from here on, but where a thread waits.
 void StopSwitching();
 void Fail(const std::string& what);
 bool OnHost();
 bool HoldsALock();
 bool ThreadLives();
-// The system ends the other thread where it stands.
+// The system ends the other thread where it stands, or leaves it there.
 void KillThread();
+void HoldThreadUp();
 extern bool g_no_threads;  // none can be started
 // Waits until the other thread has ended, waits for this one, or sleeps while `sleep_counts`.
 void WaitForThread(bool sleep_counts);

@@ -36,7 +36,13 @@ void World::Note(char call) {
     thread.clear();
   }
   all += call;
-  (OnHost() ? host : thread) += call;
+  std::string& calls = OnHost() ? host : thread;
+  // What starts anew runs again, unless the user has paused it: that is looked at with the lock
+  // held.
+  if (!OnHost() && !calls.empty() && calls.back() == 'R' && (call == 'r') != (state == kPlaying)) {
+    Fail("is started anew in the wrong state");
+  }
+  calls += call;
 }
 
 int32_t ScriptedOutput::Open(uint32_t count, uint32_t bytes, uint32_t channels, uint32_t rate,
@@ -46,6 +52,7 @@ int32_t ScriptedOutput::Open(uint32_t count, uint32_t bytes, uint32_t channels, 
     Fail("the output is opened for another format");
   }
   g_world.from = g_world.at;
+  g_world.sought_before = false;
   handed_out_ = paused_ = false;
   polls_ = 0;
   queue_.clear();
@@ -56,8 +63,10 @@ int32_t ScriptedOutput::Open(uint32_t count, uint32_t bytes, uint32_t channels, 
 void ScriptedOutput::Close() noexcept {
   g_world.Note('c');
   open_ = false;
-  // What a seek asked for at the very end may have been taken for done.
-  if (g_world.pending == World::kYes) g_world.pending = World::kMaybe;
+  // A seek at the very end may be forgotten; one before that is.
+  if (g_world.pending == World::kYes) {
+    g_world.pending = g_world.sought_before ? World::kNo : World::kMaybe;
+  }
 }
 
 // Two buffers are as good as eight, and sooner full.
@@ -124,6 +133,7 @@ void ScriptedOutput::Reset() noexcept {
     g_world.pending = World::kNo;
     filled_ = 0;
   }
+  if (OnHost()) g_world.seek_ended = true;
   queue_.clear();
   heard_ = {-1, -1};
 }
@@ -135,6 +145,7 @@ uint32_t ScriptedOutput::PlayedSamples(HostWord a, HostWord b) noexcept {
 }
 
 int32_t ScriptedOutput::Drained() noexcept {
+  if (g_world.sought_before) Fail("drains on after a seek");
   const bool drained = queue_.empty();
   g_world.Note(drained ? 'q' : 'n');
   if (drained && g_world.pending == World::kNo && !g_world.may_stop &&
@@ -142,6 +153,7 @@ int32_t ScriptedOutput::Drained() noexcept {
                          : g_world.from != g_world.frames)) {
     Fail("not all is heard to the end");
   }
+  g_world.sought_before = drained && g_world.Sought();
   // Held is not for ever.
   if (g_world.pace != Pace::kHeld || ++polls_ > 2) Consume();
   return drained;
@@ -229,6 +241,7 @@ bool SeekVorbis(VorbisStream* stream, int64_t frame) noexcept {
   g_world.at = g_world.from = frame;
   g_world.base = static_cast<uint32_t>(frame);
   g_world.pending = test::World::kYes;
+  g_world.seek_ended = false;
   return true;
 }
 int64_t VorbisPosition(VorbisStream* stream) noexcept {
@@ -252,7 +265,16 @@ bool GetVorbisComments(VorbisStream* stream, CommentBlock* block) noexcept {
 void DecoderHeap::AttachModule() noexcept {}
 void DecoderHeap::DetachModule() noexcept {}
 
+void SleepMs(uint32_t) noexcept {
+  if (test::HoldsALock()) Fail("sleeps with a lock held");
+  test::Sleep();
+  g_world.Note('z');
+  g_world.sought_before = g_world.Sought();
+}
+
 void PostToWindow(void* window, uint32_t message, uintptr_t wparam, intptr_t lparam) noexcept {
+  if (g_world.thread.back() == 'z' && g_world.pending != test::World::kYes)
+    Fail("leaves the output open");
   g_world.Note('m');
   if (window != &g_world || message != kMessageEndOfPlayback || wparam || lparam) {
     Fail("the message is another one");

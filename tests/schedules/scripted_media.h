@@ -1,8 +1,9 @@
 // What the decoding thread works on, scripted and watched: a stream in place of the decoder, a
 // reader, and an output. All of it writes down who called what, one letter a call:
-//   o output opens, O in vain   c closes   g hands out a buffer   w takes one   p pauses   r runs
-//   R resets    q drained, n not   d decodes, e end, x error   k seeks   m message   123 the state
-//   F the stream is freed    reader: a opens, l is asked to release, K closes
+//   output: o opens, O in vain, c closes, g hands out a buffer, w takes one, p pauses, r runs,
+//     R resets, q is drained, n is not     reader: a opens, l is asked to release, K closes
+//   stream: d decodes, e end, x error, k seeks, F is freed
+//   z has slept, m message, 1 2 3 the state
 #pragma once
 
 #include <string>
@@ -37,6 +38,8 @@ struct World {
   bool held = false;      // a thread has been started and not been joined
   bool may_stop = false;  // the host is within an operation that ends the thread
   enum { kNo, kMaybe, kYes } pending = kNo;
+  bool seek_ended = false;     // the operation has nothing left to do
+  bool sought_before = false;  // when the thread last looked, in its drain
   uint32_t state = kStopped;
   uint32_t states_seen = 0;  // in the operation: bits
   int messages = 0;
@@ -46,6 +49,7 @@ struct World {
   int64_t from = 0;       // where what is heard should begin
   uint32_t answered = 0;  // by the output, when asked for what it has played
 
+  bool Sought() const { return pending == kYes && seek_ended; }
   void Note(char call);
   void Clear();
 };
