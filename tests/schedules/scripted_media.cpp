@@ -39,7 +39,8 @@ void World::Note(char call) {
   std::string& calls = OnHost() ? host : thread;
   // What starts anew runs again, unless the user has paused it: that is looked at with the lock
   // held.
-  if (!OnHost() && !calls.empty() && calls.back() == 'R' && (call == 'r') != (state == kPlaying)) {
+  if (!OnHost() && !calls.empty() && calls.back() == 'R' &&
+      (call == 'r') != (restarted_in == kPlaying)) {
     Fail("is started anew in the wrong state");
   }
   calls += call;
@@ -131,6 +132,7 @@ void ScriptedOutput::Reset() noexcept {
   if (!OnHost()) {
     if (g_world.pending == World::kNo) Fail("starts anew though nobody has sought");
     g_world.pending = World::kNo;
+    g_world.restarted_in = g_world.state;
     filled_ = 0;
   }
   if (OnHost()) g_world.seek_ended = true;

@@ -41,7 +41,8 @@ struct World {
   bool seek_ended = false;     // the operation has nothing left to do
   bool sought_before = false;  // when the thread last looked, in its drain
   uint32_t state = kStopped;
-  uint32_t states_seen = 0;  // in the operation: bits
+  uint32_t restarted_in = kStopped;  // state
+  uint32_t states_seen = 0;          // in the operation: bits
   int messages = 0;
   int messages_due = 0;   // by threads before the last
   uint32_t base = 0;      // where the last seek went
