@@ -278,8 +278,8 @@ constexpr const char* kOperations[] = {"P", "p", "T", "S",   "s", "f", "Z",
 
 TEST_F(Schedules, OfEachOperationInEachPhase) {
   for (const std::string operation : kOperations) {
-    // (The rest of the time nothing is left to do for a thread.)
-    for (const char* before : {"", "P", "PE", "PT", "PS", "PES", "PSE", "PSZ", "SCA"}) {
+    for (const char* before : {"P", "PE"}) ExploreAll(before + operation, Switches(2));
+    for (const char* before : {"", "PT", "PS", "PES", "PSE", "PSZ", "SCA"}) {
       ExploreAll(before + operation, Switches(1));
     }
   }
