@@ -6,9 +6,9 @@
 namespace kelvo::tool {
 namespace {
 
-constexpr const Command* kCommands[] = {&kTagsCommand,   &kPlaylistCommand, &kSaveCommand,
-                                        &kLintCommand,   &kRepairCommand,   &kSkinCommand,
-                                        &kEffectsCommand};
+constexpr const Command* kCommands[] = {&kTagsCommand,     &kPlaylistCommand, &kSaveCommand,
+                                        &kLintCommand,     &kRepairCommand,   &kSkinCommand,
+                                        &kLanguageCommand, &kEffectsCommand};
 
 constexpr char kExitCodes[] =
     "\n"
