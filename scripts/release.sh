@@ -51,11 +51,11 @@ put_terms() {
     cp /usr/share/doc/mingw-w64-common/copyright "$work/$archive/licences/mingw-w64.txt"
 }
 
-# Without the names of functions, which only a debugger needs.
+# Without the names of functions, which only a debugger needs; and without a new time of linking.
 strip_programs() {
   local file
   find "$work/$archive/$1" -maxdepth 1 -name '*.exe' -o -maxdepth 1 -name '*.dll' ! -name 'kv_mui.*' |
-    while IFS= read -r file; do "$2-w64-mingw32-strip" "$file"; done
+    while IFS= read -r file; do "$2-w64-mingw32-strip" -p "$file"; done
 }
 
 device() {
