@@ -55,10 +55,10 @@ function(kelvo_device_resources name script)
   add_custom_target(${name} ALL DEPENDS ${dll})
 endfunction()
 
-# kelvo_device_library(NAME SOURCES... EXPORT FUNCTION [RESOURCES FILE.rc] [LINK LIBS...]):
-# bin/NAME.dll. A function that is neither ours nor in the import lists ends the link.
-function(kelvo_device_library name)
-  cmake_parse_arguments(arg "" "EXPORT;RESOURCES" "LINK" ${ARGN})
+# The ELF image NAME_image of a library or program that the loader enters at ENTRY. A function that
+# is neither ours nor in the import lists ends the link.
+function(kelvo_device_image name entry)
+  cmake_parse_arguments(arg "" "KEEP" "LINK" ${ARGN})
   set(image ${name}_image)
   add_executable(${image} ${arg_UNPARSED_ARGUMENTS} $<TARGET_OBJECTS:kelvo_device_runtime>
                  ${KELVO_IMPORT_STUBS})
@@ -68,25 +68,51 @@ function(kelvo_device_library name)
     LINK_DEPENDS "${kelvo_device_dir}/image.ld;${KELVO_IMPORT_STUBS}")
   target_compile_options(${image} PRIVATE ${KELVO_WARNINGS})
   target_link_options(${image} PRIVATE -march=armv4 -marm -nostdlib -static
-    -Wl,-T,${kelvo_device_dir}/image.ld,--emit-relocs,--fix-v4bx,--gc-sections,-u,${arg_EXPORT}
+    -Wl,-T,${kelvo_device_dir}/image.ld,-e,${entry},--emit-relocs,--fix-v4bx,--gc-sections,-u,${arg_KEEP}
     -Wl,--no-warn-rwx-segments,--no-wchar-size-warning,--no-enum-size-warning
     -Wl,-Map,${CMAKE_BINARY_DIR}/device/${name}.map)
   target_link_libraries(${image} PRIVATE ${arg_LINK})
+endfunction()
 
+# bin/FILE of the image NAME_image; what else the converter is told follows.
+function(kelvo_device_convert name file)
+  file(GLOB converter CONFIGURE_DEPENDS ${kelvo_device_dir}/*.py ${kelvo_device_dir}/elf2pe/*.py)
+  set(out ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${file})
+  file(MAKE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  cmake_parse_arguments(arg "" "RESOURCES;EXPORT" "" ${ARGN})
+  set(options)
+  if(arg_EXPORT)
+    list(APPEND options --export ${arg_EXPORT})
+  endif()
+  if(arg_RESOURCES)
+    list(APPEND options --resources ${arg_RESOURCES})
+  endif()
+  add_custom_command(OUTPUT ${out}
+    COMMAND ${Python3_EXECUTABLE} -B ${kelvo_device_dir}/elf_to_pe.py $<TARGET_FILE:${name}_image> ${out}
+            --version ${PROJECT_VERSION} ${options}
+    DEPENDS ${name}_image ${converter} ${arg_RESOURCES} VERBATIM)
+  add_custom_target(${name} ALL DEPENDS ${out})
+endfunction()
+
+# kelvo_device_library(NAME SOURCES... EXPORT FUNCTION [RESOURCES FILE.rc] [LINK LIBS...]):
+# bin/NAME.dll.
+function(kelvo_device_library name)
+  cmake_parse_arguments(arg "" "EXPORT;RESOURCES" "LINK" ${ARGN})
+  kelvo_device_image(${name} KelvoLibraryEntry ${arg_UNPARSED_ARGUMENTS} KEEP ${arg_EXPORT} LINK ${arg_LINK})
   set(resources)
-  set(resource_object)
   if(arg_RESOURCES)
     kelvo_device_resource_object(${name} ${arg_RESOURCES} resource_object)
-    set(resources --resources ${resource_object})
+    set(resources RESOURCES ${resource_object})
   endif()
-  file(GLOB converter CONFIGURE_DEPENDS ${kelvo_device_dir}/*.py ${kelvo_device_dir}/elf2pe/*.py)
-  set(dll ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${name}.dll)
-  file(MAKE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-  add_custom_command(OUTPUT ${dll}
-    COMMAND ${Python3_EXECUTABLE} -B ${kelvo_device_dir}/elf_to_pe.py $<TARGET_FILE:${image}> ${dll}
-            --export ${arg_EXPORT} --version ${PROJECT_VERSION} ${resources}
-    DEPENDS ${image} ${converter} ${resource_object} VERBATIM)
-  add_custom_target(${name} ALL DEPENDS ${dll})
+  kelvo_device_convert(${name} ${name}.dll EXPORT ${arg_EXPORT} ${resources})
+endfunction()
+
+# kelvo_device_program(NAME SOURCES... [LINK LIBS...]): bin/NAME.exe.
+function(kelvo_device_program name)
+  cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
+  kelvo_device_image(${name} KelvoProgramEntry ${arg_UNPARSED_ARGUMENTS}
+                     ${kelvo_device_dir}/runtime/program_start.cpp KEEP KelvoProgramEntry LINK ${arg_LINK})
+  kelvo_device_convert(${name} ${name}.exe)
 endfunction()
 
 # The names that the desktop's builds give to stand-ins for the device's libraries: here the stubs

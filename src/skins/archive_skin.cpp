@@ -59,15 +59,17 @@ Rank RankOf(const char* member, const char* name) noexcept {
   return best != Rank::kNone && unzGoToFilePos64(zip, &best_position) == UNZ_OK;
 }
 
-// What the directory says of the current member, when that is something that can be read.
-[[nodiscard]] bool Describe(unzFile zip, unz_file_info64* info) noexcept {
+// What the directory says of the current member, and whether that is something that can be read.
+[[nodiscard]] SkinFault Describe(unzFile zip, unz_file_info64* info) noexcept {
   constexpr uLong kEncrypted = 1;
-  if (unzGetCurrentFileInfo64(zip, info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK ||
-      (info->flag & kEncrypted) != 0 || info->uncompressed_size > kMostSkinBytes) {
-    return false;
+  if (unzGetCurrentFileInfo64(zip, info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK) {
+    return SkinFault::kDamaged;
   }
-  return info->compression_method == Z_DEFLATED ||
-         (info->compression_method == 0 && info->compressed_size == info->uncompressed_size);
+  if ((info->flag & kEncrypted) != 0) return SkinFault::kEncrypted;
+  if (info->uncompressed_size > kMostSkinBytes) return SkinFault::kTooLarge;
+  if (info->compression_method == Z_DEFLATED) return SkinFault::kNone;
+  if (info->compression_method != 0) return SkinFault::kMethodUnknown;
+  return info->compressed_size == info->uncompressed_size ? SkinFault::kNone : SkinFault::kDamaged;
 }
 
 void* AllocateForInflate(void*, unsigned count, unsigned bytes_each) {
@@ -124,24 +126,47 @@ class Inflater {
   return unzReadCurrentFile(zip, block->data(), block->size()) == static_cast<int>(block->size());
 }
 
+[[nodiscard]] SkinFault ReadCurrent(unzFile zip, SkinBlock* block) noexcept {
+  unz_file_info64 info;
+  const SkinFault fault = Describe(zip, &info);
+  if (fault != SkinFault::kNone) return fault;
+  constexpr int kAsItIsPacked = 1;
+  if (unzOpenCurrentFile2(zip, nullptr, nullptr, kAsItIsPacked) != UNZ_OK) {
+    return SkinFault::kDamaged;
+  }
+  if (!block->Allocate(static_cast<uint32_t>(info.uncompressed_size))) return SkinFault::kNoMemory;
+  const bool whole = ReadMember(zip, info.compression_method == Z_DEFLATED, block) &&
+                     crc32(0, static_cast<const Bytef*>(block->data()), block->size()) == info.crc;
+  return whole ? SkinFault::kNone : SkinFault::kDamaged;
+}
+
+void CopyName(unzFile zip, SkinMember* member) noexcept {
+  unz_file_info64 info;
+  if (unzGetCurrentFileInfo64(zip, &info, member->name, sizeof(member->name), nullptr, 0, nullptr,
+                              0) != UNZ_OK) {
+    member->name[0] = 0;
+  }
+}
+
 }  // namespace
 
-SkinBlock ReadFromSkinArchive(ByteSource& archive, const char* name) noexcept {
+SkinBlock ReadFromSkinArchive(ByteSource& archive, const char* name, SkinMember* member) noexcept {
+  SkinFault ignored;
+  SkinFault& fault = member ? member->fault : ignored;
+  if (member) member->name[0] = 0;
   // Too large for the stack.
   const HeapPtr<ZipStream> stream(HeapNew<ZipStream>(archive));
+  fault = SkinFault::kNoMemory;
   if (!stream) return {};
   const OpenArchive zip(stream->Open());
-  unz_file_info64 info;
-  if (!zip.get() || !Locate(zip.get(), name) || !Describe(zip.get(), &info)) return {};
-  constexpr int kAsItIsPacked = 1;
-  if (unzOpenCurrentFile2(zip.get(), nullptr, nullptr, kAsItIsPacked) != UNZ_OK) return {};
-
+  fault = SkinFault::kNotAnArchive;
+  if (!zip.get()) return {};
+  fault = SkinFault::kNoMember;
+  if (!Locate(zip.get(), name)) return {};
+  if (member) CopyName(zip.get(), member);
   SkinBlock block;
-  if (!block.Allocate(static_cast<uint32_t>(info.uncompressed_size)) ||
-      !ReadMember(zip.get(), info.compression_method == Z_DEFLATED, &block) ||
-      crc32(0, static_cast<const Bytef*>(block.data()), block.size()) != info.crc) {
-    return {};
-  }
+  fault = ReadCurrent(zip.get(), &block);
+  if (fault != SkinFault::kNone) return {};
   return block;
 }
 

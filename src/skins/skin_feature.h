@@ -9,6 +9,7 @@
 #include "base/bytes/byte_source.h"
 #include "base/files/file_system.h"
 #include "base/memory/heap.h"
+#include "base/text/wide.h"
 #include "kelvo/skin_reader.h"
 
 namespace kelvo {
@@ -46,14 +47,33 @@ class SkinBlock {
 // More is no skin file but an attempt to fill the device's memory.
 constexpr uint32_t kMostSkinBytes = 16u << 20;
 
+// Why there are no bytes.
+enum class SkinFault : uint8_t {
+  kNone,
+  kNotAnArchive,
+  kNoMember,
+  kEncrypted,
+  kMethodUnknown,
+  kTooLarge,
+  kDamaged,
+  kNoMemory,
+};
+
+// For those who report it: which member of an archive was taken, and what became of it.
+struct SkinMember {
+  char name[kTextCapacity];  // as the archive has it; empty when there is none
+  SkinFault fault;
+};
+
 // Reads the member of a zip archive that is called `name`; no block when there is none or when it
 // cannot be read and verified: damaged, encrypted, of an unknown method, over kMostSkinBytes, or
 // holding more or fewer bytes than it claims.
 //
 // Skins are packed in many ways, so the best match counts: the exact name at the top level, then
 // the name in other letters' case there, then that behind one folder ("/" or "\" between). Of equal
-// matches the archive's first one.
-SkinBlock ReadFromSkinArchive(ByteSource& archive, const char* name) noexcept;
+// matches the archive's first one. `member` may be null.
+SkinBlock ReadFromSkinArchive(ByteSource& archive, const char* name,
+                              SkinMember* member = nullptr) noexcept;
 
 // Feature 5. One object, static in the library; user-interface thread only.
 class SkinReaderFeature final : public SkinReader {

@@ -11,6 +11,7 @@
 #include "tests/oracles/effects_model.h"
 #include "tests/support/asf_builder.h"
 #include "tests/support/id3v1_tag.h"
+#include "tests/support/zip_builder.h"
 #include "tools/kelvotool/effects_check.h"
 
 namespace kelvo {
@@ -187,6 +188,116 @@ TEST_F(KelvotoolTest, ReadsADevicesListsByItsOwnPathsAndInAnyCase) {
             "kelvotool: kelvotool_test\\list.m3u: not in the device's folder\nexit 1");
 }
 
+TEST_F(KelvotoolTest, MendsListsFromTheDevicesOtherFolders) {
+  const std::string root = "kelvotool_test/";
+  for (const char* file :
+       {"Card/Rock/one.mp3", "Card/Pop/two.mp3", "Card/Rock/two.mp3", "Lists/x.mp3",
+        "Card/Pop/three.mp3", "Card/Rock/three.mp3", "Card/inner.m3u"}) {
+    std::filesystem::create_directories(std::filesystem::path(root + file).parent_path());
+    Write(file, "");
+  }
+  const struct {
+    const char* name;
+    std::string list, mended, want;
+  } kCases[] = {
+      // What is found, and what is no file, stays byte for byte.
+      {"a.m3u", "#EXTM3U\r\n\\card\\rock\\ONE.mp3\n\nhttp://h/x\r\nx.mp3", "", "exit 0"},
+      {"b.m3u", "#EXTINF:1,A\r\none.mp3\r\nD:\\Mus\\pop\\TWO.mp3\nx.mp3\nsub/x.mp3\ninner.m3u",
+       "#EXTINF:1,A\r\n\\Card\\Rock\\one.mp3\r\n\\Card\\Pop\\two.mp3\nx.mp3\nx.mp3\n"
+       "\\Card\\inner.m3u",
+       "\\Lists\\b.m3u:2: not found: \\Lists\\one.mp3\n\ttaken: \\Card\\Rock\\one.mp3\n"
+       "\\Lists\\b.m3u:3: not found: D:\\Mus\\pop\\TWO.mp3\n\ttaken: \\Card\\Pop\\two.mp3\n"
+       "\tof this name: \\Card\\Rock\\two.mp3\n"
+       "\\Lists\\b.m3u:5: not found: \\Lists\\sub/x.mp3\n\ttaken: \\Lists\\x.mp3\n"
+       "\\Lists\\b.m3u:6: not found: \\Lists\\inner.m3u\n\ttaken: \\Card\\inner.m3u\n"
+       "written: kelvotool_test\\Lists\\b (mended).m3u\nexit 0"},
+      {"c.m3u", "\\gone\\three.mp3\n\\gone\\four.mp3\n", "",
+       "\\Lists\\c.m3u:1: not found: \\gone\\three.mp3\n\tof this name: \\Card\\Pop\\three.mp3\n"
+       "\tof this name: \\Card\\Rock\\three.mp3\n"
+       "\\Lists\\c.m3u:2: not found: \\gone\\four.mp3\nexit 1"},
+      {"d.pls", "[playlist]\nfile1=x.mp3\nTitle1=one=1\nFILE2=\\one.mp3\r\n",
+       "[playlist]\nfile1=\\Lists\\x.mp3\nTitle1=one=1\nFILE2=\\Card\\Rock\\one.mp3\r\n",
+       "\\Lists\\d.pls:2: not found: x.mp3\n\ttaken: \\Lists\\x.mp3\n"
+       "\\Lists\\d.pls:4: not found: \\one.mp3\n\ttaken: \\Card\\Rock\\one.mp3\n"
+       "written: kelvotool_test\\Lists\\d (mended).pls\nexit 0"},
+      {"e.asx", "<asx>\n <Ref href = \"one.mp3\" /> <b>\n</asx>",
+       "<asx>\n <Ref href = \"\\Card\\Rock\\one.mp3\" /> <b>\n</asx>",
+       "\\Lists\\e.asx:2: not found: \\Lists\\one.mp3\n\ttaken: \\Card\\Rock\\one.mp3\n"
+       "written: kelvotool_test\\Lists\\e (mended).asx\nexit 0"},
+  };
+  for (const auto& c : kCases) {
+    const std::string name = std::string("Lists/") + c.name;
+    std::string mended = name;
+    mended.insert(mended.rfind('.'), " (mended)");
+    Write(name, c.list);
+    EXPECT_EQ(Run("repair --device " + root + " " + root + name), c.want);
+    EXPECT_EQ(ReadBack(name), c.list);
+    EXPECT_EQ(ReadBack(mended), c.mended);
+    if (c.mended.empty()) continue;
+    EXPECT_NE(Run("repair " + root + name + " --device " + root).find("is there already"),
+              std::string::npos);
+    EXPECT_NE(Run("repair --force --device " + root + " " + root + name).find("written"),
+              std::string::npos);
+    EXPECT_EQ(Run("lint --device " + root + " '" + root + mended + "'"), "exit 0");
+  }
+}
+
+// A bitmap of 24 bits and black pixels.
+std::string Bmp(unsigned width, unsigned height) {
+  using test::Le;
+  const size_t bytes = (width * 3 + 3) / 4 * 4 * height;
+  return "BM" + Le(54 + bytes, 4) + Le(0, 4) + Le(54, 4) + Le(40, 4) + Le(width, 4) +
+         Le(height, 4) + Le(1, 2) + Le(24, 2) + std::string(24, '\0') + std::string(bytes, '\0');
+}
+
+TEST_F(KelvotoolTest, ShowsWhatIsTakenOfASkin) {
+  test::ZipMember secret = {"posbar.bmp", "x"}, damaged = {"volume.bmp", "x"};
+  test::ZipMember packed = {"numbers.bmp", "x"}, large = {"text.bmp", "x"};
+  secret.flags = 1;
+  damaged.crc = 1;
+  packed.method = 12;
+  large.size = (16 << 20) + 1;
+  Write("s.zip", test::ZipBuilder()
+                     .Add({"Skin/MAIN.BMP", Bmp(275, 116)})
+                     .Add({"Skin/pledit.bmp", Bmp(280, 185)})
+                     .Add({"eqmain.bmp", Bmp(275, 315).substr(0, 9000)})
+                     .Add({"cbuttons.bmp", "no bitmap"})
+                     .Add({"ViscoLor.txt", "1,2,3\nno\n4,5,6\n"})
+                     .Add(secret)
+                     .Add(damaged)
+                     .Add(packed)
+                     .Add(large)
+                     .Bytes());
+  const std::string want =
+      "1\tbalance.bmp\t-\t-\tmissing\n"
+      "2\tcbuttons.bmp\tcbuttons.bmp\t9\trefused: not a bitmap that can be read\n"
+      "3\teq_ex.bmp\t-\t-\tmissing\n"
+      "4\teqmain.bmp\teqmain.bmp\t9000\t275 x 315, 24 bits; refused: its pixels are missing\n"
+      "5\tmain.bmp\tSkin/MAIN.BMP\t96102\t275 x 116, 24 bits\n"
+      "6\tmonoster.bmp\t-\t-\tmissing\n"
+      "7\tnumbers.bmp\tnumbers.bmp\t-\trefused: packed with another method than deflate\n"
+      "8\tnums_ex.bmp\t-\t-\tmissing\n9\tplaypaus.bmp\t-\t-\tmissing\n"
+      "10\tpledit.bmp\tSkin/pledit.bmp\t155454\t280 x 185, 24 bits; smaller than 280 x 186: the "
+      "rest "
+      "is not drawn\n"
+      "11\tpledit.txt\t-\t-\tmissing\n"
+      "12\tposbar.bmp\tposbar.bmp\t-\trefused: encrypted\n"
+      "13\tshufrep.bmp\t-\t-\tmissing\n"
+      "14\ttext.bmp\ttext.bmp\t-\trefused: larger than 16 MiB\n"
+      "15\ttitlebar.bmp\t-\t-\tmissing\n"
+      "16\tviscolor.txt\tViscoLor.txt\t15\t2 of 24 colours\n"
+      "17\tvolume.bmp\tvolume.bmp\t-\trefused: damaged, or the archive contradicts itself\n"
+      "exit 1";
+  EXPECT_EQ(Run("skin kelvotool_test/s.zip"), want);
+  // In a folder, in any case; what is only missing is no fault.
+  Write("sub/Main.BMP", Bmp(275, 116));
+  const std::string folder = Run("skin kelvotool_test/sub/");
+  EXPECT_NE(folder.find("5\tmain.bmp\tMain.BMP\t96102\t275 x 116, 24 bits\n"), std::string::npos);
+  EXPECT_NE(folder.find("exit 0"), std::string::npos) << folder;
+  EXPECT_NE(Run("skin kelvotool_test/a.mp3").find("a.mp3: not a skin\n"), std::string::npos);
+  EXPECT_EQ(Run("skin none"), "kelvotool: none: no such folder or archive\nexit 1");
+}
+
 TEST_F(KelvotoolTest, ChecksTheEffectsLinkedIn) {
   const std::string count = std::to_string(tool::kEffectsStepCount);
   EXPECT_EQ(Run("effects"),
@@ -220,10 +331,15 @@ TEST(EffectsVectors, AreTheModelsAndTellAnyOther) {
 
 TEST_F(KelvotoolTest, ExplainsItself) {
   const std::string help = Run("--help");
-  EXPECT_NE(help.find("lint [--device FOLDER] LIST..."), std::string::npos);
-  EXPECT_NE(help.find("exit 0"), std::string::npos);
+  for (const char* command :
+       {"tags", "playlist", "save", "lint", "repair", "skin", "language", "effects"}) {
+    const std::string own = Run(std::string(command) + " --help");
+    EXPECT_NE(help.find(own.substr(0, own.find("\n\n"))), std::string::npos) << command;
+    EXPECT_NE(own.find(" 2 for wrong usage.\nexit 0"), std::string::npos) << command;
+  }
   for (const char* wrong :
-       {"", "tags", "save kelvotool_test/out.m3u", "lint --device .", "frobnicate x", "help"}) {
+       {"", "tags", "save kelvotool_test/out.m3u", "lint --device .", "repair a.m3u",
+        "tags --force a.mp3", "effects a b", "lint a.m3u --device", "frobnicate x", "help"}) {
     const std::string output = Run(wrong);
     EXPECT_EQ(output.substr(output.size() - 6), "exit 2") << wrong;
     EXPECT_NE(output.find("--help"), std::string::npos) << wrong;

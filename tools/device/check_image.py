@@ -2,6 +2,7 @@
 """Checks a finished DLL as the device's loader will see it, independently of the converter.
 
     check_image.py FILE.dll EXPORT LIST...    a library; the lists are those of import_stubs.py
+    check_image.py FILE.exe "" LIST...        a program
     check_image.py FILE.dll                   a library of resources alone
 """
 
@@ -95,8 +96,8 @@ class Dll:
 
 
 def faults(data, export=None, allowed=None):
-    """What is wrong with the file, in words. export: none in a library of resources alone. allowed:
-    {library: names}."""
+    """What is wrong with the file, in words. export: None in a library of resources alone, empty for
+    a program. allowed: {library: names}."""
     dll = Dll(data)
     found = []
 
@@ -110,16 +111,17 @@ def faults(data, export=None, allowed=None):
     expect("subsystem", dll.subsystem, WINDOWS_CE)
     expect("subsystem version", dll.subsystem_version, (3, 0))
     expect("relocations stripped", dll.characteristics & 1, 0)
-    expect("DLL flag", dll.characteristics & 0x2000, 0x2000)
+    expect("DLL flag", dll.characteristics & 0x2000, 0 if export == "" else 0x2000)
+    expect("base", dll.base, 0x10000 if export == "" else 0x10000000)
     expect("exports", dll.exports(), [export] if export else [])
     for library, functions in dll.imports().items():
         for function in functions:
             if function not in (allowed or {}).get(library, ()):
                 found.append("import %s!%s is in no list" % (library, function))
     moved = list(dll.relocations())
-    if export and not moved:
+    if export is not None and not moved:
         found.append("no base relocations")
-    if not export:
+    if export is None:
         expect("sections", [name for name, _, _ in dll.sections], [".rsrc"])
         expect("entry point", dll.entry, 0)
     for rva in moved:

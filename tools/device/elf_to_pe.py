@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Makes a Windows CE DLL from an ARM ELF image linked by image.ld.
+"""Makes a Windows CE DLL, or without exports a program, from an ARM ELF image linked by image.ld.
 
-    elf_to_pe.py IMAGE.elf OUT.dll --export NAME... [--resources RES.o] [--version MAJOR.MINOR]
+    elf_to_pe.py IMAGE.elf OUT [--export NAME...] [--resources RES.o] [--version MAJOR.MINOR]
 """
 
 import argparse

@@ -64,7 +64,7 @@ uint32_t Always(Machine&) {
 
 }  // namespace
 
-std::map<std::string, Machine::Handler> ImportsForSound() {
+Imports ImportsForSound() {
   constexpr uint32_t kNotFound = 2, kNotImplemented = 0x80004001;
   return {
       {"malloc", [](Machine& m) { return m.Allocate(m.Argument(0)); }},

@@ -3,6 +3,9 @@
 //   device_bench instructions Kelvo.dll BUDGETS MEDIA.ogg...    of playing each file
 //   device_bench cycles Kelvo.dll BUDGETS MEDIA.ogg...
 //       estimates of playing each file, and of the effects on the last one
+//   device_bench program Kelvo.dll PROGRAM.exe REPORT
+//       runs a program of the device beside the library; prints the file REPORT that it writes, and
+//       ends with its exit code
 #include <stdio.h>
 #include <string.h>
 
@@ -11,6 +14,7 @@
 #include "cycle_model.h"
 #include "library.h"
 #include "player.h"
+#include "program.h"
 #include "report.h"
 
 namespace bench {
@@ -130,8 +134,12 @@ void MeasureCycles(Report& report, const std::string& dll, const std::vector<std
 
 int main(int argc, char** argv) {
   const std::string mode = argc > 4 ? argv[1] : "";
+  if (mode == "program") return bench::RunProgram(argv[2], argv[3], argv[4]);
   if (mode != "instructions" && mode != "cycles") {
-    fputs("usage: device_bench instructions|cycles Kelvo.dll BUDGETS MEDIA.ogg...\n", stderr);
+    fputs(
+        "usage: device_bench instructions|cycles Kelvo.dll BUDGETS MEDIA.ogg...\n"
+        "       device_bench program Kelvo.dll PROGRAM.exe REPORT\n",
+        stderr);
     return 2;
   }
   setvbuf(stdout, nullptr, _IOLBF, 0);

@@ -45,4 +45,18 @@ void PrintError(const wchar_t* path, const char* what) noexcept {
   Print(Stream::kError, "\n");
 }
 
+void Progress::Count() noexcept {
+  constexpr int kOften = 256;
+  if (++count_ % kOften != 0 || !ErrorsAreWatched()) return;
+  shown_ = true;
+  Print(Stream::kError, "\r");
+  Print(Stream::kError, what_);
+  Print(Stream::kError, ": ");
+  PrintNumber(Stream::kError, count_);
+}
+
+Progress::~Progress() {
+  if (shown_) Print(Stream::kError, "\r\x1B[K");
+}
+
 }  // namespace kelvo::tool

@@ -11,6 +11,9 @@ class DeviceFiles final : public FileSystem {
  public:
   DeviceFiles(FileSystem& files, const wchar_t* root) noexcept : files_(files), root_(root) {}
 
+  // Where the last path that was opened or asked about lies on this machine, in the folders' own
+  // spelling; as long as that was found.
+  const wchar_t* found() const noexcept { return found_; }
   // The device's name of a file that is named below the root; null when it is not.
   const wchar_t* DevicePath(const wchar_t* path) const noexcept;
 

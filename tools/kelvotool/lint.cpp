@@ -2,7 +2,9 @@
 
 #include <string.h>
 
+#include "tools/kelvotool/command.h"
 #include "tools/kelvotool/console.h"
+#include "tools/kelvotool/device_files.h"
 
 namespace kelvo::tool {
 namespace {
@@ -181,5 +183,33 @@ void Lint::Report(const ListPosition& from, const char* why) noexcept {
   PrintAnsi(Stream::kOut, from.text.text, from.text.length);
   Print(Stream::kOut, "\n");
 }
+
+namespace {
+
+int CheckLists(const Arguments& arguments) noexcept {
+  DeviceFiles device(SystemFiles(), arguments.device);
+  Lint lint(arguments.device ? device : SystemFiles());
+  int result = 0;
+  for (const wchar_t* list : arguments) {
+    const wchar_t* const path = arguments.device ? device.DevicePath(list) : list;
+    if (!path) PrintError(list, "not in the device's folder");
+    if (!path || !lint.Check(path)) result = 1;
+  }
+  return result;
+}
+
+}  // namespace
+
+const Command kLintCommand = {
+    L"lint",
+    "  lint [--device FOLDER] LIST...\n"
+    "                         the lines of playlists that the player drops or takes literally,\n"
+    "                         and why; FOLDER is where a device's files lie, the lists among "
+    "them\n",
+    1,
+    kAnyNumber,
+    kDevice,
+    0,
+    CheckLists};
 
 }  // namespace kelvo::tool

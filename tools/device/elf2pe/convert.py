@@ -2,11 +2,12 @@
 
 from . import exports, imports, instructions, pe_file, relocations, resources
 from .elf_file import ElfFile
-from .image import DISCARDABLE, READ_ONLY, Image
+from .image import DISCARDABLE, PROGRAM_BASE, READ_ONLY, Image
 
 
 def convert(elf_bytes, library, export_names, resource_object=None, version=(1, 0)):
-    """The DLL's bytes; ConversionError when the device could not run it."""
+    """The DLL's bytes, or without exports a program's; ConversionError when the device could not
+    run it."""
     elf = ElfFile(elf_bytes)
     image = Image()
     image.take_program(elf)
@@ -22,14 +23,18 @@ def convert(elf_bytes, library, export_names, resource_object=None, version=(1, 
     directories[pe_file.IMPORTS] = (rva, imports.DESCRIPTOR_SIZE * (len(slots) + 1))
     directories[pe_file.IMPORT_SLOTS] = imports.slot_range(slots)
     table += bytes(-len(table) % 4)
-    names = exports.export_directory(exports.exported_rvas(elf, export_names), library,
-                                     rva + len(table))
-    directories[pe_file.EXPORTS] = (rva + len(table), len(names))
+    names = b""
+    if export_names:
+        names = exports.export_directory(exports.exported_rvas(elf, export_names), library,
+                                         rva + len(table))
+        directories[pe_file.EXPORTS] = (rva + len(table), len(names))
     image.append(".idata", table + names, READ_ONLY)
 
     if resource_object is not None:
         directories[pe_file.RESOURCES] = _append_resources(image, resource_object)
 
+    if not export_names:
+        image.move(PROGRAM_BASE, moved)
     rva = image.next_rva()
     table = relocations.relocation_table(moved)
     directories[pe_file.RELOCATIONS] = (rva, len(table))

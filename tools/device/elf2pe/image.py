@@ -7,6 +7,8 @@ from .elf_file import SHF_ALLOC
 
 PAGE = 0x1000
 IMAGE_BASE = 0x10000000
+# Where the system puts programs.
+PROGRAM_BASE = 0x10000
 # A process slot of Windows CE 3.0.
 IMAGE_LIMIT = 0x2000000
 
@@ -33,6 +35,7 @@ class Image:
     """Sections in the order of their addresses; the first begins behind the headers' page."""
 
     def __init__(self):
+        self.base = IMAGE_BASE
         self.entry_rva = 0  # none
         self.sections = []
 
@@ -73,6 +76,18 @@ class Image:
 
     def size(self):
         return self.next_rva()
+
+    def move(self, base, words):
+        """Makes the image one for another base; words: the rvas of all that hold addresses."""
+        for rva in words:
+            self.store_word(rva, self.word(rva) - self.base + base)
+        self.base = base
+
+    def word(self, rva):
+        for section in self.sections:
+            if section.rva <= rva <= section.rva + len(section.data) - 4:
+                return struct.unpack_from("<I", section.data, rva - section.rva)[0]
+        raise ConversionError("address %#x lies outside the image's bytes" % rva)
 
     def store_word(self, rva, value):
         for section in self.sections:

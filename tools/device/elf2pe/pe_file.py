@@ -3,15 +3,16 @@ anything but zeros: equal input gives equal bytes."""
 
 import struct
 
-from .image import CODE, IMAGE_BASE, PAGE, align
+from .image import CODE, PAGE, PROGRAM_BASE, align
 
 FILE_ALIGNMENT = 0x200
 MACHINE_ARM = 0x1C0
 SUBSYSTEM_WINDOWS_CE = 9
 HEADER_OFFSET = 0x80
 OPTIONAL_SIZE = 224
-# Executable, without line numbers and local symbols, 32-bit, a DLL.
-CHARACTERISTICS = 0x210E
+# Executable, without line numbers and local symbols, 32-bit.
+CHARACTERISTICS = 0x010E
+DLL = 0x2000
 CHECKSUM_OFFSET = HEADER_OFFSET + 24 + 64
 
 EXPORTS, IMPORTS, RESOURCES, RELOCATIONS, IMPORT_SLOTS = 0, 1, 2, 5, 12
@@ -26,8 +27,9 @@ def write_pe(image, directories, version):
     out[0:2] = b"MZ"
     struct.pack_into("<H", out, 0x18, 0x40)
     struct.pack_into("<I", out, 0x3C, HEADER_OFFSET)
+    kind = CHARACTERISTICS | (0 if image.base == PROGRAM_BASE else DLL)
     struct.pack_into("<4sHHIIIHH", out, HEADER_OFFSET, b"PE\0\0", MACHINE_ARM, len(sections), 0, 0,
-                     0, OPTIONAL_SIZE, CHARACTERISTICS)
+                     0, OPTIONAL_SIZE, kind)
     _write_optional_header(out, image, directories, version, headers_size)
     at = HEADER_OFFSET + 24 + OPTIONAL_SIZE
     for section in sections:
@@ -50,7 +52,7 @@ def _write_optional_header(out, image, directories, version, headers_size):
             data += raw
     at = HEADER_OFFSET + 24
     struct.pack_into("<HBBIIIIIIIII", out, at, 0x10B, 6, 0, code, data, 0, image.entry_rva,
-                     _first_rva(image, True), _first_rva(image, False), IMAGE_BASE, PAGE,
+                     _first_rva(image, True), _first_rva(image, False), image.base, PAGE,
                      FILE_ALIGNMENT)
     # System, image and subsystem versions.
     struct.pack_into("<HHHHHHI", out, at + 40, 4, 0, version[0], version[1], 3, 0, 0)

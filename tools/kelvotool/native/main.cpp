@@ -1,5 +1,6 @@
 #include <stdio.h>
 #include <string.h>
+#include <unistd.h>
 
 #include "base/memory/array.h"
 #include "base/text/ansi.h"
@@ -9,6 +10,10 @@ namespace kelvo::tool {
 
 void PrintBytes(Stream stream, const char* bytes, size_t count) noexcept {
   fwrite(bytes, 1, count, stream == Stream::kOut ? stdout : stderr);
+}
+
+bool ErrorsAreWatched() noexcept {
+  return isatty(STDERR_FILENO) != 0;
 }
 
 size_t EncodeUtf8(const wchar_t* text, char* bytes, size_t capacity) noexcept {

@@ -12,6 +12,10 @@ void PrintBytes(Stream stream, const char* bytes, size_t count) noexcept {
   fwrite(bytes, 1, count, stream == Stream::kOut ? stdout : stderr);
 }
 
+bool ErrorsAreWatched() noexcept {
+  return _isatty(_fileno(stderr)) != 0;
+}
+
 size_t EncodeUtf8(const wchar_t* text, char* bytes, size_t capacity) noexcept {
   const int count = WideCharToMultiByte(CP_UTF8, 0, text, -1, bytes, static_cast<int>(capacity),
                                         nullptr, nullptr);
