@@ -14,10 +14,10 @@ enum FeatureId : int32_t {
   kFeatureEqualizerPresets = 4,  // EqualizerPresets* (equalizer_presets.h)
   kFeatureSkinReader = 5,        // SkinReader* (skin_reader.h)
   kFeatureWma = 6,               // WmaInput* (wma_input.h); null without the player control
-  kFeatureSwitchLanguage = 7,    // always null: re-reads the setting "Language" and switches
+  kFeatureSwitchLanguage = 7,    // always null: re-reads "Language", switches
   kFeatureBookmarks = 8,         // Bookmarks* (bookmarks.h)
   kFeatureEffects = 9,           // EffectsProcessor* (effects_processor.h)
-  kFeatureVersionText = 21,      // const wchar_t*, rewritten by the next call with this id
+  kFeatureVersionText = 21,      // const wchar_t*, rewritten by the next call
 };
 
 // The export "GetFeature". Looks a feature up: an object that lives as long as the library is

@@ -6,7 +6,7 @@
  * slot.
  *
  *   KelvoGetFeatureFunction get_feature =
- *       (KelvoGetFeatureFunction)(void *)GetProcAddress(module, "GetFeature");
+ *       (KelvoGetFeatureFunction)(void (*)(void))GetProcAddress(module, "GetFeature");
  *   KelvoOggVorbisInput *ogg = get_feature(KELVO_FEATURE_OGG_VORBIS);
  *   ogg->reader = &my_reader;
  *   if (ogg->table->Open(KELVO_ON(ogg), path, 0)) ...

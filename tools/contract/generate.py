@@ -27,7 +27,7 @@ def comment(text, indent="", mark="// ", end=""):
 
     def flush():
         if paragraph:
-            lines.extend(textwrap.wrap(" ".join(paragraph), WIDTH - len(indent + mark + end)))
+            lines.extend(textwrap.wrap(" ".join(paragraph), WIDTH - len(indent + mark + end), break_on_hyphens=False))
             paragraph.clear()
 
     for line in text:

@@ -14,9 +14,9 @@
 #define KELVO_SEEK_FAILED 0x7FFFFFFFFFFFFFFF
 
 typedef struct KelvoMediaReader KelvoMediaReader;
-/* Implemented by the host. While a file plays the decoding thread reads, and so does the plug-
- * in's SeekMs, on the thread that called it; never both at once. All other calls are made on
- * the thread that called the plug-in. Slot 0 is not called; the library never deletes the
+/* Implemented by the host. While a file plays the decoding thread reads, and so does the
+ * plug-in's SeekMs, on the thread that called it; never both at once. All other calls are made
+ * on the thread that called the plug-in. Slot 0 is not called; the library never deletes the
  * object. */
 typedef struct KelvoMediaReaderTable {
   /* Slot 0. */

@@ -1,5 +1,5 @@
-/* Feature 5: the files of a skin, out of a folder or of a zip archive (docs/formats/skin-
- * set.md).
+/* Feature 5: the files of a skin, out of a folder or of a zip archive
+ * (docs/formats/skin-set.md).
  *
  * A file is asked for by its number. The result is a block with the file's bytes, nothing
  * added, and its size; the host owns it and gives it back with the C library's free(). An

@@ -21,25 +21,25 @@
 #endif
 
 /* How operations are called. On 32-bit x86 the object travels in ecx and the rest on the
- * stack, from where the callee removes it. Compilers of the GNU kind have a word for that in C
- * too. Microsoft's has none, but a convention that differs in one thing, that the next word
- * travels in edx: an unused one goes there (KELVO_BY_FASTCALL, which compilers of the GNU kind
- * can define as well). Everywhere else an operation is a plain function whose first argument
- * is the object.
+ * stack, from where the callee removes it (thiscall). Most compilers have no word for that in
+ * C, or warn at it; all have __fastcall, which differs in one thing, that the next word
+ * travels in edx: an unused one goes there. Everywhere else an operation is a plain function
+ * whose first argument is the object.
  *
  *   object->table->Open(KELVO_ON(object), path, 0);
- *   static int32_t KELVO_METHOD Close(KELVO_SELF(KelvoMediaReader)) { ... } */
-#if !defined(__i386__) && !defined(_M_IX86)
-#define KELVO_METHOD
-#elif defined(__GNUC__) && !defined(KELVO_BY_FASTCALL)
-#define KELVO_METHOD __attribute__((thiscall))
+ *   static int32_t KELVO_METHOD Close(KELVO_SELF(KelvoMediaReader)) { ... self ... } */
+#ifdef __GNUC__
+#define KELVO_UNUSED __attribute__((unused))
 #else
-#define KELVO_METHOD __fastcall
-#define KELVO_SELF(type) type *self, int unused_edx
-#define KELVO_ON(object) (object), 0
+#define KELVO_UNUSED
 #endif
-#ifndef KELVO_SELF
-#define KELVO_SELF(type) type* self
+#if defined(_WIN32) && (defined(__i386__) || defined(_M_IX86))
+#define KELVO_METHOD __fastcall
+#define KELVO_SELF(type) type *self KELVO_UNUSED, int unused_edx KELVO_UNUSED
+#define KELVO_ON(object) (object), 0
+#else
+#define KELVO_METHOD
+#define KELVO_SELF(type) type* self KELVO_UNUSED
 #define KELVO_ON(object) (object)
 #endif
 
