@@ -2,6 +2,7 @@
 
 #include "host/check/subject.h"
 #include "host/command.h"
+#include "host/wave_output.h"
 
 namespace velmora {
 namespace {
@@ -70,6 +71,7 @@ int CheckCommand(const Words& words) {
     PrintError(L"%ls: no such file\n", path.c_str());
     return 2;
   }
+  SendSoundNowhere();
   const HMODULE module = LoadLibraryExW(library.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
   subject.get_feature = reinterpret_cast<KelvoGetFeatureFunction>(
       reinterpret_cast<void*>(GetProcAddress(module, "GetFeature")));

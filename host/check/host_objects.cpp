@@ -116,10 +116,9 @@ void KELVO_METHOD Reset(KELVO_SELF(KelvoAudioOutput)) {
   Output& it = It(self);
   Guard guard(it.mutex);
   it.Note('x');
+  for (KelvoOutputBuffer* buffer : it.queue) it.taken[buffer - it.buffers] = false;
   it.queue.clear();
   it.pcm.clear();
-  // Whoever waits is released, even when every buffer is handed out.
-  std::fill(it.taken, it.taken + Output::kBuffers, false);
   it.changed.notify_all();
 }
 uint32_t KELVO_METHOD PlayedSamples(KELVO_SELF(KelvoAudioOutput), KelvoHostWord a,
@@ -158,6 +157,11 @@ bool Output::WaitUntilFull() {
 std::string Output::Calls() const {
   Guard guard(mutex);
   return calls;
+}
+
+std::string Output::Played() const {
+  Guard guard(mutex);
+  return pcm;
 }
 
 void Output::Forget() {

@@ -34,13 +34,13 @@ struct Output : KelvoAudioOutput {
   // come to that.
   bool WaitUntilFull();
   std::string Calls() const;
+  std::string Played() const;  // the samples since Open or the last Reset
   void Forget();  // the calls
 
   bool opens = true;
   uint32_t asked[5] = {};  // the arguments of Open
   bool lengths_agree = true;
   KelvoHostWord words[2] = {};
-  std::string pcm;  // all that was played since Open or the last Reset; to be read after the end
 
   // With the lock held.
   void Note(char call) { calls += call; }
@@ -49,6 +49,7 @@ struct Output : KelvoAudioOutput {
   mutable std::mutex mutex;
   std::condition_variable changed;
   std::string calls;  // a letter each: o open, c close, p pause, r run, x reset
+  std::string pcm;
   std::string data[kBuffers];
   KelvoOutputBuffer buffers[kBuffers] = {};
   bool taken[kBuffers] = {};  // handed out, or in the queue

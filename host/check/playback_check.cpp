@@ -181,6 +181,7 @@ void Playback::CheckWholeFile() {
   Says("Play while it plays is refused", Play() == 0);
   output_.SetHold(false);
   const MSG end = AwaitEnd();
+  whole_ = output_.Played();
   Says("The end of playback is message 0x0A08 with both parameters 0",
        end.message == KELVO_MESSAGE_END_OF_PLAYBACK && end.wParam == 0 && end.lParam == 0);
   Says("Stop answers 0", Stop() == 0);
@@ -191,7 +192,6 @@ void Playback::CheckWholeFile() {
            output_.Calls().find('?') == std::string::npos);
   Says("Each buffer has its bytes in both length fields, and Write is told the room left",
        output_.lengths_agree);
-  whole_ = output_.pcm;
   Says("All frames of the file were played",
        whole_.size() == size_t{2} * ogg_->channels * ogg_->total_frames);
 }
@@ -238,9 +238,10 @@ void Playback::CheckSeeking() {
   output_.SetHold(false);
   Play();
   AwaitEnd();
-  Stop();
+  const size_t skipped = size_t{2} * ogg_->channels * base;
   Says("From there the samples of the rest are played",
-       output_.pcm == whole_.substr(size_t{2} * ogg_->channels * base));
+       skipped < whole_.size() && output_.Played() == whole_.substr(skipped));
+  Stop();
 }
 
 void Playback::CheckOwnTable() {

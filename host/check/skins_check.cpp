@@ -57,13 +57,13 @@ class Skins {
 
   std::string Folder(const std::wstring& path, int32_t number) {
     uint32_t size = 99;
-    return Taken(skins_->table->ReadFromFolder(KELVO_ON(skins_), path.c_str(), number, &size),
-                 size);
+    void* block = skins_->table->ReadFromFolder(KELVO_ON(skins_), path.c_str(), number, &size);
+    return Taken(block, size);
   }
   std::string Archived(const std::wstring& path, int32_t number) {
     uint32_t size = 99;
-    return Taken(skins_->table->ReadFromArchive(KELVO_ON(skins_), path.c_str(), number, &size),
-                 size);
+    void* block = skins_->table->ReadFromArchive(KELVO_ON(skins_), path.c_str(), number, &size);
+    return Taken(block, size);
   }
 
  private:
