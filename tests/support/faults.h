@@ -3,6 +3,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <stdio.h>
 #include <string.h>
 
 #include <string>
@@ -81,11 +82,20 @@ class FailingSource final : public ByteSource {
   Countdown countdown_;
 };
 
+// How many calls all sweeps of the program have let fail; it says so at its end.
+struct FaultCount {
+  long faults = 0;
+  ~FaultCount() {
+    if (faults > 0) printf("%ld faults\n", faults);
+  }
+};
+inline FaultCount g_fault_count;
+
 // Runs attempt(n), whose n-th call fails, for every n, until it returns false because nothing
 // failed any more. Returns how many calls there are to fail.
 template <class Attempt>
 long Sweep(Attempt attempt) {
-  for (long n = 0;; ++n) {
+  for (long n = 0;; ++n, ++g_fault_count.faults) {
     SCOPED_TRACE(testing::Message() << "call " << n << " fails");
     if (!attempt(n) || testing::Test::HasFatalFailure()) return n;
   }

@@ -15,7 +15,8 @@ class MemoryReader : public MediaReader {
  public:
   explicit MemoryReader(std::vector<char> bytes) : bytes_(std::move(bytes)) {}
 
-  int fail_reads_from = -1;           // the n-th read and all later ones fail, though with a count
+  int fail_reads_from = -1;           // the n-th read and later ones fail, though with a count
+  int failing_reads = INT32_MAX;      // as many
   int failing_seeks = 0;              // so many more seeks fail; below 0: all
   int64_t failed_seek = kSeekFailed;  // what such a seek answers
   bool fail_open = false;
@@ -38,7 +39,8 @@ class MemoryReader : public MediaReader {
   }
   int32_t Read(void* destination, uint32_t bytes, uint32_t* count) noexcept override {
     *count = bytes;
-    if (reads++ >= fail_reads_from && fail_reads_from >= 0) return 0;
+    const int64_t nth = reads++ - int64_t{fail_reads_from};
+    if (fail_reads_from >= 0 && nth >= 0 && nth < failing_reads) return 0;
     const int64_t size = static_cast<int64_t>(bytes_.size());
     const int64_t left = position_ < size ? size - position_ : 0;
     *count = left < bytes ? static_cast<uint32_t>(left) : bytes;

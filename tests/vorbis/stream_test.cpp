@@ -213,6 +213,16 @@ TEST_F(VorbisStreamTest, TellsTheCommentsOfTheCurrentLink) {
   }
 }
 
+// The decoder looks for the last page until it has it; its first reads are of the first page.
+TEST_F(VorbisStreamTest, BearsSixtyFourEmptyReadsInARow) {
+  for (const int empty : {64, 65}) {
+    MemoryReader reader(ReadMedia("tone_8000_stereo.ogg"));
+    reader.fail_reads_from = 4;
+    reader.failing_reads = empty;
+    EXPECT_EQ(PlayThrough(reader).opened, empty == 64);
+  }
+}
+
 // Truncations are the fuzz target's, which replays its corpus.
 TEST_F(VorbisStreamTest, EndsWhateverFailsAndClosesTheReader) {
   const std::vector<char> file = ReadMedia("tone_8000_stereo.ogg");
