@@ -136,7 +136,8 @@ def main():
     checker = Checker(root, build)
     for pattern in DOCUMENTS:
         for path in sorted(root.glob(pattern)):
-            checker.check(path)
+            if path.name != "sdk.md":  # of another folder: tests/release
+                checker.check(path)
     print("\n".join(checker.faults))
     print(", ".join("%d %s" % (count, what) for what, count in checker.counts.items()))
     return 1 if checker.faults or checker.counts["compared"] < 10 else 0
