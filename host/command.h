@@ -21,6 +21,10 @@ int PlayerCommand(const Library& library, const Words& words);
 int PlayCommand(const Library& library, const Words& words);
 // What files say about themselves (info_command.cpp).
 int InfoCommand(const Library& library, const Words& words);
+// Whether a library does what the contract says, sentence by sentence (check_command.cpp); it loads
+// that library itself. 0 when every sentence holds, 1 when one does not, 2 when nothing can be
+// checked, 3 when the library crashed or did not return.
+int CheckCommand(const Words& words);
 
 // The command line of `velmora play`.
 

@@ -23,7 +23,11 @@ constexpr wchar_t kUsage[] =
     L"                            used without this option, leaves room for the bands\n"
     L"         --bass 0..4        strength of the bass\n"
     L"       velmora info FILE...               what files say about themselves\n"
-    L"       velmora version                    the library's version\n";
+    L"       velmora version                    the library's version\n"
+    L"       velmora check [OPTIONS] DLL        whether a library does what the contract says\n"
+    L"         --ogg FILE         play this file, too\n"
+    L"         --wma FILE         and this one\n"
+    L"         --windows          show the library's windows, for moments\n";
 
 int VersionCommand(const velmora::Library& library, const velmora::Words&) {
   const auto* version = library.Get<const wchar_t>(kelvo::kFeatureVersionText);
@@ -62,6 +66,9 @@ int main() {
     velmora::Print(L"%ls", kUsage);
     return 0;
   }
+  if (command == L"check") {
+    return velmora::CheckCommand(velmora::Words(all.begin() + 1, all.end()));
+  }
   velmora::RegisterInstallation();
   const velmora::Library library;
   if (!library.loaded()) {
@@ -76,6 +83,7 @@ int main() {
   if (all.empty() || Exists(command)) return velmora::PlayerCommand(library, all);
   std::vector<std::wstring> names;
   for (const auto& known : kCommands) names.push_back(known.name);
+  names.push_back(L"check");
   velmora::PrintError(L"velmora: there is no command or file %ls%ls (velmora --help)\n",
                       command.c_str(), velmora::DidYouMean(command, names).c_str());
   return 1;

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The searches for faults that are too long for every day: the thread sanitizer, killed writers, and
+# The searches for faults that are too long for every day: the thread sanitizer, killed writers, the
+# models of tests/oracles on cases that were never tried before (KELVO_ORACLE_CASES of each, 10^6), and
 # the fuzzers for the rest of the time. The last lines are a table of what ran and what was found.
 #   scripts/campaign.sh [HOURS]      default 1; a fraction will do
 # Inputs that fail lie in build/campaign/found, the fuzzers' growing corpora beside it, for the next
@@ -36,9 +37,27 @@ repeated() {
 "$kelvo_root/scripts/build.sh" --target tests/bookmarks/all native
 for part in vorbis effects wma; do "$kelvo_root/scripts/build.sh" --target "tests/$part/all" native-tsan; done
 "$kelvo_root/scripts/build.sh" --target tests/fuzz/all fuzz
+"$kelvo_root/scripts/build.sh" --target tests/oracles/all native-release
 begin=$SECONDS
 repeated "threads, sanitized" native-tsan '\.(vorbis_tests|effects_tests|audio_tap_test)$' 3
 KELVO_KILLED_WRITERS=500 repeated "killed writers, 500 each" native '\.bookmarks_tests$' 1
+
+# Each model has a processor; a case that differs is told by its number.
+export KELVO_ORACLE_CASES="${KELVO_ORACLE_CASES:-1000000}"
+KELVO_ORACLE_FIRST="$(date +%s)000000"
+export KELVO_ORACLE_FIRST
+say "campaign: oracles, $KELVO_ORACLE_CASES cases each"
+oracles="$kelvo_build/native-release/bin/oracle_tests"
+mapfile -t models < <("$oracles" --gtest_list_tests | sed -n 's/^  //p')
+[[ ${#models[@]} -gt 0 ]] || die "no oracles in $oracles"
+printf '%s\n' "${models[@]}" |
+  xargs -P "$jobs" -I {} sh -c '"$1" --gtest_filter="Oracle.$2" >"$3/oracle_$2.log" 2>&1 || true' \
+    - "$oracles" {} "$folder"
+for model in "${models[@]}"; do
+  log="$folder/oracle_$model.log" outcome=none
+  grep -q '^\[  PASSED  \] 1 test' "$log" || outcome="see $log"
+  row "oracle $model" "$KELVO_ORACLE_CASES" "$outcome"
+done
 
 # What is left, in equal parts; each fuzzer has one processor.
 cd "$kelvo_build/fuzz/bin"

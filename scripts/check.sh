@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# What can be said about the tree without building it: format, lint, order of includes, scripts.
-#   scripts/check.sh [format|includes|scripts|tidy]...   (default: all of them)
+# What can be said about the tree without building it: format, lint, order of includes, scripts, whether
+# what is generated is what its source says.
+#   scripts/check.sh [contract|format|includes|scripts|tidy]...   (default: all of them)
 #   scripts/check.sh --fix                               formats every file
 set -euo pipefail
 # shellcheck source=scripts/lib/common.sh
@@ -36,6 +37,11 @@ check_includes() {
   python3 -B tests/checks/check_includes.py "$kelvo_root" "$commands"
 }
 
+# The headers for hosts and the tables of docs/slots.md.
+check_contract() {
+  python3 -B tools/contract/generate.py --check
+}
+
 check_scripts() {
   shellcheck -S warning -x .ci/run scripts/*.sh scripts/lib/*.sh
 }
@@ -45,7 +51,7 @@ if [[ ${1:-} == --fix ]]; then
   formatted_files | xargs -0 clang-format -i
   exit
 fi
-[[ $# -gt 0 ]] || set -- format includes scripts tidy
+[[ $# -gt 0 ]] || set -- contract format includes scripts tidy
 result=0
 for name in "$@"; do
   if found="$("check_$name" 2>&1)"; then

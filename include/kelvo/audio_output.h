@@ -1,4 +1,6 @@
 // The host's audio device, as an input plug-in drives it.
+//
+// Generated from tools/contract/audio_output.txt.
 #pragma once
 
 #include "kelvo/types.h"
@@ -18,8 +20,6 @@ struct OutputBuffer {
   uintptr_t reserved;
 };
 static_assert(sizeof(void*) != 4 || sizeof(OutputBuffer) == 32);
-static_assert(offsetof(OutputBuffer, length_bytes) == sizeof(void*) &&
-              offsetof(OutputBuffer, valid_bytes) == sizeof(void*) + 4);
 
 // Implemented by the host. The decoding thread calls slots 4, 5, 6, 8, 9, 11 and 13; meanwhile the
 // host's own thread makes the plug-in call slots 9, 11 and 12. An implementation must bear both at

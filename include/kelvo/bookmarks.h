@@ -10,23 +10,37 @@
 // a file that cannot be written is no failure: the list then lives in memory only, and the file is
 // as it was.
 //
-// The object holds, in this order: the table of operations; the bookmarks window, its list and its
-// menu bar (null while it is closed); the array of bookmarks, their count and the array's capacity
-// (0, or a multiple of 50); 24 characters in which the window formats positions; the column that
-// the window is sorted by (0 state, 1 time, 2 title) and the direction (1 ascending, -1). A
-// bookmark is its path, its description and its position. Texts, handles and the array are
-// pointers, the rest 32-bit numbers. What follows is the library's own; so is changing any of this.
+// Generated from tools/contract/bookmarks.txt.
 #pragma once
 
 #include "kelvo/types.h"
 
 namespace kelvo {
 
+// One bookmark of the list, as the object holds it.
+struct BookmarkFields {
+  wchar_t* path;
+  wchar_t* description;
+  int32_t position_s;
+};
+static_assert(sizeof(void*) != 4 || sizeof(BookmarkFields) == 12);
+
+// The object's words behind the table of operations, by their places on 32 bits. What follows is
+// the library's own; so is changing any of this.
+//     4  WindowHandle window: this, the list and the menu bar: null while the window is closed
+//     8  WindowHandle list
+//    12  WindowHandle menu_bar
+//    16  BookmarkFields* bookmarks
+//    20  int32_t count
+//    24  int32_t capacity: 0, or a multiple of 50
+//    28  wchar_t position_text[24]: in which the window formats positions
+//    76  int32_t sort_column: 0 state, 1 time, 2 title
+//    80  int32_t sort_direction: 1 ascending, -1
 class Bookmarks {
  public:
   // Slot 0. Appends a bookmark and saves. `position_s`: seconds from the start of the file. One
-  // with an empty path is in the list, but not in the file.
-  // Non-zero once the bookmark is in the list; 0 without memory, the list is then as before.
+  // with an empty path is in the list, but not in the file. Non-zero once the bookmark is in the
+  // list; 0 without memory, the list is then as before.
   virtual int32_t AddBookmark(const wchar_t* path, int32_t position_s,
                               const wchar_t* description) noexcept = 0;
 

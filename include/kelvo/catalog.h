@@ -7,6 +7,8 @@
 //
 // Thread: all operations on the host's user-interface thread, and on no other while the sheet is
 // open. The callback runs on that thread too.
+//
+// Generated from tools/contract/catalog.txt.
 #pragma once
 
 #include "kelvo/types.h"

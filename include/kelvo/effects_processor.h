@@ -7,19 +7,37 @@
 // next block. Nothing allocates and nothing fails.
 //
 // A block is given by the address of the pointer to its samples (the pointer is read, never moved)
-// and by its length in bytes. Lengths below 2, and negative ones, are empty blocks. Half frames
-// are rounded up: a block with an odd number of samples is processed as if it had one sample more,
-// which is read and written, so the caller passes whole frames of 4 bytes. Filters remember the
-// end of a block; a stream may be cut into blocks of any size.
+// and by its length in bytes. Lengths below 2, and negative ones, are empty blocks. Half frames are
+// rounded up: a block with an odd number of samples is processed as if it had one sample more,
+// which is read and written, so the caller passes whole frames of 4 bytes. Filters remember the end
+// of a block; a stream may be cut into blocks of any size.
 //
 // The order of the operations is the order of the slots. There is no virtual destructor: it would
 // take two slots.
+//
+// Generated from tools/contract/effects_processor.txt.
 #pragma once
 
 #include <stdint.h>
 
 namespace kelvo {
 
+// The object's words behind the table of operations, by their places on 32 bits. For a library of
+// the processor's maker, which is handed the object and reads it (docs/effects.md); so is changing
+// any of this.
+//     4  int32_t equalizer_history[10][2][2][3]: band, channel, samples in and out, ring
+//   484  int32_t bass_history[2][2][2][3]: channel, stage, samples in and out, ring
+//   580  int32_t equalizer_at[3]: places in the rings: current, one back, two back
+//   592  int32_t bass_at[3]
+//   604  int32_t gains_q14[10]
+//   644  int32_t gains_q28[10]
+//   684  int32_t flat: 1: every band in the middle
+//   688  int32_t preamp_index: 27 - preamp
+//   692  int32_t equalizer_enabled
+//   696  int32_t band_count
+//   700  int32_t bass_mode
+//   704  int32_t gain_a_q28
+//   708  int32_t gain_b_q28
 class EffectsProcessor {
  public:
   // Slot 0. Releases what the object holds; with bit 0 of `flags` set, also its memory, which must

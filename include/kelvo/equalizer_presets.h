@@ -5,11 +5,9 @@
 // inside. The list of names is filled by ListPresets and holds at most kMaxPresets; indices are
 // positions in it, and an index outside the list is an empty slot.
 //
-// The object holds, in this order: the table of operations; kMaxPresets pointers to the names of
-// the files ("Rock.eqf"), null for an empty slot; their count, 32 bits. What follows is the
-// library's own; so is changing any of this.
-//
 // Thread: all operations on the host's user-interface thread. Only SavePreset shows anything.
+//
+// Generated from tools/contract/equalizer_presets.txt.
 #pragma once
 
 #include "kelvo/types.h"
@@ -19,6 +17,10 @@ namespace kelvo {
 constexpr size_t kEqualizerSettingBytes = 11;
 constexpr int32_t kMaxPresets = 200;
 
+// The object's words behind the table of operations, by their places on 32 bits. What follows is
+// the library's own; so is changing any of this.
+//     4  wchar_t* names[200]: of the files ("Rock.eqf"); null for an empty slot
+//   804  int32_t count
 class EqualizerPresets {
  public:
   // Slot 0. The index of the preset whose file is `name` + ".eqf", letters compared without case;

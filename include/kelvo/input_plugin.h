@@ -10,6 +10,8 @@
 //
 // The plug-in calls its own SetState, GetState and TogglePause through the object's table: a host
 // that puts a table of its own there sees every change of the state.
+//
+// Generated from tools/contract/input_plugin.txt.
 #pragma once
 
 #include <atomic>
@@ -34,7 +36,6 @@ class InputPlugin {
   void SetHostContext(HostWord context) noexcept { host_context_ = context; }
   void SetOutput(AudioOutput* output) noexcept { output_ = output; }  // before Play
   void SetReader(MediaReader* reader) noexcept { reader_ = reader; }  // before Open
-
   // Slot 0.
   virtual void Reserved0() noexcept {}
 
@@ -53,21 +54,22 @@ class InputPlugin {
 
   // Slot 4. Position in milliseconds; the words are passed on to AudioOutput::PlayedSamples.
   virtual int32_t GetPositionMs(HostWord a, HostWord b) noexcept {
-    static_cast<void>(a);
-    static_cast<void>(b);
+    static_cast<void>(a), static_cast<void>(b);
     return 0;
   }
 
-  // Slot 5. Stores a PlaybackState. The plug-in makes every change of its own through this slot,
-  // on its decoding thread too, and with a lock of its own held: no operation but GetState may be
+  // Slot 5. Stores a PlaybackState. The plug-in makes every change of its own through this slot, on
+  // its decoding thread too, and with a lock of its own held: no operation but GetState may be
   // awaited from within.
   virtual void SetState(uint32_t state) noexcept { StoreState(state); }
 
   // Slot 6. The PlaybackState.
   virtual uint32_t GetState() noexcept { return LoadState(); }
 
-  // Slots 7 and 8.
+  // Slot 7.
   virtual uint32_t Reserved7() noexcept { return 0; }
+
+  // Slot 8.
   virtual uint32_t Reserved8() noexcept { return 0; }
 
   // Slot 9. Goes to a position in milliseconds. Non-zero on success; a position at or behind the
@@ -93,24 +95,22 @@ class InputPlugin {
 
   // Slot 13. Closes the file; the words are passed on to MediaReader::Release.
   virtual int32_t Close(HostWord a, HostWord b) noexcept {
-    static_cast<void>(a);
-    static_cast<void>(b);
+    static_cast<void>(a), static_cast<void>(b);
     return 0;
   }
 
   // Slot 14. Opens a file through the reader, which receives path and mode. Non-zero on success. A
   // path of kMaxText or more characters is refused.
   virtual int32_t Open(const wchar_t* path, uint32_t mode) noexcept {
-    static_cast<void>(path);
-    static_cast<void>(mode);
+    static_cast<void>(path), static_cast<void>(mode);
     return 0;
   }
 
   // Slot 15. Ends playback, releases the file and the reader, and gives the object's memory back
   // when bit 0 of `flags` is set. Otherwise the object stays with the table of the base class, in
-  // which every slot does what is written here, and with the host's context, output and reader.
-  // For a host that wants a feature's object gone before the library is unloaded; bit 0 is never
-  // for the objects of GetFeature.
+  // which every slot does what is written here, and with the host's context, output and reader. For
+  // a host that wants a feature's object gone before the library is unloaded; bit 0 is never for
+  // the objects of GetFeature.
   virtual void Destroy(uint32_t flags) noexcept { static_cast<void>(flags); }
 
  protected:
@@ -132,6 +132,7 @@ class InputPlugin {
   MediaReader* reader_ = nullptr;
   std::atomic<uint32_t> state_{kStopped};  // a plain word of 32 bits
 };
+
 static_assert(sizeof(std::atomic<uint32_t>) == 4);
 static_assert(sizeof(void*) != 4 || sizeof(InputPlugin) == 20);
 

@@ -1,3 +1,4 @@
+// Generated from tools/contract/media_info.txt.
 #pragma once
 
 #include <stddef.h>
@@ -14,6 +15,6 @@ struct MediaInfo {
   uint32_t stereo;       // 0 or 1
   int32_t track;         // without one: 0 from Ogg Vorbis, 100000 from Windows Media
 };
-static_assert(sizeof(MediaInfo) == 80 && offsetof(MediaInfo, sample_rate) == 64);
+static_assert(sizeof(void*) != 4 || sizeof(MediaInfo) == 80);
 
 }  // namespace kelvo

@@ -1,11 +1,17 @@
 // The host's access to the bytes of one media file.
+//
+// Generated from tools/contract/media_reader.txt.
 #pragma once
 
 #include "kelvo/types.h"
 
 namespace kelvo {
 
-enum SeekOrigin : uint32_t { kSeekStart = 0, kSeekCurrent = 1, kSeekEnd = 2 };
+enum SeekOrigin : uint32_t {
+  kSeekStart = 0,
+  kSeekCurrent = 1,
+  kSeekEnd = 2,
+};
 
 // What Seek answers when it fails. Any other answer, -1 included, counts as a success.
 constexpr int64_t kSeekFailed = 0x7FFFFFFFFFFFFFFF;

@@ -1,4 +1,6 @@
 // Window messages that the library posts to windows of the host.
+//
+// Generated from tools/contract/messages.txt.
 #pragma once
 
 #include <stdint.h>

@@ -6,6 +6,8 @@
 // file, a file or archive that cannot be read, no memory.
 //
 // Thread: all operations on the host's user-interface thread; the object has no state.
+//
+// Generated from tools/contract/skin_reader.txt.
 #pragma once
 
 #include "kelvo/types.h"

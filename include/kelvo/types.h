@@ -4,10 +4,13 @@
 // table of operations; the host calls them by slot, as its compiler calls virtual functions (on
 // 32-bit x86: thiscall). Integers have the widths written here; on 64-bit builds only what holds a
 // pointer or a handle is wider.
+//
+// Generated from tools/contract/types.txt.
 #pragma once
 
 #include <stddef.h>
 #include <stdint.h>
+#include <wchar.h>
 
 // Plain functions use this convention whatever a compiler's default is.
 #if defined(_WIN32) && (defined(__i386__) || defined(_M_IX86))
@@ -16,9 +19,9 @@
 #define KELVO_CDECL
 #endif
 
-static_assert(sizeof(wchar_t) == 2, "texts are UTF-16");
-
 namespace kelvo {
+
+static_assert(sizeof(wchar_t) == 2, "texts are UTF-16");
 
 using WindowHandle = void*;  // an HWND
 using ModuleHandle = void*;  // an HINSTANCE

@@ -23,6 +23,8 @@
 // Thread: all operations on the thread that loaded the library. Unloading while a file plays, or on
 // another thread, is safe, but may take some seconds; on another thread a bare window is left to
 // the loading one until that looks at its messages, and its apartment stays.
+//
+// Generated from tools/contract/wma_input.txt.
 #pragma once
 
 #include "kelvo/input_plugin.h"
@@ -35,8 +37,8 @@ class WmaInput : public InputPlugin {
  public:
   // Slot 16. The next kVisualisationSamples samples (16 bits, first channel, after the effects) of
   // the block that was handed to the sound device last, padded with zeros. 1 when they were
-  // written; 0, and nothing is written, when a read before went beyond the block's end or
-  // `samples` is null. A read that begins exactly at the end, as the first one ever, gives silence.
+  // written; 0, and nothing is written, when a read before went beyond the block's end or `samples`
+  // is null. A read that begins exactly at the end, as the first one ever, gives silence.
   virtual int32_t GetVisualisation(int16_t* samples) noexcept {
     static_cast<void>(samples);
     return 0;
@@ -49,9 +51,9 @@ class WmaInput : public InputPlugin {
   virtual int32_t GetFileInfo(const wchar_t* path, wchar_t* display_title, wchar_t* album,
                               MediaInfo* info, uint32_t* length_ms, uint32_t* sdk_version,
                               wchar_t* artist, wchar_t* title) noexcept {
-    static_cast<void>(path), static_cast<void>(display_title), static_cast<void>(album);
-    static_cast<void>(info), static_cast<void>(length_ms), static_cast<void>(sdk_version);
-    static_cast<void>(artist), static_cast<void>(title);
+    static_cast<void>(path), static_cast<void>(display_title), static_cast<void>(album),
+        static_cast<void>(info), static_cast<void>(length_ms), static_cast<void>(sdk_version),
+        static_cast<void>(artist), static_cast<void>(title);
     return 0;
   }
 

@@ -83,6 +83,22 @@ void SelectAt(HWND control, POINT client) noexcept {
   if (item >= 0) ListView_SetItemState(control, item, kCurrent, kCurrent);
 }
 
+// Where the keyboard is, on the screen; false when it is nowhere in sight.
+bool FindFocusedItem(HWND control, POINT* at) noexcept {
+  RECT item = {};
+  if (IsTree(control)) {
+    const HTREEITEM selected = TreeView_GetSelection(control);
+    if (!selected || !TreeView_GetItemRect(control, selected, &item, TRUE)) return false;
+  } else {
+    const int focused = ListView_GetNextItem(control, -1, LVNI_FOCUSED);
+    if (focused < 0 || !ListView_GetItemRect(control, focused, &item, LVIR_LABEL)) return false;
+  }
+  *at = {item.left + 2 * kSlop, (item.top + item.bottom) / 2};
+  RECT client = {};
+  GetClientRect(control, &client);
+  return PtInRect(&client, *at) && ClientToScreen(control, at);
+}
+
 // A list or tree view.
 LRESULT OnControlMessage(const HookedMessage& call) noexcept {
   if (call.message == WM_LBUTTONDOWN && IsDown(VK_LBUTTON)) {
@@ -95,6 +111,12 @@ LRESULT OnControlMessage(const HookedMessage& call) noexcept {
       TellParent(control, at);
       return 0;
     }
+  }
+  // The key for menus holds the focused item.
+  if (call.message == WM_CONTEXTMENU && call.lparam == -1) {
+    POINT at = {};
+    if (FindFocusedItem(call.window, &at)) TellParent(call.window, at);
+    return 0;
   }
   // Enter is the list's, not the dialog's: without a default button it would close that.
   const bool is_enter = call.message == WM_GETDLGCODE && call.wparam == VK_RETURN;

@@ -13,16 +13,6 @@
 
 namespace {
 
-class Counter final : public kelvo::TreeSink {
- public:
-  kelvo::TreeNode Add(kelvo::TreeNode, kelvo::NodeKind, const wchar_t*) noexcept override {
-    return ++nodes;
-  }
-  void SortLabels(kelvo::TreeNode) noexcept override {}
-  void SortFolders(kelvo::TreeNode, const kelvo::FolderOrder&) noexcept override {}
-  kelvo::TreeNode nodes = 0;
-};
-
 void Fill(kelvo::EntryList* list, int files, int artists) {
   std::mt19937 random(1);
   for (int i = 0; i < files; ++i) {
@@ -44,11 +34,11 @@ bool Measure(int files, int artists, double goal) {
   Fill(&list, files, artists);
   bool reached = true;
   for (uint32_t order = 1; order <= 7; ++order) {
-    Counter tree;
+    kelvo::CatalogTree tree;
     const double seconds = kelvo::bench::Seconds(
         [&] { kelvo::BuildTree(list, static_cast<kelvo::GroupingOrder>(order), tree); });
     printf("%6d files, %5d artists, order %u: %7.3f s, %6zu nodes (goal <= %.1f s) %s\n", files,
-           artists, order, seconds, static_cast<size_t>(tree.nodes), goal,
+           artists, order, seconds, static_cast<size_t>(tree.last()), goal,
            seconds <= goal ? "ok" : "MISSED");
     reached &= seconds <= goal;
   }

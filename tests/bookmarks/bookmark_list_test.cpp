@@ -19,52 +19,6 @@ std::string Repeat(size_t count, char c) {
   return std::string(count, c);
 }
 
-TEST(BookmarkListTest, ReadsWhatItCanOfAnyFile) {
-  struct Case {
-    const char* name;
-    std::string file;
-    Strings want;
-  };
-  const Case cases[] = {
-      {"empty file", "", {}},
-      {"two records",
-       Utf16("\\a.mp3\r\n90\r\nfirst\r\n\\b.mp3\r\n0\r\nsecond\r\n"),
-       {"\\a.mp3|90|first", "\\b.mp3|0|second"}},
-      {"empty description", Utf16("p\r\n1\r\n\r\n"), {"p|1|"}},
-      {"empty path ends the list",
-       Utf16("p\r\n1\r\nd\r\n\r\n2\r\ne\r\nq\r\n3\r\nf\r\n"),
-       {"p|1|d"}},
-      {"position not a number", Utf16("p\r\nabc\r\nd\r\n"), {"p|0|d"}},
-      {"position empty", Utf16("p\r\n\r\nd\r\n"), {"p|0|d"}},
-      {"position with a tail", Utf16("p\r\n 12x\r\nd\r\n"), {"p|12|d"}},
-      {"negative position", Utf16("p\r\n-7\r\nd\r\n"), {"p|-7|d"}},
-      {"position beyond 32 bits", Utf16("p\r\n99999999999999999999\r\nd\r\n"), {"p|2147483647|d"}},
-      {"position far below", Utf16("p\r\n-99999999999\r\nd\r\n"), {"p|-2147483648|d"}},
-      {"only a path", Utf16("p\r\n"), {}},
-      {"path and half a line's end", Utf16("p\r"), {}},
-      {"position without end", Utf16("p\r\n5"), {"p|5|"}},
-      {"no description line", Utf16("p\r\n5\r\n"), {"p|5|"}},
-      {"description without end", Utf16("p\r\n5\r\nd"), {"p|5|d"}},
-      {"odd byte instead of a position", Utf16("p\r\n") + "5", {}},
-      {"odd byte within a description", Utf16("p\r\n5\r\nde") + "s", {"p|5|de"}},
-      {"lone CR takes the next unit", Utf16("p\rX5\rXd\rX"), {"p|5|d"}},
-      {"lone LF is text", Utf16("p\nq\r\n5\r\nd\r\n"), {"p\nq|5|d"}},
-      {"CR before CR LF", Utf16("p\r\r\n5\r\nd\r\n"), {"p|5|d"}},
-      {"mark at the start is part of the path",
-       "\xFF\xFE" + Utf16("p\r\n5\r\nd\r\n"),
-       {"\xEF\xBB\xBFp|5|d"}},
-      {"NUL cuts a line", Utf16(std::string("p\0x\r\n5\r\nd\r\n", 11)), {"p|5|d"}},
-      {"NUL first makes the path empty", Utf16(std::string("\0x\r\n5\r\nd\r\n", 10)), {}},
-      {"lone surrogate", Utf16("p\r\n5\r\n") + std::string("\x00\xD8", 2), {"p|5|\xED\xA0\x80"}},
-      {"260 units", Utf16(Repeat(260, 'a') + "\r\n5\r\nd\r\n"), {Repeat(259, 'a') + "|5|d"}},
-      {"100,000 units",
-       Utf16("p\r\n5\r\n" + Repeat(100000, 'd') + "\r\nq\r\n6\r\ne\r\n"),
-       {"p|5|" + Repeat(259, 'd'), "q|6|e"}},
-      {"digits behind 259 blanks", Utf16("p\r\n" + Repeat(260, ' ') + "7\r\nd\r\n"), {"p|0|d"}},
-  };
-  for (const Case& c : cases) EXPECT_EQ(ReadTexts(c.file), c.want) << c.name;
-}
-
 // Three records, of which the second one's description is empty; across a block's border.
 std::string Sample() {
   return Utf16("\\Music\\" + Repeat(240, 'x') + ".ogg\r\n3725\r\n" + Repeat(259, 'd') +

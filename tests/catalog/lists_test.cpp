@@ -22,50 +22,29 @@ using test::Utf8;
 using test::Wide;
 
 // Entries and the list's items as text: "a b* c!", selected and focused.
-class Playlist final : public SelectableItems {
+class Playlist {
  public:
   explicit Playlist(const std::string& text) {
     for (const char c : text) {
-      if (c == '*') items_.back().selected = true;
-      if (c == '!') items_.back().focused = true;
+      if (c == '*') selection.selected.back() = true;
+      if (c == '!') selection.focused = selection.selected.size() - 1;
       if (c < 'a') continue;
-      items_.push_back({std::string(1, c), false, false});
-      EXPECT_TRUE(entries.Add(Wide(items_.back().text)));
+      EXPECT_TRUE(selection.selected.Append(false));
+      EXPECT_TRUE(entries.Add(Wide(std::string(1, c))));
     }
+    if (text.find('!') == std::string::npos) selection.focused = entries.size();
   }
   std::string Text() const {
     std::string text;
-    EXPECT_EQ(entries.size(), items_.size());
+    EXPECT_EQ(entries.size(), selection.selected.size());
     for (size_t i = 0; i < entries.size(); ++i) {
-      const Item& item = items_[i];
-      EXPECT_EQ(Utf8(entries[i].path.c_str()), item.text);
-      text += (i ? " " : "") + item.text + (item.selected ? "*" : "") + (item.focused ? "!" : "");
+      text += (i ? " " : "") + Utf8(entries[i].path.c_str()) + (selection.selected[i] ? "*" : "") +
+              (selection.focused == i ? "!" : "");
     }
     return text;
   }
-
-  bool IsSelected(size_t at) noexcept override { return items_[at].selected; }
-  void SetSelected(size_t at, bool selected) noexcept override { items_[at].selected = selected; }
-  bool IsFocused(size_t at) noexcept override { return items_[at].focused; }
-  void SetFocused(size_t at) noexcept override {
-    for (Item& item : items_) item.focused = false;
-    items_[at].focused = true;
-  }
-  void Shrink(size_t count) noexcept override {
-    items_.resize(count);
-    for (size_t i = 0; i < count; ++i) items_[i] = {Utf8(entries[i].path.c_str()), false, false};
-  }
-  void Swapped(size_t a, size_t b) noexcept override { std::swap(items_[a].text, items_[b].text); }
-
   EntryList entries;
-
- private:
-  struct Item {
-    std::string text;
-    bool selected = false;
-    bool focused = false;
-  };
-  std::vector<Item> items_;
+  ListSelection selection;
 };
 
 TEST(PlaylistEdit, MovesAndRemovesWhatIsSelected) {
@@ -89,9 +68,9 @@ TEST(PlaylistEdit, MovesAndRemovesWhatIsSelected) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.before);
     Playlist up(c.before), down(c.before), removed(c.before);
-    MoveSelected(up.entries, up, Direction::kUp);
-    MoveSelected(down.entries, down, Direction::kDown);
-    RemoveSelected(removed.entries, removed);
+    MoveSelected(up.entries, up.selection, Direction::kUp);
+    MoveSelected(down.entries, down.selection, Direction::kDown);
+    RemoveSelected(removed.entries, removed.selection);
     EXPECT_EQ(up.Text(), c.up);
     EXPECT_EQ(down.Text(), c.down);
     EXPECT_EQ(removed.Text(), c.removed);

@@ -96,46 +96,36 @@ TEST_F(MediaPageTest, ShowsGroupsAndFoldersSortedByTheirLabels) {
   });
 }
 
-// Inserts each node where the control sorts it in.
-class SortedTree final : public TreeSink {
- public:
-  explicit SortedTree(HWND tree) : tree_(tree) {}
-  TreeNode Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept override {
-    TVINSERTSTRUCTW insert = {};
-    insert.hParent = reinterpret_cast<HTREEITEM>(parent);
-    insert.hInsertAfter = TVI_SORT;
-    insert.item.mask = TVIF_TEXT | TVIF_PARAM;
-    insert.item.pszText = const_cast<wchar_t*>(label);
-    insert.item.lParam = kind == NodeKind::kFolder;
-    return reinterpret_cast<TreeNode>(TreeView_InsertItem(tree_, &insert));
-  }
-  void SortLabels(TreeNode) noexcept override {}
-  void SortFolders(TreeNode parent, const FolderOrder&) noexcept override {
-    TVSORTCB sort = {reinterpret_cast<HTREEITEM>(parent), &Compare, 0};
-    // The items' own words are their handles, as the comparison gets nothing else.
-    for (HTREEITEM item = parent ? TreeView_GetChild(tree_, sort.hParent) : TreeView_GetRoot(tree_);
-         item; item = TreeView_GetNextSibling(tree_, item)) {
-      TVITEMW word = {};
-      word.mask = TVIF_PARAM;
-      word.hItem = item;
-      TreeView_GetItem(tree_, &word);
-      word.lParam = word.lParam ? reinterpret_cast<LPARAM>(item) : 0;
-      TreeView_SetItem(tree_, &word);
-    }
-    sort.lParam = reinterpret_cast<LPARAM>(tree_);
-    TreeView_SortChildrenCB(tree_, &sort, 0);
-  }
+int CALLBACK CompareFolders(LPARAM a, LPARAM b, LPARAM tree) {
+  if (!a || !b) return 0;
+  const auto label = [&](LPARAM item) {
+    return test::User::Label(reinterpret_cast<HWND>(tree), reinterpret_cast<HTREEITEM>(item));
+  };
+  return CompareNoCase(test::Wide(label(a)), test::Wide(label(b)));
+}
 
- private:
-  static int CALLBACK Compare(LPARAM a, LPARAM b, LPARAM tree) {
-    if (!a || !b) return 0;
-    const auto label = [&](LPARAM item) {
-      return test::User::Label(reinterpret_cast<HWND>(tree), reinterpret_cast<HTREEITEM>(item));
-    };
-    return CompareNoCase(test::Wide(label(a)), test::Wide(label(b)));
+// Inserts each node where the control sorts it in; folders have their handles as their words.
+void InsertSorted(HWND view, const CatalogTree& tree, bool folders) {
+  std::vector<HTREEITEM> items = {TVI_ROOT};
+  for (TreeNode node = 1; node <= tree.last(); ++node) {
+    TVINSERTSTRUCTW insert = {};
+    insert.hParent = items[tree.Parent(node)];
+    insert.hInsertAfter = TVI_SORT;
+    insert.item.mask = TVIF_TEXT;
+    insert.item.pszText = const_cast<wchar_t*>(tree.Label(node));
+    TVITEMW word = {};
+    word.mask = TVIF_PARAM;
+    word.hItem = TreeView_InsertItem(view, &insert);
+    word.lParam = tree.IsFile(node) ? 0 : reinterpret_cast<LPARAM>(word.hItem);
+    TreeView_SetItem(view, &word);
+    items.push_back(word.hItem);
   }
-  HWND tree_;
-};
+  if (!folders) return;
+  for (TreeNode node = 0; node <= tree.last(); ++node) {
+    TVSORTCB sort = {items[node], &CompareFolders, reinterpret_cast<LPARAM>(view)};
+    if (!tree.IsFile(node)) TreeView_SortChildrenCB(view, &sort, 0);
+  }
+}
 
 TEST_F(MediaPageTest, IsTheTreeOfSortedInsertion) {
   const auto make = [] {
@@ -161,11 +151,11 @@ TEST_F(MediaPageTest, IsTheTreeOfSortedInsertion) {
     for (uint32_t order = 1; order <= 7; ++order) {
       SCOPED_TRACE(order);
       const HWND plain = make(), shown = make();
-      SortedTree sorted(plain);
       MediaTree tree;
       tree.Attach(shown);
-      BuildTree(list, ToGroupingOrder(order), sorted);
-      BuildTree(list, ToGroupingOrder(order), tree);
+      BuildTree(list, ToGroupingOrder(order), tree.nodes());
+      InsertSorted(plain, tree.nodes(), order == 7);
+      tree.Show(list);
       EXPECT_EQ(User::Nodes(shown), User::Nodes(plain));
       tree.Detach();
       DestroyWindow(shown);

@@ -32,30 +32,6 @@ TagTexts Texts(const std::string& title, const std::string& track, const std::st
   return texts;
 }
 
-TEST(TagEdit, BuildsBothForms) {
-  const std::string thirty = kThirty;
-  const struct {
-    const char *name, *track;
-    std::string comment;
-    uint32_t genre;
-    std::string want;  // from the comment on
-  } cases[] = {
-      {"with a track", "7", thirty, 8, thirty.substr(0, 28) + std::string("\0\7\x8", 3)},
-      {"without", "", thirty, 147, thirty + "\x93"},
-      {"a shorter comment", "", thirty.substr(0, 29), 0, thirty.substr(0, 29) + std::string(2, 0)},
-      {"track cut to two", "300", "c", 0, "c" + std::string(28, 0) + std::string("\x1E", 2)},
-      {"track 0 is a track", "0", thirty, 0, thirty.substr(0, 28) + std::string(3, 0)},
-      {"no genre", "", "", 0xFFFFFFFF, std::string(30, 0) + "\xFF"},
-  };
-  TagEdit edit;  // of what was built before nothing stays
-  for (const auto& c : cases) {
-    edit.Build(Texts(thirty, c.track, c.comment), c.genre);
-    const std::string bytes(reinterpret_cast<const char*>(edit.bytes()), kId3v1Bytes);
-    EXPECT_EQ(bytes.substr(3), Id3v1Tag(thirty, thirty, thirty, 0).substr(3, 94) + c.want)
-        << c.name;
-  }
-}
-
 class TagFileTest : public testing::Test {
  protected:
   void Put(const std::string& bytes, uint32_t attributes = kAttributeNormal) {
@@ -72,55 +48,6 @@ class TagFileTest : public testing::Test {
   EntryList list_;
   TagEdit edit_;
 };
-
-std::string Tag(const std::string& year, const std::string& comment, const std::string& end) {
-  std::string tag = Id3v1Tag("Title \xE9", "Art ", "Alb", 17, ' ').replace(93, 4, year);
-  return tag.replace(97, 30, (comment + std::string(30, ' ')).substr(0, 30 - end.size()) + end);
-}
-
-TEST_F(TagFileTest, ShowsWhatTheFileHolds) {
-  const std::string c29(29, 'c');
-  const struct {
-    const char* name;
-    std::string tag, year, comment, track;
-    bool present;
-  } cases[] = {
-      {"with a track", Tag("1999", "comment", {"\0\xC8", 2}), "1999", "comment", "200", true},
-      {"a full comment", Tag("1999", c29.substr(1), {"\0\5", 2}), "1999", c29.substr(1), "5", true},
-      {"blanks at the end", Tag("99  ", " c ", {"\0\1", 2}), "99", " c", "1", true},
-      {"track 0 is none", Tag("1999", "c", {"\0\0", 2}), "1999", "c", "", true},
-      {"the older form", Tag("1999", c29 + "\7", ""), "1999", c29, "", true},
-      {"no tag", "TAK" + Tag("1999", "c", "").substr(3), "", "", "", false},
-      {"too short", Tag("1999", "c", "").substr(1), "", "", "", false},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    list_.Clear();
-    Put("audio");
-    list_[0].tag.Reset(HeapNew<TagBlock>());  // the catalog saw one
-    files_.Put("\\a.mp3", c.tag);
-    TagEdit edit;
-    edit.Load(files_, list_[0]);
-    EXPECT_EQ(files_.last_share, Share::kRead);
-    TagTexts shown;
-    edit.Show(&shown);
-    EXPECT_EQ(edit.present(), c.present);
-    EXPECT_EQ(edit.genre(), c.present ? 17 : 0);
-    EXPECT_EQ(Utf8(shown.title) + "|" + Utf8(shown.artist) + "|" + Utf8(shown.album),
-              c.present ? "Title \u00E9|Art|Alb" : "||");
-    EXPECT_EQ(Utf8(shown.year) + "|" + Utf8(shown.comment) + "|" + Utf8(shown.track),
-              std::string(c.year) + "|" + c.comment + "|" + c.track);
-    // An update replaces what was seen, and only that.
-    EXPECT_TRUE(edit.Write(files_, L"\\a.mp3"));
-    EXPECT_EQ(files_.Find("\\a.mp3")->bytes.size(), c.tag.size() + (c.present ? 0 : 128));
-
-    list_[0].tag.Reset();  // the catalog saw none
-    edit.Load(files_, list_[0]);
-    edit.Show(&shown);
-    EXPECT_FALSE(edit.present());
-    EXPECT_EQ(Utf8(shown.title) + Utf8(shown.comment), "");
-  }
-}
 
 TEST_F(TagFileTest, ReplacesAnOldTagAndAppendsANewOne) {
   for (const std::string& old : {Id3v1Tag("Old", "", "", 1), std::string()}) {

@@ -36,8 +36,9 @@ HOST_EXCEPTIONS = {("host/player/response.cpp", "src/effects"),
                    ("host/player/playlist_files.cpp", "src/base/text")}
 WINDOWS_HEADERS = re.compile(r"^(windows|windef|winbase|winuser|wingdi|commctrl|prsht|mmsystem|ole2|"
                              r"oleauto|ocidl|objbase|shellapi|shlobj|aygshell)\.h$", re.IGNORECASE)
-# Words of compilers, but for those that only ask what is compiled for.
-COMPILERS_OWN = re.compile(r"\b__(?!cdecl\b|i386__\b)\w+|#pragma (?!once)|\b_Atomic\b")
+# Words of compilers, but for those that only ask what is compiled for, and calling conventions.
+COMPILERS_OWN = re.compile(r"\b__(?!cdecl\b|fastcall\b|attribute__\(\(unused\)\)|i386__\b|GNUC__\b)\w+|"
+                           r"#pragma (?!once)|\b_Atomic\b")
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 
 

@@ -9,7 +9,7 @@
 #include "kelvo/effects_processor.h"
 #include "kelvo/equalizer_presets.h"
 #include "kelvo/features.h"
-#include "tests/effects/reference_effects.h"
+#include "tests/oracles/effects_model.h"
 #include "tests/support/dialog_driver.h"
 #include "tests/support/installation_folder.h"
 #include "tests/support/loaded_library.h"

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "kelvo/ogg_vorbis_input.h"
-#include "tests/effects/reference_effects.h"
+#include "tests/oracles/effects_model.h"
 #include "tests/effects/signals.h"
 #include "tests/support/end_messages.h"
 #include "tests/support/loaded_library.h"

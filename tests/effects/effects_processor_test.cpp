@@ -3,13 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "base/memory/heap.h"
 #include "effects/stages.h"
-#include "tests/effects/reference_effects.h"
+#include "tests/oracles/effects_model.h"
 #include "tests/effects/signals.h"
 #include "tests/support/raw_slot.h"
 
@@ -66,21 +65,6 @@ class Effects : public ::testing::Test {
     return CallSlot<int32_t>(object_, 5, samples, bytes);
   }
 
-  // Runs a stage over both; `bytes` may be anything that `block` has room for.
-  void Process(bool bass, std::vector<int16_t> block, int32_t bytes) {
-    std::vector<int16_t> want = block;
-    int16_t* samples = block.data();
-    if (bass) {
-      CallBass(&samples, bytes);
-      reference_.ProcessBass(want.data(), bytes);
-    } else {
-      const int32_t result = CallEqualizer(&samples, bytes);
-      ASSERT_EQ(result, reference_.ProcessEqualizer(want.data(), bytes));
-    }
-    ASSERT_EQ(samples, block.data());
-    ASSERT_EQ(block, want);
-  }
-
   void ExpectFields() {
     ASSERT_EQ(DifferingOffset(Field(0), reference_), 0u);
     ASSERT_EQ(g_entered, 0);
@@ -94,49 +78,6 @@ class Effects : public ::testing::Test {
   void* object_ = static_cast<EffectsProcessor*>(HeapNew<FixedPointEffects>(g_platform));
   ReferenceEffects reference_;
 };
-
-template <class T, size_t kSize>
-const T& OneOf(const T (&choices)[kSize], std::mt19937& random) {
-  return choices[random() % kSize];
-}
-
-// Every field and every sample, whatever is called in whatever order.
-TEST_F(Effects, EqualTheReferenceBetweenAnyTwoCalls) {
-  static const int32_t kBytes[] = {0,  1,  2,   3,   4,   5,   6,   7,   8,        10,
-                                   12, 14, 252, 256, 258, 260, 262, 512, 1000,     1022,
-                                   -1, -4, 764, 20,  24,  28,  32,  36,  INT32_MIN};
-  static const int32_t kModes[] = {0, 1, 2, 3, 4, 5, -1, 0, INT32_MIN, INT32_MAX};
-  static const int32_t kPreamps[] = {0, 3, 13, 13, 14, 27, 28, -1, INT32_MIN, INT32_MAX};
-  ExpectFields();
-  std::mt19937 random(5);
-  for (const Signal& signal : AllSignals(2000)) {
-    SCOPED_TRACE(signal.name);
-    for (int step = 0; step < 400; ++step) {
-      const uint32_t kind = random() % 8;
-      SCOPED_TRACE(step);
-      if (kind == 0) {
-        SetBassMode(OneOf(kModes, random));
-      } else if (kind == 1) {
-        EnableEqualizer(random() % 3 == 0 ? 0 : -8);
-      } else if (kind == 2) {
-        int32_t sliders[kBands];
-        const uint32_t choice = random() % 4;  // all in the middle, one apart, in range, any
-        for (int32_t& slider : sliders) {
-          slider = choice == 3   ? OneOf(kGainsBeyond, random).slider
-                   : choice == 2 ? static_cast<int32_t>(random() % 28)
-                                 : 14;
-        }
-        if (choice == 1) sliders[random() % kBands] = 13;
-        SetEqualizer(OneOf(kPreamps, random), random() % 9 == 0 ? nullptr : sliders);
-      } else {
-        const auto from = signal.samples.begin() + random() % 1700 * 2;
-        Process(kind % 2 == 0, {from, from + 512}, OneOf(kBytes, random));
-      }
-      ExpectFields();
-      if (HasFailure()) return;
-    }
-  }
-}
 
 TEST_F(Effects, NoSamplesAreAnEmptyBlock) {
   SetBassMode(1);

@@ -131,36 +131,6 @@ TEST_F(PresetsFeatureTest, SavesNothingWhenDeclinedOrImpossible) {
   EXPECT_EQ(files_.open_now, 0);
 }
 
-TEST_F(PresetsFeatureTest, ListsFindsAndNames) {
-  files_.PutFolder("\\V\\presets\\sub.eqf");
-  for (const char* name : {"b.eqf", "x.eqfx", "RÖCK.eqF", "eqf", ".eqf", "a.b.eqf", "notes.txt"}) {
-    files_["\\V\\presets\\" + std::string(name)];
-  }
-  files_["\\V\\presets\\sub.eqf\\d.eqf"];
-  files_["\\V\\presets2\\c.eqf"];
-  EXPECT_EQ(feature_.FindPreset(L"röck"), -1) << "nothing listed yet";
-  EXPECT_EQ(feature_.ListPresets(L"\\V"), 4);
-  const char* const names[] = {"b", "RÖCK", "", "a"};
-  for (int i = 0; i < 4; ++i) EXPECT_EQ(Name(i), names[i]);
-  const struct {
-    const wchar_t* name;
-    int32_t want;
-  } finds[] = {{L"B", 0},         {L"röck", 1}, {L"", 2},       {L"a.b", 3}, {L"a", -1},
-               {L"röck.eqf", -1}, {L"röc", -1}, {L"röcks", -1}, {L"x", -1}};
-  for (const auto& find : finds) {
-    EXPECT_EQ(feature_.FindPreset(find.name), find.want) << Utf8(find.name);
-  }
-  EXPECT_EQ(feature_.ListPresets(L"\\V"), 8) << "appends";
-  EXPECT_EQ(feature_.FindPreset(L"röck"), 1) << "the first one";
-  EXPECT_EQ(feature_.ListPresets(L"\\W"), 8) << "no such folder";
-  EXPECT_EQ(feature_.ListPresets(Wide(std::string(300, 'b'))), 8);
-  EXPECT_EQ(feature_.FindPreset(nullptr), -1);
-  feature_.ClearPresets();
-  EXPECT_EQ(feature_.FindPreset(L"röck"), -1);
-  EXPECT_EQ(Name(0), "");
-  EXPECT_EQ(feature_.ListPresets(L"\\V"), 4);
-}
-
 TEST_F(PresetsFeatureTest, ListsAtMostTwoHundred) {
   for (int i = 0; i < 201; ++i) files_["\\V\\presets\\" + std::to_string(i) + ".eqf"];
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 200);

@@ -1,13 +1,12 @@
 // The playlist targets, one a kind (KELVO_FUZZ_KIND): the input is a playlist and, separated by
 // bytes 0x1D, up to three others that it may name: 1.m3u, 2.pls and 3.asx in its folder. There are
-// no other playlists; every media path exists, without a tag. What is read is compared with a model
-// that goes by the letter.
+// no other playlists; every media path exists, without a tag. What is read is compared with its
+// model.
 #include <stddef.h>
 #include <stdint.h>
 
-#include <algorithm>
+#include <optional>
 #include <string>
-#include <vector>
 
 #include "base/bytes/memory_source.h"
 #include "base/files/file_system.h"
@@ -17,6 +16,7 @@
 #include "catalog/media/entry_list.h"
 #include "playlist/playlist_files.h"
 #include "tests/fuzz/require.h"
+#include "tests/oracles/playlist_model.h"
 
 namespace kelvo::fuzz {
 namespace {
@@ -98,8 +98,9 @@ class FewFiles final : public FileSystem {
 // Ends soon: a few lists that name each other crosswise are worth no longer look.
 class FewLists final : public NestingGuard {
  public:
+  static constexpr size_t kMost = 29;
   bool Enter(const wchar_t* path) noexcept override {
-    return ++entered_ < 30 && chain_.Enter(path);
+    return ++entered_ <= kMost && chain_.Enter(path);
   }
   void Leave() noexcept override { chain_.Leave(); }
   bool CountLine() noexcept override { return true; }
@@ -108,86 +109,6 @@ class FewLists final : public NestingGuard {
  private:
   ChainGuard chain_;
   size_t entered_ = 0;
-};
-
-// The expansion as it is described, over whole texts and by recursion.
-class LiteralExpansion {
- public:
-  explicit LiteralExpansion(const FewFiles& files) : files_(files) {}
-
-  std::vector<std::string> media;  // paths, as bytes
-
-  void Add(const std::string& path) {
-    if (path.size() < 4 || path[path.size() - 4] != '.') return;
-    std::string kind = path.substr(path.size() - 3);
-    for (char& c : kind) c = FoldAscii(c);
-    if (kind == "m3u" || kind == "pls" || kind == "asx") return Read(path, kind[0]);
-    for (const char* known : {"mp1", "mp2", "mp3", "ogg", "wma", "asf"}) {
-      if (kind == known) media.push_back(path);
-    }
-  }
-
- private:
-  void Read(const std::string& path, char format) {
-    wchar_t wide[kTextCapacity];
-    AnsiToWide(path.data(), path.size(), wide, kTextCapacity);
-    if (!guard_.Enter(wide)) return;
-    if (const Array<uint8_t>* bytes = files_.Find(wide)) {
-      const std::string folder = path.substr(0, path.rfind('\\') + 1);
-      int number = 1;
-      for (const std::string& line : Lines(*bytes)) {
-        const std::string value = format == 'm'   ? M3u(line, folder)
-                                  : format == 'p' ? Pls(line, &number)
-                                                  : Asx(line, folder);
-        if (value.size() < kTextCapacity) Add(value);
-      }
-    }
-    guard_.Leave();
-  }
-
-  // Text mode, pieces of 259, texts up to the first NUL.
-  static std::vector<std::string> Lines(const Array<uint8_t>& bytes) {
-    std::string text;
-    for (size_t i = 0; i < bytes.size() && bytes[i] != 0x1A; ++i) {
-      const bool is_end = bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n';
-      if (!is_end) text += static_cast<char>(bytes[i]);
-    }
-    std::vector<std::string> lines;
-    for (size_t at = 0; at < text.size();) {
-      const size_t end = std::min(text.find('\n', at), text.size());
-      const std::string piece = text.substr(at, std::min<size_t>(end - at, 259));
-      at += piece.size() == 259 ? 259 : piece.size() + 1;
-      lines.push_back(piece.c_str());
-    }
-    return lines;
-  }
-  static bool HasBackslash(const std::string& text) { return text.find('\\') != std::string::npos; }
-  static std::string M3u(const std::string& line, const std::string& folder) {
-    if (line[0] == '#') return "";
-    return HasBackslash(line) ? line : folder + line;
-  }
-  static std::string Pls(const std::string& line, int* number) {
-    const std::string key = "File" + std::to_string(*number) + "=";
-    if (line.size() < key.size() || !EqualAsciiNoCase(line.c_str(), key.c_str(), key.size())) {
-      return "";
-    }
-    ++*number;
-    return line.substr(key.size());
-  }
-  static std::string Asx(const std::string& line, const std::string& folder) {
-    std::string upper = line;
-    for (char& c : upper) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-    const size_t tag = upper.find("<REF HREF");
-    const size_t quote = tag == std::string::npos ? tag : line.find('"', tag);
-    if (quote == std::string::npos) return "";
-    const std::string rest = line.substr(quote + 1);
-    const size_t close = rest.find('"');
-    if (close == std::string::npos) return "";
-    return (HasBackslash(rest) ? "" : folder) + rest.substr(0, close);
-  }
-
-  const FewFiles& files_;
-  FewLists guard_;
 };
 
 class NoInformation final : public MediaInformation {
@@ -215,13 +136,21 @@ int CheckPlaylist(const wchar_t* path, const uint8_t* data, size_t size) {
   FewLists guard;
   EntryList list;
   AddPath({files, information, &guard}, path, &list);
-  LiteralExpansion literal(files);
+  oracle::PlaylistModel model;
+  model.most_lists = FewLists::kMost;
+  model.find = [&](const std::string& name) -> std::optional<std::string> {
+    wchar_t wide[kTextCapacity];
+    AnsiToWide(name.data(), name.size(), wide, kTextCapacity);
+    const Array<uint8_t>* const bytes = files.Find(wide);
+    if (!bytes) return "";
+    return std::string(reinterpret_cast<const char*>(bytes->data()), bytes->size());
+  };
   char bytes[kTextCapacity];
-  literal.Add({bytes, WideToAnsi(path, kTextCapacity, bytes, kTextCapacity, nullptr)});
-  Require(list.size() == literal.media.size());
+  model.AddPath({bytes, WideToAnsi(path, kTextCapacity, bytes, kTextCapacity, nullptr)});
+  Require(list.size() == model.list.size());
   for (size_t i = 0; i < list.size(); ++i) {
     wchar_t want[kTextCapacity];
-    AnsiToWide(literal.media[i].data(), literal.media[i].size(), want, kTextCapacity);
+    AnsiToWide(model.list[i].path.data(), model.list[i].path.size(), want, kTextCapacity);
     Require(CompareWide(list[i].path.c_str(), want) == 0);
   }
   EntryList kept;

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string>
 
-#include "tests/effects/reference_effects.h"
+#include "tests/oracles/effects_model.h"
 #include "tests/support/asf_builder.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/zip_builder.h"

@@ -72,26 +72,6 @@ TEST(Id3v1Test, ReadsTheLast128BytesOrNothing) {
   }
 }
 
-TEST(Id3v1Test, NamesTheGenres) {
-  // The published list, spelling mistakes included, by its FNV-1a sum.
-  EXPECT_STREQ(GenreName(133), "Afro-Punk");
-  uint32_t sum = 2166136261u;
-  for (unsigned number = 0; number < 150; ++number) {
-    for (const char c : std::string(GenreName(number)) + "\n") {
-      sum = (sum ^ static_cast<uint8_t>(c)) * 16777619u;
-    }
-  }
-  EXPECT_EQ(sum, 952796883u);
-  for (unsigned number = 0; number < 256; ++number) {
-    MediaEntry entry = EntryWithOldTag();
-    const std::string tag = Id3v1Tag("", "", "", number);
-    FailingSource source(tag, -1);
-    ASSERT_TRUE(ReadId3v1(source, &entry));
-    EXPECT_STREQ(entry.tag->genre, GenreName(number));
-    EXPECT_EQ(entry.tag->genre[0] == 0, number >= kGenreCount) << number;
-  }
-}
-
 TEST(Id3v1Test, LeavesTheEntryAloneWhenTheFileCannotBeRead) {
   MemoryFiles files;
   MediaEntry entry = EntryWithOldTag();

@@ -191,8 +191,9 @@ bool MemoryFiles::GetAttributes(const wchar_t* path, uint32_t* attributes) noexc
   std::string name = Utf8(path);
   const bool allowed = Begin("attributes " + name);
   const File* file = Find(name);
-  if (!name.empty() && name.back() == '\\') name.pop_back();
-  const bool is_folder = !file && HasFolder(name);
+  const bool is_path = !name.empty();
+  if (is_path && name.back() == '\\') name.pop_back();
+  const bool is_folder = is_path && !file && HasFolder(name);
   if (!allowed || (!file && !is_folder)) return false;
   *attributes = file ? file->attributes : kAttributeFolder;
   return true;

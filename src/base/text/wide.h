@@ -34,13 +34,16 @@ const wchar_t* FileNameOf(const wchar_t* path) noexcept;
 // Characters that count as the same have the same fold; A-Z become a-z, so "_" sorts before
 // letters.
 wchar_t FoldCase(wchar_t c) noexcept;
-// What FoldCase() asks beyond ASCII; base/windows/upper_case.cpp, base/native/upper_case.cpp.
+// What FoldCase() asks beyond ASCII; base/windows/language_rules.cpp, and base/native/.
 wchar_t SystemUpperCase(wchar_t c) noexcept;
 // Negative, 0 or positive; characters compare as unsigned numbers after folding.
 int CompareNoCase(const wchar_t* a, const wchar_t* b) noexcept;
 bool EqualNoCase(const wchar_t* a, const wchar_t* b) noexcept;
 // At most `length` characters of both.
 bool EqualNoCase(const wchar_t* a, const wchar_t* b, size_t length) noexcept;
+
+// As the system's controls sort labels: by the rules of the user's language, without regard to case.
+int CompareLabels(const wchar_t* a, const wchar_t* b) noexcept;
 
 // Keys of file formats, extensions, 8-bit text: only A-Z and a-z are the same.
 constexpr wchar_t FoldAscii(wchar_t c) noexcept {

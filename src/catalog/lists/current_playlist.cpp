@@ -30,37 +30,36 @@ void AnsiColumn(const MediaEntry& entry, PlaylistColumn column,
 
 }  // namespace
 
-void RemoveSelected(EntryList& entries, SelectableItems& items) noexcept {
+void RemoveSelected(EntryList& entries, ListSelection& selection) noexcept {
+  const size_t count = entries.size();
   size_t kept = 0;
-  size_t focused = entries.size();
-  for (size_t at = 0; at < entries.size(); ++at) {
-    if (items.IsFocused(at)) focused = kept;
-    if (items.IsSelected(at)) continue;
+  size_t focused = 0;
+  for (size_t at = 0; at < count; ++at) {
+    if (at == selection.focused) focused = kept;
+    if (selection.selected[at]) continue;
     if (kept != at) entries[kept] = std::move(entries[at]);
     ++kept;
   }
-  const bool has_focus = focused < entries.size();
   while (entries.size() > kept) entries.RemoveAt(entries.size() - 1);
-  items.Shrink(kept);
-  if (has_focus && kept > 0) items.SetFocused(focused < kept ? focused : kept - 1);
+  static_cast<void>(selection.selected.Resize(kept));  // never grows
+  for (bool& selected : selection.selected) selected = false;
+  const bool has_focus = selection.focused < count;
+  selection.focused = !has_focus ? kept : focused < kept || kept == 0 ? focused : kept - 1;
 }
 
-void MoveSelected(EntryList& entries, SelectableItems& items, Direction direction) noexcept {
+void MoveSelected(EntryList& entries, ListSelection& selection, Direction direction) noexcept {
   const size_t count = entries.size();
   const auto position = [&](size_t step) {
     return direction == Direction::kUp ? step : count - 1 - step;
   };
-  if (count == 0 || items.IsSelected(position(0))) return;
+  if (count == 0 || selection.selected[position(0)]) return;
   for (size_t step = 1; step < count; ++step) {
     const size_t from = position(step);
     const size_t to = position(step - 1);
-    if (!items.IsSelected(from)) continue;
-    const bool focused = items.IsFocused(from);
+    if (!selection.selected[from]) continue;
     std::swap(entries[from], entries[to]);
-    items.Swapped(from, to);
-    items.SetSelected(from, false);
-    items.SetSelected(to, true);
-    if (focused) items.SetFocused(to);
+    std::swap(selection.selected[from], selection.selected[to]);
+    if (selection.focused == from) selection.focused = to;
   }
 }
 

@@ -7,29 +7,19 @@
 
 namespace kelvo {
 
-// The page's list as the commands see it: one item an entry, at the entry's position.
-class SelectableItems {
- public:
-  virtual bool IsSelected(size_t at) noexcept = 0;
-  virtual void SetSelected(size_t at, bool selected) noexcept = 0;
-  virtual bool IsFocused(size_t at) noexcept = 0;
-  virtual void SetFocused(size_t at) noexcept = 0;
-  // Only so many entries are left: so many items show them, and none is selected.
-  virtual void Shrink(size_t count) noexcept = 0;
-  // The entries of these two items have been swapped: so are their texts and checks.
-  virtual void Swapped(size_t a, size_t b) noexcept = 0;
-
- protected:
-  ~SelectableItems() = default;
+// Which items of the page's list are selected; one item an entry.
+struct ListSelection {
+  Array<bool> selected;
+  size_t focused = 0;  // the number of items when none is
 };
 
 enum class Direction { kUp, kDown };
 
-// The item that takes a removed one's place takes its focus, too.
-void RemoveSelected(EntryList& entries, SelectableItems& items) noexcept;
+// Nothing is selected afterwards; the item that takes a removed one's place takes its focus, too.
+void RemoveSelected(EntryList& entries, ListSelection& selection) noexcept;
 // Moves every selected item by one position. Nothing moves when the first item in the direction of
 // the move is selected.
-void MoveSelected(EntryList& entries, SelectableItems& items, Direction direction) noexcept;
+void MoveSelected(EntryList& entries, ListSelection& selection, Direction direction) noexcept;
 
 // The columns, left to right.
 enum class PlaylistColumn : int { kTitle = 0, kArtist = 1, kAlbum = 2, kGenre = 3 };

@@ -34,6 +34,13 @@ MediaEntry* EntryList::Add(const wchar_t* path) noexcept {
   return &entries_.back();
 }
 
+void EntryList::GrowFor(size_t more) noexcept {
+  const size_t spare = entries_.capacity() - entries_.size();
+  if (more <= spare) return;
+  const size_t steps = (more - spare + kGrowth - 1) / kGrowth;
+  static_cast<void>(entries_.Reserve(entries_.capacity() + steps * kGrowth));
+}
+
 void TitleText(const MediaEntry& entry, char (&text)[kTextCapacity]) noexcept {
   if (entry.tag && entry.tag->title[0] != 0) {
     memcpy(text, entry.tag->title, sizeof(entry.tag->title));

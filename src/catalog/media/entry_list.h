@@ -68,6 +68,10 @@ class EntryList {
   // out, the list is then as before.
   MediaEntry* Add(const wchar_t* path) noexcept;
 
+  // Makes room at once for so many more, as adding them would step by step. Without memory for that
+  // they are still added as far as they fit.
+  void GrowFor(size_t more) noexcept;
+
   size_t size() const noexcept { return entries_.size(); }
   size_t capacity() const noexcept { return entries_.capacity(); }
   bool empty() const noexcept { return entries_.empty(); }

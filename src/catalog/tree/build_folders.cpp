@@ -26,7 +26,7 @@ struct Folder {
   TreeNode node;  // kNoNode as long as it has not been inserted
 };
 
-class Folders final : public FolderOrder {
+class Folders {
  public:
   explicit Folders(const EntryList& entries) noexcept : entries_(entries) {}
 
@@ -42,27 +42,19 @@ class Folders final : public FolderOrder {
     return true;
   }
 
-  void Insert(EntryList& entries, TreeSink& sink) noexcept {
-    for (size_t i = kRoot + 1; i < folders_.size(); ++i) AddFolder(folders_[i], sink);
+  void Insert(EntryList& entries, CatalogTree& tree) noexcept {
+    for (size_t i = kRoot + 1; i < folders_.size(); ++i) AddFolder(folders_[i], tree);
     for (size_t i = 0; i < entries.size(); ++i) {
       const uint32_t place = places_[i];
       if (!entries[i].path.has_value() || !IsInserted(place)) continue;
       const wchar_t* name = FileNameOf(entries[i].path.get());
-      entries[i].item = sink.Add(folders_[place].node, NodeKind::kFile, name);
+      entries[i].item = tree.Add(folders_[place].node, NodeKind::kFile, name);
     }
-    LinkByNodes();
     for (uint32_t i = static_cast<uint32_t>(folders_.size()); i-- > 0;) {
       if (!IsInserted(i)) continue;
-      sink.SortLabels(folders_[i].node);
-      sink.SortFolders(folders_[i].node, *this);
+      tree.SortLabels(folders_[i].node);
+      tree.SortFolders(folders_[i].node);
     }
-  }
-
-  int Compare(TreeNode a, TreeNode b) const noexcept override {
-    wchar_t labels[2][kTextCapacity];
-    CopyLabel(folders_[FindNode(a)], labels[0]);
-    CopyLabel(folders_[FindNode(b)], labels[1]);
-    return CompareNoCase(labels[0], labels[1]);
   }
 
  private:
@@ -120,29 +112,11 @@ class Folders final : public FolderOrder {
     CopyWide(label, kTextCapacity, folder.path + name, folder.length - name);
   }
 
-  void AddFolder(Folder& folder, TreeSink& sink) noexcept {
+  void AddFolder(Folder& folder, CatalogTree& tree) noexcept {
     if (!IsInserted(folder.parent)) return;
     wchar_t label[kTextCapacity];
     CopyLabel(folder, label);
-    folder.node = sink.Add(folders_[folder.parent].node, NodeKind::kFolder, label);
-  }
-
-  // The slots are for the nodes from now on: no paths are looked for any more.
-  void LinkByNodes() noexcept {
-    for (uint32_t& slot : slots_) slot = kRoot;
-    for (uint32_t i = kRoot + 1; i < folders_.size(); ++i) {
-      uint32_t& slot = slots_[SlotOfNode(folders_[i].node)];
-      folders_[i].next = slot;
-      slot = i;
-    }
-  }
-
-  size_t SlotOfNode(TreeNode node) const noexcept { return HashOfNode(node) & (slots_.size() - 1); }
-
-  uint32_t FindNode(TreeNode node) const noexcept {
-    uint32_t at = slots_[SlotOfNode(node)];
-    while (at != kRoot && folders_[at].node != node) at = folders_[at].next;
-    return at;
+    folder.node = tree.Add(folders_[folder.parent].node, NodeKind::kFolder, label);
   }
 
   const EntryList& entries_;
@@ -153,10 +127,10 @@ class Folders final : public FolderOrder {
 
 }  // namespace
 
-void BuildFolders(EntryList& entries, TreeSink& sink) noexcept {
+void BuildFolders(EntryList& entries, CatalogTree& tree) noexcept {
   for (MediaEntry& entry : entries) entry.item = kNoNode;
   Folders folders(entries);
-  if (folders.Assign()) folders.Insert(entries, sink);
+  if (folders.Assign()) folders.Insert(entries, tree);
 }
 
 }  // namespace kelvo

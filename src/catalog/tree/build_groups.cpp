@@ -31,24 +31,26 @@ uint32_t FoldedHash(const char* text) noexcept {
   return hash;
 }
 
-TreeNode AddGroup(TreeSink& sink, TreeNode parent, NodeKind kind, const TagField& text) noexcept {
+TreeNode AddGroup(CatalogTree& tree, TreeNode parent, NodeKind kind,
+                  const TagField& text) noexcept {
   wchar_t label[kTagFieldBytes];
   AnsiToWide(text, kTagFieldBytes, label, kTagFieldBytes);
-  return sink.Add(parent, kind, label);
+  return tree.Add(parent, kind, label);
 }
 
-void AddFile(TreeSink& sink, TreeNode parent, MediaEntry& entry) noexcept {
+void AddFile(CatalogTree& tree, TreeNode parent, MediaEntry& entry) noexcept {
   char title[kTextCapacity];
   wchar_t label[kTextCapacity];
   TitleText(entry, title);
   AnsiToWide(title, kTextCapacity, label, kTextCapacity);
-  entry.item = sink.Add(parent, NodeKind::kFile, label);
+  entry.item = tree.Add(parent, NodeKind::kFile, label);
 }
 
 class Grouping {
  public:
-  Grouping(EntryList& entries, const NodeKind* kinds, size_t level_count, TreeSink& sink) noexcept
-      : entries_(entries), kinds_(kinds), level_count_(level_count), sink_(sink) {}
+  Grouping(EntryList& entries, const NodeKind* kinds, size_t level_count,
+           CatalogTree& tree) noexcept
+      : entries_(entries), kinds_(kinds), level_count_(level_count), tree_(tree) {}
 
   void Run() noexcept {
     if (!done_.Resize(entries_.size()) || !slots_.Resize(SlotsFor(entries_.size()))) return;
@@ -61,10 +63,10 @@ class Grouping {
     }
     Walk(0, kNoNode);
     for (MediaEntry& entry : entries_) {
-      if (entry.item != kNoNode) AddFile(sink_, entry.item, entry);
+      if (entry.item != kNoNode) AddFile(tree_, entry.item, entry);
     }
-    sink_.SortLabels(kNoNode);
-    for (const TreeNode group : groups_) sink_.SortLabels(group);
+    tree_.SortLabels(kNoNode);
+    for (const TreeNode group : groups_) tree_.SortLabels(group);
   }
 
  private:
@@ -103,7 +105,7 @@ class Grouping {
       if (done_[here[at].entry]) continue;
       TagField text;
       GroupText(kinds_[level], entries_[here[at].entry], text);
-      const TreeNode node = AddGroup(sink_, parent, kinds_[level], text);
+      const TreeNode node = AddGroup(tree_, parent, kinds_[level], text);
       // Room was reserved.
       if (node != kNoNode) static_cast<void>(groups_.Append(node));
       const bool is_last = level + 1 == level_count_;
@@ -133,7 +135,7 @@ class Grouping {
   EntryList& entries_;
   const NodeKind* kinds_;
   size_t level_count_;
-  TreeSink& sink_;
+  CatalogTree& tree_;
   Array<uint8_t> done_;  // one flag an entry
   Members levels_[kMaxLevels];
   Array<TreeNode> groups_;
@@ -143,12 +145,12 @@ class Grouping {
 }  // namespace
 
 void BuildGroups(EntryList& entries, const NodeKind* levels, size_t level_count,
-                 TreeSink& sink) noexcept {
+                 CatalogTree& tree) noexcept {
   for (MediaEntry& entry : entries) entry.item = kNoNode;
-  Grouping(entries, levels, level_count, sink).Run();
+  Grouping(entries, levels, level_count, tree).Run();
 }
 
-void BuildTree(EntryList& entries, GroupingOrder order, TreeSink& sink) noexcept {
+void BuildTree(EntryList& entries, GroupingOrder order, CatalogTree& tree) noexcept {
   constexpr NodeKind kGenre = NodeKind::kGenre;
   constexpr NodeKind kArtist = NodeKind::kArtist;
   constexpr NodeKind kAlbum = NodeKind::kAlbum;
@@ -164,9 +166,9 @@ void BuildTree(EntryList& entries, GroupingOrder order, TreeSink& sink) noexcept
       {{kAlbum}, 1},
       {{kArtist}, 1},
   };
-  if (order == GroupingOrder::kFolders) return BuildFolders(entries, sink);
+  if (order == GroupingOrder::kFolders) return BuildFolders(entries, tree);
   const Levels& levels = kLevels[static_cast<uint32_t>(order) - 1];
-  BuildGroups(entries, levels.kinds, levels.count, sink);
+  BuildGroups(entries, levels.kinds, levels.count, tree);
 }
 
 }  // namespace kelvo

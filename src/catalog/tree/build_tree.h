@@ -23,14 +23,14 @@ constexpr GroupingOrder ToGroupingOrder(uint32_t number) noexcept {
                                     : GroupingOrder::kGenreArtistAlbum;
 }
 
-// Groups the entries into an empty tree and stores each one's node in its item word; 0 where there
-// is none: the entry has no path, or its node or a node above it could not be inserted. Without
-// memory for the grouping itself the tree stays empty.
-void BuildTree(EntryList& entries, GroupingOrder order, TreeSink& sink) noexcept;
+// Groups the entries into an empty tree, groups before files, and stores each one's node in its
+// item word; 0 where there is none: the entry has no path, or there was no memory for its node or a
+// node above it. Without memory for the grouping itself the tree stays empty.
+void BuildTree(EntryList& entries, GroupingOrder order, CatalogTree& tree) noexcept;
 
 // The two kinds of orders.
 void BuildGroups(EntryList& entries, const NodeKind* levels, size_t level_count,
-                 TreeSink& sink) noexcept;
-void BuildFolders(EntryList& entries, TreeSink& sink) noexcept;
+                 CatalogTree& tree) noexcept;
+void BuildFolders(EntryList& entries, CatalogTree& tree) noexcept;
 
 }  // namespace kelvo

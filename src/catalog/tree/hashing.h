@@ -24,8 +24,8 @@ constexpr uint32_t ExtendedHash(uint32_t hash, uint32_t c) noexcept {
 }
 
 // Of a handle, of which the lowest bits are always the same.
-constexpr uint32_t HashOfNode(uintptr_t node) noexcept {
-  return ExtendedHash(kHashSeed, static_cast<uint32_t>(node >> 3)) >> 4;
+constexpr uint32_t HashOfHandle(uintptr_t handle) noexcept {
+  return ExtendedHash(kHashSeed, static_cast<uint32_t>(handle >> 3)) >> 4;
 }
 
 }  // namespace kelvo

@@ -8,25 +8,26 @@
 
 namespace kelvo {
 
-// The tree with its labels, and with its groups open or closed.
-class PlaceTree : public CheckTree {
+// What shows the tree: labels, and groups open or closed.
+class TreeView {
  public:
   virtual void CopyLabel(TreeNode node, wchar_t (&label)[kTextCapacity]) noexcept = 0;
   virtual bool IsOpen(TreeNode node) noexcept = 0;
   virtual void Open(TreeNode node) noexcept = 0;
 
  protected:
-  ~PlaceTree() = default;
+  ~TreeView() = default;
 };
 
 // Groups are known again by their labels, files by their entries. What there is no memory for is
 // forgotten.
 class TreePlace {
  public:
-  void Remember(PlaceTree& tree, const EntryList& entries) noexcept;
+  void Remember(const CatalogTree& tree, TreeView& view, const EntryList& entries) noexcept;
   // Into a tree of the same entries in which nothing is checked or open. A group that the file
   // `moved` has come to, unchecked, is not checked any more.
-  void Restore(PlaceTree& tree, const EntryList& entries, const MediaEntry& moved) noexcept;
+  void Restore(CatalogTree& tree, TreeView& view, const EntryList& entries,
+               const MediaEntry& moved) noexcept;
 
  private:
   struct Group {
@@ -36,8 +37,10 @@ class TreePlace {
     HeapText label;
   };
 
-  void RememberBelow(PlaceTree& tree, TreeNode parent, size_t depth) noexcept;
-  void RestoreBelow(PlaceTree& tree, TreeNode parent, size_t depth, size_t first) noexcept;
+  void RememberBelow(const CatalogTree& tree, TreeView& view, TreeNode parent,
+                     size_t depth) noexcept;
+  void RestoreBelow(CatalogTree& tree, TreeView& view, TreeNode parent, size_t depth,
+                    size_t first) noexcept;
   size_t Find(size_t depth, size_t first) const noexcept;
 
   Array<Group> groups_;     // checked or open, or above such a one; from top to bottom

@@ -44,6 +44,7 @@ class MediaPage final : public CatalogPage {
   bool OnPageMessage(UINT message, WPARAM wparam) noexcept override;
 
   void Choose(TreeNode node) noexcept;
+  void TapBox(TreeNode node) noexcept;
   void ChangeChecks(int id) noexcept;
   void SetOrder(GroupingOrder order) noexcept;
   void MarkOrder() noexcept;

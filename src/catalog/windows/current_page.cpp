@@ -149,8 +149,10 @@ bool CurrentPage::ChangeItems(int id) noexcept {
       ListView_SetItemState(view(), -1, id == ID_SELECT_ALL ? LVIS_SELECTED : 0, LVIS_SELECTED);
       return true;
     case ID_INVERT_SELECTION: {
-      ListItems items(view(), state().current);
-      for (size_t i = 0; i < count; ++i) items.SetSelected(i, !items.IsSelected(i));
+      ListSelection selection;
+      if (!ReadSelection(view(), &selection)) return true;
+      for (bool& selected : selection.selected) selected = !selected;
+      ShowEdited(view(), state().current, selection);
       return true;
     }
     default:
@@ -176,12 +178,15 @@ void CurrentPage::Edit(int id) noexcept {
   if (static_cast<size_t>(CountItems(view())) != state().current.size()) return;
   {
     const ListPause pause(window(), view());
-    ListItems items(view(), state().current);
+    ListSelection selection;
+    if (!ReadSelection(view(), &selection)) return;
     if (id == ID_REMOVE_SELECTED) {
-      RemoveSelected(state().current, items);
+      RemoveSelected(state().current, selection);
     } else {
-      MoveSelected(state().current, items, id == ID_MOVE_UP ? Direction::kUp : Direction::kDown);
+      MoveSelected(state().current, selection,
+                   id == ID_MOVE_UP ? Direction::kUp : Direction::kDown);
     }
+    ShowEdited(view(), state().current, selection);
   }
   UpdateButtons();
 }

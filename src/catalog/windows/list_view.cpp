@@ -105,42 +105,35 @@ LRESULT CALLBACK ListPause::WithoutNotifications(HWND page, UINT message, WPARAM
   return message == WM_NOTIFY ? 0 : CallWindowProcW(procedure_, page, message, wparam, lparam);
 }
 
-bool ListItems::HasState(size_t at, UINT bit) noexcept {
-  return ListView_GetItemState(list_, static_cast<int>(at), bit) != 0;
+bool ReadSelection(HWND list, ListSelection* selection) noexcept {
+  if (!selection->selected.Resize(static_cast<size_t>(CountItems(list)))) return false;
+  for (int at = -1; (at = ListView_GetNextItem(list, at, LVNI_SELECTED)) >= 0;) {
+    selection->selected[static_cast<size_t>(at)] = true;
+  }
+  const int focused = ListView_GetNextItem(list, -1, LVNI_FOCUSED);
+  selection->focused = focused >= 0 ? static_cast<size_t>(focused) : selection->selected.size();
+  return true;
 }
 
-void ListItems::SetState(size_t at, UINT bit, bool set) noexcept {
-  ListView_SetItemState(list_, static_cast<int>(at), set ? bit : 0, bit);
-}
-
-bool ListItems::IsSelected(size_t at) noexcept {
-  return HasState(at, LVIS_SELECTED);
-}
-void ListItems::SetSelected(size_t at, bool selected) noexcept {
-  SetState(at, LVIS_SELECTED, selected);
-}
-bool ListItems::IsFocused(size_t at) noexcept {
-  return HasState(at, LVIS_FOCUSED);
-}
-void ListItems::SetFocused(size_t at) noexcept {
-  SetState(at, LVIS_FOCUSED, true);
-}
-// The texts come from the entries on demand, and the data is the position: the last items go.
-void ListItems::Shrink(size_t count) noexcept {
-  ListView_SetItemState(list_, -1, 0, LVIS_SELECTED);
-  if (count == 0) ListView_DeleteAllItems(list_);
-  for (int i = CountItems(list_); i-- > static_cast<int>(count);) ListView_DeleteItem(list_, i);
-  ShowChecks(list_, entries_);
-}
-
-// The texts come from the entries on demand; only the checks are the items' own.
-void ListItems::Swapped(size_t a, size_t b) noexcept {
-  const int first = static_cast<int>(a);
-  const int second = static_cast<int>(b);
-  const bool checked = IsItemChecked(list_, first);
-  SetItemChecked(list_, first, IsItemChecked(list_, second));
-  SetItemChecked(list_, second, checked);
-  ListView_RedrawItems(list_, first < second ? first : second, first < second ? second : first);
+// Controls keep the selection as a list of ranges: what goes is taken from its end, what comes is
+// put there.
+void ShowEdited(HWND list, const EntryList& entries, const ListSelection& selection) noexcept {
+  const size_t count = selection.selected.size();
+  if (count == 0) ListView_DeleteAllItems(list);
+  for (int i = CountItems(list); i-- > 0;) {
+    if (i >= static_cast<int>(count)) {
+      ListView_DeleteItem(list, i);
+    } else if (ListView_GetItemState(list, i, LVIS_SELECTED) != 0) {
+      ListView_SetItemState(list, i, 0, LVIS_SELECTED);
+    }
+  }
+  ShowChecks(list, entries);
+  for (size_t i = 0; i < count; ++i) {
+    if (!selection.selected[i]) continue;
+    ListView_SetItemState(list, static_cast<int>(i), LVIS_SELECTED, LVIS_SELECTED);
+  }
+  if (selection.focused >= count) return;
+  ListView_SetItemState(list, static_cast<int>(selection.focused), LVIS_FOCUSED, LVIS_FOCUSED);
 }
 
 }  // namespace kelvo

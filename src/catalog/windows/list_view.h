@@ -46,22 +46,10 @@ class ListPause {
   RedrawPause redraw_;
 };
 
-// An item's data is its position.
-class ListItems final : public SelectableItems {
- public:
-  ListItems(HWND list, const EntryList& entries) noexcept : list_(list), entries_(entries) {}
-  bool IsSelected(size_t at) noexcept override;
-  void SetSelected(size_t at, bool selected) noexcept override;
-  bool IsFocused(size_t at) noexcept override;
-  void SetFocused(size_t at) noexcept override;
-  void Shrink(size_t count) noexcept override;
-  void Swapped(size_t a, size_t b) noexcept override;
-
- private:
-  bool HasState(size_t at, UINT bit) noexcept;
-  void SetState(size_t at, UINT bit, bool set) noexcept;
-  HWND list_;
-  const EntryList& entries_;
-};
+// False when memory is out.
+[[nodiscard]] bool ReadSelection(HWND list, ListSelection* selection) noexcept;
+// After entries were removed or have changed their places: so many items, their checks, and what is
+// selected. Texts come on demand, and an item's data is its position.
+void ShowEdited(HWND list, const EntryList& entries, const ListSelection& selection) noexcept;
 
 }  // namespace kelvo

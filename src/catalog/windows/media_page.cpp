@@ -15,22 +15,6 @@ namespace {
 // Posted by a tap to the page itself: by then the tapped node is the selected one.
 constexpr UINT kRefreshMessage = WM_USER + 257;
 
-// The control finds its scroll bars' ranges anew for each check that changes, unless it has none.
-class ScrollBarPause {
- public:
-  explicit ScrollBarPause(HWND tree) noexcept : tree_(tree) { Set(TVS_NOSCROLL); }
-  ~ScrollBarPause() { Set(0); }
-  ScrollBarPause(const ScrollBarPause&) = delete;
-  ScrollBarPause& operator=(const ScrollBarPause&) = delete;
-
- private:
-  void Set(LONG no_scroll) noexcept {
-    const LONG style = GetWindowLongW(tree_, GWL_STYLE);
-    SetWindowLongW(tree_, GWL_STYLE, (style & ~TVS_NOSCROLL) | no_scroll);
-  }
-  HWND tree_;
-};
-
 }  // namespace
 
 MediaPage::MediaPage(CatalogState& state, CatalogSheetEvents& events) noexcept
@@ -53,7 +37,8 @@ void MediaPage::RebuildTree() noexcept {
   const WaitCursor wait;
   const RedrawPause pause(view());
   tree_.Clear();
-  BuildTree(state().media, state().order, tree_);
+  BuildTree(state().media, state().order, tree_.nodes());
+  tree_.Show(state().media);
   UpdateFileCommands();
 }
 
@@ -99,7 +84,7 @@ LRESULT MediaPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
     const TreeNode selected = tree_.Selected();
     const WORD key = reinterpret_cast<const NMTVKEYDOWN*>(lparam)->wVKey;
     // The box that the space bar is about to toggle is tapped as well.
-    if (selected != kNoNode && key == VK_SPACE) CheckBoxTapped(tree_, selected);
+    if (selected != kNoNode && key == VK_SPACE) TapBox(selected);
     if (selected != kNoNode && key == VK_RETURN) Choose(selected);
     return 0;
   }
@@ -110,23 +95,31 @@ LRESULT MediaPage::OnNotify(const NMHDR& header, LPARAM lparam) noexcept {
   const TreeNode node = tree_.HitTest(LastMessagePoint(), &on_box, &on_item);
   if (node == kNoNode) return 0;
   if (is_double) {
-    if (on_item && tree_.IsFile(node)) Choose(node);  // a group opens by itself
+    if (on_item && tree_.nodes().IsFile(node)) Choose(node);  // a group opens by itself
     return 0;
   }
   if (on_item) PostMessageW(window(), kRefreshMessage, 0, 0);
-  if (on_box) CheckBoxTapped(tree_, node);
+  if (on_box) TapBox(node);
   return 0;
+}
+
+void MediaPage::TapBox(TreeNode node) noexcept {
+  CheckBoxTapped(tree_.nodes(), node);
+  tree_.ShowChecks();
+  tree_.BoxTapped(node);
 }
 
 // Enter opens and closes a group, and is a tap on the box of a file.
 void MediaPage::Choose(TreeNode node) noexcept {
-  if (!tree_.IsFile(node)) {
+  CatalogTree& nodes = tree_.nodes();
+  if (!nodes.IsFile(node)) {
     tree_.Toggle(node);
     return;
   }
-  const bool checked = tree_.IsChecked(node);
-  CheckBoxTapped(tree_, node);
-  tree_.SetChecked(node, !checked);
+  const bool checked = nodes.IsChecked(node);
+  CheckBoxTapped(nodes, node);
+  nodes.SetChecked(node, !checked);
+  tree_.ShowChecks();
 }
 
 bool MediaPage::OnPageMessage(UINT message, WPARAM) noexcept {
@@ -137,13 +130,12 @@ bool MediaPage::OnPageMessage(UINT message, WPARAM) noexcept {
 
 void MediaPage::ChangeChecks(int id) noexcept {
   const WaitCursor wait;
-  const RedrawPause pause(view());
-  const ScrollBarPause scroll_bars(view());
   if (id == ID_INVERT_CHECKS) {
-    InvertChecksBelow(tree_, kNoNode);
+    InvertChecksBelow(tree_.nodes(), kNoNode);
   } else {
-    tree_.SetAllChecks(id == ID_CHECK_ALL);
+    SetChecksBelow(tree_.nodes(), kNoNode, id == ID_CHECK_ALL);
   }
+  tree_.ShowChecks();
 }
 
 void MediaPage::SetOrder(GroupingOrder order) noexcept {
@@ -164,14 +156,14 @@ void MediaPage::MarkOrder() noexcept {
 }
 
 void MediaPage::UpdateFileCommands() noexcept {
-  const bool is_file = tree_.IsFile(tree_.Selected());
+  const bool is_file = tree_.nodes().IsFile(tree_.Selected());
   EnableButton(ID_EDIT_TAG, is_file);
   EnableButton(ID_DELETE_FILE, is_file);
 }
 
 void MediaPage::AddCheckedFilesToPlaylist() noexcept {
   const WaitCursor wait;
-  AddCheckedFiles(tree_, state().media, &state().current);
+  AddCheckedFiles(tree_.nodes(), state().media, &state().current);
   events().CurrentPlaylistChanged();
 }
 
@@ -183,10 +175,10 @@ void MediaPage::DeleteSelectedFile() noexcept {
   if (!AskDelete(window(), path) || !state().files.Delete(path)) return;
   DeleteEntry(state().media, index);
   do {
-    const TreeNode parent = tree_.Parent(node);
+    const TreeNode parent = tree_.nodes().Parent(node);
     tree_.Remove(node);
     node = parent;
-  } while (node != kNoNode && tree_.FirstChild(node) == kNoNode);
+  } while (node != kNoNode && tree_.nodes().FirstChild(node) == kNoNode);
   UpdateFileCommands();
 }
 
@@ -196,13 +188,13 @@ void MediaPage::EditSelectedTag() noexcept {
   if (!EditTag(state().files, window(), *entry)) return;
   const WaitCursor wait;
   TreePlace place;
-  place.Remember(tree_, state().media);
+  place.Remember(tree_.nodes(), tree_, state().media);
   entry->tag.Reset();
   ReadId3v1(state().files, entry);
   RebuildTree();
   CopyTagToPlaylist(*entry, state().current);
   const RedrawPause pause(view());
-  place.Restore(tree_, state().media, *entry);
+  place.Restore(tree_.nodes(), tree_, state().media, *entry);
   tree_.Select(entry->item);  // the user goes on where it was
 }
 

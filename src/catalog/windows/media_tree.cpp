@@ -1,5 +1,6 @@
 #include "catalog/windows/media_tree.h"
 
+#include "catalog/tree/hashing.h"
 #include "catalog/windows/catalog_page.h"
 #include "entry/language/modules.h"
 #include "res/resource_ids.h"
@@ -7,192 +8,233 @@
 namespace kelvo {
 namespace {
 
-HTREEITEM Item(TreeNode node) noexcept {
-  return reinterpret_cast<HTREEITEM>(node);
-}
-
-HTREEITEM ParentItem(TreeNode parent) noexcept {
-  return parent == kNoNode ? TVI_ROOT : Item(parent);
-}
-
-// Files have no data and are equal to everything: they stay where they are.
-int CALLBACK CompareFolders(LPARAM a, LPARAM b, LPARAM order) noexcept {
-  if (a == 0 || b == 0) return 0;
-  return reinterpret_cast<const FolderOrder*>(order)->Compare(static_cast<TreeNode>(a),
-                                                              static_cast<TreeNode>(b));
-}
-
-bool GetItem(HWND tree, TreeNode node, TVITEMW* item) noexcept {
-  item->mask |= TVIF_HANDLE;
-  item->hItem = Item(node);
-  return SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(item)) != FALSE;
+HTREEITEM Next(HWND view, HTREEITEM item, UINT relation) noexcept {
+  return reinterpret_cast<HTREEITEM>(
+      SendMessageW(view, TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(item)));
 }
 
 }  // namespace
 
-void MediaTree::Attach(HWND tree) noexcept {
+void MediaTree::Attach(HWND view) noexcept {
   constexpr int kImages[] = {IDI_GENRE, IDI_ALBUM, IDI_ARTIST, IDI_FILE, IDI_FOLDER};
   constexpr int kStates[] = {IDI_NO_STATE, IDI_UNCHECKED, IDI_CHECKED};
-  tree_ = tree;
+  view_ = view;
+  SetWindowLongPtrW(view, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  procedure_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(view, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
   images_ = LoadIconList(OwnModule(), kImages, 5);
-  TreeView_SetImageList(tree_, images_.get(), TVSIL_NORMAL);
+  TreeView_SetImageList(view_, images_.get(), TVSIL_NORMAL);
   // The control has made a list of its own for its check boxes, and keeps it when memory is out.
   if (UniqueIconList states = LoadIconList(OwnModule(), kStates, 3)) {
-    UniqueIconList(TreeView_SetImageList(tree_, states.Release(), TVSIL_STATE));
+    UniqueIconList(TreeView_SetImageList(view_, states.Release(), TVSIL_STATE));
   }
 }
 
 void MediaTree::Detach() noexcept {
   Clear();
-  TreeView_SetImageList(tree_, nullptr, TVSIL_NORMAL);
-  UniqueIconList(TreeView_SetImageList(tree_, nullptr, TVSIL_STATE));
+  TreeView_SetImageList(view_, nullptr, TVSIL_NORMAL);
+  UniqueIconList(TreeView_SetImageList(view_, nullptr, TVSIL_STATE));
   images_.Reset();
-  tree_ = nullptr;
+  SetWindowLongPtrW(view_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure_));
+  view_ = nullptr;
+}
+
+LRESULT CALLBACK MediaTree::Procedure(HWND view, UINT message, WPARAM wparam,
+                                      LPARAM lparam) noexcept {
+  MediaTree& self = *reinterpret_cast<MediaTree*>(GetWindowLongPtrW(view, GWLP_USERDATA));
+  const auto node = [&] { return self.NodeOf(reinterpret_cast<TVITEMW*>(lparam)->hItem); };
+  switch (message) {
+    case WM_PAINT:
+      self.ShowChecks();
+      break;
+    case TVM_GETITEMW:
+    case TVM_GETITEMA:
+      self.ShowCheck(node());
+      break;
+    case TVM_GETITEMSTATE:
+      self.ShowCheck(self.NodeOf(reinterpret_cast<HTREEITEM>(wparam)));
+      break;
+    case TVM_SETITEMW:
+    case TVM_SETITEMA: {
+      const LRESULT result = self.Send(message, wparam, lparam);
+      self.TakeCheck(node());
+      return result;
+    }
+    default:
+      break;
+  }
+  return self.Send(message, wparam, lparam);
+}
+
+CatalogTree& MediaTree::nodes() noexcept {
+  TakeCheck(tapped_);
+  return nodes_;
 }
 
 void MediaTree::Clear() noexcept {
-  TreeView_DeleteAllItems(tree_);
+  TreeView_DeleteAllItems(view_);
   nodes_.Clear();
-  file_ = kNoNode;
-  knows_nodes_ = true;
+  items_.Clear();
+  slots_.Clear();
+  tapped_ = kNoNode;
 }
 
-void MediaTree::SetAllChecks(bool checked) noexcept {
-  if (!knows_nodes_) return SetChecksBelow(*this, kNoNode, checked);
-  for (const TreeNode node : nodes_) SetChecked(node, checked);
-}
-
-void MediaTree::Remove(TreeNode node) noexcept {
-  file_ = kNoNode;
-  for (size_t i = nodes_.size(); i-- > 0;) {
-    if (nodes_[i] == node) nodes_.RemoveAt(i);
+void MediaTree::Show(EntryList& entries) noexcept {
+  if (!items_.Resize(nodes_.last()) || !slots_.Resize(SlotsFor(2 * nodes_.last() + 1))) {
+    nodes_.Clear();
   }
-  TreeView_DeleteItem(tree_, Item(node));
+  // Groups first: they are asked for most, and found the sooner.
+  WalkBelow groups(nodes_, kNoNode);
+  while (const TreeNode node = groups.Next()) {
+    if (!nodes_.IsFile(node)) Insert(node, TVI_LAST);
+  }
+  InsertFiles(kNoNode);
+  for (TreeNode node = 1; node <= nodes_.last(); ++node) {
+    if (!nodes_.IsFile(node)) InsertFiles(node);
+  }
+  nodes_.ReleaseLabels();
+  for (TreeNode node = 1; node <= nodes_.last(); ++node) {
+    if (nodes_.Has(node) && !items_[node - 1]) nodes_.Remove(node);
+  }
+  for (MediaEntry& entry : entries) {
+    if (!nodes_.Has(entry.item)) entry.item = kNoNode;
+  }
 }
 
-void MediaTree::Toggle(TreeNode node) noexcept {
-  TreeView_Expand(tree_, Item(node), TVE_TOGGLE);
+// The files among the children, each where it belongs between the groups.
+void MediaTree::InsertFiles(TreeNode parent) noexcept {
+  TreeNode last_group = kNoNode;
+  for (TreeNode child = nodes_.FirstChild(parent); child; child = nodes_.NextSibling(child)) {
+    if (!nodes_.IsFile(child)) last_group = child;
+  }
+  HTREEITEM before = TVI_FIRST;
+  for (TreeNode child = nodes_.FirstChild(parent); child; child = nodes_.NextSibling(child)) {
+    if (nodes_.IsFile(child)) Insert(child, last_group == kNoNode ? TVI_LAST : before);
+    if (child == last_group) last_group = kNoNode;
+    if (Item(child)) before = Item(child);
+  }
 }
 
-TreeNode MediaTree::Next(TreeNode node, UINT relation) noexcept {
-  return static_cast<TreeNode>(
-      SendMessageW(tree_, TVM_GETNEXTITEM, relation, static_cast<LPARAM>(node)));
-}
-
-TreeNode MediaTree::Selected() noexcept {
-  return Next(kNoNode, TVGN_CARET);
-}
-
-void MediaTree::Select(TreeNode node) noexcept {
-  TreeView_SelectItem(tree_, Item(node));
-}
-
-TreeNode MediaTree::HitTest(POINT at, bool* on_box, bool* on_item) noexcept {
-  TVHITTESTINFO hit = {};
-  hit.pt = at;
-  ScreenToClient(tree_, &hit.pt);
-  const TreeNode node =
-      static_cast<TreeNode>(SendMessageW(tree_, TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
-  *on_box = (hit.flags & TVHT_ONITEMSTATEICON) != 0;
-  *on_item = (hit.flags & (TVHT_ONITEMICON | TVHT_ONITEMLABEL)) != 0;
-  return node;
-}
-
-TreeNode MediaTree::Add(TreeNode parent, NodeKind kind, const wchar_t* label) noexcept {
+void MediaTree::Insert(TreeNode node, HTREEITEM before) noexcept {
   TVINSERTSTRUCTW insert = {};
-  insert.hParent = ParentItem(parent);
-  insert.hInsertAfter = TVI_LAST;
+  insert.hParent = Item(nodes_.Parent(node));
+  if (!insert.hParent) return;  // could not be inserted
+  insert.hInsertAfter = before;
   TVITEMW& item = insert.item;
   item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_STATE | TVIF_CHILDREN | TVIF_PARAM;
-  item.pszText = const_cast<wchar_t*>(label);  // only read
-  item.iImage = item.iSelectedImage = static_cast<int>(kind);
+  item.pszText = const_cast<wchar_t*>(nodes_.Label(node));  // only read
+  item.iImage = item.iSelectedImage = static_cast<int>(nodes_.Kind(node));
   item.state = INDEXTOSTATEIMAGEMASK(kUncheckedImage);
   item.stateMask = TVIS_STATEIMAGEMASK;
-  item.cChildren = kind == NodeKind::kFile ? 0 : 1;
-  const TreeNode node = static_cast<TreeNode>(
-      SendMessageW(tree_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
-  if (node == kNoNode) return kNoNode;
-  knows_nodes_ = nodes_.Append(node) && knows_nodes_;
-  if (kind == NodeKind::kFolder) {
+  item.cChildren = nodes_.IsFile(node) ? 0 : 1;
+  const HTREEITEM inserted =
+      reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+  if (!inserted) return;
+  items_[node - 1] = inserted;
+  size_t slot = HashOfHandle(reinterpret_cast<uintptr_t>(inserted)) & (slots_.size() - 1);
+  while (slots_[slot] != 0) slot = (slot + 1) & (slots_.size() - 1);
+  slots_[slot] = static_cast<uint32_t>(node);
+  if (nodes_.Kind(node) == NodeKind::kFolder) {
     TVITEMW data = {};
     data.mask = TVIF_HANDLE | TVIF_PARAM;
-    data.hItem = Item(node);
-    data.lParam = static_cast<LPARAM>(node);
-    SendMessageW(tree_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&data));
+    data.hItem = inserted;
+    data.lParam = reinterpret_cast<LPARAM>(inserted);
+    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&data));
   }
-  return node;
 }
 
-void MediaTree::SortLabels(TreeNode parent) noexcept {
-  const LPARAM item = reinterpret_cast<LPARAM>(ParentItem(parent));
-  SendMessageW(tree_, TVM_SORTCHILDREN, 0, item);
+TreeNode MediaTree::NodeOf(HTREEITEM item) const noexcept {
+  if (!item || slots_.empty()) return kNoNode;
+  const size_t mask = slots_.size() - 1;
+  size_t slot = HashOfHandle(reinterpret_cast<uintptr_t>(item)) & mask;
+  while (slots_[slot] != 0 && items_[slots_[slot] - 1] != item) slot = (slot + 1) & mask;
+  return nodes_.Has(slots_[slot]) ? slots_[slot] : kNoNode;
 }
 
-void MediaTree::SortFolders(TreeNode parent, const FolderOrder& order) noexcept {
-  TVSORTCB sort = {};
-  sort.hParent = ParentItem(parent);
-  sort.lpfnCompare = &CompareFolders;
-  sort.lParam = reinterpret_cast<LPARAM>(&order);
-  SendMessageW(tree_, TVM_SORTCHILDRENCB, 0, reinterpret_cast<LPARAM>(&sort));
+void MediaTree::ShowChecks() noexcept {
+  HTREEITEM item = Next(view_, nullptr, TVGN_FIRSTVISIBLE);
+  for (UINT rows = TreeView_GetVisibleCount(view_) + 1; item && rows > 0; --rows) {
+    ShowCheck(NodeOf(item));
+    item = Next(view_, item, TVGN_NEXTVISIBLE);
+  }
 }
 
-TreeNode MediaTree::FirstChild(TreeNode node) noexcept {
-  if (node == file_ && node != kNoNode) return kNoNode;
-  return node == kNoNode ? Next(kNoNode, TVGN_ROOT) : Next(node, TVGN_CHILD);
-}
-TreeNode MediaTree::NextSibling(TreeNode node) noexcept {
-  return Next(node, TVGN_NEXT);
-}
-TreeNode MediaTree::Parent(TreeNode node) noexcept {
-  return Next(node, TVGN_PARENT);
-}
-
-bool MediaTree::IsChecked(TreeNode node) noexcept {
-  TVITEMW item = {};
-  return GetImageAndState(node, &item) && (item.state >> 12 & 15) == kCheckedImage;
-}
-
-void MediaTree::SetChecked(TreeNode node, bool checked) noexcept {
+void MediaTree::ShowCheck(TreeNode node) noexcept {
+  if (node == kNoNode || !nodes_.IsToShow(node)) return;
+  const bool checked = nodes_.IsChecked(node);
   TVITEMW item = {};
   item.mask = TVIF_HANDLE | TVIF_STATE;
   item.hItem = Item(node);
   item.state = static_cast<UINT>(INDEXTOSTATEIMAGEMASK(checked ? kCheckedImage : kUncheckedImage));
   item.stateMask = TVIS_STATEIMAGEMASK;
-  SendMessageW(tree_, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  nodes_.SetShown(node, checked);
+}
+
+void MediaTree::TakeCheck(TreeNode node) noexcept {
+  if (node == kNoNode) return;
+  const bool checked =
+      State(node, TVIS_STATEIMAGEMASK) == static_cast<UINT>(INDEXTOSTATEIMAGEMASK(kCheckedImage));
+  nodes_.SetChecked(node, checked);
+  nodes_.SetShown(node, checked);
+}
+
+UINT MediaTree::State(TreeNode node, UINT mask) noexcept {
+  TVITEMW item = {};
+  item.mask = TVIF_HANDLE | TVIF_STATE;
+  item.hItem = Item(node);
+  item.stateMask = mask;
+  return Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) ? item.state & mask : 0;
+}
+
+void MediaTree::BoxTapped(TreeNode node) noexcept {
+  ShowCheck(node);
+  tapped_ = node;
+}
+
+void MediaTree::Remove(TreeNode node) noexcept {
+  if (tapped_ == node) tapped_ = kNoNode;
+  nodes_.Remove(node);
+  TreeView_DeleteItem(view_, Item(node));
+}
+
+void MediaTree::Toggle(TreeNode node) noexcept {
+  TreeView_Expand(view_, Item(node), TVE_TOGGLE);
+}
+
+TreeNode MediaTree::Selected() noexcept {
+  return NodeOf(Next(view_, nullptr, TVGN_CARET));
+}
+
+void MediaTree::Select(TreeNode node) noexcept {
+  TreeView_SelectItem(view_, node == kNoNode ? nullptr : Item(node));
+}
+
+TreeNode MediaTree::HitTest(POINT at, bool* on_box, bool* on_item) noexcept {
+  TVHITTESTINFO hit = {};
+  hit.pt = at;
+  ScreenToClient(view_, &hit.pt);
+  const HTREEITEM item = TreeView_HitTest(view_, &hit);
+  *on_box = (hit.flags & TVHT_ONITEMSTATEICON) != 0;
+  *on_item = (hit.flags & (TVHT_ONITEMICON | TVHT_ONITEMLABEL)) != 0;
+  return NodeOf(item);
 }
 
 void MediaTree::CopyLabel(TreeNode node, wchar_t (&label)[kTextCapacity]) noexcept {
   TVITEMW item = {};
-  item.mask = TVIF_TEXT;
+  item.mask = TVIF_HANDLE | TVIF_TEXT;
+  item.hItem = Item(node);
   item.pszText = label;
   item.cchTextMax = kTextCapacity;
-  if (!GetItem(tree_, node, &item)) label[0] = 0;
+  if (!Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item))) label[0] = 0;
 }
 
 bool MediaTree::IsOpen(TreeNode node) noexcept {
-  TVITEMW item = {};
-  item.mask = TVIF_STATE;
-  item.stateMask = TVIS_EXPANDED;
-  return GetItem(tree_, node, &item) && (item.state & TVIS_EXPANDED) != 0;
+  return State(node, TVIS_EXPANDED) != 0;
 }
 
 void MediaTree::Open(TreeNode node) noexcept {
-  TreeView_Expand(tree_, Item(node), TVE_EXPAND);
-}
-
-bool MediaTree::IsFile(TreeNode node) noexcept {
-  TVITEMW item = {};
-  if (node == kNoNode) return false;
-  return node == file_ || (GetImageAndState(node, &item) && node == file_);
-}
-
-// Both at once, and what is below a file need not be asked for.
-bool MediaTree::GetImageAndState(TreeNode node, TVITEMW* item) noexcept {
-  item->mask = TVIF_IMAGE | TVIF_STATE;
-  item->stateMask = TVIS_STATEIMAGEMASK;
-  if (!GetItem(tree_, node, item)) return false;
-  if (item->iImage == static_cast<int>(NodeKind::kFile)) file_ = node;
-  return true;
+  TreeView_Expand(view_, Item(node), TVE_EXPAND);
 }
 
 }  // namespace kelvo

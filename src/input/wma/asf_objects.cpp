@@ -126,7 +126,9 @@ void ReadExtendedContent(AsfCursor& cursor, AsfScratch* scratch, AsfInfo* out) n
 void ReadCodecList(AsfCursor& cursor, AsfScratch* scratch, AsfInfo* out) noexcept {
   CodecWords words;
   cursor.Skip(16);
-  for (uint32_t left = cursor.U32(); left > 0; --left) {
+  uint32_t left = cursor.U32();
+  if (!cursor.ok()) return;  // an earlier list's words stay
+  for (; left > 0; --left) {
     const uint16_t type = cursor.U16();
     cursor.Skip(uint32_t{cursor.U16()} * 2);  // the codec's name
     cursor.Text(scratch->text, uint32_t{cursor.U16()} * 2);

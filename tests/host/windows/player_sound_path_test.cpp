@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "tests/effects/reference_effects.h"
+#include "tests/oracles/effects_model.h"
 #include "tests/host/windows/player_driver.h"
 #include "tests/host/windows/recordings.h"
 #include "tests/pocketpc/reference_decode.h"

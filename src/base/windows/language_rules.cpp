@@ -10,4 +10,8 @@ wchar_t SystemUpperCase(wchar_t c) noexcept {
   return static_cast<wchar_t>(reinterpret_cast<uintptr_t>(upper));
 }
 
+int CompareLabels(const wchar_t* a, const wchar_t* b) noexcept {
+  return CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a, -1, b, -1) - CSTR_EQUAL;
+}
+
 }  // namespace kelvo

@@ -12,4 +12,9 @@ wchar_t SystemUpperCase(wchar_t c) noexcept {
   return upper <= 0xFFFF ? static_cast<wchar_t>(upper) : c;
 }
 
+// The rules of languages are the device's affair.
+int CompareLabels(const wchar_t* a, const wchar_t* b) noexcept {
+  return CompareNoCase(a, b);
+}
+
 }  // namespace kelvo

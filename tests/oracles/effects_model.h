@@ -8,23 +8,6 @@
 
 namespace kelvo::test {
 
-// (27 - slider) * 0.0444... - 0.2, rounded to single precision, scaled, cut.
-constexpr int32_t kGainsQ28[] = {268435456, 256504992, 244574528, 232644064, 220713600, 208783136,
-                                 196852672, 184922208, 172991744, 161061280, 149130816, 137200352,
-                                 125269880, 113339416, 101408952, 89478488,  77548024,  65617556,
-                                 53687092,  41756628,  29826162,  17895698,  5965232,   -5965232,
-                                 -17895698, -29826162, -41756628, -53687092};
-// Beyond the ends, and where 32 bits do not hold them: the low bits remain.
-constexpr struct {
-  int32_t slider, q14, q28;
-} kGainsBeyond[] = {
-    {28, -4004, -65617556},
-    {-1, 17112, 280365920},
-    {-100, 89201, 1461481984},
-    {INT32_MIN, 381812736, INT32_MIN},
-    {INT32_MAX, -381812736, INT32_MIN},
-};
-
 struct ReferenceEffects {
   struct Rings {
     int32_t in[3], out[3];
@@ -53,15 +36,12 @@ struct ReferenceEffects {
     if (!sliders) return;
     flat = 1;
     for (int k = 0; k < 10; ++k) {
-      if (sliders[k] >= 0 && sliders[k] <= 27) {
-        q28[k] = kGainsQ28[sliders[k]];
-        q14[k] = q28[k] / (1 << 14);
-      }
-      for (const auto& gain : kGainsBeyond) {
-        if (gain.slider != sliders[k]) continue;
-        q14[k] = gain.q14;
-        q28[k] = gain.q28;
-      }
+      // Each step rounded as its type says, also by processors that calculate more precisely.
+      volatile double gain = (27.0 - sliders[k]) * 0.044444444444444446;
+      gain = gain - 0.2;
+      const volatile float single = static_cast<float>(gain);
+      q14[k] = LowWord(single * 16384.0f);
+      q28[k] = LowWord(single * 268435456.0f);
       if (sliders[k] != 14) flat = 0;
     }
     preamp_index = preamp < 0 ? 27 : preamp > 27 ? 0 : 27 - preamp;
@@ -105,6 +85,9 @@ struct ReferenceEffects {
 
  private:
   static int32_t Frames(int32_t bytes) { return bytes < 2 ? 0 : (bytes / 2 - 1) / 2 + 1; }
+
+  // Cut towards zero; of what 32 bits do not hold the low ones remain.
+  static int32_t LowWord(float value) { return static_cast<int32_t>(static_cast<int64_t>(value)); }
 
   static int16_t Clamp(int64_t value) {
     return static_cast<int16_t>(value < -32768 ? -32768 : value > 32767 ? 32767 : value);

@@ -1,0 +1,89 @@
+/* The host's audio device, as an input plug-in drives it.
+ *
+ * Generated from tools/contract/audio_output.txt. */
+#ifndef KELVO_C_AUDIO_OUTPUT_H
+#define KELVO_C_AUDIO_OUTPUT_H
+
+#include "types.h"
+
+/* A buffer of PCM, with the layout of the system's wave header (WAVEHDR). The plug-in fills
+ * `data`, then sets `length_bytes` and `valid_bytes` to what it filled; it touches nothing
+ * else. */
+typedef struct KelvoOutputBuffer {
+  char* data;
+  uint32_t length_bytes;
+  uint32_t valid_bytes;
+  uintptr_t user;
+  uint32_t flags;
+  uint32_t loops;
+  struct KelvoOutputBuffer* next;
+  uintptr_t reserved;
+} KelvoOutputBuffer;
+
+typedef struct KelvoAudioOutput KelvoAudioOutput;
+/* Implemented by the host. The decoding thread calls slots 4, 5, 6, 8, 9, 11 and 13; meanwhile
+ * the host's own thread makes the plug-in call slots 9, 11 and 12. An implementation must bear
+ * both at once, and slots 9, 11 and 12 also on a device that is closed or was never opened: a
+ * seek or a stop resets it whether it plays or not, a position is asked for at any time, and a
+ * pause may come just as the decoding thread has closed it. The library calls no other slot
+ * and never deletes the object. */
+typedef struct KelvoAudioOutputTable {
+  /* Slot 0. */
+  void(KELVO_METHOD* Reserved0)(KELVO_SELF(KelvoAudioOutput));
+
+  /* Slot 1. */
+  void(KELVO_METHOD* Reserved1)(KELVO_SELF(KelvoAudioOutput));
+
+  /* Slot 2. */
+  void(KELVO_METHOD* Reserved2)(KELVO_SELF(KelvoAudioOutput));
+
+  /* Slot 3. */
+  void(KELVO_METHOD* Reserved3)(KELVO_SELF(KelvoAudioOutput));
+
+  /* Slot 4. Prepares the device and a ring of `buffer_count` (8) buffers of `buffer_bytes`
+   * (4096, 8192 or 16384) for PCM of `channels` channels at `sample_rate` Hz with
+   * `bits_per_sample` (16) bits. Non-zero on success. Close follows in either case, unless a
+   * seek comes while the last buffers drain (input_plugin.h, slot 9). */
+  int32_t(KELVO_METHOD* Open)(KELVO_SELF(KelvoAudioOutput), uint32_t buffer_count,
+                              uint32_t buffer_bytes, uint32_t channels, uint32_t sample_rate,
+                              uint32_t bits_per_sample);
+
+  /* Slot 5. Stops and releases the device. Also called after an Open that failed. */
+  void(KELVO_METHOD* Close)(KELVO_SELF(KelvoAudioOutput));
+
+  /* Slot 6. Hands out a free buffer, waiting until one is free or Reset releases the wait. Never
+   * null: the caller does not test it. */
+  KelvoOutputBuffer*(KELVO_METHOD* GetBuffer)(KELVO_SELF(KelvoAudioOutput));
+
+  /* Slot 7. */
+  void(KELVO_METHOD* Reserved7)(KELVO_SELF(KelvoAudioOutput));
+
+  /* Slot 8. Queues a buffer; `valid_bytes` in it says how much to play: at the end of a file, or
+   * when it ends where it was sought to, also 0. `unused_bytes` is the room left in it. The
+   * result is ignored. */
+  int32_t(KELVO_METHOD* Write)(KELVO_SELF(KelvoAudioOutput), KelvoOutputBuffer* buffer,
+                               uint32_t unused_bytes);
+
+  /* Slot 9. 1 pauses the device, 0 lets it run. */
+  void(KELVO_METHOD* Pause)(KELVO_SELF(KelvoAudioOutput), uint32_t pause);
+
+  /* Slot 10. */
+  void(KELVO_METHOD* Reserved10)(KELVO_SELF(KelvoAudioOutput));
+
+  /* Slot 11. Discards every queued buffer, returns them to the free pool, wakes a caller waiting
+   * in GetBuffer, and restarts PlayedSamples at 0. Does nothing else on a closed device. */
+  void(KELVO_METHOD* Reset)(KELVO_SELF(KelvoAudioOutput));
+
+  /* Slot 12. Sample frames played since Open or the last Reset. The two words are those the host
+   * gave to GetPositionMs. */
+  uint32_t(KELVO_METHOD* PlayedSamples)(KELVO_SELF(KelvoAudioOutput), KelvoHostWord a,
+                                        KelvoHostWord b);
+
+  /* Slot 13. Non-zero once every queued buffer has been played. */
+  int32_t(KELVO_METHOD* Drained)(KELVO_SELF(KelvoAudioOutput));
+} KelvoAudioOutputTable;
+struct KelvoAudioOutput {
+  const KelvoAudioOutputTable* table;
+};
+
+#endif

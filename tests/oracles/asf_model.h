@@ -1,0 +1,176 @@
+// The header of an ASF file as it is described, read in one go from its begin.
+#pragma once
+
+#include <string>
+
+#include "tests/oracles/bookmarks_model.h"
+
+namespace kelvo::oracle {
+
+class AsfModel {
+ public:
+  bool is_asf = false;
+  Units title, author, album, genre;
+  uint32_t sample_rate = 0, bit_rate = 0, stereo = 0, length_ms = 0, sdk_version = 0;
+  int32_t track = 100000;
+
+  explicit AsfModel(const std::string& file) : file_(file) {
+    if (file.size() < 30 || Take(16) != Id(0x75B22630, 0x668E, 0x11CF, "A6D900AA0062CE6C")) return;
+    is_asf = true;
+    Number(8);
+    const uint64_t objects = Number(4);
+    Number(2);
+    for (uint64_t i = 0; i < objects && !broken_; ++i) Object();
+  }
+
+  Units DisplayTitle(const Units& path) const {
+    if (!title.empty() || !author.empty()) return (author + u" - " + title).substr(0, 259);
+    const Units name = path.substr(path.rfind(u'\\') + 1);
+    const size_t point = name.rfind(u'.');
+    return point != Units::npos && point >= 1 ? name.substr(0, point) : name;
+  }
+
+ private:
+  static std::string Id(uint32_t a, uint32_t b, uint32_t c, const std::string& rest) {
+    std::string id;
+    for (const auto& [number, bytes] : {std::pair(a, 4), {b, 2}, {c, 2}}) {
+      for (int i = 0; i < bytes; ++i) id += static_cast<char>(number >> 8 * i);
+    }
+    for (size_t i = 0; i < 16; i += 2)
+      id += static_cast<char>(std::stoi(rest.substr(i, 2), nullptr, 16));
+    return id;
+  }
+
+  // A read beyond the end breaks the header off for good, and gives nothing.
+  std::string Take(uint64_t bytes) {
+    if (broken_ || bytes > file_.size() - at_) {
+      broken_ = true;
+      return "";
+    }
+    at_ += bytes;
+    return file_.substr(at_ - bytes, bytes);
+  }
+  uint64_t Number(int bytes) {
+    uint64_t number = 0;
+    const std::string raw = Take(static_cast<uint64_t>(bytes));
+    for (size_t i = raw.size(); i > 0; --i)
+      number = number << 8 | static_cast<unsigned char>(raw[i - 1]);
+    return number;
+  }
+  // Up to the first NUL, of whole units.
+  static Units Text(const std::string& raw, size_t most_bytes) {
+    Units text;
+    for (size_t i = 0; i + 1 < raw.size() && i + 1 < most_bytes; i += 2) {
+      const auto unit = static_cast<char16_t>(static_cast<unsigned char>(raw[i]) |
+                                              static_cast<unsigned char>(raw[i + 1]) << 8);
+      if (unit == 0) break;
+      text += unit;
+    }
+    return text;
+  }
+  static uint32_t FirstNumber(const Units& text, size_t from) {
+    const size_t at = from == Units::npos ? from : text.find_first_of(u"0123456789", from);
+    uint64_t number = 0;
+    for (size_t i = at; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
+      if (number < INT32_MAX) number = number * 10 + (text[i] - u'0');
+    }
+    return static_cast<uint32_t>(number > INT32_MAX ? INT32_MAX : number);
+  }
+  static Units Upper(Units text) {
+    for (char16_t& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char16_t>(c - 32) : c;
+    return text;
+  }
+  static void KeepFirst(Units* kept, const Units& value) {
+    if (kept->empty()) *kept = value;
+  }
+
+  void Object() {
+    const std::string id = Take(16);
+    const uint64_t size = Number(8);
+    if (broken_) return;
+    if (id == Id(0x75B22633, 0x668E, 0x11CF, "A6D900AA0062CE6C")) return ContentDescription();
+    if (id == Id(0xD2D0A440, 0xE307, 0x11D2, "97F000A0C95EA850")) return ExtendedDescription();
+    if (id == Id(0x7BF875CE, 0x468D, 0x11D1, "8D82006097C9A2B2")) return BitRates();
+    if (id == Id(0x86D15240, 0x311D, 0x11D0, "A3A400A0C90348F6")) return Codecs();
+    if (id == Id(0x8CABDCA1, 0xA947, 0x11CF, "8EE400C00C205365")) return FileProperties();
+    if (size < 24) broken_ = true;
+    Take(size - 24);
+  }
+  void ContentDescription() {
+    uint64_t lengths[5];
+    for (uint64_t& length : lengths) length = Number(2);
+    KeepFirst(&title, Text(Take(lengths[0]), 518));
+    KeepFirst(&author, Text(Take(lengths[1]), 518));
+    for (int i = 2; i < 5; ++i) Take(lengths[i]);
+  }
+  void ExtendedDescription() {
+    for (uint64_t left = Number(2); left > 0; --left) {
+      const Units name = Upper(Text(Take(Number(2)), 2048));
+      const uint64_t type = Number(2), length = Number(2);
+      const bool is_number = type >= 2 && type <= 5;
+      const uint64_t number = !is_number ? 0 : Number(type == 4 ? 8 : type == 5 ? 2 : 4);
+      const std::string raw = is_number ? "" : Take(length);
+      if (broken_) return;
+      const Units text = type == 0 ? Text(raw, 8192) : u"";
+      if (name == u"WM/GENRE") KeepFirst(&genre, text.substr(0, 31));
+      if (name == u"WM/ALBUMTITLE") KeepFirst(&album, text.substr(0, 259));
+      const bool from_one = name == u"WM/TRACKNUMBER";
+      if ((from_one || name == u"WM/TRACK") && track == 100000) {
+        track = static_cast<int32_t>(number + (from_one ? 0 : 1));
+      }
+      if (name == u"WMFSDKVERSION" && type == 0) sdk_version = VersionOf(text);
+    }
+  }
+  static uint32_t VersionOf(const Units& text) {
+    return !text.empty() && text[0] >= '0' && text[0] <= '9' ? FirstNumber(text, 0) : 0;
+  }
+  void BitRates() {
+    const uint64_t count = Number(2);
+    uint64_t sum = 0;
+    for (uint64_t i = 0; i < count; ++i) {
+      Number(2);
+      sum += Number(4);
+    }
+    if (!broken_ && count > 0 && bit_rate == 0)
+      bit_rate = static_cast<uint32_t>(sum / count / 1000);
+  }
+  void Codecs() {
+    Take(16);
+    uint32_t rate = 0, bits = 0, is_stereo = 0;
+    const uint64_t count = Number(4);
+    if (broken_) return;
+    for (uint64_t i = 0; i < count && !broken_; ++i) {
+      const uint64_t type = Number(2);
+      Take(Number(2) * 2);
+      const Units text = Text(Take(Number(2) * 2), 8192);
+      Take(Number(2));
+      if (type == 2 && !text.empty() && !broken_) {
+        const bool variable = Upper(text.substr(0, 3)) == u"VBR";
+        const size_t kbps = text.find(u"kbps");
+        bits = variable ? 0 : FirstNumber(text, 0);
+        rate = FirstNumber(text, variable ? text.find(u',') : kbps);
+        if (text.find(u"stereo") != Units::npos) is_stereo = 1;
+      }
+    }
+    sample_rate = rate;
+    stereo = is_stereo;
+    if (bit_rate == 0) bit_rate = bits;
+  }
+  void FileProperties() {
+    const std::string body = Take(80);
+    if (body.empty()) return;
+    const auto at = [&](size_t offset) {
+      uint64_t number = 0;
+      for (size_t i = 8; i > 0; --i)
+        number = number << 8 | static_cast<unsigned char>(body[offset + i - 1]);
+      return number;
+    };
+    length_ms = static_cast<uint32_t>((at(40) - at(56) * 10000) / 10000);
+  }
+
+  const std::string& file_;
+  uint64_t at_ = 0;
+  bool broken_ = false;
+};
+
+}  // namespace kelvo::oracle

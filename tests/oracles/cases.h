@@ -1,0 +1,95 @@
+// What the comparisons share: which cases are tried, and the dice that make one. A case is its
+// number, so that one that failed can be tried alone:
+//   KELVO_ORACLE_CASES=1 KELVO_ORACLE_FIRST=4711
+#pragma once
+
+#include <gtest/gtest.h>
+#include <stdint.h>
+#include <stdlib.h>
+
+#include <string>
+
+#include "tests/support/wide_text.h"
+
+namespace kelvo::oracle {
+
+class Dice {
+ public:
+  explicit Dice(uint64_t number) : state_(number * 0x9E3779B97F4A7C15u) {}
+
+  uint32_t Roll(uint32_t sides) {  // 0 to sides - 1
+    state_ += 0x9E3779B97F4A7C15u;
+    uint64_t z = (state_ ^ (state_ >> 30)) * 0xBF58476D1CE4E5B9u;
+    z = (z ^ (z >> 27)) * 0x94D049BB133111EBu;
+    return static_cast<uint32_t>((z ^ (z >> 31)) >> 32) % sides;
+  }
+  bool OneIn(uint32_t n) { return Roll(n) == 0; }
+  template <class T, uint32_t kCount>
+  const T& Of(const T (&choices)[kCount]) {
+    return choices[Roll(kCount)];
+  }
+  // One of the words between the bars; several in a row, up to `most`.
+  template <class Char, size_t kSize>
+  std::basic_string<Char> Word(const Char (&words)[kSize]) {
+    uint32_t bars = 0;
+    for (const Char c : words) bars += c == '|';
+    size_t at = 0;
+    for (uint32_t left = Roll(bars + 1); left > 0; ++at) left -= words[at] == '|';
+    size_t end = at;
+    while (end + 1 < kSize && words[end] != '|') ++end;
+    return std::basic_string<Char>(words + at, end - at);
+  }
+  template <size_t kSize>
+  std::string Row(const char (&words)[kSize], uint32_t most) {
+    std::string text;
+    for (uint32_t left = Roll(most + 1); left > 0; --left) text += Word(words);
+    return text;
+  }
+
+ private:
+  uint64_t state_;
+};
+
+template <class Case>
+void ForCases(uint64_t count, Case one) {
+  const char* const wanted = getenv("KELVO_ORACLE_CASES");
+  const char* const start = getenv("KELVO_ORACLE_FIRST");
+  const uint64_t first = start ? strtoull(start, nullptr, 10) : 0;
+  if (wanted) count = strtoull(wanted, nullptr, 10);
+  for (uint64_t number = first; number < first + count; ++number) {
+    Dice dice(number);
+    one(dice);
+    if (testing::Test::HasFailure()) {
+      ADD_FAILURE() << "case " << number;
+      return;
+    }
+  }
+}
+
+// The models' 8-bit text is of code page 1252 without its middle part: a byte is a character's
+// number.
+inline std::string ToUtf8(const std::string& bytes) {
+  std::string text;
+  for (const char c : bytes) {
+    const unsigned byte = static_cast<uint8_t>(c);
+    if (byte < 0x80) {
+      text += c;
+    } else {
+      text += {static_cast<char>(0xC0 | byte >> 6), static_cast<char>(0x80 | (byte & 0x3F))};
+    }
+  }
+  return text;
+}
+
+// Letters' case as the system folds it, of such text.
+inline std::string Folded(std::string bytes) {
+  for (char& c : bytes) {
+    const unsigned byte = static_cast<uint8_t>(c);
+    if ((byte >= 'a' && byte <= 'z') || (byte >= 0xE0 && byte <= 0xFE && byte != 0xF7)) {
+      c = static_cast<char>(byte - 32);
+    }
+  }
+  return bytes;
+}
+
+}  // namespace kelvo::oracle
