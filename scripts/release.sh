@@ -96,7 +96,7 @@ sdk() {
   local arch name
   archive="kelvo-$version-sdk"
   put include/kelvo include
-  [[ ! -d host/minimal ]] || put host/minimal host
+  put host/minimal host
   put docs/*.md docs/*.cpp docs
   put docs/formats docs/pictures docs
   put src/res/resource_ids.h src/res/languages src/res
@@ -108,6 +108,7 @@ sdk() {
     done
     strip_programs bin/$arch $arch
   done
+  put_readme docs/sdk.md
   put_terms
 }
 

@@ -9,7 +9,5 @@ set -euo pipefail
 "$kelvo_root/scripts/build.sh" --target skin_regions native >/dev/null
 "$kelvo_root/scripts/build.sh" --target kelvo_skin native >/dev/null
 mkdir -p "$kelvo_root/docs/pictures/skin"
-regions="$kelvo_build/native/skin_regions.txt"
-"$kelvo_build/native/bin/skin_regions" >"$regions"
-exec python3 -B "$kelvo_root/tools/skin_regions/draw.py" "$@" "$regions" \
+exec python3 -B "$kelvo_root/tools/skin_regions/draw.py" "$@" "$kelvo_build/native/bin/skin_regions" \
   "$kelvo_build/native/bin/skins/default" "$kelvo_root/docs/pictures/skin"

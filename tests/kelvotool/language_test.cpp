@@ -167,7 +167,7 @@ TEST(LanguageLint, SurvivesEveryCutAndEveryWrongByte) {
     EXPECT_NE(Lint(whole, whole.substr(0, length)), clean) << length;
   }
   for (size_t at = 0; at < whole.size(); ++at) {
-    for (const char byte : {'\x00', '\x7F', '\x80', '\xFF'}) {
+    for (const char byte : {'\x00', '\xFF'}) {
       std::string changed = whole;
       changed[at] = byte;
       Lint(whole, changed);

@@ -1,6 +1,6 @@
 """Packs what is built, twice, and looks into the archives: the same bytes, no time of linking and no path of
 this machine in any program, every program's imports in the archive or the system's, and what a reader is
-told to use.
+told to use. The hosts of the archive for authors are compiled as its page says.
 
 usage: check_release.py ROOT       77: not everything is built
 """
@@ -33,12 +33,22 @@ def faults(root, name, members):
                 yield "%s: names this machine's folders" % path
     top = name[:-len(".zip")]
     # What the page beside them calls by name has to be there.
-    page = members.get(top + "/README.txt", members.get(top + "/docs/host-guide.md", b"")).decode()
+    page = members.get(top + "/README.txt", b"").decode()
     for file in set(re.findall(r"`([\w -]+\.(?:dll|exe))`", page)):
         if not any(path.endswith("/" + file) for path in members):
             yield "%s: its page speaks of %s" % (name, file)
     if not page or top + "/LICENSE" not in members:
         yield "%s: lacks its page or the terms" % name
+
+
+def compile_hosts(archive, folder):
+    archive.extractall(folder)
+    top = folder / archive.namelist()[0].split("/")[0]
+    commands = re.findall(r"^    (\S+-w64-mingw32-.*)$", (top / "README.txt").read_text(), re.M)
+    for command in commands or ["false"]:
+        done = subprocess.run(command.split(), cwd=top, capture_output=True, text=True)
+        if done.returncode != 0:
+            yield "%s\n%s" % (command, done.stderr)
 
 
 def main():
@@ -54,6 +64,8 @@ def main():
         for name in archives:
             with zipfile.ZipFile(pathlib.Path(one) / name) as archive:
                 found += faults(root, name, {path: archive.read(path) for path in archive.namelist()})
+                if name.endswith("-sdk.zip"):
+                    found += compile_hosts(archive, pathlib.Path(other) / "sdk")
     if len(archives) != 3 or packed["SHA256SUMS"].count(b"\n") != 3:
         found.append("three archives and their sums were expected: %s" % sorted(packed))
     print("\n".join(found) or "%d archives" % len(archives))

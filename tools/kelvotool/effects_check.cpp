@@ -51,7 +51,7 @@ size_t CheckEffects(EffectsProcessor& effects, size_t* first_wrong) noexcept {
     if (s.enabled >= 0) effects.EnableEqualizer(s.enabled);
     if (s.bass_mode >= 0) effects.SetBassMode(s.bass_mode);
 
-    static int16_t block[kMostStepBytes / 2];  // too large for a device's stack
+    static int16_t block[kMostStepBytes / 2];       // too large for a device's stack
     const int32_t samples = (s.bytes + 3) / 4 * 2;  // of whole frames
     for (int32_t i = 0; i < samples; ++i) block[i] = signals.Next(s.signal, i);
     const uint32_t input = Hash(block, samples);

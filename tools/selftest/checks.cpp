@@ -89,7 +89,7 @@ void CheckEffectsAndTime(GetFeatureFunction get_feature, Report& report) noexcep
                static_cast<uint32_t>(tool::kEffectsStepCount), " blocks as recorded");
   constexpr int32_t kBands[10] = {10, 3, 14, 20, 5, 9, 14, 12, 7, 2};
   constexpr int32_t kBlockBytes = 4096;
-  constexpr int kBlocks = 215;  // five seconds of 44.1 kHz, stereo
+  constexpr int kBlocks = 86;  // two seconds of 44.1 kHz, stereo
   static int16_t block[kBlockBytes / 2];
   uint32_t random = 1;
   for (int16_t& sample : block) {
@@ -105,14 +105,14 @@ void CheckEffectsAndTime(GetFeatureFunction get_feature, Report& report) noexcep
     effects->ProcessEqualizer(&data, kBlockBytes);
     effects->ProcessBass(&data, kBlockBytes);
   }
-  report.Line("        time for 5 seconds of equalizer and bass: ",
+  report.Line("        time for 2 seconds of equalizer and bass: ",
               static_cast<uint32_t>(GetTickCount() - start), " ms");
 }
 
 void CheckDecodingAndTime(GetFeatureFunction get_feature, Report& report) noexcept {
   auto* plugin = static_cast<OggVorbisInput*>(get_feature(kFeatureOggVorbis));
   if (!plugin) return;
-  constexpr int kTimes = 4;
+  constexpr int kTimes = 3;
   uint32_t as_recorded = 0, milliseconds = 0, free_memory = 0;
   Played played = {};
   for (int i = 0; i < kTimes; ++i) {

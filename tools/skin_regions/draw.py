@@ -3,11 +3,12 @@
 never shown dark.
 
 usage: draw.py [--check] REGIONS SKIN PICTURES
-REGIONS is what skin_regions prints, SKIN a folder of 24-bit bitmaps, PICTURES the folder of pictures.
+REGIONS is the program skin_regions, SKIN a folder of 24-bit bitmaps, PICTURES the folder of pictures.
 --check compares with the pictures that are there.
 """
 import pathlib
 import struct
+import subprocess
 import sys
 import zlib
 
@@ -59,7 +60,7 @@ def pixels_of(data):
 def main():
     checks = sys.argv[1] == "--check"
     regions, skin, pictures = map(pathlib.Path, sys.argv[-3:])
-    lines = iter(regions.read_text().splitlines())
+    lines = iter(subprocess.run([regions], check=True, capture_output=True, text=True).stdout.splitlines())
     wrong = 0
     for line in lines:
         name, _, height = line.split()
