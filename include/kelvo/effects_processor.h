@@ -38,6 +38,12 @@ namespace kelvo {
 //   700  int32_t bass_mode
 //   704  int32_t gain_a_q28
 //   708  int32_t gain_b_q28
+//   712  const int32_t* equalizer_table: three Q14 numbers a band
+//   716  const int32_t* bass_table: two triples in Q28
+//   720  int32_t processor_matches: that of the maker's library: it and its two functions follow
+//   724  void* maker_library
+//   728  void* maker_equalizer
+//   732  void* maker_bass
 class EffectsProcessor {
  public:
   // Slot 0. Releases what the object holds; with bit 0 of `flags` set, also its memory, which must
