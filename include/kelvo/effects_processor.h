@@ -18,7 +18,7 @@
 // Generated from tools/contract/effects_processor.txt.
 #pragma once
 
-#include <stdint.h>
+#include "kelvo/types.h"
 
 namespace kelvo {
 

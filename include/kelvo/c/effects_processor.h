@@ -20,7 +20,7 @@
 #ifndef KELVO_C_EFFECTS_PROCESSOR_H
 #define KELVO_C_EFFECTS_PROCESSOR_H
 
-#include <stdint.h>
+#include "types.h"
 
 typedef struct KelvoEffectsProcessor KelvoEffectsProcessor;
 typedef struct KelvoEffectsProcessorTable {
