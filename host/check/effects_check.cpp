@@ -40,11 +40,12 @@ void CheckFresh(Effects* effects, Report& report) {
                   effects->equalizer_at[0] == 0 && effects->equalizer_at[1] == 2 &&
                   effects->equalizer_at[2] == 1 && effects->bass_at[0] == 0 &&
                   effects->bass_at[1] == 2 && effects->bass_at[2] == 1);
-  report.Says("Its tables hold the coefficients, and no library of the processor's maker is loaded",
-              effects->equalizer_table[0] == 16289 && effects->equalizer_table[29] == -13245 &&
-                  effects->bass_table[0] == 266882570 && effects->bass_table[3] == 263966111 &&
-                  (effects->processor_matches ||
-                   (!effects->maker_library && !effects->maker_equalizer && !effects->maker_bass)));
+  report.Says(
+      "Its tables hold the coefficients, and \"Utility.dll\" is loaded for one processor only",
+      effects->equalizer_table[0] == 16289 && effects->equalizer_table[29] == -13245 &&
+          effects->bass_table[0] == 266882570 && effects->bass_table[3] == 263966111 &&
+          (effects->processor_matches ||
+           (!effects->utility && !effects->utility_equalizer && !effects->utility_bass)));
   Block block = {0, 400, -400, 32767, -32768, 7, 0, 1};
   const Block want = {12500, 12600, 12400, 20691, 4308, 12501, 12500, 12500};
   const bool answers = Equalize(effects, block, kBytes) == kBytes;

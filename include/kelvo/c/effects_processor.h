@@ -72,10 +72,10 @@ struct KelvoEffectsProcessor {
   int32_t gain_b_q28;
   const int32_t* equalizer_table; /* three Q14 numbers a band */
   const int32_t* bass_table;      /* two triples in Q28 */
-  int32_t processor_matches;      /* that of the maker's library: it and its two functions follow */
-  void* maker_library;
-  void* maker_equalizer;
-  void* maker_bass;
+  int32_t processor_matches;      /* this processor is the one that "Utility.dll" is for */
+  void* utility;                  /* its handle and its two functions; null without it */
+  void* utility_equalizer;
+  void* utility_bass;
 };
 
 #endif
