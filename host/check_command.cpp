@@ -57,6 +57,21 @@ class WorkFolder {
   std::wstring path_;
 };
 
+// A fresh plug-in first; Windows Media after the effects, through which its sound runs.
+constexpr struct {
+  int32_t id;
+  void (*check)(const check::Subject& subject, check::Report& report);
+} kFeatures[] = {
+    {KELVO_FEATURE_OGG_VORBIS, check::CheckInputWithoutFile},
+    {KELVO_FEATURE_OGG_VORBIS, check::CheckPlayback},
+    {KELVO_FEATURE_EFFECTS, check::CheckEffects},
+    {KELVO_FEATURE_WMA, check::CheckWma},
+    {KELVO_FEATURE_EQUALIZER_PRESETS, check::CheckPresets},
+    {KELVO_FEATURE_BOOKMARKS, check::CheckBookmarks},
+    {KELVO_FEATURE_SKIN_READER, check::CheckSkins},
+    {KELVO_FEATURE_CATALOG, check::CheckCatalog},
+};
+
 }  // namespace
 
 int CheckCommand(const Words& words) {
@@ -88,16 +103,12 @@ int CheckCommand(const Words& words) {
       CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 240, 320, nullptr, nullptr, nullptr, nullptr);
   check::Report report;
   report.Guard();
-  CheckFeatures(subject, report);
-  CheckInputWithoutFile(subject, report);
-  CheckPlayback(subject, report);
-  CheckEffects(subject, report);
-  CheckWma(subject, report);
-  CheckPresets(subject, report);
-  CheckBookmarks(subject, report);
-  CheckSkins(subject, report);
-  CheckCatalog(subject, report);
-  CheckReloading(library, subject, report);
+  check::CheckFeatures(subject, report);
+  for (const auto& feature : kFeatures) {
+    if (subject.get_feature(feature.id) || feature.id == KELVO_FEATURE_WMA)
+      feature.check(subject, report);
+  }
+  check::CheckReloading(library, subject, report);
   DestroyWindow(subject.window);
   return report.End();
 }

@@ -162,7 +162,8 @@ void BookmarksCheck::CheckReading() {
 void BookmarksCheck::CheckWindow() {
   if (!subject_.windows) return report_.LeavesOut("ShowBookmarks shows a window (--windows)");
   WriteBytes(file_, BytesOf(live_ + L"\r\n5\r\nfirst\r\n\\gone.ogg\r\n125\r\nsecond\r\n"));
-  bool fields = false, refused = false;
+  bool fields = false, refused = false, sorts = true, formatted = false;
+  std::wstring longest;
   MSG posted[2] = {};
   WindowUser user(L"Velmora Bookmarks", [&](HWND dialog) {
     const auto list = static_cast<HWND>(bookmarks_->list);
@@ -177,6 +178,22 @@ void BookmarksCheck::CheckWindow() {
       SendMessageW(dialog, WM_COMMAND, 40107 + i, 0);
       posted[i] = TakeMessage(subject_.window, KELVO_MESSAGE_PLAY_BOOKMARK);
     }
+    NMLISTVIEW click = {};
+    click.hdr.hwndFrom = list;
+    click.hdr.idFrom = 1013;
+    click.hdr.code = static_cast<UINT>(LVN_COLUMNCLICK);
+    click.iSubItem = 1;
+    for (const int32_t direction : {1, -1}) {
+      SendMessageW(dialog, WM_NOTIFY, 1013, reinterpret_cast<LPARAM>(&click));
+      sorts &= bookmarks_->sort_column == 1 && bookmarks_->sort_direction == direction;
+    }
+    wchar_t text[16] = L"";
+    item.iSubItem = 1;
+    item.pszText = text;
+    item.cchTextMax = 16;
+    SendMessageW(list, LVM_GETITEMTEXTW, 0, reinterpret_cast<LPARAM>(&item));
+    longest = text;
+    formatted = wcscmp(bookmarks_->position_text, text) == 0;
     PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
   });
   const int32_t shown = table().ShowBookmarks(KELVO_ON(bookmarks_), subject_.window);
@@ -190,6 +207,9 @@ void BookmarksCheck::CheckWindow() {
   Says("\"Enqueue file\" posts 0x918 with 1 and the bookmark's index",
        posted[1].message == KELVO_MESSAGE_PLAY_BOOKMARK &&
            posted[1].wParam == KELVO_BOOKMARK_ENQUEUE && posted[1].lParam == 1);
+  Says("A click on a column sorts by it, the next one the other way round: 2:05 stands first",
+       sorts && longest == L"2:05");
+  Says("The object holds the position that was formatted last", formatted);
   Says("Afterwards the three handles are null",
        !bookmarks_->window && !bookmarks_->list && !bookmarks_->menu_bar);
 }

@@ -40,11 +40,21 @@ void CheckFresh(Effects* effects, Report& report) {
                   effects->equalizer_at[0] == 0 && effects->equalizer_at[1] == 2 &&
                   effects->equalizer_at[2] == 1 && effects->bass_at[0] == 0 &&
                   effects->bass_at[1] == 2 && effects->bass_at[2] == 1);
+  report.Says(
+      "Its tables hold the coefficients, and \"Utility.dll\" is loaded for one processor only",
+      effects->equalizer_table[0] == 16289 && effects->equalizer_table[29] == -13245 &&
+          effects->bass_table[0] == 266882570 && effects->bass_table[3] == 263966111 &&
+          (effects->processor_matches ||
+           (!effects->utility && !effects->utility_equalizer && !effects->utility_bass)));
   Block block = {0, 400, -400, 32767, -32768, 7, 0, 1};
   const Block want = {12500, 12600, 12400, 20691, 4308, 12501, 12500, 12500};
   const bool answers = Equalize(effects, block, kBytes) == kBytes;
   report.Says("Before SetEqualizer a sample becomes a quarter of itself plus 12500", block == want);
   report.Says("ProcessEqualizer answers the bytes and leaves the pointer", answers);
+  const auto& band = effects->equalizer_history[9][1];
+  const int32_t first = 6209 * 400 >> 14, second = (6209 * 32767 - 13245 * first) >> 14;
+  report.Says("The rings hold what came in, and what the band's filter made of it",
+              band[0][1] == 32767 && band[0][2] == 7 && band[0][0] == 1 && band[1][1] == second);
   report.Says("Four frames move each ring by four places, of three",
               effects->equalizer_at[0] == 1 && effects->equalizer_at[1] == 0 &&
                   effects->equalizer_at[2] == 2);

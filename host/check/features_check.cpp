@@ -57,6 +57,9 @@ void CheckLanguages(const Subject& subject, Report& report) {
     subject.get_feature(KELVO_FEATURE_SWITCH_LANGUAGE);
     report.Says("A value that is no DWORD leaves the language as it is",
                 loaded() && Version(subject) == translated);
+    registry.Remove(KELVO_SETTINGS_KEY, KELVO_LANGUAGE_VALUE);
+    subject.get_feature(KELVO_FEATURE_SWITCH_LANGUAGE);
+    report.Says("A value that is not there leaves the language as it is", loaded());
     null = Switch(subject, registry, kMissing) && null;
     report.Says("A language without a library is English",
                 !loaded() && Version(subject) == kEnglish);
@@ -99,7 +102,9 @@ void CheckReloading(const std::wstring& library, const Subject& subject, Report&
   const DWORD language = LanguageAtHand(subject);
   if (language != 0) registry.SetLanguage(language);
   bool loads = true;
-  for (int round = 0; round < 5; ++round) {
+  DWORD handles = 0, later = 0;
+  for (int round = 0; round < 30; ++round) {
+    if (round == 10) GetProcessHandleCount(GetCurrentProcess(), &handles);  // caches are full
     const HMODULE module = LoadLibraryExW(library.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     Subject again;
     again.get_feature = reinterpret_cast<KelvoGetFeatureFunction>(
@@ -113,7 +118,9 @@ void CheckReloading(const std::wstring& library, const Subject& subject, Report&
     FreeLibrary(module);
     loads &= !GetModuleHandleW(library.c_str());
   }
+  GetProcessHandleCount(GetCurrentProcess(), &later);
   report.Says("It can be loaded and unloaded again and again", loads);
+  report.Says("Unloading leaves no handles behind", later < handles + 10);
 }
 
 }  // namespace velmora::check

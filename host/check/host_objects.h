@@ -35,7 +35,7 @@ struct Output : KelvoAudioOutput {
   bool WaitUntilFull();
   std::string Calls() const;
   std::string Played() const;  // the samples since Open or the last Reset
-  void Forget();  // the calls
+  void Forget();               // the calls
 
   bool opens = true;
   uint32_t asked[5] = {};  // the arguments of Open

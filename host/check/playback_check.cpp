@@ -18,13 +18,19 @@ class OwnTable {
     theirs_ = ogg->table;
     ours_ = *theirs_;
     ours_.SetState = &SetState;
+    ours_.GetState = &GetState;
     states_.clear();
+    queries_ = 0;
     ogg->table = &ours_;
   }
   ~OwnTable() { ogg_->table = theirs_; }
   OwnTable(const OwnTable&) = delete;
   OwnTable& operator=(const OwnTable&) = delete;
 
+  static int queries() {
+    const std::lock_guard<std::mutex> guard(mutex_);
+    return queries_;
+  }
   static std::string states() {
     const std::lock_guard<std::mutex> guard(mutex_);
     return states_;
@@ -36,12 +42,18 @@ class OwnTable {
     states_ += static_cast<char>('0' + state);
     theirs_->SetState(KELVO_ON(self), state);
   }
+  static uint32_t KELVO_METHOD GetState(KELVO_SELF(KelvoOggVorbisInput)) {
+    const std::lock_guard<std::mutex> guard(mutex_);
+    ++queries_;
+    return theirs_->GetState(KELVO_ON(self));
+  }
 
   Ogg* ogg_;
   static inline KelvoOggVorbisInputTable ours_;
   static inline const KelvoOggVorbisInputTable* theirs_;
   static inline std::mutex mutex_;
   static inline std::string states_;
+  static inline int queries_;
 };
 
 class Playback {
@@ -200,8 +212,15 @@ void Playback::CheckPauseAndStop() {
   Says("After the end SeekMs(0) is accepted", Seek(0) != 0);
   output_.Forget();
   output_.SetHold(true);
+  ogg_->thread_priority = 2;
   Play();
   output_.WaitUntilFull();
+  Says("The ready event is signalled, the thread has the priority asked for",
+       WaitForSingleObject(ogg_->ready_event, 0) == WAIT_OBJECT_0 &&
+           GetThreadPriority(ogg_->thread) == THREAD_PRIORITY_ABOVE_NORMAL);
+  Says("The plug-in holds neither its lock nor a buffer while it waits for one",
+       ogg_->lock.depth == 0 && !ogg_->lock.owner && !ogg_->current);
+  ogg_->thread_priority = 3;
   table().TogglePause(KELVO_ON(ogg_));
   Says("TogglePause while it plays pauses the output and the state is paused",
        output_.Calls().back() == 'p' && ogg_->state == KELVO_PAUSED && ogg_->run_output == 0);
@@ -245,13 +264,22 @@ void Playback::CheckSeeking() {
 }
 
 void Playback::CheckOwnTable() {
-  Seek(0);
+  Seek(Length() - 1);
   const OwnTable ours(ogg_);
+  output_.SetHold(true);
   Play();
+  for (int i = 0; i < 2000 && output_.Calls().find("r") == std::string::npos; ++i) Sleep(10);
+  const int queries = OwnTable::queries();
+  table().TogglePause(KELVO_ON(ogg_));
+  Play();
+  for (int i = 0; i < 2000 && OwnTable::queries() < queries + 4; ++i) Sleep(10);
+  Says("The plug-in asks for its state through the object's table, on its thread too",
+       OwnTable::queries() >= queries + 4);
+  output_.SetHold(false);
   AwaitEnd();
   Stop();
-  Says("The plug-in changes its state through the object's table: 2, then 1",
-       OwnTable::states() == "21");
+  Says("It changes its state through the table: 2, paused 3, resumed 2, at the end 1",
+       OwnTable::states() == "2321");
 }
 
 void Playback::CheckDamage() {

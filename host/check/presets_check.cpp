@@ -44,6 +44,8 @@ class PresetsCheck {
   Report& report_;
   const std::wstring base_;
   Presets* const presets_;
+  std::wstring offered_;  // the name in the dialog
+  bool asked_ = false;
 };
 
 void PresetsCheck::CheckList() {
@@ -94,8 +96,17 @@ void PresetsCheck::CheckList() {
 }
 
 int32_t PresetsCheck::Save(const char* setting, const wchar_t* name, int answer) {
-  WindowUser question(L"File Exists", [&](HWND box) { PostMessageW(box, WM_COMMAND, answer, 0); });
+  WindowUser question(L"File Exists", [&](HWND box) {
+    wchar_t text[64] = L"";
+    GetDlgItemTextW(box, 0xFFFF, text, 64);
+    asked_ = wcscmp(text, L"Specified preset already exists. Overwrite?") == 0 &&
+             GetParent(box) == subject_.window && GetDlgItem(box, IDYES) && GetDlgItem(box, IDNO);
+    PostMessageW(box, WM_COMMAND, answer, 0);
+  });
   WindowUser namer(L"Edit File Name", [&](HWND dialog) {
+    wchar_t text[64] = L"";
+    GetDlgItemTextW(dialog, 1000, text, 64);
+    offered_ = text;
     if (name) SetDlgItemTextW(dialog, 1000, name);
     PostMessageW(dialog, WM_COMMAND, name ? IDOK : IDCANCEL, 0);
   });
@@ -110,11 +121,15 @@ void PresetsCheck::CheckSaving() {
   const auto saved = [&] { return ReadBytes(File(L"Saved.eqf")); };
   Says("SavePreset that is cancelled answers 0 and writes nothing",
        Save(kSetting, nullptr, 0) == 0 && saved().empty());
+  Says("It asks for the name in \"Edit File Name\" and offers \"New Preset\"",
+       offered_ == L"New Preset");
   Says("SavePreset writes 31 bytes: the name, padded to 20 with zeros, and the setting",
        Save(kSetting, L"Saved", 0) == 1 &&
            saved() == std::string("Saved") + std::string(15, '\0') + kSetting);
   Says("An existing preset is not overwritten after No",
        Save("AAAAAAAAAAA", L"Saved", IDNO) == 0 && saved().substr(20) == kSetting);
+  Says("It asks \"Specified preset already exists. Overwrite?\" above the parent, Yes or No",
+       asked_);
   Says("An existing preset is overwritten after Yes",
        Save("BBBBBBBBBBB", L"saved", IDYES) == 1 && saved().substr(20) == "BBBBBBBBBBB");
   Says("A name that no file can have answers 0", Save(kSetting, L"a?b", 0) == 0);

@@ -57,6 +57,13 @@ void OwnRegistry::SetLanguage(DWORD language) {
   Set(KELVO_SETTINGS_KEY, KELVO_LANGUAGE_VALUE, REG_DWORD, &language, sizeof(language));
 }
 
+void OwnRegistry::Remove(const wchar_t* key, const wchar_t* name) {
+  HKEY opened = nullptr;
+  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, key, 0, KEY_SET_VALUE, &opened) != ERROR_SUCCESS) return;
+  RegDeleteValueW(opened, name);
+  RegCloseKey(opened);
+}
+
 std::string ReadBytes(const std::wstring& path) {
   std::ifstream file(std::filesystem::path(path), std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};

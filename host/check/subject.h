@@ -48,6 +48,7 @@ class OwnRegistry {
 
   void Set(const wchar_t* key, const wchar_t* name, DWORD type, const void* bytes, size_t count);
   void SetLanguage(DWORD language);
+  void Remove(const wchar_t* key, const wchar_t* name);
 };
 
 std::string ReadBytes(const std::wstring& path);

@@ -160,10 +160,15 @@ void CheckPlaying(Wma* wma, const Subject& subject, Report& report) {
   table->SetOwnerWindow(KELVO_ON(wma), subject.window);
   report.Says("Play answers 1 and the state is playing",
               table->Play(KELVO_ON(wma)) == 1 && state() == KELVO_PLAYING);
+  const auto position = [&] { return table->GetPositionMs(KELVO_ON(wma), 0, 0); };
+  for (int i = 0; i < 1000 && position() < 300; ++i) Sleep(10);
+  const int32_t paused_at = position();
   table->TogglePause(KELVO_ON(wma));
   report.Says("TogglePause while it plays makes the state paused", state() == KELVO_PAUSED);
   report.Says("TogglePause while it is paused plays, and answers what Play does",
               table->TogglePause(KELVO_ON(wma)) == 1 && state() == KELVO_PLAYING);
+  report.Says("It goes on from where it was paused",
+              paused_at >= 300 && position() >= paused_at - 100);
   report.Says("SeekMs answers 1", table->SeekMs(KELVO_ON(wma), 0) == 1);
   table->Stop(KELVO_ON(wma));
   report.Says("Stop makes the state stopped", state() == KELVO_STOPPED);

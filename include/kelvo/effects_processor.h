@@ -18,13 +18,13 @@
 // Generated from tools/contract/effects_processor.txt.
 #pragma once
 
-#include <stdint.h>
+#include "kelvo/types.h"
 
 namespace kelvo {
 
-// The object's words behind the table of operations, by their places on 32 bits. For a library of
-// the processor's maker, which is handed the object and reads it (docs/effects.md); so is changing
-// any of this.
+// The object's words behind the table of operations, by their places on 32 bits. For "Utility.dll",
+// which is handed the object and reads it (docs/effects.md). What follows is the library's own; so
+// is changing any of this.
 //     4  int32_t equalizer_history[10][2][2][3]: band, channel, samples in and out, ring
 //   484  int32_t bass_history[2][2][2][3]: channel, stage, samples in and out, ring
 //   580  int32_t equalizer_at[3]: places in the rings: current, one back, two back
@@ -38,6 +38,12 @@ namespace kelvo {
 //   700  int32_t bass_mode
 //   704  int32_t gain_a_q28
 //   708  int32_t gain_b_q28
+//   712  const int32_t* equalizer_table: three Q14 numbers a band
+//   716  const int32_t* bass_table: two triples in Q28
+//   720  int32_t processor_matches: this processor is the one that "Utility.dll" is for
+//   724  void* utility: its handle and its two functions; null without it
+//   728  void* utility_equalizer
+//   732  void* utility_bass
 class EffectsProcessor {
  public:
   // Slot 0. Releases what the object holds; with bit 0 of `flags` set, also its memory, which must

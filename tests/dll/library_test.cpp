@@ -1,13 +1,18 @@
-// Kelvo.dll as a host meets it: loaded, asked, switched to other languages, unloaded.
+// What `velmora check` does not look at in Kelvo.dll: languages made for tests, and the stand-ins.
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <functional>
 #include <string>
 
+#include "base/windows/pocketpc.h"
+#include "kelvo/equalizer_presets.h"
 #include "kelvo/features.h"
+#include "tests/support/dialog_driver.h"
+#include "tests/support/installation_folder.h"
 #include "tests/support/language_value.h"
 #include "tests/support/loaded_library.h"
+
+extern "C" DWORD WINAPI KelvoFullScreenState(HWND window);
 
 namespace kelvo {
 namespace {
@@ -20,18 +25,6 @@ constexpr char kEnglish[] = "Velmora Feature Pack\rversion 2.51 installed.";
 constexpr DWORD kTranslated = 0x0503;
 constexpr DWORD kHostile = 0x0504;
 constexpr DWORD kMissing = 0x0C0B;
-
-TEST(LibraryTest, OffersItsFeaturesAndNothingElse) {
-  const LoadedLibrary library;
-  void* ogg = library.Get(kFeatureOggVorbis);
-  EXPECT_TRUE(ogg);
-  EXPECT_EQ(library.Get(kFeatureOggVorbis), ogg);
-  for (int32_t id : {INT32_MIN, -1, 0, 2, 10, 15, 20, 22, INT32_MAX}) {
-    EXPECT_EQ(library.Get(id), nullptr) << id;
-  }
-  EXPECT_EQ(library.Get(kFeatureVersionText), library.Get(kFeatureVersionText));
-  EXPECT_EQ(library.Version(), kEnglish);
-}
 
 TEST(LibraryTest, SwitchesTheLanguage) {
   test::LanguageValue language;
@@ -60,35 +53,21 @@ TEST(LibraryTest, SwitchesTheLanguage) {
   }
 }
 
-TEST(LibraryTest, KeepsTheLanguageWhenTheValueCannotBeRead) {
-  test::LanguageValue language;
-  language.Set(kTranslated);
+// The host runs full screen with the button hidden.
+TEST(LibraryTest, ShowsTheInputPanelsButtonWhileAPresetIsNamed) {
+  const test::InstallationFolder folder;
   const LoadedLibrary library;
-  EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51") << "read at load";
-  const std::function<void()> changes[] = {[&] { language.Write(REG_BINARY, "abc", 3); },
-                                           [&] { language.Write(REG_SZ, L"1033", 10); },
-                                           [&] { language.Remove(); }};
-  for (const auto& change : changes) {
-    change();
-    library.Get(kFeatureSwitchLanguage);
-    EXPECT_EQ(library.Version(), "Pecyn\rfersiwn 2.51");
-  }
-}
-
-TEST(LibraryTest, CanBeLoadedAndUnloadedAgainAndAgain) {
-  DWORD handles = 0;
-  for (int round = 0; round < 40; ++round) {
-    {
-      const LoadedLibrary library;
-      EXPECT_TRUE(library.Get(kFeatureOggVorbis));
-    }
-    EXPECT_EQ(GetModuleHandleW(L"Kelvo.dll"), nullptr) << round;
-    // The first rounds fill caches of the system.
-    if (round == 9) GetProcessHandleCount(GetCurrentProcess(), &handles);
-  }
-  DWORD now = 0;
-  GetProcessHandleCount(GetCurrentProcess(), &now);
-  EXPECT_LT(now, handles + 20);
+  const HWND host =
+      CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 240, 320, nullptr, nullptr, nullptr, nullptr);
+  const test::DialogDriver namer(L"Edit File Name", [&](HWND dialog) {
+    EXPECT_EQ(KelvoFullScreenState(host), SHFS_SHOWSIPBUTTON);
+    PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+  });
+  const uint8_t setting[kEqualizerSettingBytes] = {};
+  auto* const presets = static_cast<EqualizerPresets*>(library.Get(kFeatureEqualizerPresets));
+  EXPECT_EQ(presets->SavePreset(setting, folder.path().c_str(), host), 0);
+  EXPECT_EQ(KelvoFullScreenState(host), SHFS_HIDESIPBUTTON);
+  DestroyWindow(host);
 }
 
 }  // namespace

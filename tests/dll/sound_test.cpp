@@ -1,53 +1,19 @@
-// What the DLL makes of sound, to the last bit: loops that are written for one processor are in no
-// other build.
+// What the DLL decodes, to the last bit: loops that are written for one processor are in no other
+// build.
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 
 #include "kelvo/ogg_vorbis_input.h"
-#include "tests/oracles/effects_model.h"
-#include "tests/effects/signals.h"
 #include "tests/support/end_messages.h"
 #include "tests/support/loaded_library.h"
 #include "tests/support/media_files.h"
 #include "tests/support/memory_reader.h"
 #include "tests/support/ogg_files.h"
-#include "tests/support/raw_slot.h"
 #include "tests/support/recording_output.h"
 
 namespace kelvo {
 namespace {
-
-using test::CallSlot;
-
-TEST(SoundTest, EffectsAreTheReferencesInBlocksOfAnyLength) {
-  const test::LoadedLibrary library;
-  void* const effects = library.Get(kFeatureEffects);
-  test::ReferenceEffects reference;
-  std::mt19937 random(9);
-  for (const test::Signal& signal : test::AllSignals(2000)) {
-    for (int round = 0; round < 60; ++round) {
-      int32_t sliders[10];
-      for (int32_t& slider : sliders) slider = static_cast<int32_t>(random() % 30) - 1;
-      const auto preamp = static_cast<int32_t>(random() % 28), mode = round % 5;
-      CallSlot<void, int32_t, const int32_t*>(effects, 4, preamp, sliders);
-      CallSlot<void, int32_t>(effects, 1, mode);
-      reference.SetEqualizer(preamp, sliders);
-      reference.SetBassMode(mode);
-      const size_t frames = 1 + random() % 300;
-      const auto from = signal.samples.begin() + static_cast<ptrdiff_t>(random() % 1700 * 2);
-      std::vector<int16_t> got(from, from + static_cast<ptrdiff_t>(frames * 2)), want = got;
-      int16_t* samples = got.data();
-      const auto bytes = static_cast<int32_t>(frames * 4);
-      EXPECT_EQ((CallSlot<int32_t, int16_t**, int32_t>(effects, 5, &samples, bytes)), bytes);
-      reference.ProcessEqualizer(want.data(), bytes);
-      CallSlot<void, int16_t**, int32_t>(effects, 2, &samples, bytes);
-      reference.ProcessBass(want.data(), bytes);
-      ASSERT_EQ(got, want) << signal.name << ", round " << round << ", " << frames << " frames";
-    }
-  }
-}
 
 TEST(SoundTest, FilesOfEveryFormAreDecodedAsTheyAreHere) {
   const test::LoadedLibrary library;

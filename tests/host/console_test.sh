@@ -40,6 +40,23 @@ expect 1 '--eq cannot be' play --eq none.eqf a.ogg
 expect 1 '--bass needs a value' play --bass
 expect 1 'usage: velmora play' play
 expect 0 'usage: velmora' --help
+expect 2 'usage: velmora check' check
+expect 2 'usage: velmora check' check --ogg
+expect 2 'none\.dll: no such file' check none.dll
+expect 2 'no export GetFeature' check "$programs/aygshell.dll"
+expect 2 'cannot be loaded' check empty.ogg
+# What is planted in the library is found; and that it loads the real one only when it is first asked.
+while read -r fault code found; do
+  KELVO_FAULT="$fault" expect "$code" "$found" check "$programs/faulty_library.dll"
+done <<'FAULTS'
+none 1 FAILED *The language is read when the library is loaded.*, 1 FAILED
+play 1 FAILED *Without a file Play is refused.*, 2 FAILED
+state 1 FAILED *SetState stores a state, GetState reads it.*, 2 FAILED
+index 1 FAILED *An index outside the list gives 0, writes
+slots 1 FAILED *The numbers 1 to 17 read their files out of a folder
+feature 1 FAILED *GetFeature\(9\) is an object.*, 2 FAILED
+crash 3 FAILED *Equalizer presets: it crashed \(C0000005\)
+FAULTS
 left="$(find "$work" -newer "$work/Жук.wma" -type f)"
 [[ -z $left ]] || { echo "written unasked: $left" && failed=1; }
 expect 0 'written to b\.wav.*written to b-2\.wav' play --wav b.wav music

@@ -68,49 +68,6 @@ TEST(WmaLibraryTest, PlaysThroughFeature9LoadAfterLoad) {
   EXPECT_EQ(messages.count(), 0);
 }
 
-// Every operation of the base and what the plug-in adds, with a file that is open but stopped.
-TEST(WmaLibraryTest, AnswersEverySlot) {
-  UseSink(L"silence", false);
-  const LoadedLibrary library;
-  void* const plugin = library.Get(kFeatureWma);
-  ASSERT_TRUE(plugin);
-  const HostWord zero = 0;
-  wchar_t title[kMaxText], display[kMaxText], album[kMaxText], artist[kMaxText];
-  MediaInfo info = {}, again = {};
-  uint32_t length_ms = 0, sdk = 7;
-  CallSlot<void>(plugin, 0);
-  EXPECT_EQ(CallSlot<int32_t>(plugin, 7) + CallSlot<int32_t>(plugin, 8), 0);
-  EXPECT_EQ(CallSlot<int32_t>(plugin, 1, static_cast<wchar_t*>(display)), 0) << "no file yet";
-  ASSERT_TRUE(OpenSample(plugin));
-  EXPECT_EQ(CallSlot<int32_t>(plugin, 1, static_cast<wchar_t*>(display)), 1);
-  EXPECT_EQ(test::Utf8(display), "The Ring Buffers - Sixteen Strings");
-  CallSlot<void>(plugin, 2, &info);
-  EXPECT_EQ(test::Utf8(info.genre), "Folk");
-  EXPECT_NEAR(CallSlot<int32_t>(plugin, 3), 8000, 400);
-  EXPECT_EQ(CallSlot<int32_t>(plugin, 9, 2500), 1);
-  EXPECT_NEAR(CallSlot<int32_t>(plugin, 4, zero, zero), 2500, 1);
-  CallSlot<void>(plugin, 5, 3u);
-  EXPECT_EQ(CallSlot<uint32_t>(plugin, 6), 1u) << "what the host sets stays apart";
-  EXPECT_EQ(CallSlot<int32_t>(plugin, 11), 1) << "nothing to pause";
-  ASSERT_EQ(CallSlot<int32_t>(plugin, 12), 1);
-  while (CallSlot<int32_t>(plugin, 4, zero, zero) < 2600) Sleep(10);
-  EXPECT_EQ(CallSlot<int32_t>(plugin, 11), S_OK);
-  EXPECT_EQ(CallSlot<int32_t>(plugin, 11), 1);
-  EXPECT_GE(CallSlot<int32_t>(plugin, 4, zero, zero), 2590) << "resumed, not started";
-  EXPECT_EQ(CallSlot<int32_t>(plugin, 13, zero, zero), 0);
-  EXPECT_NEAR(CallSlot<int32_t>(plugin, 3), 8000, 400) << "closing only stops";
-  EXPECT_EQ(CallSlot<int32_t>(
-                plugin, 17, static_cast<const wchar_t*>(Wide(MediaPath("sample.wma"))),
-                static_cast<wchar_t*>(display), static_cast<wchar_t*>(album), &again, &length_ms,
-                &sdk, static_cast<wchar_t*>(artist), static_cast<wchar_t*>(title)),
-            1);
-  EXPECT_EQ(test::Utf8(artist) + "|" + test::Utf8(title) + "|" + test::Utf8(album),
-            "The Ring Buffers|Sixteen Strings|Fixed Point");
-  EXPECT_EQ(memcmp(&info, &again, sizeof(info)), 0);
-  EXPECT_NEAR(length_ms, 8000, 400);
-  EXPECT_EQ(sdk, 0u);
-}
-
 // What happens in a process of its own, which ends with kDone.
 constexpr wchar_t kScenario[] = L"KELVO_TEST_SCENARIO";
 constexpr UINT kDone = 42;

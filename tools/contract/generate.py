@@ -195,7 +195,7 @@ class C:
 
     def interface(self, item):
         own = "Kelvo" + item.name
-        lines = ["typedef struct %s %s;" % (own, own)] + self.block(item.text) + ["typedef struct %sTable {" % own]
+        lines = self.block(item.text) + ["typedef struct %s %s;" % (own, own), "typedef struct %sTable {" % own]
         for m in self.slots(item):
             if m.kind == "c":
                 lines.append(m.line)
@@ -254,7 +254,7 @@ def cell(text):
 
 def document(table):
     lines = ["# Slots, fields and numbers", "",
-             "What `include/kelvo/` says, in tables; the headers say the rest. (%s.)" % (NOTICE % "*.txt"), ""]
+             "What `include/kelvo/` says, in tables; the headers say the rest. %s" % (NOTICE % "*.txt"), ""]
     for header in table.headers:
         shown = [i for i in header.items if i.kind in ("interface", "object", "record", "enumeration", "constant", "string")]
         if not shown:
@@ -263,8 +263,8 @@ def document(table):
         plain = [m for i in shown for m in (i.members if i.kind == "enumeration" else [i])
                  if i.kind in ("enumeration", "constant", "string")]
         if plain:
-            lines += ["| name | value |", "|---|---|"]
-            lines += ["| `%s` | %s%s |" % (m.name, m.value, ": " + cell(m.note) if m.note else "") for m in plain] + [""]
+            lines += ["| name | value | what |", "|---|---|---|"]
+            lines += ["| `%s` | %s | %s |" % (m.name, m.value, cell(m.note or m.file or sentence(m.text))) for m in plain] + [""]
         for item in shown:
             if item.kind == "interface":
                 lines += ["| slot | `%s` | result | what |" % item.name, "|---|---|---|---|"]

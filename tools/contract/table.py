@@ -11,7 +11,7 @@ class Item:
     """A thing that the table says: a header, what stands in it, or a member of that."""
 
     def __init__(self, kind, **values):
-        self.kind, self.text, self.members, self.note, self.outside = kind, [], [], "", False
+        self.kind, self.text, self.members, self.note, self.file, self.outside = kind, [], [], "", "", False
         self.__dict__.update(values)
 
     def declaration(self, prefix=""):
@@ -79,7 +79,7 @@ def member(item, line):
     if item.kind == "enumeration":
         match = re.fullmatch(r'(\w+) = (\w+)(?:  "(.+)")?', code)
         if match:
-            return Item("value", name=match[1], value=match[2], file=match[3], note=note)
+            return Item("value", name=match[1], value=match[2], file=match[3] or "", note=note)
     elif item.kind == "interface":
         match = re.fullmatch(r"(\d+) (.+?[ *])(\w+)\((.*?)\)(?: (\{.*\}|as written))?", code)
         if match:

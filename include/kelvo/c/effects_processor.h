@@ -20,7 +20,7 @@
 #ifndef KELVO_C_EFFECTS_PROCESSOR_H
 #define KELVO_C_EFFECTS_PROCESSOR_H
 
-#include <stdint.h>
+#include "types.h"
 
 typedef struct KelvoEffectsProcessor KelvoEffectsProcessor;
 typedef struct KelvoEffectsProcessorTable {
@@ -70,6 +70,12 @@ struct KelvoEffectsProcessor {
   int32_t bass_mode;
   int32_t gain_a_q28;
   int32_t gain_b_q28;
+  const int32_t* equalizer_table; /* three Q14 numbers a band */
+  const int32_t* bass_table;      /* two triples in Q28 */
+  int32_t processor_matches;      /* this processor is the one that "Utility.dll" is for */
+  void* utility;                  /* its handle and its two functions; null without it */
+  void* utility_equalizer;
+  void* utility_bass;
 };
 
 #endif

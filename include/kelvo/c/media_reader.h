@@ -13,11 +13,11 @@
 /* What Seek answers when it fails. Any other answer, -1 included, counts as a success. */
 #define KELVO_SEEK_FAILED 0x7FFFFFFFFFFFFFFF
 
-typedef struct KelvoMediaReader KelvoMediaReader;
 /* Implemented by the host. While a file plays the decoding thread reads, and so does the
  * plug-in's SeekMs, on the thread that called it; never both at once. All other calls are made
  * on the thread that called the plug-in. Slot 0 is not called; the library never deletes the
  * object. */
+typedef struct KelvoMediaReader KelvoMediaReader;
 typedef struct KelvoMediaReaderTable {
   /* Slot 0. */
   void(KELVO_METHOD* Reserved0)(KELVO_SELF(KelvoMediaReader));
