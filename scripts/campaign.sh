@@ -50,6 +50,7 @@ say "campaign: oracles, $KELVO_ORACLE_CASES cases each"
 oracles="$kelvo_build/native-release/bin/oracle_tests"
 mapfile -t models < <("$oracles" --gtest_list_tests | sed -n 's/^  //p')
 [[ ${#models[@]} -gt 0 ]] || die "no oracles in $oracles"
+# shellcheck disable=SC2016
 printf '%s\n' "${models[@]}" |
   xargs -P "$jobs" -I {} sh -c '"$1" --gtest_filter="Oracle.$2" >"$3/oracle_$2.log" 2>&1 || true' \
     - "$oracles" {} "$folder"

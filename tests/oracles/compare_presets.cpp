@@ -28,7 +28,7 @@ class Answers final : public PresetPrompts {
 std::string SomeName(Dice& dice) {
   if (dice.OneIn(14)) return std::string(200 + dice.Roll(59), 'n');
   return dice.Word(
-      "Rock|rOCK|a.b||\xE9t\xE9|Pop|a?b|..\\x|a\tb| "
+      "Rock|rOCK|a|a.b||\xE9t\xE9|Pop|a?b|..\\x|a\tb| "
       "|x.eqf|1234567890123456789|12345678901234567890");
 }
 
@@ -54,14 +54,14 @@ void Compare(Dice& dice) {
   PresetsModel model;
   const std::string bases[] = {"\\V", "\\W", "\\none",
                                "\\" + std::string(235 + dice.Roll(20), 'b')};
+  const bool many = dice.OneIn(100);  // more than the table has room for
   for (const char* base : {"\\V", "\\W"}) {
     files.PutFolder(std::string(base) + "\\presets");
     model.folders[base] = {};
-    const uint32_t most = dice.OneIn(100) ? 60 : 5;
-    for (uint32_t n = dice.Roll(most); n > 0; --n) {
-      std::string name = dice.OneIn(3) ? std::to_string(n) : SomeName(dice);
+    for (uint32_t n = many ? 101 : dice.Roll(5); n > 0; --n) {
+      std::string name = many || dice.OneIn(3) ? std::to_string(n) : SomeName(dice);
       if (name.find_first_of("\\?\t") != std::string::npos || name.size() > 100) name = "n";
-      name += dice.Word(".eqf|.EQF|.eqf|.eqfx|eqf|.txt");
+      name += many ? ".eqf" : dice.Word(".eqf|.EQF|.eqf|.eqfx|eqf|.txt");
       const std::string path = base + ("\\presets\\" + name);
       if (files.Find(ToUtf8(path))) continue;
       std::string bytes(dice.Roll(40), 'x');
@@ -78,7 +78,7 @@ void Compare(Dice& dice) {
     const int32_t indices[] = {-1, 0, 1, 2, 7, 150, 199, 200, INT32_MAX, INT32_MIN};
     const int32_t index = dice.Of(indices);
     const std::string name = SomeName(dice);
-    switch (dice.Roll(8)) {
+    switch (many && step < 3 ? 0 : dice.Roll(8)) {
       case 0:
       case 1:
         TakeOrder(files, &model);

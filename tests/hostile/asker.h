@@ -1,0 +1,42 @@
+// Who is asked about a file: the library as a host has it, or, where none can be loaded, its
+// features linked in.
+#pragma once
+
+#include <string>
+
+#include "kelvo/bookmarks.h"
+#include "kelvo/equalizer_presets.h"
+#include "kelvo/media_info.h"
+#include "kelvo/ogg_vorbis_input.h"
+#include "kelvo/skin_reader.h"
+
+namespace kelvo::hostile {
+
+struct AsfAnswer {
+  wchar_t display_title[kMaxText], title[kMaxText], author[kMaxText], album[kMaxText];
+  MediaInfo info;
+  uint32_t length_ms, sdk_version;
+};
+
+struct Features {
+  OggVorbisInput* ogg = nullptr;
+  Bookmarks* bookmarks = nullptr;
+  EqualizerPresets* presets = nullptr;
+  SkinReader* skins = nullptr;
+  bool (*ask_asf)(const wchar_t* path, AsfAnswer* answer) = nullptr;
+  std::string folder;  // for the files; that of the bookmarks
+};
+Features LoadFeatures();
+
+// What is said of the file that lies in the folder under this name.
+std::string OggAnswer(const Features& features, const std::string& name, const std::string& bytes);
+std::string AsfAnswerText(const Features& features, const std::string& name);
+std::string TagAnswer(const Features& features, const std::string& name);
+std::string ListAnswer(const Features& features, const std::string& name);
+std::string BookmarksAnswer(const Features& features);
+std::string PresetAnswer(const Features& features);
+std::string ArchiveAnswer(const Features& features, const std::string& name);
+std::string BitmapAnswer(const std::string& bytes);
+std::string SkinTextAnswer(const std::string& bytes);
+
+}  // namespace kelvo::hostile

@@ -1,0 +1,88 @@
+// Writes each hostile file, asks about it, and compares the answer with the one that belongs to it.
+//   hostile_replay SONG.ogg
+// On Windows the library beside it is asked, also the device's in its emulator: about everything
+// but tags and playlists, which hosts get at through windows alone, and the host's own bitmaps and
+// texts.
+#include <stdio.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+
+#include "tests/hostile/asker.h"
+#include "tests/hostile/corpus.h"
+
+namespace kelvo::hostile {
+namespace {
+
+std::string Short(const std::string& text) {
+  return text.size() > 200 ? text.substr(0, 200) + "..." : text;
+}
+
+int Replay(const std::string& song) {
+  const Features features = LoadFeatures();
+  if (!features.ogg || !features.bookmarks || !features.presets || !features.skins ||
+      !features.ask_asf) {
+    fprintf(stderr, "hostile_replay: the library or one of its features is missing\n");
+    return 2;
+  }
+  using Ask = std::function<std::string(const std::string& bytes)>;
+  const struct {
+    const char* file;
+    Corpus corpus;
+    Ask ask;
+  } formats[] = {
+      {"file.ogg", OggFiles(song), [&](auto& b) { return OggAnswer(features, "file.ogg", b); }},
+      {"file.wma", AsfFiles(), [&](auto&) { return AsfAnswerText(features, "file.wma"); }},
+      {"file.mp3", TaggedFiles(), [&](auto&) { return TagAnswer(features, "file.mp3"); }},
+      {"file.m3u", M3uFiles(), [&](auto&) { return ListAnswer(features, "file.m3u"); }},
+      {"file.pls", PlsFiles(), [&](auto&) { return ListAnswer(features, "file.pls"); }},
+      {"file.asx", AsxFiles(), [&](auto&) { return ListAnswer(features, "file.asx"); }},
+      {"bookmarks.dat", BookmarkFiles(), [&](auto&) { return BookmarksAnswer(features); }},
+      {"presets/file.eqf", PresetFiles(), [&](auto&) { return PresetAnswer(features); }},
+      {"file.zip", Archives(), [&](auto&) { return ArchiveAnswer(features, "file.zip"); }},
+      {"main.bmp", Bitmaps(), [](auto& b) { return BitmapAnswer(b); }},
+      {"viscolor.txt", SkinTexts(), [](auto& b) { return SkinTextAnswer(b); }},
+  };
+  std::filesystem::create_directories(features.folder + "/presets");
+  const auto write = [&](const std::string& name, const std::string& bytes) {
+    std::ofstream(features.folder + "/" + name, std::ios::binary) << bytes;
+  };
+  write("a.mp3", "");
+  int files = 0, wrong = 0;
+  for (const auto& format : formats) {
+    for (const HostileFile& file : format.corpus) {
+      std::string bytes = file.bytes;
+      if (format.file == std::string("file.pls")) {  // the folder, which its names must have
+        for (size_t at; (at = bytes.find('@')) != std::string::npos;) {
+          bytes.replace(at, 1, features.folder + "\\");
+        }
+      }
+      write(format.file, bytes);
+      ++files;
+      const std::string got = format.ask(bytes);
+      if (got == file.want) continue;
+      ++wrong;
+      printf("%s, %s: \"%s\" instead of \"%s\"\n", format.file, file.name, Short(got).c_str(),
+             Short(file.want).c_str());
+    }
+  }
+  std::error_code error;
+  std::filesystem::remove_all(features.folder, error);
+  printf("hostile: %d files, %d wrong answers\n", files, wrong);
+  return wrong ? 1 : 0;
+}
+
+}  // namespace
+}  // namespace kelvo::hostile
+
+int main(int argc, char** argv) {
+  std::ifstream file(argc == 2 ? argv[1] : "", std::ios::binary);
+  const std::string song(std::istreambuf_iterator<char>(file), {});
+  if (song.empty()) {
+    fprintf(stderr, "usage: hostile_replay SONG.ogg\n");
+    return 2;
+  }
+  return kelvo::hostile::Replay(song);
+}
