@@ -97,7 +97,7 @@ sdk() {
   archive="kelvo-$version-sdk"
   put include/kelvo include
   put host/minimal host
-  put docs/*.md docs/*.cpp docs
+  put docs/*.md docs
   put docs/formats docs/pictures docs
   put src/res/resource_ids.h src/res/languages src/res
   put pocketpc/README.md pocketpc
@@ -107,6 +107,9 @@ sdk() {
       put "build/$arch/bin/$name" "bin/$arch"
     done
     strip_programs bin/$arch $arch
+    # (The build's own has the build's folder in it.)
+    (cd "$work/$archive/bin/$arch" && "$arch-w64-mingw32-dlltool" --temp-prefix coredll --kill-at \
+      --input-def "$kelvo_build/$arch/pocketpc/coredll/coredll.def" --output-lib libcoredll.a)
   done
   put_readme docs/sdk.md
   put_terms

@@ -242,6 +242,26 @@ TEST_F(KelvotoolTest, MendsListsFromTheDevicesOtherFolders) {
   }
 }
 
+TEST_F(KelvotoolTest, MendsOnlyWhatItCanReadAndWrite) {
+  Write("gone.m3u", "gone.mp3\n");
+  Write("sub/gone.mp3", "");
+  const struct {
+    const char *arguments, *want;
+  } kCases[] = {
+      {"kelvotool_test/none.m3u", "kelvotool: \\none.m3u: cannot be opened\nexit 1"},
+      {"kelvotool_test/a.mp3", "kelvotool: kelvotool_test\\a.mp3: not a playlist\nexit 1"},
+      {"elsewhere.m3u", "kelvotool: elsewhere.m3u: not in the device's folder\nexit 1"},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(Run(std::string("repair --device kelvotool_test ") + c.arguments), c.want);
+  }
+  EXPECT_NE(
+      Run("repair --device kelvotool_test kelvotool_test/gone.m3u", "trap '' XFSZ; ulimit -f 0; ")
+          .find("gone (mended).m3u: cannot be written\n"),
+      std::string::npos);
+  EXPECT_EQ(ReadBack("gone (mended).m3u"), "");
+}
+
 // A bitmap of 24 bits and black pixels.
 std::string Bmp(unsigned width, unsigned height) {
   using test::Le;

@@ -64,10 +64,10 @@ class Repair final : private PathSink, private NestingGuard {
     if (from && !device_.Exists(path)) Missing(path, *from);
   }
   void Skip(Skipped why, const wchar_t* path, const ListPosition* from) noexcept override {
-    if (!from && why == Skipped::kUnreadable) {
+    if (!from) {
       PrintError(list_, "cannot be opened");
       clean_ = false;
-    } else if (from && why == Skipped::kRefused && !device_.Exists(path)) {
+    } else if (why == Skipped::kRefused && !device_.Exists(path)) {
       Missing(path, *from);
     }
   }
