@@ -234,6 +234,60 @@ TEST_F(MediaPageTest, TapsOnBoxesCheckTapsBesideThemSelect) {
   });
 }
 
+// The control's own words, whoever stands in front of it.
+bool HasCheck(HWND tree, HTREEITEM item) {
+  WNDCLASSW own = {};
+  GetClassInfoW(nullptr, WC_TREEVIEWW, &own);
+  TVITEMW node = {};
+  node.mask = TVIF_HANDLE | TVIF_STATE;
+  node.hItem = item;
+  node.stateMask = TVIS_STATEIMAGEMASK;
+  CallWindowProcW(own.lpfnWndProc, tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&node));
+  return node.state >> 12 == 2;
+}
+
+// On a window without the shell's hooks, which ask for more than a control does by itself.
+TEST_F(MediaPageTest, WhatIsDrawnHasItsCheck) {
+  EntryList list;
+  for (int i = 0; i < 100; ++i) {
+    ASSERT_TRUE(list.Add(test::Wide("\\Music\\" + std::to_string(100 + i) + ".mp3")));
+  }
+  const HWND view = CreateWindowExW(0, WC_TREEVIEWW, L"", WS_POPUP | WS_VISIBLE | TVS_CHECKBOXES, 0,
+                                    0, 200, 200, nullptr, nullptr, nullptr, nullptr);
+  MediaTree tree;
+  tree.Attach(view);
+  BuildTree(list, GroupingOrder::kFolders, tree.nodes());
+  tree.Show(list);
+  const auto seen = [&](bool checked, int group) {
+    UpdateWindow(view);
+    HTREEITEM item = TreeView_GetFirstVisible(view);
+    for (int rows = 0; rows < group; ++rows) {
+      ASSERT_TRUE(item);
+      EXPECT_EQ(HasCheck(view, item), checked) << rows;
+      item = TreeView_GetNextVisible(view, item);
+    }
+  };
+  SetChecksBelow(tree.nodes(), kNoNode, true);
+  tree.ShowChecks();
+  seen(true, 1);
+  TreeView_Expand(view, TreeView_GetRoot(view), TVE_EXPAND);
+  seen(true, 10);
+  SendMessageW(view, WM_VSCROLL, SB_BOTTOM, 0);
+  seen(true, 10);
+  InvertChecksBelow(tree.nodes(), kNoNode);
+  tree.ShowChecks();
+  seen(false, 10);
+  SendMessageW(view, WM_VSCROLL, SB_TOP, 0);
+  seen(false, 10);
+  // What is out of sight is right for whoever asks.
+  SetChecksBelow(tree.nodes(), kNoNode, true);
+  EXPECT_EQ(TreeView_GetItemState(view, TreeView_GetRoot(view), TVIS_STATEIMAGEMASK) >> 12, 2u);
+  const std::string nodes = User::Nodes(view);
+  EXPECT_EQ(std::count(nodes.begin(), nodes.end(), 'x'), 101);
+  tree.Detach();
+  DestroyWindow(view);
+}
+
 TEST_F(MediaPageTest, ButtonsOfTheMenuBar) {
   ShowAfterScan(1, [&] {
     StartTapOnButton(ID_GROUPING);
