@@ -6,6 +6,7 @@
 #include "catalog/tree/build_tree.h"
 #include "catalog/tree/checks.h"
 #include "tests/catalog/text_tree.h"
+#include "tests/oracles/cases.h"
 #include "tests/oracles/checks_model.h"
 #include "tests/oracles/grouping_model.h"
 
