@@ -29,21 +29,6 @@ Strings FirstOf(const Strings& all, size_t count) {
   return Strings(all.begin(), all.begin() + static_cast<long>(count));
 }
 
-TEST(BookmarkListTest, EveryTruncationKeepsTheRecordsBefore) {
-  const Strings whole = ReadTexts(Sample());
-  ASSERT_EQ(whole.size(), 3u);
-  size_t least = 0;
-  test::SweepTruncations(Sample(), [&](const std::string& cut) {
-    Strings got = ReadTexts(cut);
-    ASSERT_GE(got.size(), least);
-    least = got.size();
-    // The last one may be cut anywhere behind the start of its position.
-    if (!got.empty()) got.pop_back();
-    ASSERT_EQ(got, FirstOf(whole, got.size()));
-  });
-  EXPECT_EQ(least, 3u);
-}
-
 TEST(BookmarkListTest, EveryFailingReadKeepsTheRecordsBefore) {
   const std::string file = Sample() + Sample() + Sample();
   const Strings whole = ReadTexts(file);

@@ -61,18 +61,6 @@ class BookmarksFeatureTest : public ::testing::Test {
   BookmarksFeature feature_{files_, folder_, &window_};
 };
 
-TEST_F(BookmarksFeatureTest, AddsAndSavesByteForByte) {
-  files_["\\a.ogg"];
-  EXPECT_EQ(feature_.LoadBookmarks(), 0) << "no file";
-  EXPECT_NE(feature_.AddBookmark(L"\\a.ogg", 90, L"one"), 0);
-  EXPECT_EQ(files_.last_share, Share::kNone);
-  EXPECT_NE(feature_.AddBookmark(L"\\\x00E9\x4E16.ogg", -1, nullptr), 0);
-  EXPECT_EQ(Saved(), Utf16("\\a.ogg\r\n90\r\none\r\n\\\xE9") + std::string("\x16\x4E", 2) +
-                         Utf16(".ogg\r\n-1\r\n\r\n"));
-  EXPECT_EQ(List(), (Strings{"\\a.ogg|90|one", "\\\xC3\xA9\xE4\xB8\x96.ogg|-1| (dead)"}));
-  EXPECT_EQ(files_.open_now, 0);
-}
-
 TEST_F(BookmarksFeatureTest, SortsByTheClickedColumn) {
   files_["\\alive"];
   BookmarkStore store(files_, folder_);

@@ -50,44 +50,6 @@ class PresetsFeatureTest : public ::testing::Test {
   PresetsFeature feature_{files_, prompts_};
 };
 
-TEST_F(PresetsFeatureTest, SavesThirtyOneBytes) {
-  const struct {
-    const char* name;
-    const wchar_t* typed;
-    const char* file;
-    std::string field;
-  } cases[] = {
-      {"plain", L"Rock", "Rock", "Rock"},
-      {"19 characters", L"1234567890123456789", "1234567890123456789", "1234567890123456789"},
-      {"20 characters", L"12345678901234567890", "12345678901234567890", "1234567890123456789"},
-      {"many", L"1234567890123456789 and more of it", "1234567890123456789 and more of it",
-       "1234567890123456789"},
-#ifndef _WIN32  // where the machine's code page decides
-      {"other characters", L"\x00E9\x20AC\x4E16", "\xC3\xA9\xE2\x82\xAC\xE4\xB8\x96", "\xE9\x80?"},
-#endif
-      {"points", L"a.b.eqf", "a.b.eqf", "a.b.eqf"},
-      {"empty", L"", "", ""},
-      {"over another one", L"Old", "Old", "Old"},
-  };
-  files_["\\V\\presets\\Old.eqf"] = std::string(100, 'x');
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    prompts_.name = c.typed;
-    EXPECT_EQ(feature_.SavePreset(kSetting, L"\\V", this), 1);
-    const test::MemoryFiles::File* file =
-        files_.Find("\\V\\presets\\" + std::string(c.file) + ".eqf");
-    ASSERT_TRUE(file);
-    std::string want = c.field;
-    want.resize(20);
-    EXPECT_EQ(file->bytes, want + kSettingBytes);
-  }
-  EXPECT_EQ(prompts_.questions, 1);
-  EXPECT_EQ(prompts_.last_parent, this);
-  EXPECT_EQ(files_.last_share, Share::kNone);
-  EXPECT_EQ(files_.open_now, 0);
-  EXPECT_EQ(Name(0), "") << "saving changes no list";
-}
-
 TEST_F(PresetsFeatureTest, SavesNothingWhenDeclinedOrImpossible) {
   files_["\\V\\presets\\Old.eqf"] = "old";
   const struct {
@@ -153,31 +115,6 @@ TEST_F(PresetsFeatureTest, WithoutMemoryTheRestIsLeftOut) {
     EXPECT_EQ(feature_.ListPresets(L"\\V"), successes);
     EXPECT_EQ(faults.triggered(), successes < 3);
   }
-}
-
-TEST_F(PresetsFeatureTest, ReadsElevenBytesOrNone) {
-  std::string& file = files_["\\V\\presets\\Rock.eqf"];
-  feature_.ListPresets(L"\\V");
-  const std::string whole = std::string(20, '\xFF') + kSettingBytes + "and more";
-  for (size_t bytes = 0; bytes <= whole.size(); ++bytes) {
-    file = whole.substr(0, bytes);
-    uint8_t setting[12];
-    memset(setting, 0xAA, sizeof(setting));
-    EXPECT_EQ(feature_.ReadPreset(0, setting, L"\\V"), bytes >= 31) << bytes;
-    const std::string got(reinterpret_cast<char*>(setting), 11);
-    EXPECT_EQ(got, bytes >= 31 ? kSettingBytes : std::string(11, '\xAA')) << bytes;
-    EXPECT_EQ(setting[11], 0xAA);
-  }
-  EXPECT_EQ(files_.last_share, Share::kRead);
-  uint8_t setting[11];
-  for (int32_t index : {-1, 1, 199, 200, INT32_MAX, INT32_MIN}) {
-    EXPECT_EQ(feature_.ReadPreset(index, setting, L"\\V"), 0);
-    EXPECT_EQ(Name(index), "");
-  }
-  EXPECT_EQ(feature_.ReadPreset(0, setting, L"\\elsewhere"), 0);
-  files_.FailAfter(0, false, "read");
-  EXPECT_EQ(feature_.ReadPreset(0, setting, L"\\V"), 0);
-  EXPECT_EQ(files_.open_now, 0);
 }
 
 // Those that the build makes for the host, from the real folder.

@@ -28,8 +28,8 @@ Features LoadFeatures() {
   g_wma = static_cast<WmaInput*>(get(kFeatureWma));
   features.ogg = static_cast<OggVorbisInput*>(get(kFeatureOggVorbis));
   features.bookmarks = static_cast<Bookmarks*>(get(kFeatureBookmarks));
-  features.presets = static_cast<EqualizerPresets*>(get(kFeaturePresets));
-  features.skins = static_cast<SkinReader*>(get(kFeatureSkins));
+  features.presets = static_cast<EqualizerPresets*>(get(kFeatureEqualizerPresets));
+  features.skins = static_cast<SkinReader*>(get(kFeatureSkinReader));
   features.ask_asf = g_wma ? &AskAsf : nullptr;
   features.folder = test::Utf8(installation.path().c_str());
   return features;

@@ -49,47 +49,5 @@ TEST(TagFieldTest, CopiesAtMost29Bytes) {
   }
 }
 
-TEST(DisplayTextTest, StandsInForMissingFields) {
-  const struct {
-    const char* name;
-    std::string path;
-    const char* tag;  // null: no block; else title and artist, or ""
-    std::string title, artist;
-  } kCases[] = {
-      {"tag", "C:\\m\\a.mp3", "x", "x", "x"},
-      {"empty fields", "C:\\m\\a.mp3", "", "a.mp3", "Unknown"},
-      {"no block", "C:\\m\\a.mp3", nullptr, "a.mp3", "Unknown"},
-      {"no folder", "a.mp3", nullptr, "a.mp3", "Unknown"},
-      {"one character", "a", nullptr, "", "Unknown"},
-      {"two characters", "ab", nullptr, "ab", "Unknown"},
-      {"no path", "", nullptr, "", "Unknown"},
-      {"ends with a backslash", "ab\\", nullptr, "", "Unknown"},
-      {"outside the code page", "\\\u4E2D.mp3", nullptr, "?.mp3", "Unknown"},
-      {"long name", "\\" + std::string(300, 'n'), nullptr, std::string(259, 'n'), "Unknown"},
-  };
-  for (const auto& c : kCases) {
-    SCOPED_TRACE(c.name);
-    MediaEntry entry;
-    ASSERT_TRUE(entry.path.Assign(Wide(c.path)));
-    if (c.tag) {
-      entry.tag.Reset(HeapNew<TagBlock>());
-      CopyToField(Wide(c.tag), entry.tag->title);
-      CopyToField(Wide(c.tag), entry.tag->artist);
-      CopyToField(Wide(c.tag), entry.tag->album);
-      CopyToField(Wide(c.tag), entry.tag->genre);
-    }
-    char title[kTextCapacity];
-    TagField artist, album, genre;
-    TitleText(entry, title);
-    ArtistText(entry, artist);
-    AlbumText(entry, album);
-    GenreText(entry, genre);
-    EXPECT_EQ(title, c.title);
-    EXPECT_EQ(artist, c.artist);
-    EXPECT_EQ(album, c.artist);
-    EXPECT_EQ(genre, c.artist);
-  }
-}
-
 }  // namespace
 }  // namespace kelvo

@@ -15,7 +15,7 @@ class AsfModel {
   int32_t track = 100000;
 
   explicit AsfModel(const std::string& file) : file_(file) {
-    if (file.size() < 30 || Take(16) != Id(0x75B22630, 0x668E, 0x11CF, "A6D900AA0062CE6C")) return;
+    if (file.size() < 30 || Hex(Take(16)) != "3026B2758E66CF11A6D900AA0062CE6C") return;
     is_asf = true;
     Number(8);
     const uint64_t objects = Number(4);
@@ -31,14 +31,18 @@ class AsfModel {
   }
 
  private:
-  static std::string Id(uint32_t a, uint32_t b, uint32_t c, const std::string& rest) {
-    std::string id;
-    for (const auto& [number, bytes] : {std::pair(a, 4), {b, 2}, {c, 2}}) {
-      for (int i = 0; i < bytes; ++i) id += static_cast<char>(number >> 8 * i);
+  static std::string Hex(const std::string& raw) {
+    std::string hex;
+    for (const char c : raw) {
+      for (const int shift : {4, 0}) hex += "0123456789ABCDEF"[c >> shift & 15];
     }
-    for (size_t i = 0; i < 16; i += 2)
-      id += static_cast<char>(std::stoi(rest.substr(i, 2), nullptr, 16));
-    return id;
+    return hex;
+  }
+  static uint64_t Little(const std::string& raw, size_t at, size_t bytes) {
+    uint64_t number = 0;
+    for (size_t i = at + bytes; i > at; --i)
+      number = number << 8 | static_cast<uint8_t>(raw[i - 1]);
+    return number;
   }
 
   // A read beyond the end breaks the header off for good, and gives nothing.
@@ -50,23 +54,17 @@ class AsfModel {
     at_ += bytes;
     return file_.substr(at_ - bytes, bytes);
   }
-  uint64_t Number(int bytes) {
-    uint64_t number = 0;
-    const std::string raw = Take(static_cast<uint64_t>(bytes));
-    for (size_t i = raw.size(); i > 0; --i)
-      number = number << 8 | static_cast<unsigned char>(raw[i - 1]);
-    return number;
+  uint64_t Number(size_t bytes) {
+    const std::string raw = Take(bytes);
+    return Little(raw, 0, raw.size());
   }
   // Up to the first NUL, of whole units.
   static Units Text(const std::string& raw, size_t most_bytes) {
     Units text;
     for (size_t i = 0; i + 1 < raw.size() && i + 1 < most_bytes; i += 2) {
-      const auto unit = static_cast<char16_t>(static_cast<unsigned char>(raw[i]) |
-                                              static_cast<unsigned char>(raw[i + 1]) << 8);
-      if (unit == 0) break;
-      text += unit;
+      text += static_cast<char16_t>(Little(raw, i, 2));
     }
-    return text;
+    return text.substr(0, text.find(u'\0'));
   }
   static uint32_t FirstNumber(const Units& text, size_t from) {
     const size_t at = from == Units::npos ? from : text.find_first_of(u"0123456789", from);
@@ -85,14 +83,14 @@ class AsfModel {
   }
 
   void Object() {
-    const std::string id = Take(16);
+    const std::string id = Hex(Take(16));
     const uint64_t size = Number(8);
     if (broken_) return;
-    if (id == Id(0x75B22633, 0x668E, 0x11CF, "A6D900AA0062CE6C")) return ContentDescription();
-    if (id == Id(0xD2D0A440, 0xE307, 0x11D2, "97F000A0C95EA850")) return ExtendedDescription();
-    if (id == Id(0x7BF875CE, 0x468D, 0x11D1, "8D82006097C9A2B2")) return BitRates();
-    if (id == Id(0x86D15240, 0x311D, 0x11D0, "A3A400A0C90348F6")) return Codecs();
-    if (id == Id(0x8CABDCA1, 0xA947, 0x11CF, "8EE400C00C205365")) return FileProperties();
+    if (id == "3326B2758E66CF11A6D900AA0062CE6C") return ContentDescription();
+    if (id == "40A4D0D207E3D21197F000A0C95EA850") return ExtendedDescription();
+    if (id == "CE75F87B8D46D1118D82006097C9A2B2") return BitRates();
+    if (id == "4052D1861D31D011A3A400A0C90348F6") return Codecs();
+    if (id == "A1DCAB8C47A9CF118EE400C00C205365") return FileProperties();
     if (size < 24) broken_ = true;
     Take(size - 24);
   }
@@ -118,11 +116,9 @@ class AsfModel {
       if ((from_one || name == u"WM/TRACK") && track == 100000) {
         track = static_cast<int32_t>(number + (from_one ? 0 : 1));
       }
-      if (name == u"WMFSDKVERSION" && type == 0) sdk_version = VersionOf(text);
+      if (name != u"WMFSDKVERSION" || type != 0) continue;
+      sdk_version = text[0] >= '0' && text[0] <= '9' ? FirstNumber(text, 0) : 0;
     }
-  }
-  static uint32_t VersionOf(const Units& text) {
-    return !text.empty() && text[0] >= '0' && text[0] <= '9' ? FirstNumber(text, 0) : 0;
   }
   void BitRates() {
     const uint64_t count = Number(2);
@@ -131,8 +127,8 @@ class AsfModel {
       Number(2);
       sum += Number(4);
     }
-    if (!broken_ && count > 0 && bit_rate == 0)
-      bit_rate = static_cast<uint32_t>(sum / count / 1000);
+    if (broken_ || count == 0 || bit_rate != 0) return;
+    bit_rate = static_cast<uint32_t>(sum / count / 1000);
   }
   void Codecs() {
     Take(16);
@@ -159,13 +155,7 @@ class AsfModel {
   void FileProperties() {
     const std::string body = Take(80);
     if (body.empty()) return;
-    const auto at = [&](size_t offset) {
-      uint64_t number = 0;
-      for (size_t i = 8; i > 0; --i)
-        number = number << 8 | static_cast<unsigned char>(body[offset + i - 1]);
-      return number;
-    };
-    length_ms = static_cast<uint32_t>((at(40) - at(56) * 10000) / 10000);
+    length_ms = static_cast<uint32_t>((Little(body, 40, 8) - Little(body, 56, 8) * 10000) / 10000);
   }
 
   const std::string& file_;

@@ -61,6 +61,7 @@ void Compare(Dice& dice) {
   files[kFile] = model.file = SomeFile(dice);
   model.Load();
   ASSERT_EQ(feature.LoadBookmarks(), static_cast<int32_t>(model.list.size()));
+  ASSERT_EQ(files.last_share, Share::kNone);
   for (uint32_t step = 0; step < 8; ++step) {
     const auto index = static_cast<int32_t>(dice.Roll(7)) - 1;
     const auto position = static_cast<int32_t>(dice.Roll(200)) - 20;

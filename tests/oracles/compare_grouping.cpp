@@ -4,6 +4,7 @@
 #include "base/memory/heap.h"
 #include "catalog/tree/build_tree.h"
 #include "catalog/tree/checks.h"
+#include "tests/oracles/cases.h"
 #include "tests/oracles/checks_model.h"
 #include "tests/oracles/grouping_model.h"
 #include "tests/support/wide_text.h"

@@ -6,6 +6,7 @@
 #include "tests/oracles/cases.h"
 #include "tests/oracles/id3v1_model.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/wide_text.h"
 
 namespace kelvo::oracle {
 namespace {

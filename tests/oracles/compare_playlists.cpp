@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include "playlist/playlist_files.h"
+#include "tests/oracles/cases.h"
 #include "tests/oracles/playlist_model.h"
 #include "tests/support/fake_information.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/wide_text.h"
 
 namespace kelvo::oracle {
 namespace {

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "eq/presets_feature.h"
+#include "tests/oracles/cases.h"
 #include "tests/oracles/presets_model.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/wide_text.h"
 
 namespace kelvo::oracle {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/oracles/cases.h"
 #include "tests/oracles/id3v1_model.h"
+#include "tests/oracles/model_text.h"
 
 namespace kelvo::oracle {
 

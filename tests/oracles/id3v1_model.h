@@ -2,6 +2,8 @@
 // Fields are whole, with the NULs behind their text.
 #pragma once
 
+#include <stdlib.h>
+
 #include <optional>
 #include <string>
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/oracles/cases.h"
+#include "tests/oracles/model_text.h"
 
 namespace kelvo::oracle {
 

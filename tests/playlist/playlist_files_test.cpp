@@ -107,24 +107,6 @@ TEST_F(AddPathTest, AddsMediaThatExists) {
   EXPECT_EQ(information_.asked, "") << "a file that is not there is not asked about";
 }
 
-TEST_F(AddPathTest, ExpandsListsInPlace) {
-  files_.Put("\\m\\inner.pls", "[playlist]\r\nFile1=\\m\\b.ogg\r\nFile2=\\n\\last.asx\r\n");
-  files_.Put("\\n\\last.asx", "<asx>\n<ref href=\"\\m\\c.wma\"/>\n<ref href=\"d.mp3\"/>\n</asx>");
-  files_.Put("\\n\\d.mp3", "");
-  files_.Put("\\m\\outer.m3u",
-             "#EXTM3U\r\na.mp3\r\n\r\ninner.pls\r\nmissing.mp3\r\nmissing.m3u\r\nfolder.m3u\r\n"
-             "A.mp3\r\nnote.txt\r\nb.ogg");
-  EXPECT_EQ(Added("\\m\\outer.m3u"),
-            "\\m\\a.mp3 \\m\\b.ogg \\m\\c.wma \\n\\d.mp3 \\m\\A.mp3 \\m\\b.ogg ");
-  list_.Clear();
-  files_.Put("\\m\\odd.txt", "File1=\\m\\a.mp3\nb.ogg\n<ref href=\"c.wma\"\n");
-  const PlaylistSources sources = {files_, information_, nullptr};
-  ReadPls(sources, L"\\m\\odd.txt", &list_);
-  ReadM3u(sources, L"\\m\\odd.txt", &list_);
-  ReadAsx(sources, L"\\m\\odd.txt", &list_);
-  EXPECT_EQ(Paths(), "\\m\\a.mp3 \\m\\b.ogg \\m\\c.wma ");
-}
-
 TEST_F(AddPathTest, OpensListsByTheirNameInTheCodePage) {
   const test::CodePage code_page(1252);
   files_.Put("\\\u00E9\\x.m3u", "\\m\\a.mp3");
@@ -290,33 +272,6 @@ class M3uWriterTest : public AddPathTest {
   }
 };
 
-TEST_F(M3uWriterTest, WritesGoldenBytes) {
-  files_.Put("\\out.m3u", std::string(500, 'x'));
-  EXPECT_EQ(Written(), "#EXTM3U:\r\n");
-  const std::string thirty(30, 'f');
-  Entry("\\m\\Song.mp3", "Artist", "Title");
-  Entry("\\m\\plain.mp3");
-  Entry("\\m\\empty.ogg", "", "");
-  Entry("\\m\\live.ogg", "X\r\nY", "\n\\b.mp3");
-  Entry("\\\u00E9\u4E2D.wma", thirty.c_str(), thirty.c_str());
-  Entry("\\" + std::string(258, 'p'));
-  EXPECT_EQ(Written(),
-            "#EXTM3U:\r\n"
-            "#EXTINF:-1,Artist - Title\r\n"
-            "\\m\\Song.mp3\r\n"
-            "\\m\\plain.mp3\r\n"
-            "#EXTINF:-1, - \r\n"
-            "\\m\\empty.ogg\r\n"
-            "#EXTINF:-1,X  Y -  \\b.mp3\r\n"
-            "\\m\\live.ogg\r\n"
-            "#EXTINF:-1," +
-                thirty + " - " + thirty +
-                "\r\n"
-                "\\\xE9?.wma\r\n"
-                "\\" +
-                std::string(254, 'p') + "\r\n");
-}
-
 TEST_F(M3uWriterTest, FailsWhenNoFileCanBeCreatedAndNeverLosesTheOldOne) {
   Entry("\\a.mp3", "A", "T");
   Entry("\\b.mp3");
@@ -338,20 +293,6 @@ TEST_F(M3uWriterTest, FailsWhenNoFileCanBeCreatedAndNeverLosesTheOldOne) {
   EXPECT_EQ(files_.Find("\\out.m3u")->bytes,
             "#EXTM3U:\r\n#EXTINF:-1,A - T\r\n\\a.mp3\r\n\\b.mp3\r\n");
   EXPECT_EQ(files_.open_now, 0);
-}
-
-TEST_F(M3uWriterTest, ReadsBackWhatItWrote) {
-  std::string want;
-  for (const char* path : {"\\m\\a.mp3", "\\m\\\u00E9 - \u20AC.mp3", "\\m\\#1.mp3", "\\a b\\c.mp2",
-                           "C:\\x.mp1", "\\m\\a.mp3"}) {
-    files_.Put(path, test::Id3v1Tag("T", "A", "", 0));
-    AddPath({files_, information_, nullptr}, Wide(path), &list_);
-    want += std::string(path) + " ";
-  }
-  ASSERT_EQ(Paths(), want);
-  const std::string bytes = Written();
-  EXPECT_EQ(Added("\\out.m3u"), want);
-  EXPECT_EQ(Written(), bytes);
 }
 
 }  // namespace

@@ -37,48 +37,6 @@ std::string Lines(const std::string& text) {
   return Lines(source);
 }
 
-TEST(LineReaderTest, ReadsLikeTextModeAndSplitsLongLines) {
-  const std::string x258(258, 'x'), x259(259, 'x');
-  const struct {
-    const char* name;
-    std::string text, want;
-  } kCases[] = {
-      {"empty", "", ""},
-      {"no final newline", "a\nb", "[a][b]"},
-      {"final newline", "a\n", "[a]"},
-      {"CR LF", "a\r\n\r\nb\r\n", "[a][][b]"},
-      {"CR only", "a\rb\r", "[a\rb\r]"},
-      {"CR CR LF", "a\r\r\nb", "[a\r][b]"},
-      {"LF CR", "a\n\rb", "[a][\rb]"},
-      {"NUL ends a line's text", std::string("a\0b\nc", 5), "[a][c]"},
-      {"NUL only", std::string("\0\n", 2), "[]"},
-      {"NUL in a later line", std::string("a\nb\0c\nd\n", 8), "[a][b][d]"},
-      {"end-of-text character",
-       "a\nb\x1A"
-       "c\nd",
-       "[a][b]"},
-      {"end-of-text first", "\x1A", ""},
-      {"byte order mark",
-       "\xEF\xBB\xBF"
-       "a\n",
-       "[\xEF\xBB\xBF"
-       "a]"},
-      {"258 and LF", x258 + "\nb", "[" + x258 + "][b]"},
-      {"258 and CR LF", x258 + "\r\nb", "[" + x258 + "][b]"},
-      {"258, CR and more", x258 + "\rb\n", "[" + x258 + "\r+][b]"},
-      {"258, CR and the end", x258 + "\r", "[" + x258 + "\r+]"},
-      {"259 and LF", x259 + "\nb", "[" + x259 + "+][][b]"},
-      {"259 and CR LF", x259 + "\r\nb", "[" + x259 + "+][][b]"},
-      {"259 and the end", x259, "[" + x259 + "+]"},
-      {"260", x259 + "y\n", "[" + x259 + "+][y]"},
-      {"261", x259 + "yz\n", "[" + x259 + "+][yz]"},
-      {"NUL in a long line", std::string("a\0", 2) + std::string(257, 'x') + "b", "[a+][b]"},
-  };
-  for (const auto& c : kCases) EXPECT_EQ(Lines(c.text), c.want) << c.name;
-  const std::string million = Lines(std::string(1000000, 'm'));
-  EXPECT_EQ(million.size(), 1000000u + 3862 * 3 - 1) << "3862 pieces, the last one not full";
-}
-
 // However the chunks of the reader fall, the lines are those of a plain loop over the bytes.
 TEST(LineReaderTest, GivesTheSameLinesAcrossChunks) {
   for (size_t before = 4080; before < 4110; ++before) {

@@ -116,45 +116,6 @@ TEST(BmpDecoderTest, ReadsEveryForm) {
   }
 }
 
-BmpBuilder Changed(void (*change)(BmpBuilder*)) {
-  BmpBuilder bmp = With(2, 2, 8, "01 02 00 00 03 00 00 00", kPalette);
-  change(&bmp);
-  return bmp;
-}
-
-TEST(BmpDecoderTest, RefusesWhatIsNoPicture) {
-  const struct {
-    const char* name;
-    BmpBuilder bmp;
-  } cases[] = {
-      {"no width", Changed([](BmpBuilder* b) { b->width = 0; })},
-      {"no height", Changed([](BmpBuilder* b) { b->height = 0; })},
-      {"negative width", Changed([](BmpBuilder* b) { b->width = -2; })},
-      {"lowest height", Changed([](BmpBuilder* b) { b->height = INT32_MIN; })},
-      {"width over the limit", Changed([](BmpBuilder* b) { b->width = kLargestBitmapSide + 1; })},
-      {"area over the limit", Changed([](BmpBuilder* b) { b->width = b->height = 4096; })},
-      {"2 bits", Changed([](BmpBuilder* b) { b->bits = 2; })},
-      {"0 bits", Changed([](BmpBuilder* b) { b->bits = 0; })},
-      {"unknown code", Changed([](BmpBuilder* b) { b->code = 4; })},
-      {"code of another depth", Changed([](BmpBuilder* b) { b->code = 2; })},
-      {"run length, top row first", Changed([](BmpBuilder* b) { b->code = 1, b->height = -2; })},
-      {"masks of a palette", Changed([](BmpBuilder* b) { b->code = 3; })},
-      {"header of 13 bytes", Changed([](BmpBuilder* b) { b->header_bytes = 13; })},
-      {"header longer than the file", Changed([](BmpBuilder* b) { b->header_bytes = 0xFFFFFFFF; })},
-      {"pixels behind the file", Changed([](BmpBuilder* b) { b->pixels_at = 0xFFFFFFFF; })},
-      {"pixels at the file's end", Changed([](BmpBuilder* b) { b->pixels_at = 78; })},
-      {"no masks", Changed([](BmpBuilder* b) { *b = Masked(32, "", {}); })},
-      {"run length: cut move", RunLength(2, 2, 8, "00 02 01")},
-      {"run length: cut single ones", RunLength(4, 1, 8, "00 04 01 02")},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    Bitmap bitmap(1, 1, 0x123456);
-    EXPECT_FALSE(Decode(c.bmp.Build(), &bitmap));
-    EXPECT_EQ(bitmap, Bitmap(1, 1, 0x123456)) << "the old picture stays";
-  }
-}
-
 TEST(BmpDecoderTest, EveryCutOfAPlainPictureIsRefused) {
   const std::string whole = With(3, 2, 4, "12 30 00 00 30 00", kPalette).Build();
   Bitmap bitmap;
