@@ -20,17 +20,18 @@ bool Fails(const char* name) {
   return true;
 }
 
-// One for each function, which the tag stands for.
-template <class Tag, class Type>
+// One for each function of the table below, which has a line for each.
+template <int kLine, class Type>
 struct Hook;
-#define HOOK_FOR(convention)                                   \
-  template <class Tag, class R, class... A>                    \
-  struct Hook<Tag, R(convention*)(A...)> {                     \
-    static inline R(convention* real)(A...) = nullptr;         \
-    static inline R failure{};                                 \
-    static R convention Call(A... arguments) {                 \
-      return Fails(Tag::kName) ? failure : real(arguments...); \
-    }                                                          \
+#define HOOK_FOR(convention)                             \
+  template <int kLine, class R, class... A>              \
+  struct Hook<kLine, R(convention*)(A...)> {             \
+    static inline R(convention* real)(A...) = nullptr;   \
+    static inline const char* name = nullptr;            \
+    static inline R failure{};                           \
+    static R convention Call(A... arguments) {           \
+      return Fails(name) ? failure : real(arguments...); \
+    }                                                    \
   };
 HOOK_FOR(WINAPI)
 #ifdef __i386__
@@ -43,21 +44,15 @@ struct Import {
   void** real;
 };
 
-template <class Tag, class Type, class Failure>
-Import Make(Type, Failure failure) {
-  using Hooked = Hook<Tag, Type>;
+template <int kLine, class Type, class Failure>
+Import Make(const char* name, Type, Failure failure) {
+  using Hooked = Hook<kLine, Type>;
+  Hooked::name = name;
   Hooked::failure = failure;
-  return {Tag::kName, reinterpret_cast<void*>(&Hooked::Call),
-          reinterpret_cast<void**>(&Hooked::real)};
+  return {name, reinterpret_cast<void*>(&Hooked::Call), reinterpret_cast<void**>(&Hooked::real)};
 }
 
-#define FAILING(function, failure)                    \
-  [] {                                                \
-    struct Tag {                                      \
-      static constexpr const char* kName = #function; \
-    };                                                \
-    return Make<Tag>(&::function, failure);           \
-  }()
+#define FAILING(function, failure) Make<__LINE__>(#function, &::function, failure)
 #define KEY_ERROR ERROR_NOT_ENOUGH_MEMORY
 
 std::wstring g_root;

@@ -45,6 +45,11 @@ class WindowsUser {
   static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
     if (user_ && !user_->busy_) user_->Tick();
   }
+  // One that has no button to close it takes the key.
+  void Close(HWND dialog) {
+    PostMessageW(dialog, ticks_ % 2 ? WM_SYSCOMMAND : WM_COMMAND, ticks_ % 2 ? SC_CLOSE : IDCANCEL,
+                 0);
+  }
   void Tick() {
     if (++ticks_ > kMostTicks) abort();  // something stays open
     EndMenu();
@@ -53,13 +58,14 @@ class WindowsUser {
     if (!dialog) return;
     if (!first_) first_ = dialog;
     if (dialog != first_) {
-      // What a step has opened: agreed to once, then declined.
-      const WPARAM answers[] = {IDOK, IDYES, IDCANCEL, IDNO};
-      PostMessageW(dialog, WM_COMMAND, answers[ticks_ % 4], 0);
+      // What a step has opened: agreed to, then declined.
+      const WPARAM answers[] = {IDOK, IDYES, IDNO};
+      if (ticks_ % 4 == 3) Close(dialog);
+      PostMessageW(dialog, WM_COMMAND, answers[ticks_ % 3], 0);
       return;
     }
     if (next_ == steps_.size()) {
-      PostMessageW(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
+      Close(dialog);
       return;
     }
     const Step step = steps_[next_++];

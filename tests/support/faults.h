@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
 
 #include <string>
@@ -90,6 +91,12 @@ struct FaultCount {
   }
 };
 inline FaultCount g_fault_count;
+
+// Of long sweeps each n-th call is tried, this or what KELVO_FAULTS_EACH says; 1 is all.
+inline long FaultStep(long usual) {
+  const char* each = getenv("KELVO_FAULTS_EACH");
+  return each ? atol(each) : usual;
+}
 
 // Runs attempt(n), whose n-th call fails, for every n, until it returns false because nothing
 // failed any more. Returns how many calls there are to fail.

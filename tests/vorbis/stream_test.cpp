@@ -241,7 +241,7 @@ TEST_F(VorbisStreamTest, EndsWhateverFailsAndClosesTheReader) {
   for (HeapFaults::Mode mode : {HeapFaults::Mode::kOnce, HeapFaults::Mode::kFromThenOn}) {
     const long requests = test::Sweep([&](long n) {
       // Every request at first, then a sample of the many alike.
-      const HeapFaults faults(n < 300 ? n : 300 + (n - 300) * 29, mode);
+      const HeapFaults faults(n < 300 ? n : 300 + (n - 300) * test::FaultStep(29), mode);
       MemoryReader again(file);
       const Played played = PlayThrough(again);
       if (!faults.triggered()) {
