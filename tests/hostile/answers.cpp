@@ -35,6 +35,13 @@ std::string Hex(uint32_t number) {
 
 }  // namespace
 
+std::string WithFolder(std::string list, const std::string& folder) {
+  for (size_t at; (at = list.find('@')) != std::string::npos;) {
+    list.replace(at, 1, folder + "\\");
+  }
+  return list;
+}
+
 // "artist|title|track", and the frames that are heard of it.
 std::string OggAnswer(const Features& features, const std::string& name, const std::string& bytes) {
   OggVorbisInput& ogg = *features.ogg;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "kelvo/bookmarks.h"
+#include "kelvo/catalog.h"
 #include "kelvo/equalizer_presets.h"
 #include "kelvo/media_info.h"
 #include "kelvo/ogg_vorbis_input.h"
@@ -24,7 +25,8 @@ struct Features {
   EqualizerPresets* presets = nullptr;
   SkinReader* skins = nullptr;
   bool (*ask_asf)(const wchar_t* path, AsfAnswer* answer) = nullptr;
-  std::string folder;  // for the files; that of the bookmarks
+  Catalog* catalog = nullptr;  // null where there are no windows
+  std::string folder;          // for the files; that of the bookmarks
 };
 Features LoadFeatures();
 
@@ -38,5 +40,10 @@ std::string PresetAnswer(const Features& features);
 std::string ArchiveAnswer(const Features& features, const std::string& name);
 std::string BitmapAnswer(const std::string& bytes);
 std::string SkinTextAnswer(const std::string& bytes);
+
+// A playlist with the folder that its names must have, in place of "@".
+std::string WithFolder(std::string list, const std::string& folder);
+// All tags and playlists at once, through the windows of the loaded library: how many are wrong.
+int ReplayCatalog(Catalog* catalog, const std::string& folder, int* files);
 
 }  // namespace kelvo::hostile

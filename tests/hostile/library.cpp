@@ -31,6 +31,7 @@ Features LoadFeatures() {
   features.presets = static_cast<EqualizerPresets*>(get(kFeatureEqualizerPresets));
   features.skins = static_cast<SkinReader*>(get(kFeatureSkinReader));
   features.ask_asf = g_wma ? &AskAsf : nullptr;
+  features.catalog = static_cast<Catalog*>(get(kFeatureCatalog));
   features.folder = test::Utf8(installation.path().c_str());
   return features;
 }

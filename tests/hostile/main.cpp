@@ -53,12 +53,8 @@ int Replay(const std::string& song) {
   int files = 0, wrong = 0;
   for (const auto& format : formats) {
     for (const HostileFile& file : format.corpus) {
-      std::string bytes = file.bytes;
-      if (format.file == std::string("file.pls")) {  // the folder, which its names must have
-        for (size_t at; (at = bytes.find('@')) != std::string::npos;) {
-          bytes.replace(at, 1, features.folder + "\\");
-        }
-      }
+      const bool is_pls = format.file == std::string("file.pls");
+      const std::string bytes = is_pls ? WithFolder(file.bytes, features.folder) : file.bytes;
       write(format.file, bytes);
       ++files;
       const std::string got = format.ask(bytes);
@@ -68,6 +64,7 @@ int Replay(const std::string& song) {
              Short(file.want).c_str());
     }
   }
+  if (features.catalog) wrong += ReplayCatalog(features.catalog, features.folder, &files);
   std::error_code error;
   std::filesystem::remove_all(features.folder, error);
   printf("hostile: %d files, %d wrong answers\n", files, wrong);

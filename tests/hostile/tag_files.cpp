@@ -43,7 +43,8 @@ Corpus AsfFiles() {
        B().Object(B::kDescription, Le(~0u, 2) + Le(~0u, 2) + Le(0, 6) + "xx").Build(),
        "||||0/0/0#100000 0 ms"},
       {"texts of an odd length",
-       B().Object(B::kDescription, Le(3, 2) + Le(1, 2) + Le(0, 6) + std::string("T\0xA", 4)).Build(),
+       B().Object(B::kDescription, Le(3, 2) + Le(1, 2) + Le(0, 6) + std::string("T\0xA", 4))
+           .Build(),
        "T||||0/0/0#100000 0 ms"},
       {"long texts", B().Description(long_text, long_text).Build(),
        std::string(259, 'l') + "|" + std::string(259, 'l') + "|||0/0/0#100000 0 ms"},
