@@ -42,7 +42,8 @@ bool EqualNoCase(const wchar_t* a, const wchar_t* b) noexcept;
 // At most `length` characters of both.
 bool EqualNoCase(const wchar_t* a, const wchar_t* b, size_t length) noexcept;
 
-// As the system's controls sort labels: by the rules of the user's language, without regard to case.
+// As the system's controls sort labels: by the rules of the user's language, without regard to
+// case.
 int CompareLabels(const wchar_t* a, const wchar_t* b) noexcept;
 
 // Keys of file formats, extensions, 8-bit text: only A-Z and a-z are the same.
