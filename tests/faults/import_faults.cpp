@@ -56,6 +56,7 @@ Import Make(const char* name, Type, Failure failure) {
 #define KEY_ERROR ERROR_NOT_ENOUGH_MEMORY
 
 std::wstring g_root;
+std::atomic<long> g_blocks{0};
 
 std::wstring Below(const wchar_t* path) {
   return path[0] == L'\\' && path[1] != L'\\' ? g_root + path : path;
@@ -72,6 +73,36 @@ HANDLE WINAPI FindFirstFileBelow(const wchar_t* path, WIN32_FIND_DATAW* data) {
 UINT_PTR WINAPI SetTimerNow(HWND window, UINT_PTR id, UINT, TIMERPROC procedure) {
   return SetTimer(window, id, 1, procedure);
 }
+void* Counted(void* block) {
+  if (block) ++g_blocks;
+  return block;
+}
+void* __cdecl MallocCounted(size_t bytes) {
+  return Counted(malloc(bytes));
+}
+void* __cdecl CallocCounted(size_t count, size_t bytes) {
+  return Counted(calloc(count, bytes));
+}
+void* __cdecl ReallocCounted(void* block, size_t bytes) {
+  return block ? realloc(block, bytes) : Counted(malloc(bytes));
+}
+void __cdecl FreeCounted(void* block) {
+  if (block) --g_blocks;
+  free(block);
+}
+
+// What stands behind a function from now on.
+const struct {
+  const char* name;
+  void* function;
+} kDetours[] = {
+    {"CreateFileW", reinterpret_cast<void*>(&CreateFileBelow)},
+    {"FindFirstFileW", reinterpret_cast<void*>(&FindFirstFileBelow)},
+    {"SetTimer", reinterpret_cast<void*>(&SetTimerNow)},
+    {"malloc", reinterpret_cast<void*>(&MallocCounted)},
+    {"calloc", reinterpret_cast<void*>(&CallocCounted)},
+    {"realloc", reinterpret_cast<void*>(&ReallocCounted)},
+};
 
 Import* Imports(size_t* count) {
   static Import imports[] = {
@@ -127,57 +158,53 @@ Import* Imports(size_t* count) {
   return imports;
 }
 
-// Exchanges what the library imports: for ours, or back.
-void Exchange(HMODULE library, bool ours) {
+void Put(IMAGE_THUNK_DATA* place, void* function) {
+  DWORD old;
+  VirtualProtect(place, sizeof(*place), PAGE_READWRITE, &old);
+  place->u1.Function = reinterpret_cast<uintptr_t>(function);
+  VirtualProtect(place, sizeof(*place), old, &old);
+}
+
+void Exchange(const char* name, IMAGE_THUNK_DATA* place) {
+  if (strcmp(name, "free") == 0) Put(place, reinterpret_cast<void*>(&FreeCounted));
+  size_t count;
+  const Import* const imports = Imports(&count);
+  for (const Import* import = imports; import < imports + count; ++import) {
+    if (strcmp(import->name, name) != 0) continue;
+    *import->real = reinterpret_cast<void*>(place->u1.Function);
+    for (const auto& detour : kDetours) {
+      if (strcmp(detour.name, name) == 0) *import->real = detour.function;
+    }
+    Put(place, import->call);
+  }
+}
+
+}  // namespace
+
+ImportFaults::ImportFaults(HMODULE library, const std::wstring& root) {
+  g_root = root;
   char* const base = reinterpret_cast<char*>(library);
   const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
   const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
   const auto* from = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(
       base + nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
-  size_t count;
-  Import* const imports = Imports(&count);
   for (; from->Name; ++from) {
     const auto* name = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + from->OriginalFirstThunk);
     auto* place = reinterpret_cast<IMAGE_THUNK_DATA*>(base + from->FirstThunk);
     for (; name->u1.AddressOfData; ++name, ++place) {
       if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
-      const auto* by_name =
-          reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
-      for (size_t i = 0; i < count; ++i) {
-        if (strcmp(imports[i].name, by_name->Name) != 0) continue;
-        void** const function = reinterpret_cast<void**>(&place->u1.Function);
-        DWORD old;
-        VirtualProtect(function, sizeof(void*), PAGE_READWRITE, &old);
-        if (ours) *imports[i].real = *function;
-        *function = ours ? imports[i].call : *imports[i].real;
-        VirtualProtect(function, sizeof(void*), old, &old);
-        if (!ours) break;
-        if (strcmp(by_name->Name, "CreateFileW") == 0)
-          *imports[i].real = reinterpret_cast<void*>(&CreateFileBelow);
-        if (strcmp(by_name->Name, "FindFirstFileW") == 0)
-          *imports[i].real = reinterpret_cast<void*>(&FindFirstFileBelow);
-        if (strcmp(by_name->Name, "SetTimer") == 0)
-          *imports[i].real = reinterpret_cast<void*>(&SetTimerNow);
-      }
+      Exchange(reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData)->Name,
+               place);
     }
   }
 }
 
-HMODULE g_library;
-
-}  // namespace
-
-ImportFaults::ImportFaults(HMODULE library, const std::wstring& root) {
-  g_library = library;
-  g_root = root;
-  Exchange(library, true);
+long ImportFaults::blocks() const {
+  return g_blocks;
 }
-// (The detours stay in place of three functions: the library goes with this.)
-ImportFaults::~ImportFaults() {
-  Disarm();
-  Exchange(g_library, false);
+void ImportFaults::Free(void* block) {
+  FreeCounted(block);
 }
-
 void ImportFaults::Arm(long successes) {
   g_failed = nullptr;
   g_left = successes;

@@ -1,5 +1,6 @@
 // Lets calls fail that Kelvo.dll makes of the system and of the C library: memory, files, the
-// registry, resources, windows, threads. Its import table is changed for that while this lives.
+// registry, resources, windows, threads. Its import table is changed for that, for as long as it is
+// loaded. Counts the library's blocks of memory besides.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +13,6 @@ class ImportFaults {
  public:
   // Files below the root of the device are looked for in `root`.
   ImportFaults(HMODULE library, const std::wstring& root);
-  ~ImportFaults();
   ImportFaults(const ImportFaults&) = delete;
   ImportFaults& operator=(const ImportFaults&) = delete;
 
@@ -20,6 +20,10 @@ class ImportFaults {
   void Arm(long successes);
   // The function that has failed since; null: it did not come to that.
   const char* Disarm();
+
+  // That the library has allocated since and nobody has freed.
+  long blocks() const;
+  static void Free(void* block);  // one that the library has handed out
 };
 
 }  // namespace kelvo::test

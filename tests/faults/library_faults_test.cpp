@@ -75,23 +75,24 @@ class LibraryFaults : public ::testing::Test {
     run();
     const std::string want = run();
     // Menus, icons and the like take long to count: only where much is tried.
-    if (step == 1) test::Grown(test::CountOwned(), 0);  // what is loaded once is loaded now
-    const test::Owned before = step == 1 ? test::CountOwned() : test::Owned{};
-    const size_t heap = test::HeapBytes();
+    const DWORD gdi = step == 1 ? test::GdiObjects() : 0;
+    const DWORD user = step == 1 ? test::UserObjects() : 0;
     DWORD handles = 0, handles_after = 0;
     GetProcessHandleCount(GetCurrentProcess(), &handles);
+    const long blocks = faults_.blocks();
     const long tried = test::Sweep([&](long n) {
       faults_.Arm(n * step);
       run();
       const char* const failed = faults_.Disarm();
       EXPECT_EQ(run(), want) << "after " << (failed ? failed : "nothing");
+      EXPECT_EQ(faults_.blocks(), blocks) << "after " << (failed ? failed : "nothing");
       return failed && !HasFailure();
     });
     GetProcessHandleCount(GetCurrentProcess(), &handles_after);
     EXPECT_LE(handles_after, handles + static_cast<DWORD>(tried) / 2 + 10);
-    EXPECT_LE(test::HeapBytes(), heap + 40 * static_cast<size_t>(tried) + 20000);
     if (step == 1) {
-      EXPECT_EQ(test::Grown(before, static_cast<DWORD>(tried + 100)), "");
+      EXPECT_LE(test::GdiObjects(), gdi + static_cast<DWORD>(tried) / 2 + 10);
+      EXPECT_LE(test::UserObjects(), user + static_cast<DWORD>(tried) / 2 + 10);
     }
   }
 
@@ -133,6 +134,7 @@ TEST_F(LibraryFaults, BookmarksWindow) {
 TEST_F(LibraryFaults, Presets) {
   EqualizerPresets& presets = Get<EqualizerPresets>(kFeatureEqualizerPresets);
   Sweep([&] {
+    DeleteFileW(folder_.Path(L"presets\\New Preset.eqf").c_str());
     presets.ClearPresets();
     uint8_t setting[12] = {};
     wchar_t name[kMaxText] = L"";
@@ -140,7 +142,6 @@ TEST_F(LibraryFaults, Presets) {
     all += std::to_string(presets.FindPreset(L"Rock"));
     all += std::to_string(presets.ReadPreset(0, setting, folder_.path().c_str()));
     presets.GetPresetName(0, name);
-    DeleteFileW(folder_.Path(L"presets\\New Preset.eqf").c_str());
     const WindowsUser user({{-1, IDOK}});
     all += std::to_string(presets.SavePreset(kSetting, folder_.path().c_str(), parent_));
     return all + Utf8(name) + reinterpret_cast<char*>(setting);
@@ -152,8 +153,8 @@ TEST_F(LibraryFaults, Skins) {
   const std::wstring archive = folder_.Path(L"skin.zip");
   Sweep([&] {
     uint32_t sizes[2] = {};
-    free(skins.ReadFromFolder(folder_.path().c_str(), 11, &sizes[0]));
-    free(skins.ReadFromArchive(archive.c_str(), 5, &sizes[1]));
+    faults_.Free(skins.ReadFromFolder(folder_.path().c_str(), 11, &sizes[0]));
+    faults_.Free(skins.ReadFromArchive(archive.c_str(), 5, &sizes[1]));
     return std::to_string(sizes[0]) + " " + std::to_string(sizes[1]);
   });
 }
