@@ -43,7 +43,8 @@ std::string SkinTextAnswer(const std::string& bytes);
 
 // A playlist with the folder that its names must have, in place of "@".
 std::string WithFolder(std::string list, const std::string& folder);
-// All tags and playlists at once, through the windows of the loaded library: how many are wrong.
-int ReplayCatalog(Catalog* catalog, const std::string& folder, int* files);
+// All tags and playlists at once, through the windows of the loaded library, on the device whose
+// root this is, an empty folder: how many are wrong.
+int ReplayCatalog(Catalog* catalog, const std::string& root, int* files);
 
 }  // namespace kelvo::hostile

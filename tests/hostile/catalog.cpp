@@ -62,8 +62,8 @@ std::string Shown(const std::string& want, const char* file) {
 
 }  // namespace
 
-int ReplayCatalog(Catalog* catalog, const std::string& folder, int* files) {
-  const std::filesystem::path device = std::filesystem::path(folder) / "device";
+int ReplayCatalog(Catalog* catalog, const std::string& root, int* files) {
+  const std::filesystem::path device = root;
   const auto write = [&](const std::string& name, const std::string& file,
                          const std::string& bytes) {
     std::filesystem::create_directories(device / name);
@@ -95,6 +95,7 @@ int ReplayCatalog(Catalog* catalog, const std::string& folder, int* files) {
 
   int wrong = 0;
   const velmora::DeviceDrive drive(device.wstring());
+  if (!drive.ready()) return printf("catalog: %s is no device\n", root.c_str());
   test::User user([](const std::string& what) { printf("catalog: no %s\n", what.c_str()); });
   std::vector<std::string> leaves;
   std::thread hand([&] {

@@ -1,8 +1,8 @@
 // Writes each hostile file, asks about it, and compares the answer with the one that belongs to it.
-//   hostile_replay SONG.ogg
-// On Windows the library beside it is asked, also the device's in its emulator: about everything
-// but tags and playlists, which hosts get at through windows alone, and the host's own bitmaps and
-// texts.
+//   hostile_replay SONG.ogg [DEVICE]
+// On Windows the library beside it is asked, also the device's in its emulator; about tags and
+// playlists through its windows too, which look at the device: an empty folder, such as "W:/".
+// Bitmaps and texts of skins are the host's.
 #include <stdio.h>
 
 #include <filesystem>
@@ -20,7 +20,7 @@ std::string Short(const std::string& text) {
   return text.size() > 200 ? text.substr(0, 200) + "..." : text;
 }
 
-int Replay(const std::string& song) {
+int Replay(const std::string& song, const char* device) {
   const Features features = LoadFeatures();
   if (!features.ogg || !features.bookmarks || !features.presets || !features.skins ||
       !features.ask_asf) {
@@ -64,7 +64,7 @@ int Replay(const std::string& song) {
              Short(file.want).c_str());
     }
   }
-  if (features.catalog) wrong += ReplayCatalog(features.catalog, features.folder, &files);
+  if (features.catalog && device) wrong += ReplayCatalog(features.catalog, device, &files);
   std::error_code error;
   std::filesystem::remove_all(features.folder, error);
   printf("hostile: %d files, %d wrong answers\n", files, wrong);
@@ -75,11 +75,11 @@ int Replay(const std::string& song) {
 }  // namespace kelvo::hostile
 
 int main(int argc, char** argv) {
-  std::ifstream file(argc == 2 ? argv[1] : "", std::ios::binary);
+  std::ifstream file(argc == 2 || argc == 3 ? argv[1] : "", std::ios::binary);
   const std::string song(std::istreambuf_iterator<char>(file), {});
   if (song.empty()) {
-    fprintf(stderr, "usage: hostile_replay SONG.ogg\n");
+    fprintf(stderr, "usage: hostile_replay SONG.ogg [DEVICE]\n");
     return 2;
   }
-  return kelvo::hostile::Replay(song);
+  return kelvo::hostile::Replay(song, argc == 3 ? argv[2] : nullptr);
 }

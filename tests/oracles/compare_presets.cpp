@@ -56,7 +56,7 @@ void Compare(Dice& dice) {
   PresetsModel model;
   const std::string bases[] = {"\\V", "\\W", "\\none",
                                "\\" + std::string(235 + dice.Roll(20), 'b')};
-  const bool many = dice.OneIn(100);  // more than the table has room for
+  const bool many = dice.OneIn(500);  // more than the table has room for
   for (const char* base : {"\\V", "\\W"}) {
     files.PutFolder(std::string(base) + "\\presets");
     model.folders[base] = {};
