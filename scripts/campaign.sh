@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# The searches for faults that are too long for every day: the thread sanitizer, killed writers, the
+# The searches for faults that are too long for every day: the thread sanitizer, killed writers, all
+# schedules of the decoding thread, a failure of every call, storms of controls, a day of music, the
 # models of tests/oracles on cases that were never tried before (KELVO_ORACLE_CASES of each, 10^6), and
 # the fuzzers for the rest of the time. The last lines are a table of what ran and what was found.
 #   scripts/campaign.sh [HOURS]      default 1; a fraction will do
@@ -25,6 +26,16 @@ row() {
   if [[ $3 != none ]]; then result=1; fi
 }
 
+# counted WHAT BUILD TESTS WORD: tests of a build, once; they print the number before WORD.
+counted() {
+  local log="$folder/${1// /_}.log" outcome=none
+  say "campaign: $1"
+  ctest --test-dir "$(build_folder "$2")" -R "$3" --no-tests=error -V --timeout 50000 >"$log" 2>&1 ||
+    outcome="see $log"
+  row "$1" "$(sed -nE "s/^[0-9]+: .*\\b([0-9.]+) $4.*/\\1/p" "$log" | awk '{ n += $1 } END { print n + 0 }')" \
+    "$outcome"
+}
+
 # repeated WHAT BUILD TESTS TIMES: tests of a build, each that often.
 repeated() {
   local log="$folder/${1// /_}.log" outcome=none
@@ -34,13 +45,21 @@ repeated() {
   row "$1" "$4 times" "$outcome"
 }
 
-"$kelvo_root/scripts/build.sh" --target tests/bookmarks/all native
+"$kelvo_root/scripts/build.sh" native i686
+"$kelvo_root/scripts/build.sh" --target music_tests native-release
+"$kelvo_root/scripts/build.sh" --target schedule_tests native-release
 for part in vorbis effects wma; do "$kelvo_root/scripts/build.sh" --target "tests/$part/all" native-tsan; done
 "$kelvo_root/scripts/build.sh" --target tests/fuzz/all fuzz
 "$kelvo_root/scripts/build.sh" --target tests/oracles/all native-release
 begin=$SECONDS
 repeated "threads, sanitized" native-tsan '\.(vorbis_tests|effects_tests|audio_tap_test)$' 3
 KELVO_KILLED_WRITERS=500 repeated "killed writers, 500 each" native '\.bookmarks_tests$' 1
+KELVO_SCHEDULE_SWITCHES=1 counted "schedules, 2 to 3 switches" native-release \
+  '\.schedule_tests$' schedules
+KELVO_FAULTS_EACH=1 counted "failing calls, portable" native '_tests$' faults
+KELVO_FAULTS_EACH=1 counted "failing calls, Windows" i686 '\.fault_tests$' faults
+KELVO_STORMS="${KELVO_STORMS:-100000}" counted "storms" i686 '\.storm_tests$' storms
+KELVO_MUSIC_HOURS=24 counted "hours of music" native-release '\.music_tests$' 'hours of music'
 
 # Each model has a processor; a case that differs is told by its number.
 export KELVO_ORACLE_CASES="${KELVO_ORACLE_CASES:-1000000}"

@@ -77,8 +77,7 @@ class LibraryFaults : public ::testing::Test {
     // Menus, icons and the like take long to count: only where much is tried.
     const DWORD gdi = step == 1 ? test::GdiObjects() : 0;
     const DWORD user = step == 1 ? test::UserObjects() : 0;
-    DWORD handles = 0, handles_after = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &handles);
+    const DWORD handles = test::Handles();
     const long blocks = faults_.blocks();
     const long tried = test::Sweep([&](long n) {
       faults_.Arm(n * step);
@@ -88,8 +87,7 @@ class LibraryFaults : public ::testing::Test {
       EXPECT_EQ(faults_.blocks(), blocks) << "after " << (failed ? failed : "nothing");
       return failed && !HasFailure();
     });
-    GetProcessHandleCount(GetCurrentProcess(), &handles_after);
-    EXPECT_LE(handles_after, handles + static_cast<DWORD>(tried) / 2 + 10);
+    EXPECT_LE(test::Handles(), handles + static_cast<DWORD>(tried) / 2 + 10);
     if (step == 1) {
       EXPECT_LE(test::GdiObjects(), gdi + static_cast<DWORD>(tried) / 2 + 10);
       EXPECT_LE(test::UserObjects(), user + static_cast<DWORD>(tried) / 2 + 10);

@@ -9,6 +9,20 @@
 
 namespace kelvo::test {
 
+// Wine does not count them. There, of 200 more the highest: the lowest free numbers
+// are used first.
+inline DWORD Handles() {
+  DWORD count = 0;
+  if (GetProcessHandleCount(GetCurrentProcess(), &count) && count > 0) return count;
+  std::vector<HANDLE> events(200);
+  for (HANDLE& event : events) {
+    event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    count = std::max(count, static_cast<DWORD>(reinterpret_cast<uintptr_t>(event) / 4));
+  }
+  for (HANDLE event : events) CloseHandle(event);
+  return count;
+}
+
 // Wine does not count them. There, a number that grows with every object that is not given back:
 // handles carry an index, the lowest free ones are used first.
 inline DWORD GdiObjects() {
