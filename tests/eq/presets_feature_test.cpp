@@ -50,32 +50,7 @@ class PresetsFeatureTest : public ::testing::Test {
   PresetsFeature feature_{files_, prompts_};
 };
 
-TEST_F(PresetsFeatureTest, SavesNothingWhenDeclinedOrImpossible) {
-  files_["\\V\\presets\\Old.eqf"] = "old";
-  const struct {
-    const char* name;
-    const wchar_t* typed;
-    bool accepts, overwrites;
-    int32_t want, questions;
-  } cases[] = {
-      {"cancelled", L"New", false, true, 0, 0},   {"not overwritten", L"Old", true, false, 0, 1},
-      {"backslash", L"..\\Up", true, true, 0, 0}, {"slash", L"../Up", true, true, 0, 0},
-      {"stream", L"a:b", true, true, 0, 0},       {"wildcards", L"a*?", true, true, 0, 0},
-      {"quotes", L"\"a\"", true, true, 0, 0},     {"brackets", L"<a>", true, true, 0, 0},
-      {"bar", L"a|b", true, true, 0, 0},          {"control character", L"a\tb", true, true, 0, 0},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    prompts_.name = c.typed;
-    prompts_.accepts = c.accepts;
-    prompts_.overwrites = c.overwrites;
-    prompts_.questions = 0;
-    EXPECT_EQ(Save(), c.want);
-    EXPECT_EQ(prompts_.questions, c.questions);
-    EXPECT_EQ(files_.files().size(), 2u);
-    EXPECT_EQ(files_["\\V\\presets\\Old.eqf"], "old");
-  }
-  prompts_ = Prompts();
+TEST_F(PresetsFeatureTest, SavesNothingWhereItCannot) {
   const std::string base = "\\" + std::string(242, 'b');  // 260 characters with the name
   files_.PutFolder(base + "\\presets");
   EXPECT_EQ(feature_.SavePreset(kSetting, Wide(base), nullptr), 0);

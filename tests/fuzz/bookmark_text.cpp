@@ -1,10 +1,9 @@
-// Any bytes as a bookmark file: what is read can be written, and reads back as itself.
-#include <string>
-
+// Any bytes as a bookmark file: read as the model reads it, and what is written is what the model
+// writes.
 #include "base/bytes/memory_source.h"
-#include "base/text/wide.h"
 #include "bookmarks/bookmark_list.h"
 #include "tests/fuzz/require.h"
+#include "tests/oracles/bookmarks_model.h"
 
 namespace {
 
@@ -22,38 +21,28 @@ class StringWriter final : public kelvo::FileWriter {
 
 using kelvo::fuzz::Require;
 
-// What a writer makes of it.
-bool SameLine(const wchar_t* read, const wchar_t* written) {
-  for (; *written != 0; ++read, ++written) {
-    if (*read != (*written == L'\n' ? L' ' : *written)) return false;
-  }
-  return *read == 0;
-}
-
-kelvo::BookmarkList Read(const void* data, size_t bytes) {
-  kelvo::MemorySource source(data, bytes);
-  kelvo::BookmarkList list;
-  kelvo::ReadBookmarks(source, &list);
-  return list;
+bool Is(const kelvo::HeapText& text, const kelvo::oracle::Units& units) {
+  return units == reinterpret_cast<const char16_t*>(text.c_str());
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const kelvo::BookmarkList list = Read(data, size);
-  for (const kelvo::Bookmark& bookmark : list) {
-    Require(bookmark.path.c_str()[0] != 0);
-    Require(kelvo::WideLength(bookmark.path.c_str()) < kelvo::kTextCapacity);
-    Require(kelvo::WideLength(bookmark.description.c_str()) < kelvo::kTextCapacity);
+  kelvo::MemorySource source(data, size);
+  kelvo::BookmarkList list;
+  kelvo::ReadBookmarks(source, &list);
+  kelvo::oracle::BookmarksModel model;
+  model.file.assign(reinterpret_cast<const char*>(data), size);
+  model.Load();
+  Require(static_cast<size_t>(list.size()) == model.list.size());
+  for (int32_t i = 0; i < list.size(); ++i) {
+    const kelvo::oracle::BookmarkOf& want = model.list[static_cast<size_t>(i)];
+    Require(Is(list[i].path, want.path) && Is(list[i].description, want.description));
+    Require(list[i].position_s == want.position_s);
   }
   StringWriter written;
   Require(kelvo::WriteBookmarks(written, list));
-  const kelvo::BookmarkList again = Read(written.text.data(), written.text.size());
-  Require(again.size() == list.size());
-  for (int32_t i = 0; i < list.size(); ++i) {
-    Require(SameLine(again[i].path.c_str(), list[i].path.c_str()));
-    Require(SameLine(again[i].description.c_str(), list[i].description.c_str()));
-    Require(again[i].position_s == list[i].position_s);
-  }
+  model.Save();
+  Require(written.text == model.file);
   return 0;
 }

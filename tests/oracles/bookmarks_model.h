@@ -66,6 +66,23 @@ class BookmarksModel {
   }
   bool Has(int32_t index) const { return index >= 0 && index < static_cast<int32_t>(list.size()); }
 
+  // A break inside a text would end its line, and a bookmark without a path the list.
+  void Save() {
+    file.clear();
+    for (const BookmarkOf& bookmark : list) {
+      if (bookmark.path.empty()) continue;
+      Units position;
+      for (const char digit : std::to_string(bookmark.position_s)) {
+        position += static_cast<char16_t>(digit);
+      }
+      for (const Units& text : {bookmark.path, position, bookmark.description}) {
+        for (const char16_t unit : text) Write(unit == 13 || unit == 10 ? u' ' : unit);
+        Write(13);
+        Write(10);
+      }
+    }
+  }
+
  private:
   static Units Cut(const Units& text) { return text.substr(0, 259); }
 
@@ -111,22 +128,6 @@ class BookmarksModel {
                                                      : number);
   }
 
-  // A break inside a text would end its line, and a bookmark without a path the list.
-  void Save() {
-    file.clear();
-    for (const BookmarkOf& bookmark : list) {
-      if (bookmark.path.empty()) continue;
-      Units position;
-      for (const char digit : std::to_string(bookmark.position_s)) {
-        position += static_cast<char16_t>(digit);
-      }
-      for (const Units& text : {bookmark.path, position, bookmark.description}) {
-        for (const char16_t unit : text) Write(unit == 13 || unit == 10 ? u' ' : unit);
-        Write(13);
-        Write(10);
-      }
-    }
-  }
   void Write(char16_t unit) {
     file += static_cast<char>(unit & 0xFF);
     file += static_cast<char>(unit >> 8);

@@ -56,7 +56,7 @@ void Compare(Dice& dice) {
   PresetsModel model;
   const std::string bases[] = {"\\V", "\\W", "\\none",
                                "\\" + std::string(235 + dice.Roll(20), 'b')};
-  const bool many = dice.OneIn(500);  // more than the table has room for
+  const bool many = dice.OneIn(300);  // more than the table has room for
   for (const char* base : {"\\V", "\\W"}) {
     files.PutFolder(std::string(base) + "\\presets");
     model.folders[base] = {};
@@ -134,7 +134,7 @@ void Compare(Dice& dice) {
 }
 
 TEST(Oracle, Presets) {
-  ForCases(1500, Compare);
+  ForCases(600, Compare);
 }
 
 }  // namespace
