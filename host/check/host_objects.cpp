@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <chrono>
 
+#include "host/check/report.h"
+
 namespace velmora::check {
 namespace {
 
@@ -151,7 +153,7 @@ void Output::SetHold(bool to) {
 
 bool Output::WaitUntilFull() {
   std::unique_lock<std::mutex> guard(mutex);
-  return changed.wait_for(guard, std::chrono::seconds(20), [&] { return waiting > 0; });
+  return changed.wait_for(guard, std::chrono::milliseconds(kWaitMs), [&] { return waiting > 0; });
 }
 
 std::string Output::Calls() const {

@@ -113,7 +113,7 @@ class Playback {
 };
 
 MSG Playback::AwaitEnd() {
-  for (int i = 0; i < 2000; ++i) {
+  for (int i = 0; i < kWaitMs / 10; ++i) {
     const MSG message = TakeMessage(subject_.window, KELVO_MESSAGE_END_OF_PLAYBACK);
     if (message.message != 0) return message;
     Sleep(10);
@@ -268,11 +268,12 @@ void Playback::CheckOwnTable() {
   const OwnTable ours(ogg_);
   output_.SetHold(true);
   Play();
-  for (int i = 0; i < 2000 && output_.Calls().find("r") == std::string::npos; ++i) Sleep(10);
+  for (int i = 0; i < kWaitMs / 10 && output_.Calls().find("r") == std::string::npos; ++i)
+    Sleep(10);
   const int queries = OwnTable::queries();
   table().TogglePause(KELVO_ON(ogg_));
   Play();
-  for (int i = 0; i < 2000 && OwnTable::queries() < queries + 4; ++i) Sleep(10);
+  for (int i = 0; i < kWaitMs / 10 && OwnTable::queries() < queries + 4; ++i) Sleep(10);
   Says("The plug-in asks for its state through the object's table, on its thread too",
        OwnTable::queries() >= queries + 4);
   output_.SetHold(false);

@@ -5,6 +5,9 @@
 
 namespace velmora::check {
 
+// How long a check waits for what must come; less than the minute that Guard gives.
+constexpr int kWaitMs = 50000;
+
 class Report {
  public:
   // What is being checked: said when the library ends the process or never returns.

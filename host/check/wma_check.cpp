@@ -161,7 +161,7 @@ void CheckPlaying(Wma* wma, const Subject& subject, Report& report) {
   report.Says("Play answers 1 and the state is playing",
               table->Play(KELVO_ON(wma)) == 1 && state() == KELVO_PLAYING);
   const auto position = [&] { return table->GetPositionMs(KELVO_ON(wma), 0, 0); };
-  for (int i = 0; i < 1000 && position() < 300; ++i) Sleep(10);
+  for (int i = 0; i < kWaitMs / 10 && position() < 300; ++i) Sleep(10);
   const int32_t paused_at = position();
   table->TogglePause(KELVO_ON(wma));
   report.Says("TogglePause while it plays makes the state paused", state() == KELVO_PAUSED);
