@@ -24,6 +24,7 @@ grep -q "version $version installed" docs/on-a-device.md || die "docs/on-a-devic
 
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
+export TMPDIR="$work" # not every program used here clears up
 
 if [[ $builds -eq 1 ]]; then
   for preset in i686 x86_64 ce-arm; do scripts/build.sh --target release "$preset"; done
