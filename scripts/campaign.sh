@@ -54,7 +54,7 @@ for part in vorbis effects wma; do "$kelvo_root/scripts/build.sh" --target "test
 begin=$SECONDS
 repeated "threads, sanitized" native-tsan '\.(vorbis_tests|effects_tests|audio_tap_test)$' 3
 KELVO_KILLED_WRITERS=500 repeated "killed writers, 500 each" native '\.bookmarks_tests$' 1
-KELVO_SCHEDULE_SWITCHES=1 counted "schedules, 2 to 3 switches" native-release \
+KELVO_SCHEDULE_SWITCHES=2 counted "schedules, 3 and 4 switches" native-release \
   '\.schedule_tests$' schedules
 KELVO_FAULTS_EACH=1 counted "failing calls, portable" native '_tests$' faults
 KELVO_FAULTS_EACH=1 counted "failing calls, Windows" i686 '\.fault_tests$' faults

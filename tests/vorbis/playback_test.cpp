@@ -1,7 +1,6 @@
 // The decoding thread and the operations that steer it.
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -31,7 +30,6 @@ class ObservedPlugin final : public OggVorbisPlugin {
  public:
   ObservedPlugin() : OggVorbisPlugin(SystemFiles()) {}
   void SetState(uint32_t state) noexcept override {
-    if (on_state) on_state(state);
     {
       std::lock_guard<std::mutex> guard(mutex_);
       states_ += std::to_string(state);
@@ -42,8 +40,6 @@ class ObservedPlugin final : public OggVorbisPlugin {
     std::lock_guard<std::mutex> guard(mutex_);
     return states_;
   }
-
-  std::function<void(uint32_t)> on_state;
 
  private:
   std::mutex mutex_;
@@ -278,34 +274,6 @@ TEST_F(PlaybackTest, ASeekDuringTheDrainLeavesTheStateAndStillSendsTheMessage) {
   plugin_.SetState(kStopped);
   output_.never_drained = false;
   HearFrom(800);
-}
-
-// The host's thread has seen the state 2 (or 3) when the decoding thread comes to its end.
-TEST_F(PlaybackTest, APauseOrResumeAsTheThreadEndsLeavesItStopped) {
-  for (const bool resume : {false, true}) {
-    Open("tone_8000_mono.ogg");
-    output_.SetHold(true);
-    ASSERT_EQ(plugin_.SeekMs(1950), 1);
-    ASSERT_EQ(plugin_.Play(), 1);
-    WaitForCalls("reset open reset run run ");
-    if (resume) plugin_.TogglePause();
-    std::atomic<bool> first{true};
-    plugin_.on_state = [&](uint32_t) {
-      if (!first.exchange(false)) return;
-      output_.Reset();
-      output_.SetHold(false);
-      SleepMs(100);  // enough for the end, if it did not wait for this
-    };
-    plugin_.TogglePause();
-    ends_.WaitForNext();
-    plugin_.on_state = nullptr;
-    EXPECT_EQ(plugin_.GetState(), kStopped) << resume;
-    EXPECT_EQ(plugin_.Play(), 1);
-    plugin_.Stop();
-    plugin_.Close(0, 0);
-    ends_.Clear();
-    output_.ClearCalls();
-  }
 }
 
 TEST_F(PlaybackTest, SurvivesAStorm) {
