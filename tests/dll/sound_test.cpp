@@ -6,8 +6,8 @@
 #include <string>
 
 #include "kelvo/ogg_vorbis_input.h"
-#include "tests/oracles/effects_model.h"
 #include "tests/effects/signals.h"
+#include "tests/oracles/effects_model.h"
 #include "tests/support/end_messages.h"
 #include "tests/support/loaded_library.h"
 #include "tests/support/media_files.h"

@@ -8,8 +8,8 @@
 
 #include "base/memory/heap.h"
 #include "effects/stages.h"
-#include "tests/oracles/effects_model.h"
 #include "tests/effects/signals.h"
+#include "tests/oracles/effects_model.h"
 #include "tests/support/raw_slot.h"
 
 namespace kelvo {

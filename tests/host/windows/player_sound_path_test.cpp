@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
-#include "tests/oracles/effects_model.h"
 #include "tests/host/windows/player_driver.h"
 #include "tests/host/windows/recordings.h"
+#include "tests/oracles/effects_model.h"
 #include "tests/pocketpc/reference_decode.h"
 #include "tests/support/media_files.h"
 #include "tests/support/ogg_files.h"
