@@ -56,10 +56,11 @@ class PresetsModel {
     if (!can_be_named || path_length >= 260 || folders.count(base) == 0) return false;
     std::string field = typed->substr(0, 19);
     field.resize(20);
+    const File made = {*typed + ".eqf", field + setting};
     if (old) {
-      old->bytes = field + setting;
+      *old = made;  // in the old one's place, spelled as it was typed
     } else {
-      folders[base].push_back({*typed + ".eqf", field + setting});
+      folders[base].push_back(made);
     }
     return true;
   }
