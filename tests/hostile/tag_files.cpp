@@ -64,6 +64,8 @@ Corpus AsfFiles() {
        "||||44/64/0#100000 0 ms"},
       {"a codec's words beyond the file",
        B().Codecs(1, Le(2, 2) + Le(0, 2) + Le(0xFFFF, 2) + "x").Build(), "||||0/0/0#100000 0 ms"},
+      {"a second codec list cut off",
+       B().Codec("64 kbps, 44 kHz").Object(B::kCodecs, "cut").Build(), "||||44/64/0#100000 0 ms"},
       {"no bit rates", B().Bitrates(0, "").Build(), "||||0/0/0#100000 0 ms"},
       {"bit rates beyond 32 bits", B().Bitrates(2, B::Bitrate(~0u) + B::Bitrate(~0u)).Build(),
        "||||0/4294967/0#100000 0 ms"},
