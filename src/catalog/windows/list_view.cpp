@@ -115,18 +115,11 @@ bool ReadSelection(HWND list, ListSelection* selection) noexcept {
   return true;
 }
 
-// Controls keep the selection as a list of ranges: what goes is taken from its end, what comes is
-// put there.
 void ShowEdited(HWND list, const EntryList& entries, const ListSelection& selection) noexcept {
   const size_t count = selection.selected.size();
+  ListView_SetItemState(list, -1, 0, LVIS_SELECTED);
   if (count == 0) ListView_DeleteAllItems(list);
-  for (int i = CountItems(list); i-- > 0;) {
-    if (i >= static_cast<int>(count)) {
-      ListView_DeleteItem(list, i);
-    } else if (ListView_GetItemState(list, i, LVIS_SELECTED) != 0) {
-      ListView_SetItemState(list, i, 0, LVIS_SELECTED);
-    }
-  }
+  for (int i = CountItems(list); i-- > static_cast<int>(count);) ListView_DeleteItem(list, i);
   ShowChecks(list, entries);
   for (size_t i = 0; i < count; ++i) {
     if (!selection.selected[i]) continue;
