@@ -84,7 +84,8 @@ TEST(Music, PlaysForHoursAndSoundsTheSame) {
   }
   EXPECT_EQ(ends.count(), 0);
   // (The address sanitizer counts for itself, and finds what nobody holds any more.)
-  EXPECT_LE(mallinfo2().uordblks, heap + 16384);
+  // A block that is lost with each file would be 24 bytes at least; caches grow by less.
+  EXPECT_LE(mallinfo2().uordblks, heap + 16384 + 8 * static_cast<size_t>(files));
   printf("%.2f hours of music in %ld files\n", played_s / 3600, files);
 }
 
