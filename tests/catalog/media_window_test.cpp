@@ -284,6 +284,26 @@ TEST_F(MediaPageTest, WhatIsDrawnHasItsCheck) {
   EXPECT_EQ(TreeView_GetItemState(view, TreeView_GetRoot(view), TVIS_STATEIMAGEMASK) >> 12, 2u);
   const std::string nodes = User::Nodes(view);
   EXPECT_EQ(std::count(nodes.begin(), nodes.end(), 'x'), 101);
+  // A box that was tapped, unchecked, and is out of sight when commands change it and others ask.
+  const TreeNode file = list[99].item;
+  tree.BoxTapped(file);
+  const auto set = [&](UINT mask) {
+    TVITEMW item = {};
+    item.mask = TVIF_HANDLE | mask;
+    item.hItem = TreeView_GetChild(view, TreeView_GetRoot(view));
+    while (const HTREEITEM next = TreeView_GetNextSibling(view, item.hItem)) item.hItem = next;
+    item.state = INDEXTOSTATEIMAGEMASK(1);
+    item.stateMask = TVIS_STATEIMAGEMASK;
+    SendMessageW(view, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  };
+  set(TVIF_STATE);
+  EXPECT_FALSE(tree.nodes().IsChecked(file));
+  for (const bool checked : {true, false, true}) {
+    SetChecksBelow(tree.nodes(), kNoNode, checked);
+    EXPECT_EQ(tree.nodes().IsChecked(file), checked) << "and nobody has seen it";
+  }
+  set(TVIF_PARAM);
+  EXPECT_TRUE(tree.nodes().IsChecked(file)) << "only its data was set";
   tree.Detach();
   DestroyWindow(view);
 }

@@ -56,6 +56,7 @@ LRESULT CALLBACK MediaTree::Procedure(HWND view, UINT message, WPARAM wparam,
       break;
     case TVM_SETITEMW:
     case TVM_SETITEMA: {
+      self.ShowCheck(node());
       const LRESULT result = self.Send(message, wparam, lparam);
       self.TakeCheck(node());
       return result;
@@ -67,7 +68,8 @@ LRESULT CALLBACK MediaTree::Procedure(HWND view, UINT message, WPARAM wparam,
 }
 
 CatalogTree& MediaTree::nodes() noexcept {
-  TakeCheck(tapped_);
+  // A check that is still to be shown was changed after the control had toggled the box.
+  if (tapped_ != kNoNode && !nodes_.IsToShow(tapped_)) TakeCheck(tapped_);
   return nodes_;
 }
 
