@@ -1,15 +1,13 @@
-// Every order in which the host's thread and the decoding thread can come to what they share, with
-// up to so many switches that neither had to make. KELVO_SCHEDULE_SWITCHES makes it more.
+// Every order in which the host's thread and the decoding thread can come to what they share.
 #include <gtest/gtest.h>
 #include <regex.h>
-#include <stdlib.h>
 #include <string.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
 #include <set>
 
+#include "tests/schedules/exploration.h"
 #include "tests/schedules/scheduler.h"
 #include "tests/schedules/scripted_media.h"
 
@@ -234,43 +232,18 @@ void Host() {
   if (test::g_stream) Fail("a stream is lost");
 }
 
-class Schedules : public ::testing::Test {
+class Schedules : public test::Exploration {
  protected:
-  // All plans that begin with `plan`, with so many switches more.
-  bool Explore(test::Plan& plan, int switches) {
-    const test::Outcome outcome = test::RunScheduled(plan, Host);
-    ++runs_;
-    if (!outcome.failure.empty()) {
-      std::string text;
-      for (size_t point : plan) text += " " + std::to_string(point);
-      ADD_FAILURE() << g_script->name << ", " << g_operations << ", switches at" << text << ": "
-                    << outcome.failure << "\n"
-                    << g_world.all;
-      return false;
-    }
-    if (switches == 0) return true;
-    plan.push_back(plan.empty() ? 0 : plan.back() + 1);
-    for (; plan.back() < outcome.points; ++plan.back()) {
-      if (!Explore(plan, switches - 1)) return false;
-    }
-    plan.pop_back();
-    return true;
-  }
   void ExploreAll(const std::string& operations, int switches) {
     g_operations = operations.c_str();
     for (const Script& script : kScripts) {
       g_script = &script;
-      test::Plan plan;
-      if (!Explore(plan, switches)) break;
+      if (!Explore(Host, switches)) break;
     }
   }
-  static int Switches(int fewest) {
-    const char* more = getenv("KELVO_SCHEDULE_SWITCHES");
-    return more ? fewest + atoi(more) : fewest;
+  std::string Scene() const override {
+    return std::string(g_script->name) + ", " + g_operations + "\n" + g_world.all;
   }
-  void TearDown() override { std::printf("%ld schedules\n", runs_); }
-
-  long runs_ = 0;
 };
 
 constexpr const char* kOperations[] = {"P", "p", "T", "S",   "s", "f", "Z",

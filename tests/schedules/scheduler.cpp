@@ -201,6 +201,7 @@ void Lock::Enter() noexcept {
   if (depth_ == kClosed) test::Fail("a closed lock is entered");
   test::Fibre*& owner = Owner(section_);
   WaitUntil([&] { return !owner || owner == g_now; });
+  if (!owner && test::HoldsALock()) test::Fail("two locks are held together");
   owner = g_now;
   ++owner->locks;
   ++depth_;

@@ -38,4 +38,13 @@ class SharedPointer {
   Pointer value_;
 };
 
+// A word of a record that others lay out, written by one thread and read by another without a lock:
+// who reads a value also finds what was written before it.
+inline int32_t LoadAcquire(const int32_t& word) noexcept {
+  return __atomic_load_n(&word, __ATOMIC_ACQUIRE);
+}
+inline void StoreRelease(int32_t& word, int32_t value) noexcept {
+  __atomic_store_n(&word, value, __ATOMIC_RELEASE);
+}
+
 }  // namespace kelvo
