@@ -120,18 +120,20 @@ bool IsNumber(char operation, int32_t result) {
   const auto ms = [](uint32_t base) {
     return static_cast<int32_t>((base + g_world.answered) * 1000.0 / test::kRate);
   };
-  const bool ending = g_world.thread.find_first_of("xqOc") != std::string::npos;
-  return result == ms(g_world.base) || (ending && result == ms(0));
+  const bool ending = !g_world.base_sure || (g_world.Did("xqO") && !g_world.Did("c"));
+  return result == ms(g_world.base) || result == ms(g_world.base_before) ||
+         (ending && result == ms(0));
 }
 
 // What a thread did that has come to its end. True when it had to send the message.
 bool CheckThread(const std::string& calls) {
   if (calls.empty()) return false;
   if (!Matches(kThreadCalls, calls)) Fail("the thread may not do " + calls);
-  // Nobody has paused: what drains is started, once.
+  // What drains is started, once, unless it is paused.
   const auto drain = std::find(calls.begin(), calls.end(), 'e');
   const bool waited = std::find(drain, calls.end(), 'n') != calls.end();
-  if (!strchr(g_operations, 'T') && std::count(drain, calls.end(), 'r') != waited) {
+  if (!g_world.toggled_late &&
+      std::count(drain, calls.end(), 'r') != (waited && g_world.state_at_end == kPlaying)) {
     Fail("the last buffers are not started once");
   }
   return calls.back() == 'm';
@@ -152,9 +154,13 @@ void Do(OggVorbisPlugin& plugin, char operation) {
   g_world.host.clear();
   g_world.states_seen = 1u << g_world.state;
   g_world.all = g_world.all + ' ' + operation + ':';
-  g_world.may_stop = strchr("ZDPp", operation);
+  g_world.operation = operation;
+  g_world.base_before = g_world.base;
+  g_world.stop_asked |= strchr("ZDPp", operation) != nullptr;
+  g_world.toggled_late |= strchr("TPp", operation) && g_world.Did("e");
+  const bool over = g_world.Did("c");
   const int32_t result = Call(plugin, operation);
-  g_world.may_stop = false;
+  g_world.operation = ' ';
   for (const Row& row : kRows) {
     if (row.operation != operation || g_world.host != row.calls ||
         (row.state >= 0 && !(g_world.states_seen & (1u << row.state))) ||
@@ -168,6 +174,8 @@ void Do(OggVorbisPlugin& plugin, char operation) {
     if (strchr("ZA", operation)) g_world.pending = World::kNo;
     if (g_world.held && g_world.thread == "o") Fail("answers before it plays");
     if (operation == 'A') g_world.base = 0;
+    if (strchr("AS0", operation))
+      g_world.base_sure = operation == 'A' || over || !g_world.Did("xqO");
     return;
   }
   Fail(std::string("the operation ") + operation + " answers " + std::to_string(result) +
