@@ -61,6 +61,7 @@ class PlaybackTest : public ::testing::Test {
   }
   void TearDown() override {
     plugin_.Stop();
+    ExpectClear(3);
     plugin_.Close(0, 0);
   }
   // Plays to the end, and hears the file from there on.
@@ -72,15 +73,16 @@ class PlaybackTest : public ::testing::Test {
     output_.SetHold(false);
     ends_.WaitForNext();
     EXPECT_TRUE(output_.pcm() == DecodeDirectly(file_, frame));
-    ExpectAtRest();
-  }
-  void ExpectAtRest() {
     EXPECT_EQ(plugin_.GetState(), kStopped);
-    if (sizeof(void*) != 4) return;
-    // Seek pending, run output, stop request and seek base, as a host sees them.
-    static const uint32_t kNone[4] = {};
+    ExpectClear(4);
+  }
+  // So many of seek pending, run output, stop request and seek base, where a host reads them.
+  void ExpectClear(size_t fields) {
+    static const uint32_t kClear[4] = {};
     const OggVorbisInput& object = plugin_;
-    EXPECT_EQ(memcmp(reinterpret_cast<const char*>(&object) + 632, kNone, sizeof(kNone)), 0);
+    if (sizeof(void*) == 4) {
+      EXPECT_EQ(memcmp(reinterpret_cast<const char*>(&object) + 632, kClear, fields * 4), 0);
+    }
   }
   // For ever, when others come.
   void WaitForCalls(const std::string& calls) {
@@ -225,7 +227,7 @@ TEST_F(PlaybackTest, StopsWhereverTheThreadStands) {
     ASSERT_EQ(plugin_.Play(), 1);
     if (round % 2 == 0) output_.WaitUntilFull();
     EXPECT_EQ(plugin_.Stop(), 0);
-    ExpectAtRest();
+    EXPECT_EQ(plugin_.GetState(), kStopped);
   }
   EXPECT_EQ(Count(output_.calls(), "open "), 5u);
   EXPECT_EQ(Count(output_.calls(), "close "), 5u);
