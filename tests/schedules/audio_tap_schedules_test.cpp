@@ -4,15 +4,14 @@
 // after each stage, and reads have to see blocks that were stored, in their order.
 #include <string.h>
 
-#include <iterator>
 #include <vector>
 
-#include "base/sync/shared_word.h"
 #include "base/sync/thread.h"
 #include "effects/effects_processor.h"
 #include "input/wma/output_redirection.h"
 #include "tests/oracles/effects_model.h"
 #include "tests/schedules/exploration.h"
+#include "tests/wma/component.h"
 
 namespace kelvo {
 namespace {
@@ -56,8 +55,6 @@ class NoLibrary final : public EffectsPlatform {
   void CloseLibrary(void*) noexcept override {}
 } g_no_library;
 
-// The component: an anchor, and two words through which it calls.
-SharedPointer<void*> g_component[4];
 bool g_component_ends;
 const char* g_operations;
 std::vector<Decided> g_decided;  // the last one may be under way
@@ -65,13 +62,6 @@ size_t g_done;                   // operations
 std::vector<Block> g_blocks;
 size_t g_stored;  // blocks that are through
 std::vector<Reading> g_readings;
-
-UINT WaveOutWrite(HANDLE, void* header, UINT) {
-  test::Point();
-  memcpy(g_blocks.back().heard, static_cast<WAVEHDR*>(header)->lpData, sizeof(Block::heard));
-  return kWritten;
-}
-void* const kWaveOutWrite = reinterpret_cast<void*>(&WaveOutWrite);
 
 void AudioThread(void*) {
   for (int i = 0; i < kBlocks && !g_component_ends; ++i) {
@@ -81,10 +71,7 @@ void AudioThread(void*) {
     g_blocks.push_back(block);
     int16_t samples[kSamples];
     memcpy(samples, block.before, sizeof(samples));
-    WAVEHDR header = {reinterpret_cast<char*>(samples), sizeof(samples)};
-    void* const write = g_component[i % 2 ? 1 : 3];
-    const auto call = reinterpret_cast<UINT(WINAPI*)(HANDLE, void*, UINT)>(write);
-    if (call(nullptr, &header, sizeof(header)) != kWritten) Fail("a block is lost");
+    if (test::PlayBlock(i % 2, samples, sizeof(samples)) != kWritten) Fail("a block is lost");
     g_blocks.back().decided.last = g_decided.size() - 1;
     g_stored = g_blocks.size();
     test::Point();
@@ -149,7 +136,7 @@ bool Explained(size_t at, const ReferenceEffects& before, unsigned stored) {
 }
 
 void Do(char operation, EffectsProcessor& effects, AudioTap& tap, Thread& audio) {
-  static const HMODULE kModule = reinterpret_cast<HMODULE>(&g_component);
+  const HMODULE module = test::ComponentModule();
   Decided decided = g_decided.back();
   if (operation == 'i') decided.tapped = true;
   if (operation == 'x') decided.tapped = false;
@@ -157,7 +144,7 @@ void Do(char operation, EffectsProcessor& effects, AudioTap& tap, Thread& audio)
   if (operation == 'e') decided.sliders = 1;
   if (strchr("014", operation)) decided.mode = operation - '0';
   g_decided.push_back(decided);
-  if (operation == 'i') InstallOutputTap(kModule, kModule, &effects, &tap);
+  if (operation == 'i') InstallOutputTap(module, module, &effects, &tap);
   if (strchr("dD", operation)) effects.EnableEqualizer(decided.enabled);
   if (operation == 'e') effects.SetEqualizer(13, kSliders[1]);
   if (strchr("014", operation)) effects.SetBassMode(decided.mode);
@@ -168,7 +155,7 @@ void Do(char operation, EffectsProcessor& effects, AudioTap& tap, Thread& audio)
     g_readings.push_back(reading);
   }
   if (operation == 'x') {
-    RestoreOutput(kModule);
+    RestoreOutput(module);
     g_component_ends = true;
     audio.Join();
     ForgetOutputTap();
@@ -179,8 +166,7 @@ void Do(char operation, EffectsProcessor& effects, AudioTap& tap, Thread& audio)
 }
 
 void Host() {
-  g_component[1] = kWaveOutWrite;
-  g_component[3] = kWaveOutWrite;
+  test::ResetComponent();
   g_component_ends = false;
   g_decided.assign(1, {});
   g_done = g_stored = 0;
@@ -196,9 +182,7 @@ void Host() {
   }
   Do('x', effects, tap, audio);
   Do('r', effects, tap, audio);
-  if (g_component[1] != kWaveOutWrite || g_component[3] != kWaveOutWrite) {
-    Fail("the component still calls the library");
-  }
+  if (!test::CallsTheSystem()) Fail("the component still calls the library");
   if (!Explained(0, ReferenceEffects(), 0)) Fail("nothing explains what is heard and seen");
 }
 
@@ -217,19 +201,15 @@ TEST_F(AudioTapSchedules, OfOperationsAndBlocks) {
 }
 
 }  // namespace
+
+UINT test::WaveOutWrite(HANDLE, void* header, UINT) {
+  Point();
+  memcpy(g_blocks.back().heard, static_cast<WAVEHDR*>(header)->lpData, sizeof(Block::heard));
+  return kWritten;
+}
+
 }  // namespace kelvo
 
-FARPROC GetProcAddress(HMODULE, const char* name) noexcept {
-  return reinterpret_cast<FARPROC>(strcmp(name, "waveOutWrite") == 0
-                                       ? kelvo::kWaveOutWrite
-                                       : static_cast<void*>(kelvo::g_component));
-}
-bool IsBadReadPtr(const void* memory, size_t) noexcept {
-  return memory == std::end(kelvo::g_component);
-}
-bool IsBadWritePtr(void*, size_t) noexcept {
-  return false;
-}
 bool VirtualProtect(void*, size_t, DWORD, DWORD*) noexcept {
   kelvo::test::Point();
   return true;

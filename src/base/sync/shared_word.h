@@ -21,7 +21,7 @@ class SharedWord {
   uint32_t value_;
 };
 
-// The same for a pointer.
+// The same for a pointer; who reads one also finds what was written before it.
 template <class Pointer>
 class SharedPointer {
  public:
@@ -29,10 +29,10 @@ class SharedPointer {
   SharedPointer(const SharedPointer&) = delete;
   SharedPointer& operator=(const SharedPointer&) = delete;
   SharedPointer& operator=(Pointer value) noexcept {
-    __atomic_store_n(&value_, value, __ATOMIC_RELAXED);
+    __atomic_store_n(&value_, value, __ATOMIC_RELEASE);
     return *this;
   }
-  operator Pointer() const noexcept { return __atomic_load_n(&value_, __ATOMIC_RELAXED); }
+  operator Pointer() const noexcept { return __atomic_load_n(&value_, __ATOMIC_ACQUIRE); }
 
  private:
   Pointer value_;

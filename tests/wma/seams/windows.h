@@ -1,5 +1,5 @@
 // As much of the system as the redirection of audio uses: a component's memory that ends, and two
-// modules. audio_tap_schedules_test.cpp is the system.
+// modules; all of it in component.cpp.
 #pragma once
 
 #include <stddef.h>
