@@ -29,6 +29,8 @@ STATEMENT = re.compile(r"^\s*(?!return\b|static\b|using\b|const\b|goto\b|delete\
                        r"(?:\*?[\w.>\[\]-]++(?:\([^;]*\))?(?:->|\.)?)+\s*(?:[-+*/|&^]?= [^;]*|\([^;]*\)|\+\+|--)?;$")
 JUMP = re.compile(r"^\s*(?:break|continue);$")
 ARGUMENTS = re.compile(r"(?<=\()([\w.*&>-]+), ([\w.*&>-]+)(?=[,)])")
+# Tests of all rooms, which belong to each.
+COMMON = ("bin/oracle_tests", "bin/hostile_replay")
 NO_CODE = re.compile(r'^\s*(?:#|//|/\*|\*|static_assert|namespace|using|template|class|struct|enum|})')
 
 
@@ -90,7 +92,7 @@ class Tests:
 
     def __init__(self, build, folder, only_own):
         self.build = build
-        self.own = tuple("bin/" + part for part in folder.split("/") if part != "src")
+        self.own = tuple("bin/" + part for part in folder.split("/") if part != "src") + COMMON
         self.commands = {}  # by program; filled when it is built: CTest knows no sooner
         self.seconds = {}
         for test in self.listing():
@@ -137,8 +139,9 @@ def compiled_sources(build, tree, folder):
     commands = json.loads((build / "compile_commands.json").read_text())
     sources = {pathlib.Path(entry["file"]) for entry in commands}
     inside = {path for path in sources if (tree / folder) in path.parents}
+    used = set(run(["ninja", "-C", str(build), "-t", "deps"]).stdout.split())
     headers = {path for path in (tree / folder).rglob("*.h")
-               if not {"windows", "decoder_config"} & set(path.parts)}
+               if str(path) in used and "decoder_config" not in path.parts}
     return sorted(inside | headers)
 
 
