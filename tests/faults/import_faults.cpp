@@ -1,62 +1,17 @@
 #include "tests/faults/import_faults.h"
 
-#include <commctrl.h>
 #include <stdlib.h>
-#include "base/windows/pocketpc.h"
 
-#include <atomic>
 #include <cstring>
+
+#include "tests/faults/import_table.h"
 
 namespace kelvo::test {
 namespace {
 
 std::atomic<long> g_left{-1};
 std::atomic<const char*> g_failed{nullptr};
-
-bool Fails(const char* name) {
-  if (g_left < 0 || g_left.fetch_sub(1) != 0) return false;
-  g_failed = name;
-  SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-  return true;
-}
-
-// One for each function of the table below, which has a line for each.
-template <int kLine, class Type>
-struct Hook;
-#define HOOK_FOR(convention)                             \
-  template <int kLine, class R, class... A>              \
-  struct Hook<kLine, R(convention*)(A...)> {             \
-    static inline R(convention* real)(A...) = nullptr;   \
-    static inline const char* name = nullptr;            \
-    static inline R failure{};                           \
-    static R convention Call(A... arguments) {           \
-      return Fails(name) ? failure : real(arguments...); \
-    }                                                    \
-  };
-HOOK_FOR(WINAPI)
-#ifdef __i386__
-HOOK_FOR(__cdecl)
-#endif
-
-struct Import {
-  const char* name;
-  void* call;
-  void** real;
-};
-
-template <int kLine, class Type, class Failure>
-Import Make(const char* name, Type, Failure failure) {
-  using Hooked = Hook<kLine, Type>;
-  Hooked::name = name;
-  Hooked::failure = failure;
-  return {name, reinterpret_cast<void*>(&Hooked::Call), reinterpret_cast<void**>(&Hooked::real)};
-}
-
-#define FAILING(function, failure) Make<__LINE__>(#function, &::function, failure)
-#define KEY_ERROR ERROR_NOT_ENOUGH_MEMORY
-
 std::wstring g_root;
-std::atomic<long> g_blocks{0};
 
 std::wstring Below(const wchar_t* path) {
   return path[0] == L'\\' && path[1] != L'\\' ? g_root + path : path;
@@ -69,26 +24,34 @@ HANDLE WINAPI CreateFileBelow(const wchar_t* path, DWORD access, DWORD share,
 HANDLE WINAPI FindFirstFileBelow(const wchar_t* path, WIN32_FIND_DATAW* data) {
   return FindFirstFileW(Below(path).c_str(), data);
 }
-// The scan need not wait.
-UINT_PTR WINAPI SetTimerNow(HWND window, UINT_PTR id, UINT, TIMERPROC procedure) {
-  return SetTimer(window, id, 1, procedure);
+DWORD WINAPI GetFileAttributesBelow(const wchar_t* path) {
+  return GetFileAttributesW(Below(path).c_str());
 }
-void* Counted(void* block) {
-  if (block) ++g_blocks;
-  return block;
+BOOL WINAPI SetFileAttributesBelow(const wchar_t* path, DWORD attributes) {
+  return SetFileAttributesW(Below(path).c_str(), attributes);
 }
-void* __cdecl MallocCounted(size_t bytes) {
-  return Counted(malloc(bytes));
+BOOL WINAPI DeleteFileBelow(const wchar_t* path) {
+  return DeleteFileW(Below(path).c_str());
 }
-void* __cdecl CallocCounted(size_t count, size_t bytes) {
-  return Counted(calloc(count, bytes));
+BOOL WINAPI MoveFileBelow(const wchar_t* from, const wchar_t* to) {
+  return MoveFileW(Below(from).c_str(), Below(to).c_str());
+}
+BOOL WINAPI MoveFileExBelow(const wchar_t* from, const wchar_t* to, DWORD flags) {
+  return MoveFileExW(Below(from).c_str(), Below(to).c_str(), flags);
+}
+UINT_PTR WINAPI SetTimerNow(HWND window, UINT_PTR id, UINT, TIMERPROC) {
+  return PostMessageW(window, WM_TIMER, id, 0) ? id : 0;
+}
+int WINAPI AnswerBox(HWND, const wchar_t*, const wchar_t*, UINT buttons) {
+  return (buttons & MB_TYPEMASK) == MB_YESNO ? IDYES : IDOK;
+}
+BOOL WINAPI LeaveMenu(HMENU, UINT, int, int, HWND, TPMPARAMS*) {
+  return TRUE;
 }
 void* __cdecl ReallocCounted(void* block, size_t bytes) {
-  return block ? realloc(block, bytes) : Counted(malloc(bytes));
-}
-void __cdecl FreeCounted(void* block) {
-  if (block) --g_blocks;
-  free(block);
+  void* const moved = realloc(block, bytes);
+  if (!block && moved) ++g_held[kBlocks];
+  return moved;
 }
 
 // What stands behind a function from now on.
@@ -98,91 +61,45 @@ const struct {
 } kDetours[] = {
     {"CreateFileW", reinterpret_cast<void*>(&CreateFileBelow)},
     {"FindFirstFileW", reinterpret_cast<void*>(&FindFirstFileBelow)},
+    {"GetFileAttributesW", reinterpret_cast<void*>(&GetFileAttributesBelow)},
+    {"SetFileAttributesW", reinterpret_cast<void*>(&SetFileAttributesBelow)},
+    {"DeleteFileW", reinterpret_cast<void*>(&DeleteFileBelow)},
+    {"MoveFileW", reinterpret_cast<void*>(&MoveFileBelow)},
+    {"MoveFileExW", reinterpret_cast<void*>(&MoveFileExBelow)},
     {"SetTimer", reinterpret_cast<void*>(&SetTimerNow)},
-    {"malloc", reinterpret_cast<void*>(&MallocCounted)},
-    {"calloc", reinterpret_cast<void*>(&CallocCounted)},
+    {"MessageBoxW", reinterpret_cast<void*>(&AnswerBox)},
+    {"TrackPopupMenuEx", reinterpret_cast<void*>(&LeaveMenu)},
     {"realloc", reinterpret_cast<void*>(&ReallocCounted)},
 };
 
-Import* Imports(size_t* count) {
-  static Import imports[] = {
-      FAILING(malloc, nullptr),
-      FAILING(calloc, nullptr),
-      FAILING(realloc, nullptr),
-      FAILING(SysAllocString, nullptr),
-      FAILING(CreateFileW, INVALID_HANDLE_VALUE),
-      FAILING(FindFirstFileW, INVALID_HANDLE_VALUE),
-      FAILING(FindNextFileW, FALSE),
-      FAILING(ReadFile, FALSE),
-      FAILING(WriteFile, FALSE),
-      FAILING(FlushFileBuffers, FALSE),
-      FAILING(SetFilePointer, INVALID_SET_FILE_POINTER),
-      FAILING(GetFileSize, INVALID_FILE_SIZE),
-      FAILING(GetFileAttributesW, INVALID_FILE_ATTRIBUTES),
-      FAILING(SetFileAttributesW, FALSE),
-      FAILING(DeleteFileW, FALSE),
-      FAILING(MoveFileW, FALSE),
-      FAILING(MoveFileExW, FALSE),
-      FAILING(RegCreateKeyExW, KEY_ERROR),
-      FAILING(RegOpenKeyExW, KEY_ERROR),
-      FAILING(RegQueryValueExW, KEY_ERROR),
-      FAILING(RegSetValueExW, KEY_ERROR),
-      FAILING(FindResourceW, nullptr),
-      FAILING(LoadResource, nullptr),
-      FAILING(LockResource, nullptr),
-      FAILING(LoadLibraryW, nullptr),
-      FAILING(LoadStringW, 0),
-      FAILING(LoadImageW, nullptr),
-      FAILING(LoadCursorW, nullptr),
-      FAILING(MultiByteToWideChar, 0),
-      FAILING(WideCharToMultiByte, 0),
-      FAILING(CreateThread, nullptr),
-      FAILING(CreateEventW, nullptr),
-      FAILING(TlsSetValue, FALSE),
-      FAILING(CreateWindowExW, nullptr),
-      FAILING(CreatePopupMenu, nullptr),
-      FAILING(AppendMenuW, FALSE),
-      FAILING(TrackPopupMenuEx, FALSE),
-      FAILING(CreateFontIndirectW, nullptr),
-      FAILING(ImageList_Create, nullptr),
-      FAILING(ImageList_ReplaceIcon, -1),
-      FAILING(PropertySheetW, -1),
-      FAILING(DialogBoxParamW, -1),
-      FAILING(SHInitDialog, FALSE),
-      FAILING(SHCreateMenuBar, FALSE),
-      FAILING(SetTimer, 0),
-      FAILING(MessageBoxW, 0),
-      FAILING(PostMessageW, FALSE),
-  };
-  *count = sizeof(imports) / sizeof(imports[0]);
-  return imports;
-}
-
-void Put(IMAGE_THUNK_DATA* place, void* function) {
-  DWORD old;
-  VirtualProtect(place, sizeof(*place), PAGE_READWRITE, &old);
-  place->u1.Function = reinterpret_cast<uintptr_t>(function);
-  VirtualProtect(place, sizeof(*place), old, &old);
-}
-
 void Exchange(const char* name, IMAGE_THUNK_DATA* place) {
-  if (strcmp(name, "free") == 0) Put(place, reinterpret_cast<void*>(&FreeCounted));
   size_t count;
-  const Import* const imports = Imports(&count);
+  const Import* const imports = ImportTable(&count);
   for (const Import* import = imports; import < imports + count; ++import) {
     if (strcmp(import->name, name) != 0) continue;
     *import->real = reinterpret_cast<void*>(place->u1.Function);
     for (const auto& detour : kDetours) {
       if (strcmp(detour.name, name) == 0) *import->real = detour.function;
     }
-    Put(place, import->call);
+    DWORD old;
+    VirtualProtect(place, sizeof(*place), PAGE_READWRITE, &old);
+    place->u1.Function = reinterpret_cast<uintptr_t>(import->call);
+    VirtualProtect(place, sizeof(*place), old, &old);
   }
 }
 
 }  // namespace
 
+bool CallFails(const char* name) {
+  if (g_left < 0 || g_left.fetch_sub(1) != 0) return false;
+  g_failed = name;
+  SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  return true;
+}
+
 ImportFaults::ImportFaults(HMODULE library, const std::wstring& root) {
   g_root = root;
+  for (auto& held : g_held) held = 0;
   char* const base = reinterpret_cast<char*>(library);
   const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
   const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
@@ -199,11 +116,21 @@ ImportFaults::ImportFaults(HMODULE library, const std::wstring& root) {
   }
 }
 
+std::string ImportFaults::Held() const {
+  std::string all;
+  for (int kind = 0; kind < kKinds; ++kind) {
+    if (g_held[kind] == 0) continue;
+    all += (all.empty() ? "" : ", ") + std::string(kKindNames[kind]) + " " +
+           std::to_string(g_held[kind]);
+  }
+  return all;
+}
 long ImportFaults::blocks() const {
-  return g_blocks;
+  return g_held[kBlocks];
 }
 void ImportFaults::Free(void* block) {
-  FreeCounted(block);
+  if (block) --g_held[kBlocks];
+  free(block);
 }
 void ImportFaults::Arm(long successes) {
   g_failed = nullptr;

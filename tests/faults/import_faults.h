@@ -1,6 +1,6 @@
 // Lets calls fail that Kelvo.dll makes of the system and of the C library: memory, files, the
 // registry, resources, windows, threads. Its import table is changed for that, for as long as it is
-// loaded. Counts the library's blocks of memory besides.
+// loaded. Counts besides what the library takes and gives back.
 #pragma once
 
 #include <windows.h>
@@ -11,7 +11,8 @@ namespace kelvo::test {
 
 class ImportFaults {
  public:
-  // Files below the root of the device are looked for in `root`.
+  // Files below the root of the device are looked for in `root`. Timers come at once, message boxes
+  // are answered with Yes or OK, and popup menus with nothing.
   ImportFaults(HMODULE library, const std::wstring& root);
   ImportFaults(const ImportFaults&) = delete;
   ImportFaults& operator=(const ImportFaults&) = delete;
@@ -21,8 +22,9 @@ class ImportFaults {
   // The function that has failed since; null: it did not come to that.
   const char* Disarm();
 
-  // That the library has allocated since and nobody has freed.
-  long blocks() const;
+  // What the library has taken since and not given back: "blocks 2, keys 1".
+  std::string Held() const;
+  long blocks() const;            // of memory alone
   static void Free(void* block);  // one that the library has handed out
 };
 

@@ -1,89 +1,106 @@
-// Whoever uses the windows that a call opens, on the same thread: at every tick of a timer one
-// step, and when the steps are over, all that is open is closed.
+// Whoever uses the windows that a call opens, on the same thread: every now and then one step in
+// the dialog that is open, and when the steps are over, all that is open is closed.
 #pragma once
 
 #include <windows.h>
 
-#include <prsht.h>
 #include <stdlib.h>
 
+#include <atomic>
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace kelvo::test {
 
-struct Step {
-  int page;  // of a sheet; -1: of any dialog
-  int command;
-};
+using Step = std::function<void(HWND dialog)>;
+inline Step Click(int command) {
+  return [=](HWND dialog) { PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(command), 0); };
+}
+inline Step Type(int control, const wchar_t* text) {
+  return [=](HWND dialog) { SetDlgItemTextW(dialog, control, text); };
+}
 
 class WindowsUser {
  public:
-  explicit WindowsUser(std::vector<Step> steps) : steps_(std::move(steps)) {
+  // Dialogs that are open already are left alone.
+  explicit WindowsUser(std::vector<Step> steps) : steps_(std::move(steps)), last_(user_) {
+    EnumThreadWindows(GetCurrentThreadId(), &Collect, reinterpret_cast<LPARAM>(&there_));
+    static const HWND heart = StartHeart();
+    static_cast<void>(heart);
     user_ = this;
-    timer_ = SetTimer(nullptr, 0, 1, &OnTimer);
   }
   ~WindowsUser() {
-    KillTimer(nullptr, timer_);
-    user_ = nullptr;
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    user_ = last_;
+    HandleMessages();
   }
   WindowsUser(const WindowsUser&) = delete;
   WindowsUser& operator=(const WindowsUser&) = delete;
 
- private:
-  static constexpr int kMostTicks = 5000;
+  static void HandleMessages() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+  }
 
-  static BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
+ private:
+  static constexpr int kMostTicks = 20000;
+
+  static BOOL CALLBACK Collect(HWND window, LPARAM dialogs) {
     wchar_t type[8] = L"";
     GetClassNameW(window, type, 8);
     if (wcscmp(type, L"#32770") == 0 && IsWindowVisible(window) && IsWindowEnabled(window)) {
-      *reinterpret_cast<HWND*>(found) = window;
+      reinterpret_cast<std::vector<HWND>*>(dialogs)->push_back(window);
     }
     return TRUE;
   }
-  static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
-    if (user_ && !user_->busy_) user_->Tick();
+  // Timers would come every 10 ms.
+  static HWND StartHeart() {
+    static const HWND window =
+        CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&OnBeat));
+    CloseHandle(CreateThread(nullptr, 0, &Beat, window, 0, nullptr));
+    return window;
   }
-  // One that has no button to close it takes the key.
-  void Close(HWND dialog) {
-    PostMessageW(dialog, ticks_ % 2 ? WM_SYSCOMMAND : WM_COMMAND, ticks_ % 2 ? SC_CLOSE : IDCANCEL,
-                 0);
+  static DWORD WINAPI Beat(void* window) {
+    for (;; Sleep(1)) {
+      if (user_ && !beaten_.exchange(true)) PostMessageW(static_cast<HWND>(window), WM_APP, 0, 0);
+    }
+  }
+  static LRESULT CALLBACK OnBeat(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message != WM_APP) return DefWindowProcW(window, message, wparam, lparam);
+    beaten_ = false;
+    WindowsUser* const user = user_;
+    if (user && !user->busy_) user->Tick();
+    return 0;
   }
   void Tick() {
     if (++ticks_ > kMostTicks) abort();  // something stays open
-    EndMenu();
-    HWND dialog = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), &FindDialog, reinterpret_cast<LPARAM>(&dialog));
-    if (!dialog) return;
-    if (!first_) first_ = dialog;
-    if (dialog != first_) {
-      // What a step has opened: agreed to, then declined.
-      const WPARAM answers[] = {IDOK, IDYES, IDNO};
-      if (ticks_ % 4 == 3) Close(dialog);
-      PostMessageW(dialog, WM_COMMAND, answers[ticks_ % 3], 0);
+    std::vector<HWND> dialogs;
+    EnumThreadWindows(GetCurrentThreadId(), &Collect, reinterpret_cast<LPARAM>(&dialogs));
+    HWND open = nullptr;
+    for (const HWND dialog : dialogs) {
+      bool is_old = false;
+      for (const HWND old : there_) is_old |= old == dialog;
+      if (!is_old) open = dialog;
+    }
+    if (!open) return;
+    if (next_ < steps_.size()) {
+      busy_ = true;
+      steps_[next_++](open);
+      busy_ = false;
       return;
     }
-    if (next_ == steps_.size()) {
-      Close(dialog);
-      return;
-    }
-    const Step step = steps_[next_++];
-    busy_ = true;
-    if (step.page >= 0) SendMessageW(dialog, PSM_SETCURSEL, static_cast<WPARAM>(step.page), 0);
-    const auto page = reinterpret_cast<HWND>(
-        step.page < 0 ? 0 : SendMessageW(dialog, PSM_GETCURRENTPAGEHWND, 0, 0));
-    busy_ = false;
-    if (step.command) {
-      PostMessageW(page ? page : dialog, WM_COMMAND, static_cast<WPARAM>(step.command), 0);
-    }
+    // One that has no button to close it takes the key.
+    PostMessageW(open, ticks_ % 2 ? WM_SYSCOMMAND : WM_COMMAND, ticks_ % 2 ? SC_CLOSE : IDCANCEL,
+                 0);
   }
 
-  static inline WindowsUser* user_ = nullptr;
+  static inline std::atomic<WindowsUser*> user_{nullptr};
+  static inline std::atomic<bool> beaten_{false};
   std::vector<Step> steps_;
+  std::vector<HWND> there_;
   size_t next_ = 0;
-  UINT_PTR timer_;
-  HWND first_ = nullptr;
+  WindowsUser* last_;
   int ticks_ = 0;
   bool busy_ = false;
 };

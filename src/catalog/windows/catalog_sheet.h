@@ -75,6 +75,7 @@ class CurrentPage final : public CatalogPage {
   bool ChangeItems(int id) noexcept;
   void Play() noexcept;
   void Save() noexcept;
+  bool ShowsAll() noexcept;
   void Edit(int id) noexcept;
   void Sort(int column) noexcept;
   void UpdateButtons() noexcept;

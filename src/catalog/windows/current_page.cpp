@@ -173,9 +173,16 @@ void CurrentPage::Save() noexcept {
   WriteM3u(state().files, dialog.path, state().current);
 }
 
+// Without memory for an item the list is shorter than the playlist. Then it is filled once more,
+// for the next command.
+bool CurrentPage::ShowsAll() noexcept {
+  if (static_cast<size_t>(CountItems(view())) == state().current.size()) return true;
+  Fill();
+  return false;
+}
+
 void CurrentPage::Edit(int id) noexcept {
-  // Without memory for an item the list is shorter than the playlist.
-  if (static_cast<size_t>(CountItems(view())) != state().current.size()) return;
+  if (!ShowsAll()) return;
   {
     const ListPause pause(window(), view());
     ListSelection selection;
@@ -194,10 +201,7 @@ void CurrentPage::Edit(int id) noexcept {
 void CurrentPage::Sort(int column) noexcept {
   const size_t count = state().current.size();
   Array<size_t> order;
-  if (column < 0 || column >= kPlaylistColumns ||
-      static_cast<size_t>(CountItems(view())) != count || !order.Resize(count)) {
-    return;
-  }
+  if (column < 0 || column >= kPlaylistColumns || !ShowsAll() || !order.Resize(count)) return;
   state().sort.Tap(column);
   const ListPause pause(window(), view());
   SendMessageW(view(), LVM_SORTITEMS, reinterpret_cast<WPARAM>(&state()),
