@@ -197,10 +197,7 @@ void LanguageLint::CheckMenu(uint16_t id) noexcept {
       !IsWholeTable(table.bytes, table.size)) {
     findings_.Add("menu", id, "not used, the table of its bar is missing or too short");
   }
-  bool has_images = false;
-  MenuBarButtons buttons(own_table);
-  for (MenuBarButton button; buttons.Next(&button);) has_images |= !button.is_label;
-  if (has_images && !language_.Has(ResourceKind::kBitmap, IDB_MENU_BAR)) {
+  if (!language_.Has(ResourceKind::kBitmap, IDB_MENU_BAR)) {
     findings_.AddNumber("menu", id, "not used, its bar's images are missing: bitmap", IDB_MENU_BAR);
   }
 }
