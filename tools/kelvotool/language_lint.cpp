@@ -193,8 +193,8 @@ void LanguageLint::CheckMenu(uint16_t id) noexcept {
   CheckMnemonics(id, &items);
   ResourceBytes own_table, table;
   if (!built_in_.Find(ResourceKind::kData, id, &own_table)) return;
-  if (!language_.Find(ResourceKind::kData, id, &table) || table.size < own_table.size ||
-      !IsWholeTable(table.bytes, table.size)) {
+  if (!language_.Find(ResourceKind::kData, id, &table) ||
+      ButtonCount(table.bytes, table.size) < ButtonCount(own_table.bytes, own_table.size)) {
     findings_.Add("menu", id, "not used, the table of its bar is missing or too short");
   }
   if (!language_.Has(ResourceKind::kBitmap, IDB_MENU_BAR)) {
