@@ -123,15 +123,19 @@ TEST_F(LocalizedTest, TakesAMenuBarOnlyAsAWhole) {
                 {IDM_LACKS_COMMAND, 0, false},
                 {0, 0, false},
                 {999, 0, false}};
+  const HWND parent =
+      CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
   for (const auto& c : kCases) {
     SHMENUBARINFO info = {};
     info.cbSize = sizeof(info);
+    info.hwndParent = parent;
     info.nToolBarId = c.menu;
     info.hInstRes = OwnModule();
     info.nBmpId = c.bitmap;
     CreateLocalizedMenuBar(&info);
     EXPECT_EQ(info.hInstRes, c.from_language ? LanguageModule() : OwnModule()) << c.menu;
   }
+  DestroyWindow(parent);
 }
 
 TEST_F(LocalizedTest, RunsEachDialogInTheLanguageThatHasAllOfIt) {

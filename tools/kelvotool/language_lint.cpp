@@ -193,14 +193,11 @@ void LanguageLint::CheckMenu(uint16_t id) noexcept {
   CheckMnemonics(id, &items);
   ResourceBytes own_table, table;
   if (!built_in_.Find(ResourceKind::kData, id, &own_table)) return;
-  if (!language_.Find(ResourceKind::kData, id, &table) || table.size < own_table.size ||
-      !IsWholeTable(table.bytes, table.size)) {
+  if (!language_.Find(ResourceKind::kData, id, &table) ||
+      ButtonCount(table.bytes, table.size) < ButtonCount(own_table.bytes, own_table.size)) {
     findings_.Add("menu", id, "not used, the table of its bar is missing or too short");
   }
-  bool has_images = false;
-  MenuBarButtons buttons(own_table);
-  for (MenuBarButton button; buttons.Next(&button);) has_images |= !button.is_label;
-  if (has_images && !language_.Has(ResourceKind::kBitmap, IDB_MENU_BAR)) {
+  if (!language_.Has(ResourceKind::kBitmap, IDB_MENU_BAR)) {
     findings_.AddNumber("menu", id, "not used, its bar's images are missing: bitmap", IDB_MENU_BAR);
   }
 }

@@ -193,10 +193,11 @@ bool IsWhole(Items items) noexcept {
   return items.is_whole();
 }
 
-// Whether a menu bar's table has the buttons that it counts: its menu's number, their count, seven
-// words for each.
-inline bool IsWholeTable(const void* bytes, size_t size) noexcept {
-  return size >= 4 && LoadU16(static_cast<const uint8_t*>(bytes) + 2) <= (size - 4) / 14;
+// A menu bar's table is its menu's number, the count of buttons, seven words for each. How many
+// there are; 0 when it counts more than it has.
+inline size_t ButtonCount(const void* bytes, size_t size) noexcept {
+  const size_t count = size < 4 ? 0 : LoadU16(static_cast<const uint8_t*>(bytes) + 2);
+  return count > (size - 4) / 14 ? 0 : count;
 }
 
 // Whether the others are whole and have every number of these.

@@ -16,8 +16,9 @@ Ids IdsOf(HMODULE module, const wchar_t* name, const wchar_t* type) noexcept {
 bool HasWholeTable(HMODULE language, HMODULE module, const wchar_t* name) noexcept {
   size_t bytes = 0, own_bytes = 0;
   const void* table = FindResourceBytes(language, name, RT_RCDATA, &bytes);
-  FindResourceBytes(module, name, RT_RCDATA, &own_bytes);
-  return bytes >= own_bytes && IsWholeTable(table, bytes);
+  const void* own_table = FindResourceBytes(module, name, RT_RCDATA, &own_bytes);
+  const size_t buttons = ButtonCount(table, bytes);
+  return buttons > 0 && buttons >= ButtonCount(own_table, own_bytes);
 }
 
 }  // namespace
