@@ -33,6 +33,11 @@ class CatalogFaults : public LibraryFaults {
           g_sent += path && path != CatalogEndOfList() ? Utf8(path) : ";";
         },
         1);
+    CreateDirectoryW(folder_.Path(L"deep").c_str(), nullptr);
+    folder_.Write(L"deep\\four.mp3", "x" + test::Id3v1Tag("Four", "Sine", "Waves", 9));
+    folder_.Write(L"nested.pls", "[playlist]\r\nFile1=\\odd.asx\r\nFile2=\\one.mp3\r\n");
+    folder_.Write(L"odd.asx", "<ASX><REF HREF = \"\\three.wma\"></ASX>");
+    Show([](HWND) {});  // the first one looks for media
   }
 
   std::string Show(const Step& use) {
@@ -72,14 +77,25 @@ class CatalogFaults : public LibraryFaults {
     Do(kPlaylists, ID_ADD_CHECKED);
     g_sent.clear();
   }
+  void OpenPages(HWND sheet) {
+    sheet_ = sheet;
+    for (const int page : {kMedia, kCurrent, kPlaylists}) pages_[page] = Go(page);
+    WindowsUser::HandleMessages();
+  }
+  std::string ShowAndLook() {
+    std::string shown;
+    const auto look = [&](HWND sheet) {
+      OpenPages(sheet);
+      shown = Shown();
+    };
+    return Show(look) + shown;
+  }
   void SweepIn(
       Page page, const std::function<void()>& act, const std::vector<Step>& steps = {},
       const std::function<void()>& prepare = [] {}) {
     Show([&](HWND sheet) {
-      sheet_ = sheet;
-      for (const int each : {0, 1, 2}) pages_[each] = Go(each);
+      OpenPages(sheet);
       Go(page);
-      WindowsUser::HandleMessages();
       Sweep(
           [&] {
             const WindowsUser user(steps);
@@ -94,6 +110,15 @@ class CatalogFaults : public LibraryFaults {
     });
   }
 
+  void SweepInBothLanguages(
+      Page page, const std::function<void()>& act, const std::vector<Step>& steps = {},
+      const std::function<void()>& prepare = [] {}) {
+    for (const DWORD language : {kEnglish, kGerman}) {
+      SwitchTo(language);
+      SweepIn(page, act, steps, prepare);
+    }
+  }
+
   Catalog& catalog_ = Get<Catalog>(kFeatureCatalog);
   const User user_{[](const std::string& what) { ADD_FAILURE() << what; }};
   HWND sheet_ = nullptr;
@@ -101,18 +126,16 @@ class CatalogFaults : public LibraryFaults {
 };
 
 TEST_F(CatalogFaults, Opening) {
-  for (const DWORD language : {1033u, 0x0407u}) {
-    language_.Set(language);
-    library_.Get(kFeatureSwitchLanguage);
-    Sweep([&] {
-      return Show([&](HWND sheet) {
-        sheet_ = sheet;
-        for (const int page : {kMedia, kCurrent, kPlaylists}) Go(page);
-      });
-    });
-  }
-  language_.Set(1033);
-  library_.Get(kFeatureSwitchLanguage);
+  SwitchTo(kGerman);
+  Sweep([&] { return ShowAndLook(); });
+}
+TEST_F(CatalogFaults, FirstOpening) {
+  others_handles_ = 4;  // two for each loading of the control's container
+  Sweep([&] { return ShowAndLook(); },
+        [] {
+          Enter(DLL_PROCESS_DETACH);
+          Enter(DLL_PROCESS_ATTACH);
+        });
 }
 
 TEST_F(CatalogFaults, Rescan) {
@@ -127,24 +150,26 @@ TEST_F(CatalogFaults, AddLists) {
   SweepIn(kPlaylists, [&] { Do(kPlaylists, ID_ADD_CHECKED); });
 }
 TEST_F(CatalogFaults, PopupOfPlaylists) {
-  SweepIn(kPlaylists, [&] {
-    User::Select(Control(kPlaylists), 0);
+  SweepInBothLanguages(kPlaylists, [&] {
+    ListView_SetItemState(Control(kPlaylists), 0, LVIS_SELECTED | LVIS_FOCUSED,
+                          LVIS_SELECTED | LVIS_FOCUSED);
     Notify(kPlaylists, GN_CONTEXTMENU, NMRGINFO{});
   });
 }
 TEST_F(CatalogFaults, Rename) {
-  SweepIn(
+  SweepInBothLanguages(
       kPlaylists, [&] { Do(kPlaylists, ID_RENAME); },
       {Type(IDC_TEXT_ENTRY, L"new.m3u"), Click(IDOK)},
       [&] { User::Select(Control(kPlaylists), 0); });
 }
 TEST_F(CatalogFaults, DeleteList) {
-  SweepIn(
+  SweepInBothLanguages(
       kPlaylists,
       [&] {
         Do(kPlaylists, ID_DELETE_FILE);
         // The list shows what is there.
-        EXPECT_EQ(user_.Items(Control(kPlaylists)).empty(), folder_.Read(L"list.m3u") == "no file");
+        EXPECT_EQ(user_.Items(Control(kPlaylists)).find("list.m3u") == std::string::npos,
+                  folder_.Read(L"list.m3u") == "no file");
       },
       {}, [&] { User::Select(Control(kPlaylists), 0); });
 }
@@ -164,15 +189,17 @@ TEST_F(CatalogFaults, AddMedia) {
       kMedia, [&] { Do(kMedia, ID_ADD_CHECKED); }, {}, [&] { Do(kMedia, ID_CHECK_ALL); });
 }
 TEST_F(CatalogFaults, EditTag) {
-  SweepIn(
+  SweepInBothLanguages(
       kMedia, [&] { Do(kMedia, ID_EDIT_TAG); },
       {Type(IDC_TAG_TITLE, L"Title"), Type(IDC_TAG_ARTIST, L"Artist"),
        Type(IDC_TAG_ALBUM, L"Album"), Type(IDC_TAG_YEAR, L"1999"), Type(IDC_TAG_TRACK, L"7"),
-       Type(IDC_TAG_COMMENT, L"Comment"), Click(IDC_TAG_UPDATE)},
+       Type(IDC_TAG_COMMENT, L"Comment"),
+       [](HWND editor) { SendDlgItemMessageW(editor, IDC_TAG_GENRE, CB_SETCURSEL, 8, 0); },
+       Click(IDC_TAG_UPDATE)},
       [&] { user_.SelectNode(Control(kMedia), "Sine\\One"); });
 }
 TEST_F(CatalogFaults, DeleteMedia) {
-  SweepIn(
+  SweepInBothLanguages(
       kMedia, [&] { Do(kMedia, ID_DELETE_FILE); }, {},
       [&] { user_.SelectNode(Control(kMedia), "Sine\\One"); });
 }

@@ -58,9 +58,8 @@ TEST_F(BookmarksFaults, Operations) {
 }
 
 TEST_F(BookmarksFaults, Window) {
-  for (const DWORD language : {1033u, 0x0407u}) {
-    language_.Set(language);
-    library_.Get(kFeatureSwitchLanguage);
+  for (const DWORD language : {kEnglish, kGerman}) {
+    SwitchTo(language);
     Start();
     Sweep([&] {
       const WindowsUser user({});
@@ -68,8 +67,6 @@ TEST_F(BookmarksFaults, Window) {
       return All();
     });
   }
-  language_.Set(1033);
-  library_.Get(kFeatureSwitchLanguage);
 }
 
 TEST_F(BookmarksFaults, Commands) {
@@ -86,16 +83,19 @@ TEST_F(BookmarksFaults, Commands) {
     tap.iSubItem = 2;
     SendMessageW(dialog, WM_NOTIFY, IDC_BOOKMARK_LIST, reinterpret_cast<LPARAM>(&tap));
   };
-  Sweep(
-      [&] {
-        const WindowsUser user({select, Click(IDM_BOOKMARK_PLAY), Click(IDM_BOOKMARK_ENQUEUE), sort,
-                                sort, Click(IDM_BOOKMARK_EDIT),
-                                Type(IDC_BOOKMARK_DESCRIPTION, L"edited"), Click(IDOK), select,
-                                Click(IDM_BOOKMARK_DELETE), Click(IDM_BOOKMARK_DELETE_DEAD)});
-        bookmarks_.ShowBookmarks(parent_);
-        return All();
-      },
-      [&] { Start(); });
+  for (const DWORD language : {kEnglish, kGerman}) {
+    SwitchTo(language);
+    Sweep(
+        [&] {
+          const WindowsUser user({select, Click(IDM_BOOKMARK_PLAY), Click(IDM_BOOKMARK_ENQUEUE),
+                                  sort, sort, Click(IDM_BOOKMARK_EDIT),
+                                  Type(IDC_BOOKMARK_DESCRIPTION, L"edited"), Click(IDOK), select,
+                                  Click(IDM_BOOKMARK_DELETE), Click(IDM_BOOKMARK_DELETE_DEAD)});
+          bookmarks_.ShowBookmarks(parent_);
+          return All();
+        },
+        [&] { Start(); });
+  }
 }
 
 class PresetFaults : public LibraryFaults {
@@ -123,6 +123,7 @@ TEST_F(PresetFaults, Reading) {
 // Over a preset of that name, and as a new one: what is there is the old one or the new one.
 TEST_F(PresetFaults, Saving) {
   for (const wchar_t* name : {L"Rock", L"New"}) {
+    SwitchTo(name[0] == L'R' ? kEnglish : kGerman);
     const std::wstring file = std::wstring(L"presets\\") + name + L".eqf";
     const std::string old = name[0] == L'R' ? std::string(31, 'r') : "no file";
     std::string saved;
@@ -174,9 +175,8 @@ TEST_F(LibraryFaults, Skins) {
 TEST_F(LibraryFaults, Language) {
   Sweep([&] {
     std::string all;
-    for (const DWORD language : {0x0503u, 1033u}) {
-      language_.Set(language);
-      library_.Get(kFeatureSwitchLanguage);
+    for (const DWORD language : {DWORD{0x0503}, kGerman, kEnglish}) {
+      SwitchTo(language);
       all += library_.Version();
     }
     return all;
@@ -186,22 +186,15 @@ TEST_F(LibraryFaults, Language) {
 // Loaded once more by hand. Without its player window there is no feature 6, all others are there;
 // and once it is unloaded, nothing is held that it ever took.
 TEST_F(LibraryFaults, Loading) {
-  using Entry = BOOL(WINAPI*)(HMODULE, DWORD, void*);
-  const HMODULE module = GetModuleHandleW(L"Kelvo.dll");
-  char* const base = reinterpret_cast<char*>(module);
-  const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
-  const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-  const auto enter = reinterpret_cast<Entry>(
-      reinterpret_cast<void*>(base + nt->OptionalHeader.AddressOfEntryPoint));
   void* features[22];
   for (int32_t id = 0; id < 22; ++id) features[id] = library_.Get(id);
-  enter(module, DLL_PROCESS_DETACH, nullptr);
+  Enter(DLL_PROCESS_DETACH);
   const std::string unloaded = Held();
   bool is_loaded = false;
   others_handles_ = 4;  // two for each loading of the container
   Sweep(
       [&] {
-        is_loaded = enter(module, DLL_PROCESS_ATTACH, nullptr);
+        is_loaded = Enter(DLL_PROCESS_ATTACH);
         EXPECT_TRUE(is_loaded);
         for (int32_t id = 0; id < 22; ++id) {
           if (id == 6 && !library_.Get(id)) continue;
@@ -214,7 +207,7 @@ TEST_F(LibraryFaults, Loading) {
         return all + library_.Version();
       },
       [&] {
-        if (is_loaded) enter(module, DLL_PROCESS_DETACH, nullptr);
+        if (is_loaded) Enter(DLL_PROCESS_DETACH);
         EXPECT_EQ(Held(), unloaded);
       });
 }

@@ -42,6 +42,11 @@ BOOL WINAPI MoveFileExBelow(const wchar_t* from, const wchar_t* to, DWORD flags)
 UINT_PTR WINAPI SetTimerNow(HWND window, UINT_PTR id, UINT, TIMERPROC) {
   return PostMessageW(window, WM_TIMER, id, 0) ? id : 0;
 }
+// Whatever is shown when something takes long is shown.
+DWORD WINAPI LateTickCount() {
+  static std::atomic<DWORD> now{0};
+  return now += 100;
+}
 int WINAPI AnswerBox(HWND, const wchar_t*, const wchar_t*, UINT buttons) {
   return (buttons & MB_TYPEMASK) == MB_YESNO ? IDYES : IDOK;
 }
@@ -67,6 +72,7 @@ const struct {
     {"MoveFileW", reinterpret_cast<void*>(&MoveFileBelow)},
     {"MoveFileExW", reinterpret_cast<void*>(&MoveFileExBelow)},
     {"SetTimer", reinterpret_cast<void*>(&SetTimerNow)},
+    {"GetTickCount", reinterpret_cast<void*>(&LateTickCount)},
     {"MessageBoxW", reinterpret_cast<void*>(&AnswerBox)},
     {"TrackPopupMenuEx", reinterpret_cast<void*>(&LeaveMenu)},
     {"realloc", reinterpret_cast<void*>(&ReallocCounted)},

@@ -11,8 +11,8 @@ namespace kelvo::test {
 
 class ImportFaults {
  public:
-  // Files below the root of the device are looked for in `root`. Timers come at once, message boxes
-  // are answered with Yes or OK, and popup menus with nothing.
+  // Files below the root of the device are looked for in `root`. Timers come at once, everything
+  // takes 100 ms, message boxes are answered with Yes or OK, and popup menus with nothing.
   ImportFaults(HMODULE library, const std::wstring& root);
   ImportFaults(const ImportFaults&) = delete;
   ImportFaults& operator=(const ImportFaults&) = delete;

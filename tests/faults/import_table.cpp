@@ -84,6 +84,8 @@ Import Make(const char* name, Type, Failure<typename Hook<kLine, Type>::Result> 
 
 #define FAILS(function, with, ...) \
   Make<__LINE__>(#function, &::function, {with, true}, ##__VA_ARGS__)
+// Neither, but behind it stands another function here.
+#define ONLY(function) Make<__LINE__>(#function, &::function, {})
 #define TAKES(kind) \
   { kind, 1 }
 #define GIVES(function, kind) Make<__LINE__>(#function, &::function, {}, {kind, -1})
@@ -184,6 +186,7 @@ const Import* ImportTable(size_t* count) {
       FAILS(SHFullScreen, FALSE),
       FAILS(SipShowIM, FALSE),
       FAILS(SetWindowTextW, FALSE),
+      ONLY(GetTickCount),
       FAILS(SetTimer, 0),
       FAILS(MessageBoxW, 0),
       FAILS(PostMessageW, FALSE),
