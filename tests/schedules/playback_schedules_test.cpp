@@ -164,11 +164,12 @@ void Do(OggVorbisPlugin& plugin, char operation) {
   for (const Row& row : kRows) {
     if (row.operation != operation || g_world.host != row.calls ||
         (row.state >= 0 && !(g_world.states_seen & (1u << row.state))) ||
-        (row.held >= 0 && row.held != g_world.held) ||
+        (row.held >= 0 && row.held != (operation == 'Z' ? !g_world.joined : g_world.held)) ||
         (row.result < 0 ? !IsNumber(operation, result) : result != row.result)) {
       continue;
     }
     if (strchr("ZD", operation) || (strchr("Pp", operation) && row.state == 1)) {
+      g_world.joined = operation != 'P' && (g_world.held || g_world.joined || operation == 'Z');
       g_world.held = operation == 'P';
     }
     if (strchr("ZA", operation)) g_world.pending = World::kNo;

@@ -245,8 +245,7 @@ bool Thread::ended() const noexcept {
   return held() && !g_thread.lives;
 }
 void Thread::Join() noexcept {
-  if (!held()) return;
-  WaitUntil([] { return !g_thread.lives; });
+  if (held()) WaitUntil([] { return !g_thread.lives; });
   handle_ = nullptr;
 }
 bool Thread::WaitForEventOrEnd(Event& event) noexcept {

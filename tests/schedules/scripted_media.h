@@ -36,6 +36,7 @@ struct World {
   std::string thread;                // calls of the thread that was started last
   std::string all;                   // the thread's calls with a quote before them
   bool held = false;                 // a thread has been started and not been joined
+  bool joined = false;               // there is none to stop; at first there seems to be one
   char operation = 0;                // that is under way
   bool stop_asked = false;           // since the thread was started
   bool toggled_late = false;         // since the thread came to the end of the file

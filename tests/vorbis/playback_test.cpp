@@ -247,6 +247,10 @@ TEST_F(PlaybackTest, DoesNotStartWithoutMemoryOrOutput) {
     EXPECT_EQ(plugin_.Play(), 0) << "no thread";
   }
   EXPECT_EQ(plugin_.states() + output_.calls(), "");
+  plugin_.Stop();
+  plugin_.Stop();
+  EXPECT_EQ(output_.calls(), "reset ") << "the first stop resets the output even so";
+  output_.ClearCalls();
   output_.fail_open = true;
   EXPECT_EQ(plugin_.Play(), 1);
   plugin_.Stop();
