@@ -131,9 +131,8 @@ Corpus LanguageFiles(bool loaded_by_system) {
   for (const auto& cut : cuts) {
     add(std::string("cut in ") + cut.name, whole.substr(0, cut.length), cut.want, none);
   }
-  for (const uint16_t machine : {kPeAmd64, kPe386}) {
-    if (machine != kPeOwn) add("of another width", LanguagePe(WholeLanguage(), machine), all, none);
-  }
+  // Some systems of 64 bits do load what holds no code of 32.
+  if (kPeOwn == kPe386) add("of 64 bits", LanguagePe(WholeLanguage(), kPeAmd64), all, none);
   add("for the device", changed(kPeHeader + 4, Le(0x1C0, 2)), all, none);
   add("for no machine", changed(kPeHeader + 4, Le(0xFFFF, 2)), all, none);
   add("another first mark", changed(0, "ZM"), none, none);
