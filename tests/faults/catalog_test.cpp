@@ -28,7 +28,7 @@ std::string g_sent;  // to the host
 class CatalogFaults : public LibraryFaults {
  protected:
   CatalogFaults() {
-    catalog_.SetHostCallback(
+    catalog_->SetHostCallback(
         [](const wchar_t* path, HostWord) {
           g_sent += path && path != CatalogEndOfList() ? Utf8(path) : ";";
         },
@@ -42,7 +42,7 @@ class CatalogFaults : public LibraryFaults {
 
   std::string Show(const Step& use) {
     const WindowsUser user({use});
-    return std::to_string(catalog_.ShowCatalog(host_, parent_));
+    return std::to_string(catalog_->ShowCatalog(host_, parent_));
   }
   HWND Go(int page) {
     SendMessageW(sheet_, PSM_SETCURSEL, static_cast<WPARAM>(page), 0);
@@ -119,7 +119,7 @@ class CatalogFaults : public LibraryFaults {
     }
   }
 
-  Catalog& catalog_ = Get<Catalog>(kFeatureCatalog);
+  Catalog* catalog_ = &Get<Catalog>(kFeatureCatalog);
   const User user_{[](const std::string& what) { ADD_FAILURE() << what; }};
   HWND sheet_ = nullptr;
   HWND pages_[3] = {};
@@ -132,9 +132,9 @@ TEST_F(CatalogFaults, Opening) {
 TEST_F(CatalogFaults, FirstOpening) {
   others_handles_ = 4;  // two for each loading of the control's container
   Sweep([&] { return ShowAndLook(); },
-        [] {
-          Enter(DLL_PROCESS_DETACH);
-          Enter(DLL_PROCESS_ATTACH);
+        [&] {
+          Reload();
+          catalog_ = &Get<Catalog>(kFeatureCatalog);
         });
 }
 

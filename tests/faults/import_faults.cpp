@@ -94,17 +94,7 @@ void Exchange(const char* name, IMAGE_THUNK_DATA* place) {
   }
 }
 
-}  // namespace
-
-bool CallFails(const char* name) {
-  if (g_left < 0 || g_left.fetch_sub(1) != 0) return false;
-  g_failed = name;
-  SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-  return true;
-}
-
-ImportFaults::ImportFaults(HMODULE library, const std::wstring& root) {
-  g_root = root;
+void ExchangeAll(HMODULE library) {
   for (auto& held : g_held) held = 0;
   char* const base = reinterpret_cast<char*>(library);
   const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
@@ -120,6 +110,47 @@ ImportFaults::ImportFaults(HMODULE library, const std::wstring& root) {
                place);
     }
   }
+}
+
+// The loader's own notification: with the imports found, before the library is entered.
+struct Loading {
+  ULONG flags;
+  const void* path;
+  const void* name;
+  HMODULE module;
+};
+using OnLoadingFunction = void(CALLBACK*)(ULONG reason, const Loading* loading, void*);
+using Register = LONG(NTAPI*)(ULONG, OnLoadingFunction, void*, void**);
+using Unregister = LONG(NTAPI*)(void*);
+constexpr ULONG kLoaded = 1;
+constexpr wchar_t kLibrary[] = L"Kelvo.dll";
+
+void CALLBACK OnLoading(ULONG reason, const Loading* loading, void*) {
+  if (reason == kLoaded && loading->module == GetModuleHandleW(kLibrary))
+    ExchangeAll(loading->module);
+}
+template <class Function>
+Function FunctionOf(const char* name) {
+  return reinterpret_cast<Function>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), name)));
+}
+
+}  // namespace
+
+bool CallFails(const char* name) {
+  if (g_left < 0 || g_left.fetch_sub(1) != 0) return false;
+  g_failed = name;
+  SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  return true;
+}
+
+ImportFaults::ImportFaults(const std::wstring& root) {
+  g_root = root;
+  if (const HMODULE library = GetModuleHandleW(kLibrary)) ExchangeAll(library);
+  FunctionOf<Register>("LdrRegisterDllNotification")(0, &OnLoading, nullptr, &cookie_);
+}
+ImportFaults::~ImportFaults() {
+  FunctionOf<Unregister>("LdrUnregisterDllNotification")(cookie_);
 }
 
 std::string ImportFaults::Held() const {

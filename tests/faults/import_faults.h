@@ -11,9 +11,11 @@ namespace kelvo::test {
 
 class ImportFaults {
  public:
-  // Files below the root of the device are looked for in `root`. Timers come at once, everything
-  // takes 100 ms, message boxes are answered with Yes or OK, and popup menus with nothing.
-  ImportFaults(HMODULE library, const std::wstring& root);
+  // Of Kelvo.dll as it is, and each time that it is loaded, before it is entered. Files below the
+  // root of the device are looked for in `root`. Timers come at once, everything takes 100 ms,
+  // message boxes are answered with Yes or OK, and popup menus with nothing.
+  explicit ImportFaults(const std::wstring& root);
+  ~ImportFaults();
   ImportFaults(const ImportFaults&) = delete;
   ImportFaults& operator=(const ImportFaults&) = delete;
 
@@ -26,6 +28,9 @@ class ImportFaults {
   std::string Held() const;
   long blocks() const;            // of memory alone
   static void Free(void* block);  // one that the library has handed out
+
+ private:
+  void* cookie_ = nullptr;  // of the loader
 };
 
 }  // namespace kelvo::test

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 
 #include "tests/faults/import_faults.h"
 #include "tests/faults/windows_user.h"
@@ -42,21 +43,16 @@ class LibraryFaults : public ::testing::Test {
   }
   void SwitchTo(DWORD language) {
     language_.Set(language);
-    library_.Get(kFeatureSwitchLanguage);
+    library_->Get(kFeatureSwitchLanguage);
   }
-  // What the system calls when the library is loaded and unloaded.
-  static bool Enter(DWORD reason) {
-    const HMODULE module = GetModuleHandleW(L"Kelvo.dll");
-    char* const base = reinterpret_cast<char*>(module);
-    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
-    const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-    const auto enter = reinterpret_cast<BOOL(WINAPI*)(HMODULE, DWORD, void*)>(
-        reinterpret_cast<void*>(base + nt->OptionalHeader.AddressOfEntryPoint));
-    return enter(module, reason, nullptr) != FALSE;
+  // Unloads the library and loads it anew.
+  void Reload() {
+    library_.reset();
+    library_.emplace();
   }
   template <class Feature>
   Feature& Get(int32_t id) const {
-    return *static_cast<Feature*>(library_.Get(id));
+    return *static_cast<Feature*>(library_->Get(id));
   }
   // What the library holds, and the windows of this thread.
   std::string Held() const {
@@ -98,8 +94,8 @@ class LibraryFaults : public ::testing::Test {
   DWORD others_handles_ = 0;  // that others leave behind with each call tried
   LanguageValue language_;
   const InstallationFolder folder_;
-  const LoadedLibrary library_;
-  ImportFaults faults_{GetModuleHandleW(L"Kelvo.dll"), folder_.path()};
+  ImportFaults faults_{folder_.path()};
+  std::optional<LoadedLibrary> library_{std::in_place};
   const HMODULE host_ = LoadLibraryW(L"velmora.exe");
   const HWND parent_ =
       CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 240, 320, nullptr, nullptr, nullptr, nullptr);

@@ -109,7 +109,7 @@ void Control(InputPlugin& plugin, std::mt19937& random, int32_t length_ms) {
 
 TEST(Storms, OfOggVorbis) {
   const test::LoadedLibrary library;
-  const test::ImportFaults imports(GetModuleHandleW(L"Kelvo.dll"), L"");
+  const test::ImportFaults imports(L"");
   auto& plugin = *static_cast<OggVorbisInput*>(library.Get(kFeatureOggVorbis));
   test::MemoryReader reader(test::ReadMedia("chained.ogg"));
   test::RecordingOutput output;
@@ -135,7 +135,7 @@ TEST(Storms, OfOggVorbis) {
 TEST(Storms, OfWindowsMedia) {
   UseSink(L"silence", false);
   const test::LoadedLibrary library;
-  const test::ImportFaults imports(GetModuleHandleW(L"Kelvo.dll"), L"");
+  const test::ImportFaults imports(L"");
   auto& plugin = *static_cast<WmaInput*>(library.Get(kFeatureWma));
   const test::EndMessages ends;
   plugin.SetOwnerWindow(ends.window());
