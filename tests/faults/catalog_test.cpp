@@ -130,6 +130,8 @@ TEST_F(CatalogFaults, Opening) {
   Sweep([&] { return ShowAndLook(); });
 }
 TEST_F(CatalogFaults, FirstOpening) {
+  for (const wchar_t* name : {L"one.mp3", L"two.ogg", L"three.wma", L"nested.pls", L"odd.asx"})
+    DeleteFileW(folder_.Path(name).c_str());
   others_handles_ = 4;  // two for each loading of the control's container
   Sweep([&] { return ShowAndLook(); },
         [&] {
