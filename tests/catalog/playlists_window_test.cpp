@@ -109,6 +109,13 @@ TEST_F(PlaylistsPageTest, ANewNameIsShownEvenWhenTheFileCouldNotMove) {
     Rename("b.pls", "0.pls");
     EXPECT_EQ(Items(), "\\Lists\\a.m3u\n\\Lists\\0.pls *\n") << "where it stood";
     EXPECT_EQ(BytesOf("\\Lists\\0.pls"), "File1=\\Music\\two.mp3\r\n");
+    Post(ID_RENAME);
+    const HWND entry = WaitForWindow(L"Edit File Name");
+    for (const wchar_t letter : {L'm', L'i', L'x'}) {
+      SendDlgItemMessageW(entry, IDC_TEXT_ENTRY, WM_CHAR, letter, 0);
+    }
+    Answer(entry, IDOK);
+    EXPECT_TRUE(Exists("\\Lists\\mix.pls")) << "what is typed leaves the extension";
   });
 }
 
