@@ -92,14 +92,17 @@ class Tests:
 
     def __init__(self, build, folder, only_own):
         self.build = build
-        self.own = tuple("bin/" + part for part in folder.split("/") if part != "src") + COMMON
+        rooms = [f"/tests/{part}/" for part in folder.split("/") if part != "src"]
+        self.own = set()
         self.commands = {}  # by program; filled when it is built: CTest knows no sooner
         self.seconds = {}
         for test in self.listing():
             program = "bin/" + test["name"].split(".", 1)[-1]
             inputs = run(["ninja", "-C", str(build), "-t", "inputs", program])
             if inputs.returncode == 0 and f"/{folder}/" in inputs.stdout:
-                if program.startswith(self.own) or not only_own:
+                if program in COMMON or any(room in inputs.stdout for room in rooms):
+                    self.own.add(program)
+                if program in self.own or not only_own:
                     self.commands[program] = None
 
     def listing(self):
@@ -118,7 +121,7 @@ class Tests:
 
     def failing(self):
         """The program that notices the change, None when all pass, False when it does not compile."""
-        for name in sorted(self.commands, key=lambda name: (not name.startswith(self.own),
+        for name in sorted(self.commands, key=lambda name: (name not in self.own,
                                                             self.seconds.get(name, 0))):
             if run(["ninja", "-C", str(self.build), name]).returncode:
                 return False
