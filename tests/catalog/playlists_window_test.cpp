@@ -201,6 +201,35 @@ TEST_F(CurrentPageTest, CommandsFollowWhatIsCheckedAndSelected) {
   });
 }
 
+TEST_F(CurrentPageTest, WhatMovesStaysInSight) {
+  std::string list;
+  for (int i = 0; i < 60; ++i) list += "\\Music\\one.mp3\r\n";
+  files_.Put("\\Lists\\a.m3u", list);
+  ShowAfterScan(2, [&] {
+    AddLists();
+    const int last = ListView_GetItemCount(List()) - 1;
+    const struct {
+      int command, from, rest;  // both are selected; `from` goes ahead
+      int in_sight;             // before: the other end
+      int want;                 // -1: nothing moves
+    } cases[] = {{ID_MOVE_UP, 40, last, 0, 39},
+                 {ID_MOVE_DOWN, 20, 0, last, 21},
+                 {ID_MOVE_UP, 0, 20, last, -1},
+                 {ID_MOVE_DOWN, last, 40, 0, -1}};
+    for (const auto& c : cases) {
+      Do(ID_SELECT_NONE);
+      for (const int item : {c.from, c.rest}) Select(item);
+      ListView_EnsureVisible(List(), c.in_sight, FALSE);
+      const int before = ListView_GetTopIndex(List());
+      Do(c.command);
+      const int top = ListView_GetTopIndex(List());
+      const int want = c.want < 0 ? before : c.want;
+      EXPECT_LE(top, want) << c.from;
+      EXPECT_LT(want, top + (c.want < 0 ? 1 : ListView_GetCountPerPage(List()))) << c.from;
+    }
+  });
+}
+
 TEST_F(CurrentPageTest, TellsTheHostWhatToPlay) {
   ShowAfterScan(2, [&] {
     AddLists();
