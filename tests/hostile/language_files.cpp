@@ -191,7 +191,7 @@ Corpus LanguageFiles(bool loaded_by_system) {
   add("a string beyond its block", with(test::kStringsType, Le(0xFFFF, 2) + Utf16("Z%d.%d")),
       no_text, no_text);
   add("a long string", text("Z%d.%d" + long_text), all, all);
-  add("numbers that are cut off", text(long_text + "%d.%d"), all, all);
+  add("numbers that are cut off", text("Z" + long_text + "%d.%d"), all, all);
   add("a string that asks for texts", text("%s%s"), no_text, no_text);
   add("a string that asks for more", text("%d.%d.%d"), no_text, no_text);
 
@@ -208,7 +208,9 @@ Corpus LanguageFiles(bool loaded_by_system) {
     add("a dialog cut at " + std::to_string(left), with(test::kDialogType, dialog.substr(0, left)),
         no_dialog, no_dialog);
   }
-  std::string endless = dialog;
+  std::string unknown = dialog, endless = dialog;
+  unknown.replace(unknown.rfind("\xFF\xFF\x80"), 3, std::string("?\0\0", 3));
+  add("a control of a kind that is not there", with(test::kDialogType, unknown), all, no_dialog);
   endless.replace(endless.size() - 2, 2, Le(0xFFFF, 2));
   add("a control's data beyond the dialog", with(test::kDialogType, endless), no_dialog, no_dialog);
   add("a dialog of the other form, cut",

@@ -4,6 +4,20 @@
 #include "entry/language/modules.h"
 
 namespace kelvo {
+namespace {
+
+INT_PTR RunBox(HMODULE module, const wchar_t* name, HWND parent, DLGPROC procedure,
+               LPARAM parameter) noexcept {
+  constexpr INT_PTR kNotMade = -1;
+  const LanguageHold hold;
+  const HMODULE chosen = ModuleWithDialog(module, name);
+  const INT_PTR result = DialogBoxParamW(chosen, name, parent, procedure, parameter);
+  // A translation's controls may be of kinds that the system does not know.
+  if (result != kNotMade || chosen == module) return result;
+  return DialogBoxParamW(module, name, parent, procedure, parameter);
+}
+
+}  // namespace
 
 HMODULE ModuleWithDialog(HMODULE module, const wchar_t* name) noexcept {
   const HMODULE language = LanguageModule();
@@ -37,15 +51,12 @@ const wchar_t* LoadLocalizedString(HMODULE module, UINT id) noexcept {
 
 INT_PTR LocalizedDialogBox(HMODULE module, UINT id, HWND parent, DLGPROC procedure,
                            LPARAM parameter) noexcept {
-  const LanguageHold hold;
-  const wchar_t* name = MAKEINTRESOURCEW(id);
-  return DialogBoxParamW(ModuleWithDialog(module, name), name, parent, procedure, parameter);
+  return RunBox(module, MAKEINTRESOURCEW(id), parent, procedure, parameter);
 }
 
 INT_PTR LocalizedDialogBox(HMODULE module, const wchar_t* name, HWND parent,
                            DLGPROC procedure) noexcept {
-  const LanguageHold hold;
-  return DialogBoxParamW(ModuleWithDialog(module, name), name, parent, procedure, 0);
+  return RunBox(module, name, parent, procedure, 0);
 }
 
 INT_PTR RunDialog(ModalDialog& dialog, UINT id, HWND parent) noexcept {
