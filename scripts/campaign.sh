@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
 # The searches for faults that are too long for every day: the thread sanitizer, killed writers, all
-# schedules of the decoding thread, a failure of every call, storms of controls, a day of music, the
-# models of tests/oracles on cases that were never tried before (KELVO_ORACLE_CASES of each, 10^6), and
-# the fuzzers for the rest of the time. The last lines are a table of what ran and what was found.
+# schedules of two threads, a failure of every call, a day of music, storms of controls, the models of
+# tests/oracles on cases that were never tried before, and the fuzzers. The first five are done whole,
+# which takes about half an hour on two processors; of what HOURS leave, storms and models get a
+# quarter each (at most KELVO_STORMS, 10^5 on each plug-in, and KELVO_ORACLE_CASES, 10^6 of each; half a
+# day holds them all), and the fuzzers the rest. The last lines are a table of what ran and what was
+# found.
 #   scripts/campaign.sh [HOURS]      default 1; a fraction will do
 # Inputs that fail lie in build/campaign/found, the fuzzers' growing corpora beside it, for the next
 # campaign to go on from. Exit code 1 when something was found.
@@ -45,6 +48,12 @@ repeated() {
   row "$1" "$4 times" "$outcome"
 }
 
+# Of HOURS; enough to have tried everything, if they are over.
+seconds_left() {
+  awk -v h="$hours" -v used="$((SECONDS - begin))" \
+    'BEGIN { left = int(h * 3600 - used); print left > 60 ? left : 60 }'
+}
+
 "$kelvo_root/scripts/build.sh" native i686
 "$kelvo_root/scripts/build.sh" --target music_tests native-release
 "$kelvo_root/scripts/build.sh" --target schedule_tests native-release
@@ -52,23 +61,28 @@ for part in vorbis effects wma; do "$kelvo_root/scripts/build.sh" --target "test
 "$kelvo_root/scripts/build.sh" --target tests/fuzz/all fuzz
 "$kelvo_root/scripts/build.sh" --target tests/oracles/all native-release
 begin=$SECONDS
-repeated "threads, sanitized" native-tsan '\.(vorbis_tests|effects_tests|audio_tap_test)$' 3
+repeated "threads, sanitized" native-tsan '\.(vorbis_tests|effects_tests|audio_tap_test|redirected_audio_test)$' 3
 KELVO_KILLED_WRITERS=500 repeated "killed writers, 500 each" native '\.bookmarks_tests$' 1
 KELVO_SCHEDULE_SWITCHES=2 counted "schedules, 3 and 4 switches" native-release \
   '\.schedule_tests$' schedules
 KELVO_FAULTS_EACH=1 counted "failing calls, portable" native '_tests$' faults
 KELVO_FAULTS_EACH=1 counted "failing calls, Windows" i686 '\.fault_tests$' faults
-KELVO_STORMS="${KELVO_STORMS:-100000}" counted "storms" i686 '\.storm_tests$' storms
 KELVO_MUSIC_HOURS=24 counted "hours of music" native-release '\.music_tests$' 'hours of music'
+quarter=$(($(seconds_left) / 4))
+
+# On each of two plug-ins.
+export KELVO_SECONDS=$((quarter / 2))
+KELVO_STORMS="${KELVO_STORMS:-100000}" counted "storms" i686 '\.storm_tests$' storms
 
 # Each model has a processor; a case that differs is told by its number.
-export KELVO_ORACLE_CASES="${KELVO_ORACLE_CASES:-1000000}"
-KELVO_ORACLE_FIRST="$(date +%s)000000"
-export KELVO_ORACLE_FIRST
-say "campaign: oracles, $KELVO_ORACLE_CASES cases each"
 oracles="$kelvo_build/native-release/bin/oracle_tests"
 mapfile -t models < <("$oracles" --gtest_list_tests | sed -n 's/^  //p')
 [[ ${#models[@]} -gt 0 ]] || die "no oracles in $oracles"
+KELVO_SECONDS=$((quarter * jobs / ${#models[@]}))
+export KELVO_ORACLE_CASES="${KELVO_ORACLE_CASES:-1000000}"
+KELVO_ORACLE_FIRST="$(date +%s)000000"
+export KELVO_ORACLE_FIRST
+say "campaign: oracles, $KELVO_ORACLE_CASES cases each or $KELVO_SECONDS s"
 # shellcheck disable=SC2016
 printf '%s\n' "${models[@]}" |
   xargs -P "$jobs" -I {} sh -c '"$1" --gtest_filter="Oracle.$2" >"$3/oracle_$2.log" 2>&1 || true' \
@@ -76,16 +90,14 @@ printf '%s\n' "${models[@]}" |
 for model in "${models[@]}"; do
   log="$folder/oracle_$model.log" outcome=none
   grep -q '^\[  PASSED  \] 1 test' "$log" || outcome="see $log"
-  row "oracle $model" "$KELVO_ORACLE_CASES" "$outcome"
+  row "oracle $model" "$(sed -n 's/ cases$//p' "$log")" "$outcome"
 done
 
 # What is left, in equal parts; each fuzzer has one processor.
 cd "$kelvo_build/fuzz/bin"
 targets=(fuzz_*)
 lanes=$(((${#targets[@]} + jobs - 1) / jobs))
-left=$(awk -v h="$hours" -v used="$((SECONDS - begin))" 'BEGIN { print int(h * 3600 - used) }')
-seconds=$((left / lanes))
-[[ $seconds -ge 1 ]] || seconds=1
+seconds=$(($(seconds_left) / lanes))
 say "campaign: ${#targets[@]} fuzzers for $seconds s each"
 running=0
 for target in "${targets[@]}"; do

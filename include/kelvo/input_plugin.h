@@ -3,7 +3,8 @@
 // Order of calls: SetReader, Open; SetOutput, Play; then TogglePause, SeekMs, the getters in any
 // order; Stop; Close (or a new Open after Close). The object is built once and reused for file
 // after file. Stop comes before Close. Every operation is harmless without a file: it returns 0 or
-// does nothing. Failure is always a zero result; no text crosses this interface.
+// does nothing. Failure is a zero result, unless an operation says otherwise; no text crosses this
+// interface.
 //
 // Thread: the host calls all operations from one thread, its own. A plug-in may have a decoding
 // thread; that one calls AudioOutput, MediaReader, SetState and GetState.
@@ -74,8 +75,8 @@ class InputPlugin {
 
   // Slot 9. Goes to a position in milliseconds. Non-zero on success; a position at or behind the
   // end is refused, a negative one is the start. (Ogg Vorbis: a seek while the last buffers drain
-  // ends the thread with its message; the state stays kPlaying and the output open: the next Play
-  // opens it anew.)
+  // ends the thread with its message; the state stays as it was, playing or paused, and the output
+  // open: after Stop and SetState(kStopped) the next Play opens it anew.)
   virtual int32_t SeekMs(int32_t milliseconds) noexcept {
     static_cast<void>(milliseconds);
     return 0;

@@ -118,9 +118,7 @@ LRESULT OnControlMessage(const HookedMessage& call) noexcept {
     if (FindFocusedItem(call.window, &at)) TellParent(call.window, at);
     return 0;
   }
-  // Enter is the list's, not the dialog's: without a default button it would close that.
-  const bool is_enter = call.message == WM_GETDLGCODE && call.wparam == VK_RETURN;
-  return call.Pass() | (is_enter ? DLGC_WANTMESSAGE : 0);
+  return call.Pass();
 }
 
 LRESULT OnDialogMessage(const HookedMessage& call) noexcept {

@@ -29,6 +29,8 @@ STATEMENT = re.compile(r"^\s*(?!return\b|static\b|using\b|const\b|goto\b|delete\
                        r"(?:\*?[\w.>\[\]-]++(?:\([^;]*\))?(?:->|\.)?)+\s*(?:[-+*/|&^]?= [^;]*|\([^;]*\)|\+\+|--)?;$")
 JUMP = re.compile(r"^\s*(?:break|continue);$")
 ARGUMENTS = re.compile(r"(?<=\()([\w.*&>-]+), ([\w.*&>-]+)(?=[,)])")
+# Tests of all rooms, which belong to each.
+COMMON = ("bin/oracle_tests", "bin/hostile_replay")
 NO_CODE = re.compile(r'^\s*(?:#|//|/\*|\*|static_assert|namespace|using|template|class|struct|enum|})')
 
 
@@ -90,14 +92,17 @@ class Tests:
 
     def __init__(self, build, folder, only_own):
         self.build = build
-        self.own = tuple("bin/" + part for part in folder.split("/") if part != "src")
+        rooms = [f"/tests/{part}/" for part in folder.split("/") if part != "src"]
+        self.own = set()
         self.commands = {}  # by program; filled when it is built: CTest knows no sooner
         self.seconds = {}
         for test in self.listing():
             program = "bin/" + test["name"].split(".", 1)[-1]
             inputs = run(["ninja", "-C", str(build), "-t", "inputs", program])
             if inputs.returncode == 0 and f"/{folder}/" in inputs.stdout:
-                if program.startswith(self.own) or not only_own:
+                if program in COMMON or any(room in inputs.stdout for room in rooms):
+                    self.own.add(program)
+                if program in self.own or not only_own:
                     self.commands[program] = None
 
     def listing(self):
@@ -116,7 +121,7 @@ class Tests:
 
     def failing(self):
         """The program that notices the change, None when all pass, False when it does not compile."""
-        for name in sorted(self.commands, key=lambda name: (not name.startswith(self.own),
+        for name in sorted(self.commands, key=lambda name: (name not in self.own,
                                                             self.seconds.get(name, 0))):
             if run(["ninja", "-C", str(self.build), name]).returncode:
                 return False
@@ -137,8 +142,9 @@ def compiled_sources(build, tree, folder):
     commands = json.loads((build / "compile_commands.json").read_text())
     sources = {pathlib.Path(entry["file"]) for entry in commands}
     inside = {path for path in sources if (tree / folder) in path.parents}
+    used = set(run(["ninja", "-C", str(build), "-t", "deps"]).stdout.split())
     headers = {path for path in (tree / folder).rglob("*.h")
-               if not {"windows", "decoder_config"} & set(path.parts)}
+               if str(path) in used and "decoder_config" not in path.parts}
     return sorted(inside | headers)
 
 

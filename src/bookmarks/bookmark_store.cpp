@@ -81,7 +81,9 @@ void BookmarkStore::Save() noexcept {
   const FilePath path(folder_, kFileName);
   if (unread_) {
     const FilePath aside(folder_, kUnreadName);
-    if (!files_.Replace(path.c_str(), aside.c_str())) return;
+    wchar_t newest[kTextCapacity];
+    FileReplacement::FindNewest(files_, path.c_str(), newest);
+    if (files_.Exists(newest) && !files_.Replace(newest, aside.c_str())) return;
     unread_ = false;
   }
   FileReplacement replacement(files_, path.c_str());

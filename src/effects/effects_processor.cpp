@@ -3,6 +3,7 @@
 #include <string.h>
 
 #include "base/memory/heap.h"
+#include "base/sync/shared_word.h"
 #include "effects/stages.h"
 
 namespace kelvo {
@@ -15,15 +16,6 @@ constexpr uint32_t FramesIn(int32_t bytes) noexcept {
 
 bool IsEmpty(int16_t* const* samples, int32_t bytes) noexcept {
   return bytes < 2 || !samples || !*samples;
-}
-
-// Words that one thread writes and another reads without the lock, in the order written here.
-int32_t Read(const int32_t& word) noexcept {
-  return __atomic_load_n(&word, __ATOMIC_ACQUIRE);
-}
-
-void Write(int32_t& word, int32_t value) noexcept {
-  __atomic_store_n(&word, value, __ATOMIC_RELEASE);
 }
 
 }  // namespace
@@ -48,29 +40,30 @@ void FixedPointEffects::Destroy(uint32_t flags) noexcept {
 
 // The stage is off before its gains are gone, and on when they are there.
 void FixedPointEffects::SetBassMode(int32_t mode) noexcept {
-  if (mode == 0) Write(state_.bass_mode, 0);
+  if (mode == 0) StoreRelease(state_.bass_mode, 0);
   if (mode >= 0 && mode < kBassModes) {
-    Write(state_.bass_gain_a, kBassGains[mode].a);
-    Write(state_.bass_gain_b, kBassGains[mode].b);
+    StoreRelease(state_.bass_gain_a, kBassGains[mode].a);
+    StoreRelease(state_.bass_gain_b, kBassGains[mode].b);
   }
-  if (mode != 0) Write(state_.bass_mode, mode);
+  if (mode != 0) StoreRelease(state_.bass_mode, mode);
 }
 
 void FixedPointEffects::ProcessBass(int16_t** samples, int32_t bytes) noexcept {
-  if (Read(state_.bass_mode) == 0) return;
+  if (LoadAcquire(state_.bass_mode) == 0) return;
   if (const ExternalBass process = state_.external_bass) {
     process(this, samples, bytes);
     return;
   }
   LockGuard guard(lock_);
   if (IsEmpty(samples, bytes)) return;
-  const int32_t gain = Read(state_.bass_gain_a);
-  if (Read(state_.bass_mode) == 0) return;  // switched off meanwhile: the gain may be gone already
+  const int32_t gain = LoadAcquire(state_.bass_gain_a);
+  // Switched off meanwhile, the gain may be gone already.
+  if (LoadAcquire(state_.bass_mode) == 0) return;
   RunBass(state_, gain, *samples, FramesIn(bytes));
 }
 
 void FixedPointEffects::EnableEqualizer(int32_t enabled) noexcept {
-  Write(state_.enabled, enabled);
+  StoreRelease(state_.enabled, enabled);
 }
 
 void FixedPointEffects::SetEqualizer(int32_t preamp, const int32_t* bands) noexcept {
@@ -85,7 +78,7 @@ int32_t FixedPointEffects::ProcessEqualizer(int16_t** samples, int32_t bytes) no
   if (const ExternalEqualizer process = state_.external_equalizer) {
     return process(this, samples, bytes);
   }
-  if (Read(state_.enabled) == 0) return 0;
+  if (LoadAcquire(state_.enabled) == 0) return 0;
   LockGuard guard(lock_);
   if (IsEmpty(samples, bytes)) return bytes;
   RunEqualizer(state_, pass_, RunBands, *samples, FramesIn(bytes));

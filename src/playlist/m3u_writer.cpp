@@ -44,22 +44,35 @@ class Line {
   return line.WriteTo(file);
 }
 
+// Each line is tried: where a long one does not fit, a short one may.
 [[nodiscard]] bool WriteEntry(const MediaEntry& entry, FileWriter& file) noexcept {
-  if (entry.tag && !WriteTag(*entry.tag, file)) return false;
+  const bool ok = !entry.tag || WriteTag(*entry.tag, file);
   Line line;
   line.Path(entry.path.c_str());
-  return line.WriteTo(file);
+  return line.WriteTo(file) && ok;
+}
+
+[[nodiscard]] bool WriteLines(const EntryList& list, FileWriter& file) noexcept {
+  bool ok = file.Write(kHeader, sizeof(kHeader) - 1);
+  for (const MediaEntry& entry : list) ok = WriteEntry(entry, file) && ok;
+  return ok;
 }
 
 }  // namespace
 
 bool WriteM3u(FileSystem& files, const wchar_t* path, const EntryList& list,
               bool* complete) noexcept {
-  FileReplacement replacement(files, path);
-  bool ok = replacement && replacement.file().Write(kHeader, sizeof(kHeader) - 1);
-  const bool created = static_cast<bool>(replacement);
-  for (const MediaEntry& entry : list) ok = ok && WriteEntry(entry, replacement.file());
-  ok = ok && replacement.Commit();
+  bool created, ok;
+  if (files.Exists(path)) {
+    FileReplacement replacement(files, path);
+    created = static_cast<bool>(replacement);
+    ok = created && WriteLines(list, replacement.file()) && replacement.Commit();
+  } else {
+    // Some of the list is better than none of it.
+    const OpenFile<FileWriter> file = files.Create(path, Share::kNone);
+    created = static_cast<bool>(file);
+    ok = created && WriteLines(list, *file);
+  }
   if (complete) *complete = ok;
   return created;
 }

@@ -26,7 +26,8 @@ void ReadAsx(const PlaylistSources& sources, const wchar_t* path, EntryList* lis
 
 // Writes the entries as extended M3U (docs/formats/m3u.md), replacing an existing file. False when
 // no file can be created there; a line that cannot be written is no failure in this sense. But then
-// *complete, which may be null, is false too, and the old file is still there.
+// *complete, which may be null, is false too, and the old file is still there; a new one has the
+// lines that could be written.
 bool WriteM3u(FileSystem& files, const wchar_t* path, const EntryList& list,
               bool* complete = nullptr) noexcept;
 

@@ -48,8 +48,8 @@
 #define TEXT_RENAME_FILE "Rename file"
 #define TEXT_DELETE_FILE "Delete file"
 
-/* While the device is scanned: the files found so far */
-#define TEXT_SCANNING "Scanning: %d files. Esc stops."
+/* While the device is scanned: the files found so far, and that a tap here ends it */
+#define TEXT_SCANNING "Scanning: %d files. Tap here to stop."
 
 /* Deleting: caption and question */
 #define TEXT_DELETE_CAPTION "Delete File"

@@ -211,6 +211,8 @@ TEST(Format, PutsNumbersAndTextsWhereTheFormatAsksForThem) {
       {"[%12u][%012i]", {1, -1}, "[           1][-00000000001]"},
       {"\"%s\" %s", {L"a b", L""}, "\"a b\" "},
       {"[%5s][%2s]", {L"abc", L"abc"}, "[  abc][abc]"},
+      {"only %d", {1, 2}, "only 1"},
+      {"none", {1}, "none"},
   };
   for (const auto& c : kCases) {
     wchar_t text[64];
@@ -224,11 +226,11 @@ TEST(Format, RefusesWhatTheArgumentsDoNotAnswer) {
     const char* format;
     std::initializer_list<FormatArgument> arguments;
   } kCases[] = {
-      {"%d", {}},        {"%d %d", {1}}, {"%d", {1, 2}}, {"none", {1}},    {"%s", {1}},
-      {"%d", {L"a"}},    {"%n", {1}},    {"%x", {1}},    {"%ld", {1}},     {"%hs", {L"a"}},
-      {"%*d", {1}},      {"%.2d", {1}},  {"%-5d", {1}},  {"%+d", {1}},     {"%100d", {1}},
-      {"%05s", {L"a"}},  {"%", {1}},     {"%5", {1}},    {"%0", {1}},      {"%", {}},
-      {"half %d%", {1}}, {"%c", {1}},    {"%5%", {}},    {"%d%n", {1, 2}},
+      {"%d", {}},    {"%d %d", {1}},   {"%s", {1}},     {"%d", {L"a"}},    {"%n", {1}},
+      {"%x", {1}},   {"%ld", {1}},     {"%hs", {L"a"}}, {"%*d", {1}},      {"%.2d", {1}},
+      {"%-5d", {1}}, {"%+d", {1}},     {"%100d", {1}},  {"%05s", {L"a"}},  {"%", {1}},
+      {"%5", {1}},   {"%0", {1}},      {"%", {}},       {"half %d%", {1}}, {"%c", {1}},
+      {"%5%", {}},   {"%d%n", {1, 2}},
   };
   for (const auto& c : kCases) {
     wchar_t text[64] = L"old";

@@ -91,6 +91,32 @@ TEST(BookmarkLossTest, WhatCouldNotBeReadIsPutAsideByTheNextChange) {
   }
 }
 
+// The newest list lies beside the file, where the last save broke off, and cannot be read.
+TEST(BookmarkLossTest, WhatIsPutAsideIsTheNewestIfItIsStillThere) {
+  test::FixedFolder folder;
+  for (const bool gone : {false, true}) {
+    test::MemoryFiles files;
+    files.Put("\\V\\bookmarks.dat", "\\old\r\n1\r\nold\r\n");
+    const std::string newest = "\\newest\r\n2\r\nnewest\r\n";
+    files.Put("\\V\\bookmarks.da$", newest);
+    BookmarksFeature feature(files, folder, nullptr);
+    files.before = [](test::MemoryFiles& now, const std::string& call) {
+      now.FailAfter(call.find("bookmarks.da$ \\V\\bookmarks.dat") != std::string::npos ||
+                            call.find("open") == 0
+                        ? 0
+                        : -1);
+    };
+    feature.LoadBookmarks();
+    if (gone) files.Delete(L"\\V\\bookmarks.da$");
+    feature.AddBookmark(L"\\live", 3, L"new");
+    files.before = nullptr;
+    files.FailAfter(-1);
+    EXPECT_EQ(Loaded(files, folder), Strings{"\\live|3|new"});
+    const test::MemoryFiles::File* const aside = files.Find("\\V\\bookmarks.bak");
+    EXPECT_EQ(aside ? aside->bytes : "", gone ? "\\old\r\n1\r\nold\r\n" : newest);
+  }
+}
+
 // Saves the place that is played for ever, one second further each time.
 void PlayForEver(const std::string& folder_path) {
   test::FixedFolder folder(folder_path);

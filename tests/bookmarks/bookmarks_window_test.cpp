@@ -183,6 +183,17 @@ TEST_F(BookmarksWindowTest, TellsTheHostWhatToPlay) {
     user_.Key(list_, VK_RETURN);
     user_.Settle();
     EXPECT_TRUE(IsWindow(dialog_));
+    // Enter is the list's, whichever parameter names it; other keys are the dialog's.
+    MSG enter = {list_, WM_KEYDOWN, VK_RETURN, 0, 0, {}},
+        tab = {list_, WM_KEYDOWN, VK_TAB, 0, 0, {}};
+    for (const MSG* key : {&enter, &tab}) {
+      for (const WPARAM named : {key->wParam, WPARAM{0}}) {
+        const LRESULT code =
+            SendMessageW(list_, WM_GETDLGCODE, named, reinterpret_cast<LPARAM>(key));
+        EXPECT_EQ((code & DLGC_WANTMESSAGE) != 0, key == &enter) << named;
+        EXPECT_TRUE(code & DLGC_WANTARROWS) << "the control's own answer";
+      }
+    }
   });
   EXPECT_EQ(g_messages, (Strings{"0 2", "1 0", "0 0", "0 2"}));
 }

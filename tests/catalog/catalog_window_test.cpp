@@ -59,7 +59,7 @@ TEST_F(CatalogSheetTest, NothingIsRebuiltDuringAScan) {
 }
 
 // Before the second folder is listed the scan takes long enough to look around.
-TEST_F(CatalogSheetTest, AScanTellsWhatItFindsAndEndsWithEscapeOrDone) {
+TEST_F(CatalogSheetTest, AScanTellsWhatItFindsAndEndsWithATapOnThatEscapeOrDone) {
   static HWND page, sheet;
   static std::string label;
   static int step;
@@ -73,13 +73,20 @@ TEST_F(CatalogSheetTest, AScanTellsWhatItFindsAndEndsWithEscapeOrDone) {
         PostMessageW(page, WM_KEYDOWN, VK_SPACE, 0);
         if (step == 1) PostMessageW(page, WM_KEYDOWN, VK_ESCAPE, 0);
         if (step == 2) PostMessageW(sheet, WM_SYSCOMMAND, SC_CLOSE, 0);
+      } else if (call == "open \\Music\\one.mp3") {
+        Sleep(150);
+        const HWND line = FindWindowExW(page, nullptr, L"Static", nullptr);
+        const bool is_seen = SendMessageW(line, WM_NCHITTEST, 0, 0) != HTTRANSPARENT;
+        const HWND tapped = step == 3 && is_seen ? line : page;
+        PostMessageW(tapped, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+        PostMessageW(tapped, WM_LBUTTONUP, 0, 0);
       } else if (call == "attributes \\Music\\two.mp3" || call == "open \\Music\\two.mp3") {
         label = Text(FindWindowExW(page, nullptr, L"Static", nullptr));
         label += GetCursor() == LoadCursorW(nullptr, IDC_WAIT) ? " waits" : "";
       }
     };
     Do(ID_RESCAN);
-    EXPECT_EQ(label, "Scanning: 2 files. Esc stops. waits");
+    EXPECT_EQ(label, "Scanning: 3 files. Tap here to stop. waits");
     EXPECT_FALSE(FindWindowExW(page, nullptr, L"Static", nullptr));
     EXPECT_EQ(Items(), kLists);
     Do(kArtists);
@@ -92,8 +99,11 @@ TEST_F(CatalogSheetTest, AScanTellsWhatItFindsAndEndsWithEscapeOrDone) {
     step = 0;
     Do(ID_RESCAN);
     EXPECT_EQ(Nodes(), kByArtist);
-    step = 2;
+    step = 3;
     page = Page();
+    Do(ID_RESCAN);
+    EXPECT_EQ(Nodes(), "Sine\n One\n");
+    step = 2;
     sheet = Sheet();
     Post(ID_RESCAN);
     Wait("the sheet's end", [] { return !IsWindow(sheet); });

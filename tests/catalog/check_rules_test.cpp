@@ -155,6 +155,8 @@ TEST_F(CheckedFilesTest, AreAddedInTheTreesOrderAsFarAsMemoryGoes) {
 TEST_F(CheckedFilesTest, AreFoundByTheirNodes) {
   EXPECT_EQ(IndexOfNode(media_, media_[4].item), 3u) << "the first of twins";
   EXPECT_EQ(EntryOfNode(media_, media_[1].item), &media_[1]);
+  media_[0].item = 777;
+  EXPECT_EQ(EntryOfNode(media_, 777), &media_[0]);
   EXPECT_EQ(EntryOfNode(media_, kNoNode), nullptr);
   EXPECT_EQ(EntryOfNode(media_, 12345), nullptr);
   EXPECT_EQ(IndexOfNode(media_, 12345), media_.size());

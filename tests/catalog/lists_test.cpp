@@ -61,6 +61,7 @@ TEST(PlaylistEdit, MovesAndRemovesWhatIsSelected) {
       {"a b* c d*", "b* a d* c", "a b* c d*", "a c"},
       {"a! b* c", "b*! a c", "a! c b*", "a! c"},
       {"a b! c*", "a c*! b", "a b! c*", "a b!"},
+      {"a b c*!", "a c*! b", "a b c*!", "a b!"},
       {"a* b* c*", "a* b* c*", "a* b* c*", ""},
       {"a b* c* d* e f*", "b* c* d* a f* e", "a b* c* d* e f*", "a e"},
       {"a b c*! d e* f", "a c*! b e* d f", "a b d c*! f e*", "a b d! f"},

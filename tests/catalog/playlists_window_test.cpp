@@ -109,6 +109,13 @@ TEST_F(PlaylistsPageTest, ANewNameIsShownEvenWhenTheFileCouldNotMove) {
     Rename("b.pls", "0.pls");
     EXPECT_EQ(Items(), "\\Lists\\a.m3u\n\\Lists\\0.pls *\n") << "where it stood";
     EXPECT_EQ(BytesOf("\\Lists\\0.pls"), "File1=\\Music\\two.mp3\r\n");
+    Post(ID_RENAME);
+    const HWND entry = WaitForWindow(L"Edit File Name");
+    for (const wchar_t letter : {L'm', L'i', L'x'}) {
+      SendDlgItemMessageW(entry, IDC_TEXT_ENTRY, WM_CHAR, letter, 0);
+    }
+    Answer(entry, IDOK);
+    EXPECT_TRUE(Exists("\\Lists\\mix.pls")) << "what is typed leaves the extension";
   });
 }
 
@@ -190,6 +197,35 @@ TEST_F(CurrentPageTest, CommandsFollowWhatIsCheckedAndSelected) {
         step.part ? TapList(step.command, step.part) : Do(step.command);
       }
       EXPECT_EQ(Shown(), step.want) << step.command;
+    }
+  });
+}
+
+TEST_F(CurrentPageTest, WhatMovesStaysInSight) {
+  std::string list;
+  for (int i = 0; i < 60; ++i) list += "\\Music\\one.mp3\r\n";
+  files_.Put("\\Lists\\a.m3u", list);
+  ShowAfterScan(2, [&] {
+    AddLists();
+    const int last = ListView_GetItemCount(List()) - 1;
+    const struct {
+      int command, from, rest;  // both are selected; `from` goes ahead
+      int in_sight;             // before: the other end
+      int want;                 // -1: nothing moves
+    } cases[] = {{ID_MOVE_UP, 40, last, 0, 39},
+                 {ID_MOVE_DOWN, 20, 0, last, 21},
+                 {ID_MOVE_UP, 0, 20, last, -1},
+                 {ID_MOVE_DOWN, last, 40, 0, -1}};
+    for (const auto& c : cases) {
+      Do(ID_SELECT_NONE);
+      for (const int item : {c.from, c.rest}) Select(item);
+      ListView_EnsureVisible(List(), c.in_sight, FALSE);
+      const int before = ListView_GetTopIndex(List());
+      Do(c.command);
+      const int top = ListView_GetTopIndex(List());
+      const int want = c.want < 0 ? before : c.want;
+      EXPECT_LE(top, want) << c.from;
+      EXPECT_LT(want, top + (c.want < 0 ? 1 : ListView_GetCountPerPage(List()))) << c.from;
     }
   });
 }

@@ -97,6 +97,9 @@ TEST_F(SaveDialogTest, FillsAFolderWhenItIsFirstExpanded) {
     EXPECT_EQ(Listings("\\Lists"), lists) << "filled once";
     TreeView_Expand(Tree(), Node("\\\\Lists\\Deep"), TVE_EXPAND);
     EXPECT_TRUE(Node("\\\\Lists\\Deep\\Deeper") && Node("\\\\Lists\\Deep\\x.M3U"));
+    Key(Tree(), VK_RETURN);
+    Settle();
+    EXPECT_TRUE(IsOpen()) << "Enter closes nothing";
     Answer(dialog_, IDCANCEL);
   });
 }

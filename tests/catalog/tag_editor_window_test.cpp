@@ -108,7 +108,7 @@ TEST_F(TagEditorTest, ShowsTheTagOnAFullScreenAndWritesWhatIsTyped) {
     Run([] { EXPECT_FALSE(KelvoInputPanelState()); });
     EXPECT_EQ(BytesOf(kOne), before) << "closed without an update";
 
-    Open("Sine\\One");  // everything is cut to its field
+    Open("Sine\\One");  // what is set without typing is cut to its field
     Type({thirty + "too long", thirty + "5", thirty + "5", "20013", "300", thirty + "5"});
     ChooseGenre(8);
     Update();
@@ -122,7 +122,15 @@ TEST_F(TagEditorTest, AnUntaggedFileGrowsOnceAndIsShownEverywhere) {
   ShowSongs([&] {
     Open("Unknown\\three.mp3");
     EXPECT_EQ(Fields(), "three.mp3|||||||-1");
-    Type({"Drei", "SINE"});
+    std::string taken;  // of what is typed
+    for (const int id : kFields) {
+      const HWND field = GetDlgItem(editor_, id);
+      SetWindowTextW(field, L"");
+      for (int i = 0; i < 40; ++i) SendMessageW(field, WM_CHAR, '1', 0);
+      taken += std::to_string(Text(field).size()) + "|";
+    }
+    EXPECT_EQ(taken, "30|30|30|4|40|30|");
+    Type({"Drei", "SINE", "", "", "", ""});
     Answer(editor_, IDOK);  // Done updates as well
     EXPECT_EQ(BytesOf(kThree), "plain" + Plain("Drei", "SINE", 255));
     EXPECT_EQ(Nodes(), "Sine\n Drei\n One\n Two\n") << "grouped without regard to case";

@@ -104,7 +104,9 @@ def check_host(root):
 def check_portable(root, commands):
     errors = []
     with open(commands, encoding="utf-8") as file:
-        sources = {os.path.relpath(entry["file"], root) for entry in json.load(file)}
+        # What a test compiles for itself may stand on seams of the test's.
+        sources = {os.path.relpath(entry["file"], root) for entry in json.load(file)
+                   if " -o tests/" not in entry["command"]}
     todo = [path for path in sources if level_of(path) or is_of_host(path)]
     if not todo:
         errors.append("the native build compiles nothing of the product")

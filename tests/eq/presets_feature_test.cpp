@@ -74,6 +74,7 @@ TEST_F(PresetsFeatureTest, ListsAtMostTwoHundred) {
   EXPECT_EQ(feature_.ListPresets(L"\\V"), 200);
   EXPECT_EQ(Name(199) + Name(200), "199");
   EXPECT_EQ(feature_.FindPreset(L"200"), -1);
+  EXPECT_EQ(feature_.FindPreset(nullptr), -1);
   feature_.Destroy(0);
   feature_.Destroy(0);
   EXPECT_EQ(Name(0), "");

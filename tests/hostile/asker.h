@@ -7,6 +7,7 @@
 #include "kelvo/bookmarks.h"
 #include "kelvo/catalog.h"
 #include "kelvo/equalizer_presets.h"
+#include "kelvo/features.h"
 #include "kelvo/media_info.h"
 #include "kelvo/ogg_vorbis_input.h"
 #include "kelvo/skin_reader.h"
@@ -26,7 +27,8 @@ struct Features {
   SkinReader* skins = nullptr;
   bool (*ask_asf)(const wchar_t* path, AsfAnswer* answer) = nullptr;
   Catalog* catalog = nullptr;  // null where there are no windows
-  std::string folder;          // for the files; that of the bookmarks
+  GetFeatureFunction get = nullptr;
+  std::string folder;  // for the files; that of the bookmarks
 };
 Features LoadFeatures();
 
@@ -40,6 +42,8 @@ std::string PresetAnswer(const Features& features);
 std::string ArchiveAnswer(const Features& features, const std::string& name);
 std::string BitmapAnswer(const std::string& bytes);
 std::string SkinTextAnswer(const std::string& bytes);
+// Which parts of the language are used: "text dialog bar".
+std::string LanguageAnswer(const Features& features, const std::string& bytes);
 
 // A playlist with the folder that its names must have, in place of "@".
 std::string WithFolder(std::string list, const std::string& folder);

@@ -5,10 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/language_file.h"
+
 namespace kelvo::hostile {
 
 struct HostileFile {
-  const char* name;
+  std::string name;
   std::string bytes;
   std::string want;  // in the words of answers.cpp
 };
@@ -26,5 +28,8 @@ Corpus PresetFiles();
 Corpus Archives();
 Corpus Bitmaps();
 Corpus SkinTexts();
+// With the system's word on which of them are libraries, or without.
+Corpus LanguageFiles(bool loaded_by_system);
+test::Resources WholeLanguage();
 
 }  // namespace kelvo::hostile

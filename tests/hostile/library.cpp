@@ -32,6 +32,7 @@ Features LoadFeatures() {
   features.skins = static_cast<SkinReader*>(get(kFeatureSkinReader));
   features.ask_asf = g_wma ? &AskAsf : nullptr;
   features.catalog = static_cast<Catalog*>(get(kFeatureCatalog));
+  features.get = get;
   features.folder = test::Utf8(installation.path().c_str());
   return features;
 }

@@ -40,7 +40,7 @@ Features LoadFeatures() {
   static SkinReaderFeature skins(SystemFiles());
   DecoderHeap::AttachModule();
   static OggVorbisPlugin ogg(SystemFiles());
-  return {&ogg, &bookmarks, &presets, &skins, &AskAsf, nullptr, folder};
+  return {&ogg, &bookmarks, &presets, &skins, &AskAsf, nullptr, nullptr, folder};
 }
 
 int ReplayCatalog(Catalog*, const std::string&, int*) {

@@ -2,7 +2,8 @@
 //   hostile_replay SONG.ogg [DEVICE]
 // On Windows the library beside it is asked, also the device's in its emulator; about tags and
 // playlists through its windows too, which look at the device: an empty folder, such as "W:/".
-// Bitmaps and texts of skins are the host's.
+// Bitmaps and texts of skins are the host's. Natively the program for translators is asked about
+// language libraries.
 #include <stdio.h>
 
 #include <filesystem>
@@ -44,6 +45,8 @@ int Replay(const std::string& song, const char* device) {
       {"file.zip", Archives(), [&](auto&) { return ArchiveAnswer(features, "file.zip"); }},
       {"main.bmp", Bitmaps(), [](auto& b) { return BitmapAnswer(b); }},
       {"viscolor.txt", SkinTexts(), [](auto& b) { return SkinTextAnswer(b); }},
+      {"kv_mui.05FF.dll", LanguageFiles(features.get != nullptr),
+       [&](auto& b) { return LanguageAnswer(features, b); }},
   };
   std::filesystem::create_directories(features.folder + "/presets");
   const auto write = [&](const std::string& name, const std::string& bytes) {
@@ -60,8 +63,8 @@ int Replay(const std::string& song, const char* device) {
       const std::string got = format.ask(bytes);
       if (got == file.want) continue;
       ++wrong;
-      printf("%s, %s: \"%s\" instead of \"%s\"\n", format.file, file.name, Short(got).c_str(),
-             Short(file.want).c_str());
+      printf("%s, %s: \"%s\" instead of \"%s\"\n", format.file, file.name.c_str(),
+             Short(got).c_str(), Short(file.want).c_str());
     }
   }
   if (features.catalog && device) wrong += ReplayCatalog(features.catalog, device, &files);

@@ -85,7 +85,7 @@ Corpus TaggedFiles() {
       {"a byte too short", tag.substr(1), "none"},
       {"cut at its end", tag.substr(0, 127), "none"},
       {"something behind it", tag + ".", "none"},
-      {"small letters", "tag" + tag.substr(3), "none"},
+      {"a small letter", "TAg" + tag.substr(3), "none"},
       {"full fields", Id3v1Tag(thirty, thirty, thirty, 147),
        thirty + "|" + thirty + "|" + thirty + "|Synthpop"},
       {"blanks alone", Id3v1Tag("", "", "", 148, ' '), "|||"},

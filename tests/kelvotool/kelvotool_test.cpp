@@ -130,7 +130,7 @@ TEST_F(KelvotoolTest, TellsWhyLinesAreDropped) {
       {"list.m3u", "#EXTM3U\r\n\r\na.mp3\r\nkelvotool_test\\sub\\c.wma\r\ninner.pls\r\n\x1A", ""},
       {"list.m3u",
        "a.txt\nhttp://h/radio\nsub/c.wma\nnone.mp3\nnone.pls\nkelvotool_test\\sub\\..\\a.mp3\n"
-       "list.m3u\ninner.pls\ninner.pls\n\x1Aplain.mp3\n",
+       "list.m3u\ninner.pls\ninner.pls\n\x1Ap",
        "1: no kind: a.txt\n2: a URL: http://h/radio\n"
        "3: forward slashes do not separate folders: sub/c.wma\n4: no such file: none.mp3\n"
        "5: no such file: none.pls\n"

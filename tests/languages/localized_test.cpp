@@ -123,15 +123,19 @@ TEST_F(LocalizedTest, TakesAMenuBarOnlyAsAWhole) {
                 {IDM_LACKS_COMMAND, 0, false},
                 {0, 0, false},
                 {999, 0, false}};
+  const HWND parent =
+      CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
   for (const auto& c : kCases) {
     SHMENUBARINFO info = {};
     info.cbSize = sizeof(info);
+    info.hwndParent = parent;
     info.nToolBarId = c.menu;
     info.hInstRes = OwnModule();
     info.nBmpId = c.bitmap;
     CreateLocalizedMenuBar(&info);
     EXPECT_EQ(info.hInstRes, c.from_language ? LanguageModule() : OwnModule()) << c.menu;
   }
+  DestroyWindow(parent);
 }
 
 TEST_F(LocalizedTest, RunsEachDialogInTheLanguageThatHasAllOfIt) {
@@ -176,9 +180,12 @@ HWND FocusOnceActive(HWND dialog) {
   return focus.hwndFocus;
 }
 
+using Replaced = TextEntryDialog::Replaced;
+
 // One run of the text entry dialog, as the user sees it when it opens; then `typed` goes letter by
 // letter to whatever has the focus, and the button is chosen.
-std::string Enter(TextEntryDialog& entry, const std::wstring& typed, int button) {
+std::string Enter(TextEntryDialog& entry, const std::wstring& typed, int button,
+                  Replaced replaced = Replaced::kAll) {
   std::string offered;
   DialogDriver driver(L"Edit File Name", [&](HWND dialog) {
     const HWND edit = GetDlgItem(dialog, IDC_TEXT_ENTRY);
@@ -193,7 +200,7 @@ std::string Enter(TextEntryDialog& entry, const std::wstring& typed, int button)
     offered += ", stays open";
     SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
   });
-  offered += entry.Run(nullptr) ? ", confirmed" : ", cancelled";
+  offered += entry.Run(nullptr, replaced) ? ", confirmed" : ", cancelled";
   EXPECT_FALSE(KelvoInputPanelState());
   return offered;
 }
@@ -213,7 +220,14 @@ TEST_F(LocalizedTest, TheTextEntryDialogTakesOneLineThatIsNotEmpty) {
   EXPECT_EQ(Enter(entry, L"new", IDOK), "old name, confirmed") << "typing replaces the text";
   EXPECT_EQ(Enter(entry, L"unwanted", IDCANCEL), "new, cancelled");
   EXPECT_EQ(Utf8(entry.GetText()), "new");
-  EXPECT_EQ(Enter(entry, std::wstring(400, L'x'), IDOK), "new, confirmed");
+  for (const auto& [name, renamed] :
+       {std::pair(L"a.b.m3u", "x.m3u"), {L".m3u", "x.m3u"}, {L"no point", "x"}}) {
+    entry.SetText(name);
+    Enter(entry, L"x", IDOK, Replaced::kBeforeExtension);
+    EXPECT_EQ(Utf8(entry.GetText()), renamed);
+  }
+  entry.SetText(L"new.m3u");
+  EXPECT_EQ(Enter(entry, std::wstring(400, L'x'), IDOK), "new.m3u, confirmed");
   EXPECT_EQ(Utf8(entry.GetText()), std::string(259, 'x')) << "what does not fit cannot be typed";
 }
 

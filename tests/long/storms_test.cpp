@@ -2,7 +2,6 @@
 // both plug-ins of the real library. Nothing that the process owns may grow. KELVO_STORMS says how
 // many.
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <windows.h>
 
 #include <tlhelp32.h>
@@ -16,6 +15,7 @@
 #include "tests/pocketpc/wav_bytes.h"
 #include "tests/support/end_messages.h"
 #include "tests/support/loaded_library.h"
+#include "tests/support/long_run.h"
 #include "tests/support/media_files.h"
 #include "tests/support/memory_reader.h"
 #include "tests/support/owned_objects.h"
@@ -54,24 +54,23 @@ void HandleMessages() {
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
 }
 
-// `storm` once to warm up, then many times.
+// `storm` some times to warm up, then many times.
 void Weather(const char* name, int usual, const test::ImportFaults& imports,
              const std::function<void(std::mt19937&)>& storm) {
-  const char* const set = getenv("KELVO_STORMS");
-  const int storms = set ? atoi(set) : usual;
   std::mt19937 random(1);
-  for (int i = 0; i < 5 + storms / 10; ++i) storm(random);
+  for (int i = 0; i < 5 + usual / 10; ++i) storm(random);
   const Held before = Count(imports);
-  for (int i = 0; i < storms; ++i) {
+  test::LongRun run("KELVO_STORMS", static_cast<uint64_t>(usual));
+  while (run.Next()) {
     storm(random);
-    ASSERT_FALSE(testing::Test::HasFailure()) << i;
+    ASSERT_FALSE(testing::Test::HasFailure()) << run.done();
   }
   const Held after = Count(imports);
   printf(
-      "%s: %d storms; handles %lu, then %lu; threads %lu, %lu; GDI %lu, %lu; user %lu, %lu; blocks "
+      "%s: %u storms; handles %lu, then %lu; threads %lu, %lu; GDI %lu, %lu; user %lu, %lu; blocks "
       "%ld, %ld\n",
-      name, storms, before.handles, after.handles, before.threads, after.threads, before.gdi,
-      after.gdi, before.user, after.user, before.blocks, after.blocks);
+      name, static_cast<unsigned>(run.done()), before.handles, after.handles, before.threads,
+      after.threads, before.gdi, after.gdi, before.user, after.user, before.blocks, after.blocks);
   EXPECT_LE(after.handles, before.handles + 10);
   EXPECT_LE(after.threads, before.threads + 1);
   EXPECT_LE(after.gdi, before.gdi + 2);

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-namespace kelvo::oracle {
+#include "tests/oracles/model_text.h"
 
-using Units = std::u16string;
+namespace kelvo::oracle {
 
 struct BookmarkOf {
   Units path, description;
@@ -22,9 +22,10 @@ class BookmarksModel {
 
   void Load() {
     list.clear();
+    units_ = UnitsOf(file);
     at_ = 0;
     for (Units path = Line(); !path.empty(); path = Line()) {
-      if (at_ + 2 > file.size()) return;  // no position line
+      if (at_ == units_.size()) return;  // no position line
       const int32_t position = Number(Line());
       list.push_back({path, Line(), position});
     }
@@ -87,31 +88,15 @@ class BookmarksModel {
   static Units Cut(const Units& text) { return text.substr(0, 259); }
 
   bool IsLastPlayed() const {
-    Units begin = list[0].description.substr(0, 14);
-    for (char16_t& c : begin) c = c >= 'a' && c <= 'z' ? static_cast<char16_t>(c - 32) : c;
-    return begin == u"(LAST PLAYED) ";
+    return Upper(list[0].description.substr(0, 14)) == u"(LAST PLAYED) ";
   }
 
-  // False at the end of the file, where half a unit is none.
-  bool Unit(char16_t* unit) {
-    if (at_ + 2 > file.size()) return false;
-    const auto low = static_cast<unsigned char>(file[at_]);
-    const auto high = static_cast<unsigned char>(file[at_ + 1]);
-    *unit = static_cast<char16_t>(low | high << 8);
-    at_ += 2;
-    return true;
-  }
   Units Line() {
     Units line;
-    for (char16_t unit; Unit(&unit);) {
-      if (unit == 13) {
-        Unit(&unit);  // the line feed, whatever it is
-        break;
-      }
-      line += unit;
-    }
-    line = Cut(line);  // what a buffer of 260 holds
-    return line.substr(0, line.find(u'\0'));
+    while (at_ < units_.size() && units_[at_] != 13) line += units_[at_++];
+    // The return, and the line feed, whatever it is.
+    for (int i = 0; i < 2 && at_ < units_.size(); ++i) ++at_;
+    return UpToNul(Cut(line));  // what a buffer of 260 holds
   }
   static int32_t Number(const Units& text) {
     size_t at = 0;
@@ -133,6 +118,7 @@ class BookmarksModel {
     file += static_cast<char>(unit >> 8);
   }
 
+  Units units_;  // of the file
   size_t at_ = 0;
 };
 

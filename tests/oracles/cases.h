@@ -5,11 +5,13 @@
 
 #include <gtest/gtest.h>
 #include <stdint.h>
+#include <stdio.h>
 #include <stdlib.h>
 
 #include <string>
 
 #include "tests/oracles/model_text.h"
+#include "tests/support/long_run.h"
 
 namespace kelvo::oracle {
 
@@ -52,11 +54,11 @@ class Dice {
 
 template <class Case>
 void ForCases(uint64_t count, Case one) {
-  const char* const wanted = getenv("KELVO_ORACLE_CASES");
   const char* const start = getenv("KELVO_ORACLE_FIRST");
   const uint64_t first = start ? strtoull(start, nullptr, 10) : 0;
-  if (wanted) count = strtoull(wanted, nullptr, 10);
-  for (uint64_t number = first; number < first + count; ++number) {
+  test::LongRun run("KELVO_ORACLE_CASES", count);
+  while (run.Next()) {
+    const uint64_t number = first + run.done() - 1;
     Dice dice(number);
     one(dice);
     if (testing::Test::HasFailure()) {
@@ -64,6 +66,7 @@ void ForCases(uint64_t count, Case one) {
       return;
     }
   }
+  printf("%llu cases\n", static_cast<unsigned long long>(run.done()));
 }
 
 }  // namespace kelvo::oracle

@@ -288,10 +288,21 @@ TEST_F(M3uWriterTest, FailsWhenNoFileCanBeCreatedAndNeverLosesTheOldOne) {
     EXPECT_EQ(files_.Find("\\out.m3u")->bytes == "old", !complete);
     return !complete;
   });
-  EXPECT_EQ(calls, 9) << "attributes, create, four lines, flush, two moves";
+  EXPECT_EQ(calls, 10) << "attributes twice, create, four lines, flush, two moves";
   EXPECT_EQ(created, 8) << "what comes after the creation does not decide";
-  EXPECT_EQ(files_.Find("\\out.m3u")->bytes,
-            "#EXTM3U:\r\n#EXTINF:-1,A - T\r\n\\a.mp3\r\n\\b.mp3\r\n");
+  const std::string lines[] = {"#EXTM3U:\r\n", "#EXTINF:-1,A - T\r\n", "\\a.mp3\r\n",
+                               "\\b.mp3\r\n"};
+  EXPECT_EQ(files_.Find("\\out.m3u")->bytes, lines[0] + lines[1] + lines[2] + lines[3]);
+  for (long failing = 0; failing < 4; ++failing) {
+    files_.Delete(L"\\new.m3u");
+    files_.FailAfter(failing, false, "write");
+    bool complete = true;
+    EXPECT_TRUE(WriteM3u(files_, L"\\new.m3u", list_, &complete));
+    EXPECT_FALSE(complete);
+    std::string want;
+    for (long i = 0; i < 4; ++i) want += i == failing ? "" : lines[i];
+    EXPECT_EQ(files_.Find("\\new.m3u")->bytes, want) << "where nothing was, all that fits stays";
+  }
   EXPECT_EQ(files_.open_now, 0);
 }
 

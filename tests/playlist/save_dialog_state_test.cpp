@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/support/memory_files.h"
 #include "tests/support/wide_text.h"
 
@@ -39,6 +41,7 @@ TEST(SaveDialogStateTest, BuildsFolderPaths) {
     Chain chain;
     chain.texts = c.texts;
     wchar_t path[kTextCapacity];
+    std::fill(path, path + kTextCapacity, L'x');
     EXPECT_EQ(FolderPathOf(chain, c.texts.size(), path), c.fits);
     EXPECT_EQ(Utf8(path), c.want);
   }

@@ -201,6 +201,7 @@ void Lock::Enter() noexcept {
   if (depth_ == kClosed) test::Fail("a closed lock is entered");
   test::Fibre*& owner = Owner(section_);
   WaitUntil([&] { return !owner || owner == g_now; });
+  if (!owner && test::HoldsALock()) test::Fail("two locks are held together");
   owner = g_now;
   ++owner->locks;
   ++depth_;
@@ -244,8 +245,7 @@ bool Thread::ended() const noexcept {
   return held() && !g_thread.lives;
 }
 void Thread::Join() noexcept {
-  if (!held()) return;
-  WaitUntil([] { return !g_thread.lives; });
+  if (held()) WaitUntil([] { return !g_thread.lives; });
   handle_ = nullptr;
 }
 bool Thread::WaitForEventOrEnd(Event& event) noexcept {

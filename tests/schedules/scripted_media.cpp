@@ -34,6 +34,7 @@ void World::Note(char call) {
   if (!OnHost() && (call == 'o' || call == 'O')) {
     messages_due += g_check_thread(thread);
     thread.clear();
+    stop_asked = toggled_late = false;
   }
   all += call;
   std::string& calls = OnHost() ? host : thread;
@@ -68,6 +69,8 @@ void ScriptedOutput::Close() noexcept {
   if (g_world.pending == World::kYes) {
     g_world.pending = g_world.sought_before ? World::kNo : World::kMaybe;
   }
+  if (g_world.base_sure && !strchr("S0", g_world.operation)) g_world.base = 0;
+  if (!g_world.Did("xqO") && !g_world.stop_asked) Fail("stops though nobody has asked");
 }
 
 // Two buffers are as good as eight, and sooner full.
@@ -98,7 +101,7 @@ void ScriptedOutput::Decoded(const char* at, uint32_t room, int64_t frame, int64
 
 int32_t ScriptedOutput::Write(OutputBuffer* buffer, uint32_t unused) noexcept {
   g_world.Note('w');
-  const bool last = g_world.thread.find('e') != std::string::npos;
+  const bool last = g_world.Did("e");
   if (!handed_out_ || buffer != &buffer_ || buffer->length_bytes != filled_ ||
       buffer->valid_bytes != filled_ || unused != kBufferBytes - filled_ ||
       (!last && unused >= kLeastReadBytes)) {
@@ -150,7 +153,7 @@ int32_t ScriptedOutput::Drained() noexcept {
   if (g_world.sought_before) Fail("drains on after a seek");
   const bool drained = queue_.empty();
   g_world.Note(drained ? 'q' : 'n');
-  if (drained && g_world.pending == World::kNo && !g_world.may_stop &&
+  if (drained && g_world.pending == World::kNo && !g_world.stop_asked &&
       (heard_.first >= 0 ? heard_.first != g_world.from || heard_.end != g_world.frames
                          : g_world.from != g_world.frames)) {
     Fail("not all is heard to the end");
@@ -229,7 +232,11 @@ VorbisRead ReadVorbis(VorbisStream* stream, void* destination, uint32_t bytes,
   g_world.Note(error ? 'x' : frames == 0 ? 'e' : 'd');
   if (g_world.pending == test::World::kYes) Fail("goes on decoding after a seek");
   if (error) return kReadError;
-  if (frames == 0) return kReadEnd;
+  if (frames == 0) {
+    g_world.toggled_late = strchr("TPp", g_world.operation);
+    g_world.state_at_end = g_world.state;
+    return kReadEnd;
+  }
   test::g_output.Decoded(static_cast<char*>(destination), bytes, g_world.at, frames);
   g_world.at += frames;
   *count = static_cast<uint32_t>(frames) * 2;

@@ -32,11 +32,15 @@ struct World {
   bool seek_fails = false;
 
   // What was seen.
-  std::string host;       // calls in the operation that is under way
-  std::string thread;     // calls of the thread that was started last
-  std::string all;        // the thread's calls with a quote before them
-  bool held = false;      // a thread has been started and not been joined
-  bool may_stop = false;  // the host is within an operation that ends the thread
+  std::string host;                  // calls in the operation that is under way
+  std::string thread;                // calls of the thread that was started last
+  std::string all;                   // the thread's calls with a quote before them
+  bool held = false;                 // a thread has been started and not been joined
+  bool joined = false;               // there is none to stop; at first there seems to be one
+  char operation = 0;                // that is under way
+  bool stop_asked = false;           // since the thread was started
+  bool toggled_late = false;         // since the thread came to the end of the file
+  uint32_t state_at_end = kStopped;  // of the file
   enum { kNo, kMaybe, kYes } pending = kNo;
   bool seek_ended = false;     // the operation has nothing left to do
   bool sought_before = false;  // when the thread last looked, in its drain
@@ -44,12 +48,15 @@ struct World {
   uint32_t restarted_in = kStopped;  // state
   uint32_t states_seen = 0;          // in the operation: bits
   int messages = 0;
-  int messages_due = 0;   // by threads before the last
-  uint32_t base = 0;      // where the last seek went
-  int64_t at = 0;         // frame that the stream decodes next
-  int64_t from = 0;       // where what is heard should begin
-  uint32_t answered = 0;  // by the output, when asked for what it has played
+  int messages_due = 0;      // by threads before the last
+  uint32_t base = 0;         // where the last seek went, or 0 since a thread closed the output
+  uint32_t base_before = 0;  // the operation
+  bool base_sure = true;     // no: the seek met the thread's end, so it may be either
+  int64_t at = 0;            // frame that the stream decodes next
+  int64_t from = 0;          // where what is heard should begin
+  uint32_t answered = 0;     // by the output, when asked for what it has played
 
+  bool Did(const char* calls) const { return thread.find_first_of(calls) != std::string::npos; }
   bool Sought() const { return pending == kYes && seek_ended; }
   void Note(char call);
   void Clear();

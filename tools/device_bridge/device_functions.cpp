@@ -73,9 +73,20 @@ BOOL WINAPI FindNext(HANDLE search, DeviceFindData* out) {
   return TRUE;
 }
 
+// A card's driver that lacks what a file system may lack.
+bool OnPlainCard() {
+  if (GetEnvironmentVariableW(L"KELVO_PLAIN_CARD", nullptr, 0) == 0) return false;
+  SetLastError(ERROR_NOT_SUPPORTED);
+  return true;
+}
+
+BOOL WINAPI FlushFile(HANDLE file) {
+  return !OnPlainCard() && FlushFileBuffers(file);
+}
+
 // The second file takes the first one's place, which must be there.
 BOOL WINAPI ReplaceWithFile(const wchar_t* deleted, const wchar_t* renamed) {
-  return GetFileAttributesW(deleted) != INVALID_FILE_ATTRIBUTES &&
+  return !OnPlainCard() && GetFileAttributesW(deleted) != INVALID_FILE_ATTRIBUTES &&
          MoveFileExW(renamed, deleted, MOVEFILE_REPLACE_EXISTING);
 }
 
@@ -124,6 +135,7 @@ const struct {
     {"FindFirstFileW", reinterpret_cast<void*>(&FindFirst)},
     {"DeleteAndRenameFile", reinterpret_cast<void*>(&ReplaceWithFile)},
     {"FindNextFileW", reinterpret_cast<void*>(&FindNext)},
+    {"FlushFileBuffers", reinterpret_cast<void*>(&FlushFile)},
     {"SetThreadPriority", reinterpret_cast<void*>(&SetPriority)},
     {"PropertySheetW", reinterpret_cast<void*>(&ShowSheet)},
     {"qsort", reinterpret_cast<void*>(&Sort)},

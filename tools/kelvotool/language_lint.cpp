@@ -160,6 +160,7 @@ void LanguageLint::CheckDialog(uint16_t id) noexcept {
   DialogControls controls(other.bytes, other.size);
   CompareIds("dialog", id, "not used, it lacks control", DialogControls(own.bytes, own.size),
              controls);
+  if (!IsWhole(controls)) findings_.Add("dialog", id, "not used, it is cut off");
   if (controls.is_extended()) {
     findings_.Add("dialog", id, "of the extended form, which the device does not read");
   }
@@ -170,26 +171,13 @@ void LanguageLint::CheckDialog(uint16_t id) noexcept {
   }
 }
 
-// One level, the popups in it each by itself. The depth is bounded by the bytes: a level takes
-// some.
+// One level, the popups in it each by itself.
 void LanguageLint::CheckMnemonics(uint16_t id, MenuItems* items) noexcept {
-  constexpr int kDeepest = 8;
-  Mnemonics levels[kDeepest];
-  bool ends_with[kDeepest] = {};  // the popup is its level's last item
-  int depth = 0;
+  Mnemonics levels[MenuItems::kDeepest];
   for (MenuItems::Item item; items->Next(&item);) {
-    const wchar_t letter[] = {levels[depth].Add(item.text), 0};
+    const wchar_t letter[] = {levels[item.depth].Add(item.text), 0};
     if (letter[0]) findings_.Add("menu", id, "two items are chosen by the letter", letter);
-    if (item.is_popup) {
-      ends_with[depth] = item.is_last;
-      if (++depth == kDeepest) return findings_.Add("menu", id, "too deep");
-      levels[depth] = Mnemonics();
-    } else if (item.is_last) {
-      do {
-        if (depth == 0) return;
-        --depth;
-      } while (ends_with[depth]);
-    }
+    if (item.is_popup) levels[item.depth + 1] = Mnemonics();
   }
 }
 
@@ -201,16 +189,15 @@ void LanguageLint::CheckMenu(uint16_t id) noexcept {
   }
   MenuItems items(other.bytes, other.size);
   CompareIds("menu", id, "not used, it lacks command", MenuItems(own.bytes, own.size), items);
+  if (!IsWhole(items)) findings_.Add("menu", id, "not used, it is cut off or too deep");
   CheckMnemonics(id, &items);
   ResourceBytes own_table, table;
   if (!built_in_.Find(ResourceKind::kData, id, &own_table)) return;
-  if (!language_.Find(ResourceKind::kData, id, &table) || table.size < own_table.size) {
+  if (!language_.Find(ResourceKind::kData, id, &table) ||
+      ButtonCount(table.bytes, table.size) < ButtonCount(own_table.bytes, own_table.size)) {
     findings_.Add("menu", id, "not used, the table of its bar is missing or too short");
   }
-  bool has_images = false;
-  MenuBarButtons buttons(own_table);
-  for (MenuBarButton button; buttons.Next(&button);) has_images |= !button.is_label;
-  if (has_images && !language_.Has(ResourceKind::kBitmap, IDB_MENU_BAR)) {
+  if (!language_.Has(ResourceKind::kBitmap, IDB_MENU_BAR)) {
     findings_.AddNumber("menu", id, "not used, its bar's images are missing: bitmap", IDB_MENU_BAR);
   }
 }

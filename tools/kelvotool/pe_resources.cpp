@@ -26,8 +26,9 @@ bool PeResources::Load(ByteSource& file) noexcept {
   }
   constexpr size_t kDirectories32 = 96, kDirectories64 = 112, kResources = 2 * 8;
   const bool is_64 = Word(optional) == 0x20B;
-  const uint32_t address = Long(optional + (is_64 ? kDirectories64 : kDirectories32) + kResources);
-  if (!OffsetOf(address, 16, &root_)) root_ = 0;
+  const size_t directories = optional + (is_64 ? kDirectories64 : kDirectories32);
+  const bool has_resources = Long(directories - 4) > kResources / 8;
+  if (!has_resources || !OffsetOf(Long(directories + kResources), 16, &root_)) root_ = 0;
   return true;
 }
 

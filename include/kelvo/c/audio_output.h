@@ -23,9 +23,9 @@ typedef struct KelvoOutputBuffer {
 /* Implemented by the host. The decoding thread calls slots 4, 5, 6, 8, 9, 11 and 13; meanwhile
  * the host's own thread makes the plug-in call slots 9, 11 and 12. An implementation must bear
  * both at once, and slots 9, 11 and 12 also on a device that is closed or was never opened: a
- * seek or a stop resets it whether it plays or not, a position is asked for at any time, and a
- * pause may come just as the decoding thread has closed it. The library calls no other slot
- * and never deletes the object. */
+ * seek or a stop may reset it though it does not play, a position is asked for at any time,
+ * and a pause may come just as the decoding thread has closed it. The library calls no other
+ * slot and never deletes the object. */
 typedef struct KelvoAudioOutput KelvoAudioOutput;
 typedef struct KelvoAudioOutputTable {
   /* Slot 0. */

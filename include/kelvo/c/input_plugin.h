@@ -3,7 +3,8 @@
  * Order of calls: SetReader, Open; SetOutput, Play; then TogglePause, SeekMs, the getters in
  * any order; Stop; Close (or a new Open after Close). The object is built once and reused for
  * file after file. Stop comes before Close. Every operation is harmless without a file: it
- * returns 0 or does nothing. Failure is always a zero result; no text crosses this interface.
+ * returns 0 or does nothing. Failure is a zero result, unless an operation says otherwise; no
+ * text crosses this interface.
  *
  * Thread: the host calls all operations from one thread, its own. A plug-in may have a
  * decoding thread; that one calls KelvoAudioOutput, KelvoMediaReader, SetState and GetState.
@@ -59,8 +60,8 @@ typedef struct KelvoInputPluginTable {
 
   /* Slot 9. Goes to a position in milliseconds. Non-zero on success; a position at or behind the
    * end is refused, a negative one is the start. (Ogg Vorbis: a seek while the last buffers
-   * drain ends the thread with its message; the state stays KELVO_PLAYING and the output open:
-   * the next Play opens it anew.) */
+   * drain ends the thread with its message; the state stays as it was, playing or paused, and
+   * the output open: after Stop and SetState(KELVO_STOPPED) the next Play opens it anew.) */
   int32_t(KELVO_METHOD* SeekMs)(KELVO_SELF(KelvoInputPlugin), int32_t milliseconds);
 
   /* Slot 10. Ends playback. A plain Play afterwards goes on where the file was (Ogg Vorbis:

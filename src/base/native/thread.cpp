@@ -81,7 +81,10 @@ bool Thread::ended() const noexcept {
 }
 
 void Thread::Join() noexcept {
-  if (!held()) return;
+  if (!held()) {
+    handle_ = nullptr;
+    return;
+  }
   Running* running = static_cast<Running*>(std::exchange(handle_, nullptr));
   pthread_join(running->thread, nullptr);
   HeapDelete(running);

@@ -40,7 +40,7 @@ class Thread {
   Thread() noexcept = default;
   Thread(const Thread&) = delete;
   Thread& operator=(const Thread&) = delete;
-  ~Thread() = default;  // the owner has joined it
+  ~Thread() = default;  // the owner has joined it, or leaves it
 
   // False when it cannot be created. Only while no thread is held.
   [[nodiscard]] bool Start(Body body, void* context, int32_t priority) noexcept;
@@ -48,7 +48,9 @@ class Thread {
   bool held() const noexcept { return handle_ != Never() && handle_ != nullptr; }
   // Whether the held thread has ended: joining it does not wait.
   bool ended() const noexcept;
-  // Waits for the thread's end and lets go of it.
+  // Whether there is nothing left to join; not before the first Join().
+  bool joined() const noexcept { return handle_ == nullptr; }
+  // Waits for the end of the held thread, if there is one, and lets go of it.
   void Join() noexcept;
   // Waits for the event or the thread's end; true when the event came, also when both did.
   bool WaitForEventOrEnd(Event& event) noexcept;

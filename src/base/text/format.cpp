@@ -109,9 +109,7 @@ bool FormatWide(wchar_t* dst, size_t capacity, const wchar_t* format,
     }
     ++argument;
   }
-  if (argument == arguments.end()) return true;
-  *dst = 0;
-  return false;
+  return true;
 }
 
 }  // namespace kelvo

@@ -1,5 +1,6 @@
-// Formatting with a format text that may come from a language library: a format that does not ask
-// for exactly the arguments given is refused, so a broken translation cannot read wild memory.
+// Formatting with a format text that may come from a language library: a format that asks for other
+// arguments than are given, or for more, is refused, so a broken translation cannot read wild
+// memory.
 #pragma once
 
 #include <stddef.h>
@@ -23,8 +24,9 @@ class FormatArgument {
 };
 
 // Understands %d, %i, %u, %s and %%, and widths: %5d and %5s fill up with blanks, %02d with zeros.
-// True when the format's specifiers are those of the arguments, in their order; otherwise *dst is
-// the empty text. What does not fit in `capacity` characters is cut off; dst is always terminated.
+// True when the format's specifiers are those of the first arguments, in their order; otherwise
+// *dst is the empty text. What does not fit in `capacity` characters is cut off; dst is always
+// terminated.
 bool FormatWide(wchar_t* dst, size_t capacity, const wchar_t* format,
                 std::initializer_list<FormatArgument> arguments) noexcept;
 

@@ -93,7 +93,11 @@ class WindowsWriter final : public FileWriter {
            written == bytes;
   }
 
-  bool Flush() noexcept override { return FlushFileBuffers(file_.get()); }
+  // A card's driver may have nothing to flush.
+  bool Flush() noexcept override {
+    return FlushFileBuffers(file_.get()) || GetLastError() == ERROR_NOT_SUPPORTED ||
+           GetLastError() == ERROR_CALL_NOT_IMPLEMENTED;
+  }
 
   bool SeekFromEnd(uint32_t distance) noexcept override {
     if (distance > 0x7FFFFFFFu) return false;

@@ -50,12 +50,16 @@ const void* FindResourceBytes(HMODULE module, const wchar_t* name, const wchar_t
   const HRSRC found = FindResourceW(module, name, type);
   const HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
   const void* data = loaded ? LockResource(loaded) : nullptr;
-  if (data) *bytes = SizeofResource(module, found);
+  const size_t size = data ? SizeofResource(module, found) : 0;
+  // The module's tables say where, and may say anything.
+  if (!data || IsBadReadPtr(data, size)) return nullptr;
+  *bytes = size;
   return data;
 }
 
 bool HasResource(HMODULE module, const wchar_t* name, const wchar_t* type) noexcept {
-  return FindResourceW(module, name, type) != nullptr;
+  size_t bytes = 0;
+  return FindResourceBytes(module, name, type, &bytes) != nullptr;
 }
 
 UniqueIconList LoadIconList(HMODULE module, const int* ids, int count) noexcept {

@@ -22,7 +22,8 @@ const wchar_t* FindStringResource(HMODULE module, UINT id, size_t* length) noexc
 // when the module has no such string.
 size_t CopyStringResource(HMODULE module, UINT id, wchar_t* buffer, size_t capacity) noexcept;
 
-// The bytes of any other resource, in place. Null and *bytes 0 when the module has none.
+// The bytes of any other resource, in place. Null and *bytes 0 when the module has none, or says
+// that it lies where nothing can be read.
 const void* FindResourceBytes(HMODULE module, const wchar_t* name, const wchar_t* type,
                               size_t* bytes) noexcept;
 

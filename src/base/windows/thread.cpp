@@ -61,7 +61,10 @@ bool Thread::ended() const noexcept {
 }
 
 void Thread::Join() noexcept {
-  if (!held()) return;
+  if (!held()) {
+    handle_ = nullptr;
+    return;
+  }
   WaitForSingleObject(handle_, INFINITE);
   UniqueObject(std::exchange(handle_, nullptr));
 }

@@ -1,5 +1,6 @@
 #include "base/sync/thread.h"
 #include "base/windows/dialog.h"
+#include "base/windows/enter_key.h"
 #include "base/windows/feature_dialog.h"
 #include "base/windows/registry.h"
 #include "base/windows/resources.h"
@@ -96,6 +97,7 @@ bool BookmarksDialog::OnInit() noexcept {
 
 void BookmarksDialog::CreateList() noexcept {
   state_.list_view = control(IDC_BOOKMARK_LIST);
+  LeaveEnterTo(list());
   constexpr int kIcons[] = {IDI_FILE_PRESENT, IDI_FILE_MISSING};
   images_ = LoadIconList(OwnModule(), kIcons, 2);
   ListView_SetImageList(list(), images_.get(), LVSIL_SMALL);

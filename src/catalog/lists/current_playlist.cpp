@@ -47,12 +47,13 @@ void RemoveSelected(EntryList& entries, ListSelection& selection) noexcept {
   selection.focused = !has_focus ? kept : focused < kept || kept == 0 ? focused : kept - 1;
 }
 
-void MoveSelected(EntryList& entries, ListSelection& selection, Direction direction) noexcept {
+size_t MoveSelected(EntryList& entries, ListSelection& selection, Direction direction) noexcept {
   const size_t count = entries.size();
   const auto position = [&](size_t step) {
     return direction == Direction::kUp ? step : count - 1 - step;
   };
-  if (count == 0 || selection.selected[position(0)]) return;
+  size_t foremost = count;
+  if (count == 0 || selection.selected[position(0)]) return foremost;
   for (size_t step = 1; step < count; ++step) {
     const size_t from = position(step);
     const size_t to = position(step - 1);
@@ -60,7 +61,9 @@ void MoveSelected(EntryList& entries, ListSelection& selection, Direction direct
     std::swap(entries[from], entries[to]);
     std::swap(selection.selected[from], selection.selected[to]);
     if (selection.focused == from) selection.focused = to;
+    if (foremost == count) foremost = to;
   }
+  return foremost;
 }
 
 void ColumnText(const MediaEntry& entry, PlaylistColumn column,

@@ -18,8 +18,8 @@ enum class Direction { kUp, kDown };
 // Nothing is selected afterwards; the item that takes a removed one's place takes its focus, too.
 void RemoveSelected(EntryList& entries, ListSelection& selection) noexcept;
 // Moves every selected item by one position. Nothing moves when the first item in the direction of
-// the move is selected.
-void MoveSelected(EntryList& entries, ListSelection& selection, Direction direction) noexcept;
+// the move is selected. Where the foremost one is then; the number of items when none has moved.
+size_t MoveSelected(EntryList& entries, ListSelection& selection, Direction direction) noexcept;
 
 // The columns, left to right.
 enum class PlaylistColumn : int { kTitle = 0, kArtist = 1, kAlbum = 2, kGenre = 3 };

@@ -49,15 +49,21 @@ class TagEditorDialog final : public ModalDialog {
   }
 
   void FillFields() noexcept {
-    if (!edit_.present()) return;
     TagTexts shown;
     edit_.Show(&shown);
-    SetWindowTextW(control(IDC_TAG_TITLE), shown.title);
-    SetWindowTextW(control(IDC_TAG_ALBUM), shown.album);
-    SetWindowTextW(control(IDC_TAG_ARTIST), shown.artist);
-    SetWindowTextW(control(IDC_TAG_COMMENT), shown.comment);
-    SetWindowTextW(control(IDC_TAG_YEAR), shown.year);
+    Fill(IDC_TAG_TITLE, shown.title);
+    Fill(IDC_TAG_ALBUM, shown.album);
+    Fill(IDC_TAG_ARTIST, shown.artist);
+    Fill(IDC_TAG_COMMENT, shown.comment);
+    Fill(IDC_TAG_YEAR, shown.year);
     SetWindowTextW(control(IDC_TAG_TRACK), shown.track);
+  }
+
+  // What the tag has no room for cannot be typed.
+  template <int kCapacity>
+  void Fill(int id, const wchar_t (&text)[kCapacity]) noexcept {
+    SendMessageW(control(id), EM_LIMITTEXT, kCapacity - 1, 0);
+    SetWindowTextW(control(id), text);
   }
 
   template <int kCapacity>

@@ -187,13 +187,17 @@ void CurrentPage::Edit(int id) noexcept {
     const ListPause pause(window(), view());
     ListSelection selection;
     if (!ReadSelection(view(), &selection)) return;
+    size_t moved = state().current.size();
     if (id == ID_REMOVE_SELECTED) {
       RemoveSelected(state().current, selection);
     } else {
-      MoveSelected(state().current, selection,
-                   id == ID_MOVE_UP ? Direction::kUp : Direction::kDown);
+      moved = MoveSelected(state().current, selection,
+                           id == ID_MOVE_UP ? Direction::kUp : Direction::kDown);
     }
     ShowEdited(view(), state().current, selection);
+    if (moved < state().current.size()) {
+      ListView_EnsureVisible(view(), static_cast<int>(moved), FALSE);
+    }
   }
   UpdateButtons();
 }

@@ -1,5 +1,7 @@
 #include "catalog/windows/list_view.h"
 
+#include "base/windows/enter_key.h"
+
 namespace kelvo {
 
 int CountItems(HWND list) noexcept {
@@ -89,6 +91,7 @@ void ToggleChosen(const NMHDR& header, LPARAM lparam) noexcept {
 void StyleList(HWND list) noexcept {
   const LPARAM styles = LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT | LVS_EX_ONECLICKACTIVATE;
   SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, styles);
+  LeaveEnterTo(list);
 }
 
 ListPause::ListPause(HWND page, HWND list) noexcept : page_(page), redraw_(list) {

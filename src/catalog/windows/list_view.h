@@ -26,7 +26,7 @@ bool SelectionChanged(const NMLISTVIEW& change) noexcept;
 // Enter, and a double tap beside its box, change an item's check.
 void ToggleChosen(const NMHDR& header, LPARAM lparam) noexcept;
 
-// The common style of the catalog's lists.
+// The common style and keys of the catalog's lists.
 void StyleList(HWND list) noexcept;
 
 // While this lives, a page's list draws nothing, and the page hears nothing of it: for thousands of

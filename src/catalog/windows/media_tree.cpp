@@ -1,5 +1,6 @@
 #include "catalog/windows/media_tree.h"
 
+#include "base/windows/enter_key.h"
 #include "catalog/tree/hashing.h"
 #include "catalog/windows/catalog_page.h"
 #include "entry/language/modules.h"
@@ -44,6 +45,8 @@ LRESULT CALLBACK MediaTree::Procedure(HWND view, UINT message, WPARAM wparam,
   MediaTree& self = *reinterpret_cast<MediaTree*>(GetWindowLongPtrW(view, GWLP_USERDATA));
   const auto node = [&] { return self.NodeOf(reinterpret_cast<TVITEMW*>(lparam)->hItem); };
   switch (message) {
+    case WM_GETDLGCODE:
+      return self.Send(message, wparam, lparam) | EnterCode(wparam, lparam);
     case WM_PAINT:
       self.ShowChecks();
       break;

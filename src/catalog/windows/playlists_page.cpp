@@ -131,7 +131,8 @@ void PlaylistsPage::Rename() noexcept {
   const wchar_t* path = state().playlists[index];
   TextEntryDialog entry;
   entry.SetText(FileNameOf(path));
-  if (!entry.Run(window())) return;
+  // A name without its extension would be that of no playlist.
+  if (!entry.Run(window(), TextEntryDialog::Replaced::kBeforeExtension)) return;
   HeapText renamed = RenamedPath(path, entry.GetText());
   if (!renamed.has_value()) return;
   // The list shows the new name even when the file could not be moved.

@@ -40,9 +40,10 @@ void ScanWatch::Show(size_t found) noexcept {
   if (!label_) {
     RECT client = {};
     GetClientRect(page_, &client);
-    label_ = CreateWindowExW(0, L"STATIC", text,
-                             WS_CHILD | WS_VISIBLE | WS_BORDER | WS_CLIPSIBLINGS | SS_CENTER, 0, 0,
-                             client.right, kLabelHeight, page_, nullptr, OwnModule(), nullptr);
+    label_ =
+        CreateWindowExW(0, L"STATIC", text,
+                        WS_CHILD | WS_VISIBLE | WS_BORDER | WS_CLIPSIBLINGS | SS_CENTER | SS_NOTIFY,
+                        0, 0, client.right, kLabelHeight, page_, nullptr, OwnModule(), nullptr);
     if (!label_) return;
     SendMessageW(label_, WM_SETFONT, static_cast<WPARAM>(SendMessageW(page_, WM_GETFONT, 0, 0)),
                  FALSE);
@@ -61,7 +62,9 @@ void ScanWatch::HandleMessages() noexcept {
       ended_ = true;
     } else if (IsBetween(message.message, WM_KEYFIRST, WM_KEYLAST)) {
       ended_ = message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE;
-    } else if (!IsBetween(message.message, WM_MOUSEFIRST, WM_MOUSELAST)) {
+    } else if (IsBetween(message.message, WM_MOUSEFIRST, WM_MOUSELAST)) {
+      ended_ = message.message == WM_LBUTTONUP && message.hwnd == label_;
+    } else {
       DispatchMessageW(&message);
     }
   }

@@ -9,7 +9,7 @@
 namespace kelvo {
 
 // From time to time handles what has arrived meanwhile -- except for keys and taps, which wait for
-// nothing -- and shows the number of files. Escape ends the scan, and so does Done.
+// nothing -- and shows the number of files. A tap on that ends the scan, and so do Escape and Done.
 class ScanWatch final : public ScanProgress {
  public:
   // `closing` becomes true when the sheet ends.

@@ -54,11 +54,16 @@ INT_PTR RunDialog(ModalDialog& dialog, UINT id, HWND parent) noexcept {
 
 BOOL CreateLocalizedMenuBar(SHMENUBARINFO* info) noexcept {
   const HMODULE language = LanguageModule();
+  const HINSTANCE built_in = info->hInstRes;
   if (language && info->nToolBarId != 0 &&
       HasWholeMenuBar(language, info->hInstRes, MAKEINTRESOURCEW(info->nToolBarId)) &&
       (info->nBmpId == 0 || HasResource(language, MAKEINTRESOURCEW(info->nBmpId), RT_BITMAP))) {
     info->hInstRes = language;
   }
+  const BOOL made = SHCreateMenuBar(info);
+  if (made || info->hInstRes == built_in) return made;
+  // The images or the table may be such that the system refuses them.
+  info->hInstRes = built_in;
   return SHCreateMenuBar(info);
 }
 

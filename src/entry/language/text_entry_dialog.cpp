@@ -9,7 +9,7 @@ namespace kelvo {
 // Outside the dialog object, whose layout is fixed.
 class TextEntryDialog::Window final : public ModalDialog {
  public:
-  explicit Window(TextEntryDialog& entry) noexcept : entry_(entry) {}
+  Window(TextEntryDialog& entry, Replaced replaced) noexcept : entry_(entry), replaced_(replaced) {}
 
  private:
   bool OnInit() noexcept override {
@@ -18,7 +18,9 @@ class TextEntryDialog::Window final : public ModalDialog {
     SetWindowTextW(edit, entry_.text_);
     SipShowIM(SIPF_ON);
     SetFocus(edit);
-    SendMessageW(edit, EM_SETSEL, 0, -1);  // typing replaces what is offered
+    const wchar_t* const point =
+        replaced_ == Replaced::kBeforeExtension ? FindLastWide(entry_.text_, L'.') : nullptr;
+    SendMessageW(edit, EM_SETSEL, 0, point ? point - entry_.text_ : -1);
     return false;
   }
 
@@ -43,15 +45,16 @@ class TextEntryDialog::Window final : public ModalDialog {
   void OnDestroy() noexcept override { SipShowIM(SIPF_OFF); }
 
   TextEntryDialog& entry_;
+  Replaced replaced_;
 };
 
 void TextEntryDialog::Destroy(uint32_t flags) noexcept {
   if ((flags & 1) != 0) HeapDelete(this);
 }
 
-bool TextEntryDialog::Run(HWND parent) noexcept {
+bool TextEntryDialog::Run(HWND parent, Replaced replaced) noexcept {
   cancelled_ = 1;
-  Window window(*this);
+  Window window(*this, replaced);
   RunDialog(window, IDD_TEXT_ENTRY, parent);
   return cancelled_ == 0;
 }

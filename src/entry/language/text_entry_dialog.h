@@ -18,8 +18,10 @@ class TextEntryDialog {
   void SetText(const wchar_t* text) noexcept { CopyWide(text_, kTextCapacity, text); }
   const wchar_t* GetText() const noexcept { return text_; }
 
-  // Lets the user edit the text, modally. True when a text that is not empty was confirmed.
-  bool Run(HWND parent) noexcept;
+  // Lets the user edit the text, modally. True when a text that is not empty was confirmed. What is
+  // typed first replaces all of the text, or that before its last point.
+  enum class Replaced { kAll, kBeforeExtension };
+  bool Run(HWND parent, Replaced replaced) noexcept;
 
  private:
   class Window;

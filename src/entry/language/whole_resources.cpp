@@ -13,10 +13,12 @@ Ids IdsOf(HMODULE module, const wchar_t* name, const wchar_t* type) noexcept {
   return Ids(found, bytes);
 }
 
-size_t TableBytes(HMODULE module, const wchar_t* name) noexcept {
-  size_t bytes = 0;
-  FindResourceBytes(module, name, RT_RCDATA, &bytes);
-  return bytes;
+bool HasWholeTable(HMODULE language, HMODULE module, const wchar_t* name) noexcept {
+  size_t bytes = 0, own_bytes = 0;
+  const void* table = FindResourceBytes(language, name, RT_RCDATA, &bytes);
+  const void* own_table = FindResourceBytes(module, name, RT_RCDATA, &own_bytes);
+  const size_t buttons = ButtonCount(table, bytes);
+  return buttons > 0 && buttons >= ButtonCount(own_table, own_bytes);
 }
 
 }  // namespace
@@ -28,8 +30,7 @@ bool HasWholeDialog(HMODULE language, HMODULE module, const wchar_t* name) noexc
 }
 
 bool HasWholeMenuBar(HMODULE language, HMODULE module, const wchar_t* name) noexcept {
-  const size_t table = TableBytes(language, name);
-  return HasResource(language, name, RT_MENU) && table > 0 && table >= TableBytes(module, name) &&
+  return HasResource(language, name, RT_MENU) && HasWholeTable(language, module, name) &&
          HasAllOf(IdsOf<MenuItems>(module, name, RT_MENU),
                   IdsOf<MenuItems>(language, name, RT_MENU));
 }

@@ -12,7 +12,7 @@ bool PresetQuestions::AskName(WindowHandle parent, wchar_t (&name)[kTextCapacity
   SHFullScreen(host, SHFS_SHOWSIPBUTTON);
   TextEntryDialog entry;
   entry.SetText(LoadLocalizedString(OwnModule(), IDS_NEW_PRESET));
-  const bool confirmed = entry.Run(host);
+  const bool confirmed = entry.Run(host, TextEntryDialog::Replaced::kAll);
   SHFullScreen(host, SHFS_HIDESIPBUTTON);
   if (confirmed) CopyWide(name, kTextCapacity, entry.GetText());
   return confirmed;

@@ -1,6 +1,6 @@
 // Memory for the Vorbis decoder. The decoder takes for granted that it always gets memory; the
 // library must not. So each stream has a heap of its own, and the decoder is run so that a request
-// that fails abandons the whole call; what it held is then freed at once. What is known about the
+// that fails abandons the whole call; what it held is freed with the heap. What is known about the
 // blocks lies apart from them: a write past a block's end does not reach it.
 #pragma once
 

@@ -62,7 +62,7 @@ OggVorbisPlugin::OggVorbisPlugin(FileSystem& files) noexcept : files_(files) {
 
 OggVorbisPlugin::~OggVorbisPlugin() {
   // A thread that did not end by itself still runs, or was ended by the system in the middle of
-  // anything: what it used stays as it is.
+  // anything: the stream that it used stays as it is.
   if (thread_.held() && !(thread_done_ && thread_.ended())) {
     stream_.Forget();
     return;
@@ -81,7 +81,7 @@ void OggVorbisPlugin::TearDown() noexcept {
 }
 
 void OggVorbisPlugin::Destroy(uint32_t flags) noexcept {
-  StopThread();
+  if (thread_.held()) StopThread();
   TearDown();
   if ((flags & 1) != 0) {
     HeapFree(this);

@@ -38,7 +38,7 @@ int32_t OggVorbisPlugin::Play() noexcept {
     }
   }
   // The last thread may be about to take the lock, so its end is awaited without it.
-  StopThread();
+  if (thread_.held()) StopThread();
   LockGuard guard(lock_);
   return StartThread();
 }
@@ -53,14 +53,13 @@ bool OggVorbisPlugin::StartThread() noexcept {
 }
 
 void OggVorbisPlugin::StopThread() noexcept {
-  if (!thread_.held()) return;
   stop_request_ = 1;
   if (output_) output_->Reset();
   thread_.Join();
 }
 
 int32_t OggVorbisPlugin::Stop() noexcept {
-  StopThread();
+  if (!thread_.joined()) StopThread();  // once even if there never was one
   seek_pending_ = 0;
   run_output_ = 0;
   stop_request_ = 0;

@@ -54,7 +54,7 @@ int ReplaceWords(void* start, void* from, void* to, void** replaced) noexcept {
   Word* word = static_cast<Word*>(start);
   for (int i = 0; i < kScanWords && !IsBadReadPtr(word, sizeof(*word)); ++i, ++word) {
     if (*word != from || static_cast<void*>(word) == replaced) continue;
-    if (replaced) *replaced = from;
+    if (replaced && *replaced != from) *replaced = from;  // once: then others read it
     if (Overwrite(word, to)) ++count;
   }
   return count;

@@ -1,6 +1,7 @@
 #include "playlist/save_dialog.h"
 
 #include "base/windows/dialog.h"
+#include "base/windows/enter_key.h"
 #include "base/windows/feature_dialog.h"
 #include "base/windows/pocketpc.h"
 #include "base/windows/resources.h"
@@ -25,6 +26,7 @@ class SaveDialog final : public ModalDialog {
     state_.tree = control(KELVO_HOST_SAVE_TREE);
     state_.dialog = window();
     MakeFullScreen(window(), SHIDIF_SIPDOWN);
+    LeaveEnterTo(control(KELVO_HOST_SAVE_TREE));
     SHMENUBARINFO bar = {};
     bar.cbSize = sizeof(bar);
     bar.hwndParent = window();

@@ -25,6 +25,7 @@ bool ZipStream::FindEnd() noexcept {
   constexpr uint64_t kRecordBytes = 22;  // its last two are the length of the comment behind it
   constexpr uint64_t kLongestComment = 0xFFFF;
   const uint64_t size = end_;
+  uint64_t without_right_comment = 0;
   for (uint64_t comment = 0; comment <= kLongestComment && kRecordBytes + comment <= size;
        ++comment) {
     uint8_t record[kRecordBytes];
@@ -32,12 +33,13 @@ bool ZipStream::FindEnd() noexcept {
     if (Read(record, 1) != 1) return false;
     if (record[0] != (kSignature & 0xFF)) continue;
     if (Read(record + 1, kRecordBytes - 1) != kRecordBytes - 1) return false;
-    if (LoadU32(record) == kSignature && LoadU16(record + kRecordBytes - 2) == comment) {
-      end_ = size - comment;
-      return true;
-    }
+    if (LoadU32(record) != kSignature) continue;
+    end_ = size - comment;
+    if (LoadU16(record + kRecordBytes - 2) == comment) return true;
+    if (without_right_comment == 0) without_right_comment = end_;
   }
-  return false;
+  end_ = without_right_comment;
+  return end_ != 0;
 }
 
 uLong ZipStream::Read(void* dst, uLong bytes) noexcept {

@@ -43,7 +43,8 @@ __attribute__((optimize("no-tree-loop-distribute-patterns"))) void* memchr(const
   return nullptr;
 }
 
-// The device's C library sets no error numbers, so one word that stays 0 serves all threads.
+// The device's C library sets no error numbers. The library itself sets this word alone where a stream
+// gives nothing any more, for the decoder, which looks at once and clears it before each read.
 int* _errno() {
   static int number;
   return &number;

@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include "base/text/format.h"
 #include "base/text/wide.h"
 #include "base/windows/unique_handle.h"
 #include "res/resource_ids.h"
@@ -41,6 +42,9 @@ constexpr struct {
     {IDS_DELETE_CAPTION, kCaption, true},          {IDS_FILE_EXISTS, kCaption, true},
     {IDS_RENAME_FILE, kMenuItem, false},           {IDS_DELETE_ITEM, kMenuItem, false},
 };
+// The line that is shown while the device is scanned, which has a border, with its number.
+constexpr int kScanLine = kScreen - 2;
+constexpr int kMostFiles = 999999;
 constexpr uint16_t kTabs[] = {IDS_MEDIA_TITLE, IDS_PLAYLISTS_TITLE, IDS_CURRENT_TITLE};
 
 class Ruler {
@@ -126,6 +130,10 @@ void Measuring::Run() noexcept {
   for (const auto& room : kRooms) {
     const wchar_t* const text = Text(room.id);
     Fit("string", room.id, text, (room.is_bold ? bold_ : plain_).Width(text), room.room);
+  }
+  wchar_t scanning[kLongestStoredText];
+  if (FormatWide(scanning, kLongestStoredText, Text(IDS_SCANNING), {kMostFiles})) {
+    Fit("string", IDS_SCANNING, scanning, plain_.Width(scanning), kScanLine);
   }
   int tabs = 0;
   for (const uint16_t id : kTabs) tabs += kTabEdges + plain_.Width(Text(id));

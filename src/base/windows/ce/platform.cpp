@@ -15,9 +15,11 @@ uint32_t MaximizedSheetFlag() noexcept {
   return 0x00002000;
 }
 
+// Moving succeeds only where nothing is, the second only where something is. A card's driver may
+// lack the second; what takes two steps instead leaves at least `from`.
 bool ReplaceByMoving(const wchar_t* from, const wchar_t* to) noexcept {
-  // Moving succeeds only where nothing is, the other only where something is.
-  return MoveFileW(from, to) || DeleteAndRenameFile(to, from);
+  return MoveFileW(from, to) || DeleteAndRenameFile(to, from) ||
+         (GetFileAttributesW(from) != 0xFFFFFFFFu && DeleteFileW(to) && MoveFileW(from, to));
 }
 
 }  // namespace kelvo

@@ -32,4 +32,13 @@ using SharedWord = SharedValue<uint32_t>;
 template <class Pointer>
 using SharedPointer = SharedValue<Pointer>;
 
+inline int32_t LoadAcquire(const int32_t& word) noexcept {
+  test::Point();
+  return word;
+}
+inline void StoreRelease(int32_t& word, int32_t value) noexcept {
+  test::Point();
+  word = value;
+}
+
 }  // namespace kelvo

@@ -1,0 +1,5 @@
+#pragma once
+
+namespace kelvo {
+inline constexpr char kPlayerAnchorExport[] = "anchor";
+}
