@@ -219,7 +219,8 @@ TEST_F(CatalogFaults, CurrentPlaylist) {
       },
       {}, [&] { User::Select(Control(kCurrent), 0); });
 }
-// As a new file, and over one: it is deleted before, to see whether that can be written.
+// As a new file, and over one: it is deleted before, to see whether that can be written. Lines that
+// cannot are left out.
 TEST_F(CatalogFaults, Save) {
   std::string saved;
   for (const wchar_t* name : {L"new.m3u", L"list.m3u"}) {
@@ -229,7 +230,7 @@ TEST_F(CatalogFaults, Save) {
               Do(kCurrent, ID_SAVE_PLAYLIST);
               if (saved.empty()) saved = folder_.Read(name);
               const std::string now = folder_.Read(name);
-              EXPECT_TRUE(now == old || now == saved || now == "no file") << now;
+              EXPECT_TRUE(now == old || now == "no file" || test::IsPartInOrder(now, saved)) << now;
             },
             {Type(KELVO_HOST_SAVE_NAME, name), Click(KELVO_HOST_SAVE_BUTTON)});
   }

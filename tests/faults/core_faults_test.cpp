@@ -206,17 +206,8 @@ const struct {
     {"decoding", Decode, kAnything},
 };
 
-// Of lines: whether each is one of `whole`, in its order; a song may lack its title.
 bool IsLeft(Left left, const std::string& part, const std::string& whole) {
-  if (left != kLines) return left == kAnything || part.empty();
-  size_t at = 0;
-  for (size_t from = 0; from < part.size();) {
-    const size_t end = part.find('\n', from);
-    at = whole.find(part.substr(from, end - from), at);
-    if (at == std::string::npos) return false;
-    from = end + 1;
-  }
-  return true;
+  return left == kAnything || (left == kLines ? test::IsPartInOrder(part, whole) : part.empty());
 }
 
 TEST(CoreFaults, LeaveTheWholeOrWhatIsLeftOfIt) {
