@@ -143,16 +143,12 @@ TEST_F(CatalogFaults, FirstOpening) {
 TEST_F(CatalogFaults, Rescan) {
   SweepIn(kPlaylists, [&] { Do(kPlaylists, ID_RESCAN); });
 }
-TEST_F(CatalogFaults, ChecksOfPlaylists) {
-  SweepIn(kPlaylists, [&] {
-    for (const int id : {ID_CHECK_NONE, ID_INVERT_CHECKS, ID_CHECK_ALL}) Do(kPlaylists, id);
-  });
-}
 TEST_F(CatalogFaults, AddLists) {
   SweepIn(kPlaylists, [&] { Do(kPlaylists, ID_ADD_CHECKED); });
 }
-TEST_F(CatalogFaults, PopupOfPlaylists) {
+TEST_F(CatalogFaults, ChecksAndPopup) {
   SweepInBothLanguages(kPlaylists, [&] {
+    for (const int id : {ID_CHECK_NONE, ID_INVERT_CHECKS, ID_CHECK_ALL}) Do(kPlaylists, id);
     ListView_SetItemState(Control(kPlaylists), 0, LVIS_SELECTED | LVIS_FOCUSED,
                           LVIS_SELECTED | LVIS_FOCUSED);
     Notify(kPlaylists, GN_CONTEXTMENU, NMRGINFO{});
@@ -181,14 +177,11 @@ TEST_F(CatalogFaults, Grouping) {
     for (int order = ID_FIRST_ORDER; order <= ID_LAST_ORDER; ++order) Do(kMedia, order);
   });
 }
-TEST_F(CatalogFaults, ChecksOfMedia) {
-  SweepIn(kMedia, [&] {
-    for (const int id : {ID_CHECK_ALL, ID_CHECK_NONE, ID_INVERT_CHECKS}) Do(kMedia, id);
-  });
-}
 TEST_F(CatalogFaults, AddMedia) {
-  SweepIn(
-      kMedia, [&] { Do(kMedia, ID_ADD_CHECKED); }, {}, [&] { Do(kMedia, ID_CHECK_ALL); });
+  SweepIn(kMedia, [&] {
+    for (const int id : {ID_CHECK_ALL, ID_CHECK_NONE, ID_INVERT_CHECKS, ID_ADD_CHECKED})
+      Do(kMedia, id);
+  });
 }
 TEST_F(CatalogFaults, EditTag) {
   SweepInBothLanguages(
@@ -206,40 +199,28 @@ TEST_F(CatalogFaults, DeleteMedia) {
       [&] { user_.SelectNode(Control(kMedia), "Sine\\One"); });
 }
 
-TEST_F(CatalogFaults, PlayAndEnqueue) {
-  SweepIn(kCurrent, [&] {
-    Do(kCurrent, ID_PLAY);
-    Do(kCurrent, ID_ENQUEUE);
-  });
-}
-TEST_F(CatalogFaults, Selections) {
-  SweepIn(kCurrent, [&] {
-    for (const int id : {ID_SELECT_ALL, ID_SELECT_NONE, ID_INVERT_SELECTION, ID_CHECK_NONE,
-                         ID_INVERT_CHECKS, ID_CHECK_ALL}) {
-      Do(kCurrent, id);
-    }
-  });
-}
-TEST_F(CatalogFaults, MoveAndSort) {
+TEST_F(CatalogFaults, CurrentPlaylist) {
   SweepIn(
       kCurrent,
       [&] {
-        Do(kCurrent, ID_MOVE_DOWN);
-        Do(kCurrent, ID_MOVE_UP);
+        for (const int id : {ID_PLAY, ID_ENQUEUE, ID_MOVE_DOWN, ID_MOVE_UP, ID_CHECK_NONE,
+                             ID_INVERT_CHECKS, ID_CHECK_ALL}) {
+          Do(kCurrent, id);
+        }
         for (int column = 0; column < 4; ++column) {
           NMLISTVIEW tap = {};
           tap.iSubItem = column;
           Notify(kCurrent, static_cast<UINT>(LVN_COLUMNCLICK), tap);
         }
+        for (const int id :
+             {ID_REMOVE_SELECTED, ID_SELECT_ALL, ID_SELECT_NONE, ID_INVERT_SELECTION}) {
+          Do(kCurrent, id);
+        }
       },
       {}, [&] { User::Select(Control(kCurrent), 0); });
 }
-TEST_F(CatalogFaults, Remove) {
-  SweepIn(
-      kCurrent, [&] { Do(kCurrent, ID_REMOVE_SELECTED); }, {},
-      [&] { User::Select(Control(kCurrent), 0); });
-}
-// As a new file, and over one: it is deleted before, to see whether that can be written.
+// As a new file, and over one: it is deleted before, to see whether that can be written. Lines that
+// cannot are left out.
 TEST_F(CatalogFaults, Save) {
   std::string saved;
   for (const wchar_t* name : {L"new.m3u", L"list.m3u"}) {
@@ -249,7 +230,7 @@ TEST_F(CatalogFaults, Save) {
               Do(kCurrent, ID_SAVE_PLAYLIST);
               if (saved.empty()) saved = folder_.Read(name);
               const std::string now = folder_.Read(name);
-              EXPECT_TRUE(now == old || now == saved || now == "no file") << now;
+              EXPECT_TRUE(now == old || now == "no file" || test::IsPartInOrder(now, saved)) << now;
             },
             {Type(KELVO_HOST_SAVE_NAME, name), Click(KELVO_HOST_SAVE_BUTTON)});
   }

@@ -62,9 +62,12 @@ TEST_F(BookmarksFaults, Window) {
     SwitchTo(language);
     Start();
     Sweep([&] {
-      const WindowsUser user({});
-      bookmarks_.ShowBookmarks(parent_);
-      return All();
+      int items = -1;
+      const WindowsUser user({[&](HWND dialog) {
+        items = ListView_GetItemCount(GetDlgItem(dialog, IDC_BOOKMARK_LIST));
+      }});
+      const int32_t busy = bookmarks_.ShowBookmarks(parent_);
+      return std::to_string(busy) + std::to_string(items) + All();
     });
   }
 }

@@ -106,7 +106,7 @@ class LibraryFaults : public ::testing::Test {
       CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 240, 320, nullptr, nullptr, nullptr, nullptr);
 
  private:
-  static constexpr long kUsualStep = 23;
+  static constexpr long kUsualStep = 47;
 };
 
 }  // namespace kelvo::test

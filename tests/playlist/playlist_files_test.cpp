@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <sstream>
 
 #include "playlist/playlist_files.h"
 #include "tests/support/code_page.h"
@@ -18,18 +17,6 @@ using test::HeapFaults;
 using test::Id3v1Tag;
 using test::Utf8;
 using test::Wide;
-
-// Whether `part` is `whole` with some of its words left out.
-bool IsPartInOrder(const std::string& part, const std::string& whole) {
-  std::istringstream words(part), all(whole);
-  std::string word, candidate;
-  while (words >> word) {
-    do {
-      if (!(all >> candidate)) return false;
-    } while (candidate != word);
-  }
-  return true;
-}
 
 std::string Name(int i) {
   return "\\" + std::to_string(i) + ".m3u";
@@ -154,7 +141,7 @@ TEST_F(AddPathTest, SurvivesEveryFault) {
       faults.reset();
       files_.FailAfter(-1);
       EXPECT_FALSE(guard.IsOpen(Wide("\\m\\outer.m3u")));
-      EXPECT_TRUE(failed ? IsPartInOrder(paths, whole) : paths == whole) << paths;
+      EXPECT_TRUE(failed ? test::IsPartInOrder(paths, whole) : paths == whole) << paths;
       return failed;
     });
   }

@@ -7,6 +7,7 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <sstream>
 #include <string>
 
 #include "base/bytes/memory_source.h"
@@ -121,6 +122,18 @@ long SweepHeap(Act act, Check check) {
     check(failed);
     return failed;
   });
+}
+
+// Whether `part` is `whole` with some of its words left out.
+inline bool IsPartInOrder(const std::string& part, const std::string& whole) {
+  std::istringstream words(part), all(whole);
+  std::string word, candidate;
+  while (words >> word) {
+    do {
+      if (!(all >> candidate)) return false;
+    } while (candidate != word);
+  }
+  return true;
 }
 
 // use(beginning) for every shorter beginning of the bytes.
