@@ -43,8 +43,9 @@ __attribute__((optimize("no-tree-loop-distribute-patterns"))) void* memchr(const
   return nullptr;
 }
 
-// The device's C library sets no error numbers. The library itself sets this word alone where a stream
-// gives nothing any more, for the decoder, which looks at once and clears it before each read.
+// The device's C library sets no error numbers. The library itself sets this word alone where a
+// stream gives nothing any more, for the decoder, which looks at once and clears it before each
+// read.
 int* _errno() {
   static int number;
   return &number;
