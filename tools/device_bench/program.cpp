@@ -169,6 +169,11 @@ Imports System::MakeImports() {
   });
   add("LoadResource", [](Machine& m) { return Machine::kBase + m.Word(m.Argument(1)); });
   add("SizeofResource", [](Machine& m) { return m.Word(m.Argument(1) + 4); });
+  // What is asked about lies in the library, or nowhere.
+  add("IsBadReadPtr", [this](Machine& m) {
+    const uint64_t from = m.Argument(0), end = from + m.Argument(1);
+    return from < Machine::kBase || end > Machine::kBase + uint64_t{library->bytes()} ? 1u : 0u;
+  });
   add("GetVersionExW", [](Machine& m) {
     m.SetWord(m.Argument(0) + 4, 3);   // Windows CE 3.0
     m.SetWord(m.Argument(0) + 16, 3);  // the platform's number
