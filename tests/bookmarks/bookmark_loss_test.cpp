@@ -25,9 +25,11 @@ Strings Loaded(FileSystem& files, InstallFolder& folder) {
   return texts;
 }
 
+const std::string kText(51, 'd');
+
 void AddMany(BookmarksFeature& feature) {
   for (int32_t i = 0; i < 40; ++i) {
-    feature.AddBookmark(test::Wide("\\" + std::string(100, 'p')), i, L"d");
+    feature.AddBookmark(test::Wide("\\" + std::string(50, 'p')), i, test::Wide(kText));
   }
 }
 
@@ -85,7 +87,7 @@ TEST(BookmarkLossTest, WhatCouldNotBeReadIsPutAsideByTheNextChange) {
         int32_t position = -1;
         wchar_t text[kMaxText] = L"";
         feature.GetBookmark(i, nullptr, text, &position);
-        EXPECT_EQ(std::to_string(position) + test::Utf8(text), std::to_string(i) + "d");
+        EXPECT_EQ(std::to_string(position) + test::Utf8(text), std::to_string(i) + kText);
       }
       EXPECT_TRUE(failed || kept == 40);
       feature.SetLastPlayed(L"\\live", 1, L"new");
