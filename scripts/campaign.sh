@@ -61,7 +61,7 @@ for part in vorbis wma; do "$kelvo_root/scripts/build.sh" --target "tests/$part/
 "$kelvo_root/scripts/build.sh" --target tests/fuzz/all fuzz
 "$kelvo_root/scripts/build.sh" --target tests/oracles/all native-release
 begin=$SECONDS
-repeated "threads, sanitized" native-tsan '\.(vorbis_tests|redirected_audio_test)$' 3
+repeated "threads, sanitized" native-tsan '\.(vorbis_tests|audio_tap_test|redirected_audio_test)$' 3
 KELVO_KILLED_WRITERS=500 repeated "killed writers, 500 each" native '\.bookmarks_tests$' 1
 KELVO_SCHEDULE_SWITCHES=2 counted "schedules, 3 and 4 switches" native-release \
   '\.schedule_tests$' schedules

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <numeric>
+#include <thread>
 #include <vector>
 
 #include "tests/support/faults.h"
@@ -76,6 +78,28 @@ TEST(AudioTapTest, GivesSilenceOnceAndStoredSamplesAnewAfterANullBlock) {
   AudioTap without_memory;
   without_memory.Store(block.data(), 40);
   EXPECT_FALSE(without_memory.Read(samples));
+}
+
+// A block of one number is never seen in halves, and never mixed with another one's.
+TEST(AudioTapTest, ReadsWholeBlocksWhileOthersAreStored) {
+  AudioTap tap;
+  std::atomic<bool> over = false;
+  std::thread audio([&] {
+    for (int i = 1; i <= 100000; ++i) {
+      const std::vector<int16_t> block(64, static_cast<int16_t>(i));
+      tap.Store(block.data(), 128);
+    }
+    over = true;
+  });
+  int torn = 0;
+  for (bool last = false; !last;) {
+    last = over;
+    int16_t samples[kRead];
+    if (!tap.Read(samples)) continue;
+    for (size_t i = 0; i < 32; ++i) torn += samples[i] != samples[0];
+  }
+  audio.join();
+  EXPECT_EQ(torn, 0);
 }
 
 }  // namespace
