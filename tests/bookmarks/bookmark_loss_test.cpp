@@ -25,9 +25,11 @@ Strings Loaded(FileSystem& files, InstallFolder& folder) {
   return texts;
 }
 
+const std::string kText(51, 'd');
+
 void AddMany(BookmarksFeature& feature) {
   for (int32_t i = 0; i < 40; ++i) {
-    feature.AddBookmark(test::Wide("\\" + std::string(100, 'p')), i, L"d");
+    feature.AddBookmark(test::Wide("\\" + std::string(50, 'p')), i, test::Wide(kText));
   }
 }
 
@@ -73,13 +75,21 @@ TEST(BookmarkLossTest, WhatCouldNotBeReadIsPutAsideByTheNextChange) {
       AddMany(feature);
       const std::string whole = files.Find("\\V\\bookmarks.dat")->bytes;
       bool failed;
+      int32_t kept;
       {
         const test::HeapFaults heap(memory ? n : -1, test::HeapFaults::Mode::kFromThenOn);
         files.FailAfter(memory ? -1 : n);
-        feature.LoadBookmarks();
+        kept = feature.LoadBookmarks();
         failed = memory ? heap.triggered() : files.fault_triggered();
       }
       files.FailAfter(-1);
+      for (int32_t i = 0; i < kept; ++i) {
+        int32_t position = -1;
+        wchar_t text[kMaxText] = L"";
+        feature.GetBookmark(i, nullptr, text, &position);
+        EXPECT_EQ(std::to_string(position) + test::Utf8(text), std::to_string(i) + kText);
+      }
+      EXPECT_TRUE(failed || kept == 40);
       feature.SetLastPlayed(L"\\live", 1, L"new");
       const test::MemoryFiles::File* const aside = files.Find("\\V\\bookmarks.bak");
       const size_t found = Loaded(files, folder).size();

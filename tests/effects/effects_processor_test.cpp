@@ -135,25 +135,6 @@ TEST_F(Effects, AllWorkIsDoneUnderTheLock) {
   g_on_lock = nullptr;
 }
 
-// Whatever arrives between the look at the mode and the block: played at full strength, or not at
-// all.
-TEST_F(Effects, ABlockIsNeverAtHalfLevel) {
-  for (const int32_t mode : {0, 1}) {
-    SetBassMode(4);
-    int16_t frame[2] = {30000, -30000};
-    int16_t* samples = frame;
-    g_on_lock = [&](bool entered) {
-      if (entered) SetBassMode(mode);
-    };
-    CallBass(&samples, 4);
-    g_on_lock = nullptr;
-    if (mode == 0)
-      EXPECT_EQ(frame[0], 30000);
-    else
-      EXPECT_GT(frame[0], 15000);
-  }
-}
-
 // The plain loop, which only other processors run, and this one's.
 TEST(EqualizerLoops, EqualTheReference) {
   const int32_t sliders[][kBands] = {{0, 27, 14, 3, 20, 9, 27, 0, 13, 15},

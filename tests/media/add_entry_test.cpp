@@ -4,7 +4,6 @@
 #include <string.h>
 
 #include "tests/support/fake_information.h"
-#include "tests/support/faults.h"
 #include "tests/support/id3v1_tag.h"
 #include "tests/support/memory_files.h"
 
@@ -121,25 +120,6 @@ TEST(EntryListTest, GrowsByAHundredEntriesOfThreeWords) {
   EXPECT_EQ(words[598], 0u) << "no block";
   list.Clear();
   EXPECT_EQ(list.capacity(), 0u);
-}
-
-TEST_F(AddEntryTest, SurvivesEveryFailingAllocation) {
-  test::SweepHeap(
-      [&] {
-        list_.Clear();
-        Add(MediaKind::kMpeg, L"\\a.mp3");
-        Add(MediaKind::kOgg, L"\\a.ogg");
-        Add(MediaKind::kWma, L"\\a.wma");
-      },
-      [&](bool failed) {
-        // Growing or a path copy failed: an entry less. Opening or a block: an entry without block.
-        size_t blocks = 0;
-        for (const MediaEntry& entry : list_) blocks += entry.tag ? 1 : 0;
-        EXPECT_GE(list_.size() + blocks, 4u);
-        EXPECT_EQ(list_.size() == 3 && blocks == 3, !failed);
-        EXPECT_TRUE(Add(MediaKind::kMpeg, L"\\a.mp3")) << "usable afterwards";
-      });
-  EXPECT_EQ(files_.open_now, 0);
 }
 
 }  // namespace

@@ -1,16 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <string.h>
-
-#include <string>
-
 #include "catalog/media/entry_list.h"
 #include "tests/support/wide_text.h"
 
 namespace kelvo {
 namespace {
-
-using test::Wide;
 
 TEST(MediaKindTest, LooksAtThreeLettersBehindAPoint) {
   const struct {
@@ -26,26 +20,6 @@ TEST(MediaKindTest, LooksAtThreeLettersBehindAPoint) {
   };
   for (const auto& c : kCases) {
     EXPECT_EQ(static_cast<int32_t>(MediaKindOf(c.path)), c.want) << test::Utf8(c.path);
-  }
-}
-
-TEST(TagFieldTest, CopiesAtMost29Bytes) {
-  const struct {
-    std::string text, want;
-  } kCases[] = {
-      {"", ""},
-      {"Song", "Song"},
-      {std::string(29, 'x'), std::string(29, 'x')},
-      {std::string(30, 'x'), std::string(29, 'x')},
-      {std::string(259, 'x'), std::string(29, 'x')},
-      {"\u00E9", "\xE9"},
-      {"a\u4E2D", "a?"},
-  };
-  for (const auto& c : kCases) {
-    TagField field;
-    memset(field, 'o', sizeof(field));
-    CopyToField(Wide(c.text), field);
-    EXPECT_EQ(std::string(field, sizeof(field)), c.want + std::string(31 - c.want.size(), '\0'));
   }
 }
 

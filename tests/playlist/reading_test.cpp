@@ -84,31 +84,6 @@ TEST(LineReaderTest, DropsTheLineThatAReadCutsOff) {
   });
 }
 
-TextLine Line(const std::string& text) {
-  return {text.data(), text.size(), false};
-}
-
-// In Japanese text the second byte of a character may be that of a backslash.
-TEST(ListEntryTest, CutsAtBackslashesNotInsideCharacters) {
-  test::CodePage code_page(932);
-  const struct {
-    ListFormat format;
-    std::string line;
-    bool in_folder;
-  } kCases[] = {
-      {ListFormat::kM3u, "\x83\x5C\x83\x93\x83O.mp3", true},
-      {ListFormat::kM3u, "\x95\x5C\\a.mp3", false},
-      {ListFormat::kM3u, "\xB1\\a.mp3", false},  // a character of one byte before it
-      {ListFormat::kM3u, "\x95", true},
-      {ListFormat::kAsx, "<ref href=\"\x95\x5C.mp3\"/>", true},
-  };
-  for (const auto& c : kCases) {
-    ListEntry entry;
-    ASSERT_TRUE(FindEntry(c.format, Line(c.line), nullptr, &entry));
-    EXPECT_EQ(entry.in_folder, c.in_folder) << c.line;
-  }
-}
-
 TEST(ListPathTest, GoesThroughTheCodePage) {
   const struct {
     std::string path, want;

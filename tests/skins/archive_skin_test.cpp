@@ -15,13 +15,11 @@ using test::ZipBuilder;
 using test::ZipMember;
 
 // "<content>", or "none".
-std::string ReadMember(ByteSource&& source, const char* name = "main.bmp") {
-  const SkinBlock block = ReadFromSkinArchive(source, name);
+std::string ReadMember(const std::string& zip) {
+  MemorySource source(zip.data(), zip.size());
+  const SkinBlock block = ReadFromSkinArchive(source, "main.bmp");
   if (!block.data()) return block.size() == 0 ? "none" : "a size without a block";
   return "<" + std::string(static_cast<const char*>(block.data()), block.size()) + ">";
-}
-std::string ReadMember(const std::string& zip, const char* name = "main.bmp") {
-  return ReadMember(MemorySource(zip.data(), zip.size()), name);
 }
 
 TEST(ArchiveSkinTest, TakesTheBestMatch) {
@@ -124,7 +122,7 @@ std::string Sample() {
       .Bytes();
 }
 
-TEST(ArchiveSkinTest, EveryTruncationAndFaultGivesNothingAndEveryChangeNothingElse) {
+TEST(ArchiveSkinTest, EveryTruncationGivesNothingAndEveryChangeNothingElse) {
   const std::string zip = Sample(), want = "<" + Noise(300) + ">";
   ASSERT_EQ(ReadMember(zip), want);
   test::SweepTruncations(zip, [](const std::string& cut) { ASSERT_EQ(ReadMember(cut), "none"); });
@@ -136,26 +134,6 @@ TEST(ArchiveSkinTest, EveryTruncationAndFaultGivesNothingAndEveryChangeNothingEl
       ASSERT_TRUE(got == "none" || got == "<shadowed>" || got == "<x>" || got == want) << at;
     }
   }
-  int request = 0;
-  std::string got;
-  const long requests = test::SweepHeap([&] { got = ReadMember(zip); },
-                                        [&](bool failed) {
-                                          // Out of memory while searching for the 64-bit directory,
-                                          // it goes on with the plain one.
-                                          const bool goes_on = !failed || request++ == 1;
-                                          EXPECT_EQ(got, goes_on ? want : "none");
-                                        });
-  EXPECT_GE(requests, 7) << "stream, archive, buffers, inflate's two, the block";
-  ZipBuilder large;
-  for (int i = 0; i < 100; ++i) large.Add({"other " + std::to_string(i), "x"});
-  const std::string bytes = large.Add({"main.bmp", Noise(40000)}).Bytes();
-  const long reads = test::Sweep([&](long n) {
-    test::FailingSource source(bytes, n);
-    const std::string read = ReadMember(std::move(source));
-    EXPECT_EQ(read, source.triggered() ? "none" : "<" + Noise(40000) + ">");
-    return source.triggered();
-  });
-  EXPECT_GT(reads, 9);
 }
 
 constexpr size_t kLimit = 16u << 20;

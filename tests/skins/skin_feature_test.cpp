@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include "tests/support/faults.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/wide_text.h"
 #include "tests/support/zip_builder.h"
@@ -88,19 +87,6 @@ TEST_F(SkinFeatureTest, FolderPathsOf260CharactersAreRefused) {
     files_[(longest + std::string(more, 'f') + "\\main.bmp").substr(0, 259)] = "other";
     EXPECT_EQ(Folder(kSkinMain, Wide(longest + std::string(more, 'f'))), "none") << more;
   }
-}
-
-TEST_F(SkinFeatureTest, FailingReadsAndAllocationsGiveNothing) {
-  files_["\\S\\main.bmp"] = "x";
-  files_["\\S.zip"] = ZipBuilder().Add({"main.bmp", "x"}).Bytes();
-  files_.FailAfter(0, false, "read");
-  EXPECT_EQ(Folder(kSkinMain), "none");
-  for (bool archive : {false, true}) {
-    test::HeapFaults faults(1, test::HeapFaults::Mode::kFromThenOn);  // the file can be opened
-    EXPECT_EQ(archive ? Archive(kSkinMain) : Folder(kSkinMain), "none");
-    EXPECT_TRUE(faults.triggered());
-  }
-  EXPECT_EQ(files_.open_now, 0);
 }
 
 // The skin that the build makes beside the programs, as a folder and as an archive.

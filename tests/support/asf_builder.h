@@ -51,9 +51,6 @@ class AsfBuilder {
     return Object(kProperties, std::string(40, 'p') + Le(play_100ns, 8) + std::string(8, 's') +
                                    Le(preroll_ms, 8) + std::string(16, 'x'));
   }
-  AsfBuilder& Unknown(size_t body) {
-    return Object("00112233-4455-6677-8899-AABBCCDDEEFF", std::string(body, 'u'));
-  }
   AsfBuilder& Count(uint32_t count) {
     claimed_ = count;
     has_claim_ = true;

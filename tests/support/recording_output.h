@@ -2,7 +2,6 @@
 // to go on, so that a test decides where the decoding thread stands.
 #pragma once
 
-#include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <string>
@@ -14,9 +13,6 @@ namespace kelvo::test {
 
 class RecordingOutput final : public AudioOutput {
  public:
-  bool fail_open = false;
-  std::atomic<bool> never_drained{false};
-
   // In hold mode written buffers stay queued.
   void SetHold(bool hold) {
     std::lock_guard<std::mutex> guard(mutex_);
@@ -47,7 +43,6 @@ class RecordingOutput final : public AudioOutput {
     format_ = std::to_string(buffer_count) + "x" + std::to_string(buffer_bytes) + " " +
               std::to_string(channels) + "ch " + std::to_string(sample_rate) + "Hz " +
               std::to_string(bits_per_sample) + "bit";
-    if (fail_open) return 0;
     channels_ = channels;
     buffer_bytes_ = buffer_bytes;
     slots_.assign(buffer_count, Slot());
@@ -120,7 +115,7 @@ class RecordingOutput final : public AudioOutput {
   }
   int32_t Drained() noexcept override {
     std::lock_guard<std::mutex> guard(mutex_);
-    return queue_.empty() && !never_drained;
+    return queue_.empty();
   }
 
  private:

@@ -134,17 +134,5 @@ TEST_F(DecoderHeapTest, KeepsAHugeCodebookOffTheStack) {
   }
 }
 
-TEST_F(DecoderHeapTest, GivesTheScratchMemoryBackWhateverFails) {
-  const std::vector<char> file = WithCodebook("large");
-  test::Sweep([&](long n) {
-    const test::HeapFaults faults(n);
-    test::MemoryReader reader(file);
-    const OpenVorbis stream = OpenVorbisReader(&reader);
-    const bool failed = faults.triggered();
-    EXPECT_EQ(!stream, failed);
-    return failed;
-  });
-}
-
 }  // namespace
 }  // namespace kelvo

@@ -197,9 +197,12 @@ TEST(OggVorbisPluginTest, TellsWhatTheFileSays) {
     EXPECT_EQ(info.stereo, c.opened_stereo);
     plugin.Close(0, 0);
   }
-  const std::vector<char> opus = ReadMedia("opus.ogg");
-  files.Put("\\m\\no.ogg", std::string(opus.begin(), opus.end()));
-  for (const char* path : {"\\m\\none.ogg", "\\m\\no.ogg", ""}) {
+  for (const std::string other : {"opus.ogg", "flac.ogg", "speex.ogg"}) {
+    const std::vector<char> bytes = ReadMedia(other);
+    files.Put("\\m\\" + other, std::string(bytes.begin(), bytes.end()));
+  }
+  for (const char* path :
+       {"\\m\\opus.ogg", "\\m\\flac.ogg", "\\m\\speex.ogg", "\\m\\none.ogg", ""}) {
     uint32_t length = 9;
     EXPECT_EQ(plugin.GetFileInfo(Wide(path), nullptr, nullptr, nullptr, &length, nullptr, nullptr,
                                  nullptr),
