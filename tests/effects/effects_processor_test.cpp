@@ -10,6 +10,7 @@
 #include "effects/stages.h"
 #include "tests/effects/signals.h"
 #include "tests/oracles/effects_model.h"
+#include "tests/support/other_processor.h"
 #include "tests/support/raw_slot.h"
 
 namespace kelvo {
@@ -35,13 +36,6 @@ void Lock::Leave() noexcept {
 
 namespace test {
 namespace {
-
-class OtherProcessor final : public EffectsPlatform {
-  ProcessorIdentity Identify() noexcept override { return {586, 6, 0}; }
-  void* OpenLibrary(const wchar_t*) noexcept override { return nullptr; }
-  void* FindEntry(void*, uint32_t) noexcept override { return nullptr; }
-  void CloseLibrary(void*) noexcept override {}
-} g_platform;
 
 // The object as a host calls it and an external library reads it, beside the reference.
 class Effects : public ::testing::Test {
@@ -75,7 +69,7 @@ class Effects : public ::testing::Test {
     return static_cast<const char*>(object_) + sizeof(void*) + offset;
   }
 
-  void* object_ = static_cast<EffectsProcessor*>(HeapNew<FixedPointEffects>(g_platform));
+  void* object_ = static_cast<EffectsProcessor*>(HeapNew<FixedPointEffects>(g_other_processor));
   ReferenceEffects reference_;
 };
 

@@ -7,16 +7,10 @@
 #include "effects/effects_processor.h"
 #include "tests/oracles/cases.h"
 #include "tests/oracles/effects_model.h"
+#include "tests/support/other_processor.h"
 
 namespace kelvo::oracle {
 namespace {
-
-class OtherProcessor final : public EffectsPlatform {
-  ProcessorIdentity Identify() noexcept override { return {586, 6, 0}; }
-  void* OpenLibrary(const wchar_t*) noexcept override { return nullptr; }
-  void* FindEntry(void*, uint32_t) noexcept override { return nullptr; }
-  void CloseLibrary(void*) noexcept override {}
-} g_platform;
 
 int16_t Sample(Dice& dice, uint32_t kind, int frame) {
   switch (kind) {
@@ -32,7 +26,7 @@ int16_t Sample(Dice& dice, uint32_t kind, int frame) {
 }
 
 TEST(Oracle, Effects) {
-  FixedPointEffects object(g_platform);
+  FixedPointEffects object(test::g_other_processor);
   EffectsProcessor& effects = object;
   test::ReferenceEffects model;
   ForCases(10000, [&](Dice& dice) {

@@ -11,6 +11,7 @@
 #include "input/wma/output_redirection.h"
 #include "tests/oracles/effects_model.h"
 #include "tests/schedules/exploration.h"
+#include "tests/support/other_processor.h"
 #include "tests/wma/component.h"
 
 namespace kelvo {
@@ -47,13 +48,6 @@ struct Reading {
   int32_t result;
   int16_t samples[kVisualisationSamples];
 };
-
-class NoLibrary final : public EffectsPlatform {
-  ProcessorIdentity Identify() noexcept override { return {}; }
-  void* OpenLibrary(const wchar_t*) noexcept override { return nullptr; }
-  void* FindEntry(void*, uint32_t) noexcept override { return nullptr; }
-  void CloseLibrary(void*) noexcept override {}
-} g_no_library;
 
 bool g_component_ends;
 const char* g_operations;
@@ -172,7 +166,7 @@ void Host() {
   g_done = g_stored = 0;
   g_blocks.clear();
   g_readings.clear();
-  FixedPointEffects effects(g_no_library);
+  FixedPointEffects effects(test::g_other_processor);
   AudioTap tap;
   Thread audio;
   effects.SetEqualizer(13, kSliders[0]);

@@ -7,6 +7,7 @@
 
 #include "effects/effects_processor.h"
 #include "input/wma/output_redirection.h"
+#include "tests/support/other_processor.h"
 #include "tests/wma/component.h"
 
 namespace kelvo {
@@ -16,13 +17,6 @@ constexpr UINT kWritten = 5;
 constexpr int kSamples = 64;
 std::atomic<bool> g_over;
 std::atomic<int> g_blocks, g_lost;
-
-class NoLibrary final : public EffectsPlatform {
-  ProcessorIdentity Identify() noexcept override { return {}; }
-  void* OpenLibrary(const wchar_t*) noexcept override { return nullptr; }
-  void* FindEntry(void*, uint32_t) noexcept override { return nullptr; }
-  void CloseLibrary(void*) noexcept override {}
-} g_no_library;
 
 void PlayMusic() {
   for (int i = 0; !g_over; ++i) {
@@ -38,7 +32,7 @@ TEST(RedirectedAudio, IsSetUpSteeredSeenAndGivenBackWhileItPlays) {
   int seen = 0;
   for (int round = 0; round < 50; ++round) {
     test::ResetComponent();
-    FixedPointEffects effects(g_no_library);
+    FixedPointEffects effects(test::g_other_processor);
     AudioTap tap;
     g_over = false;
     g_blocks = 0;
