@@ -16,7 +16,7 @@ namespace {
 
 using test::Media;
 using test::Rig;
-using test::SendSoundTo;
+using test::UseSink;
 using Pcm = std::vector<int16_t>;
 
 Pcm Samples(const std::vector<char>& bytes) {
@@ -26,7 +26,7 @@ Pcm Samples(const std::vector<char>& bytes) {
 }
 
 TEST(PlayerSound, VolumeAndBalanceAreTheDevices) {
-  SendSoundTo(L"silence", true);
+  UseSink(L"silence", true);
   Rig rig;
   rig.player.SetVolume(50);
   rig.player.SetBalance(-100);
@@ -36,7 +36,7 @@ TEST(PlayerSound, VolumeAndBalanceAreTheDevices) {
 }
 
 TEST(WaveOutput, AResetKeepsThePauseAndRefusalsAreRemembered) {
-  SendSoundTo(L"silence", true);
+  UseSink(L"silence", true);
   WaveOutput output;
   output.Reset();
   EXPECT_NE(output.Drained(), 0) << "not open";
@@ -69,7 +69,7 @@ TEST(WaveOutput, AResetKeepsThePauseAndRefusalsAreRemembered) {
 
 TEST(PlayerSound, WindowsMediaGoesOnWithTheSampleThatFollows) {
   const auto record = [](const wchar_t* sink, bool pause) {
-    SendSoundTo(sink, !pause);
+    UseSink(sink, !pause);
     Rig rig;
     rig.player.Add({Media(L"sample.wma")});
     EXPECT_TRUE(rig.player.PlayTrack(0));
@@ -99,7 +99,7 @@ TEST(PlayerSound, WindowsMediaGoesOnWithTheSampleThatFollows) {
 
 TEST(PlayerSound, NothingIsHeardBetweenTwoTracks) {
   const wchar_t* const tracks[] = {L"tone_8000_stereo.ogg", L"tone_8000_stereo.ogg"};
-  SendSoundTo(L"two_tracks.wav", false);
+  UseSink(L"two_tracks.wav", false);
   Rig rig;
   Pcm want;
   for (const wchar_t* track : tracks) {
@@ -164,7 +164,7 @@ TEST(EffectsOutput, TakesOneAndTwoChannels) {
 
 TEST(PlayerSound, TheEqualizerClipsWhenItIsRaisedNotAsItComes) {
   for (const bool raised : {false, true}) {
-    SendSoundTo(L"silence", true);
+    UseSink(L"silence", true);
     Rig rig;
     EqualizerState sound;
     sound.on = true;

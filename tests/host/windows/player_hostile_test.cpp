@@ -9,7 +9,7 @@ namespace {
 
 TEST(PlayerHostile, Settings) {
   const kelvo::test::InstallationFolder folder;
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   std::string many_tracks;
   for (int i = 0; i < 30000; ++i) many_tracks += "track=C:\\none\\" + std::to_string(i) + ".ogg\n";
   const struct {

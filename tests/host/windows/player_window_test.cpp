@@ -30,7 +30,7 @@ class PlayerWindowTest : public testing::Test {
  protected:
   PlayerWindowTest() {
     DeleteFileW(kSession);
-    test::SendSoundTo(L"silence", false);
+    test::UseSink(L"silence", false);
     Open({Media(L"sample.ogg"), Media(L"tone_44100_mono.ogg"), Media(L"tone_8000_stereo.ogg")});
     EXPECT_TRUE(WaitFor([&] { return Playing() && Current() == 0; }));
   }
