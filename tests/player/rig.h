@@ -68,15 +68,10 @@ class Rig {
     RunUntil([&] { return GetTickCount64() - start >= milliseconds; });
   }
   // Waits, without handling it, for the end message.
-  bool WaitForWaitingEnd() {
+  void WaitForWaitingEnd() {
+    constexpr UINT kEnd = kelvo::kMessageEndOfPlayback;
     MSG message;
-    for (int i = 0; i < 6000; ++i, Sleep(10)) {
-      if (PeekMessageW(&message, window_, kelvo::kMessageEndOfPlayback,
-                       kelvo::kMessageEndOfPlayback, PM_NOREMOVE)) {
-        return true;
-      }
-    }
-    return false;
+    while (!PeekMessageW(&message, window_, kEnd, kEnd, PM_NOREMOVE)) Sleep(10);
   }
 
  private:

@@ -100,8 +100,7 @@ TEST_F(SheetTest, PagesFillTheSheetAndTabsLieOnTheirEdge) {
 TEST_F(SheetTest, ADialogAboveAPageIsNoPage) {
   Recorder recorder;
   recorder.wants_bar = false;
-  const HWND dialog = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), Page(),
-                                         &RecordedProc, reinterpret_cast<LPARAM>(&recorder));
+  const HWND dialog = OpenDialog(&recorder, Page());
   ShowWindow(dialog, SW_SHOW);
   MoveWindow(sheet, 40, 30, 240, 300, TRUE);
   EXPECT_EQ(ClientSize(dialog).cx, 240);

@@ -59,8 +59,8 @@ inline INT_PTR CALLBACK RecordedProc(HWND dialog, UINT message, WPARAM wparam, L
   }
 }
 
-inline HWND OpenDialog(Recorder* recorder) {
-  return CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), nullptr, &RecordedProc,
+inline HWND OpenDialog(Recorder* recorder, HWND parent = nullptr) {
+  return CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), parent, &RecordedProc,
                             reinterpret_cast<LPARAM>(recorder));
 }
 
