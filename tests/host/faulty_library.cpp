@@ -3,18 +3,15 @@
 #include <windows.h>
 
 #include <string>
-#include <utility>
 
 namespace {
 
-// An object's table with one operation changed, as long as this library is loaded.
-template <class Object, class Table>
-void Change(void* object, Table* copy, void (*change)(Table*)) {
-  auto* const it = static_cast<Object*>(object);
-  if (it->table == copy) return;
-  *copy = *it->table;
-  change(copy);
-  it->table = copy;
+// One operation of an object is another, as long as this library is loaded.
+template <class Object, class Table, class Function>
+void Change(void* object, Function Table::*operation, Function function) {
+  static Table table = *static_cast<Object*>(object)->table;
+  table.*operation = function;
+  static_cast<Object*>(object)->table = &table;
 }
 
 int32_t KELVO_METHOD PlaysAlways(KELVO_SELF(KelvoOggVorbisInput)) {
@@ -31,11 +28,6 @@ int32_t KELVO_METHOD Crash(KELVO_SELF(KelvoEqualizerPresets), const wchar_t*) {
   return *static_cast<volatile int32_t*>(nullptr);
 }
 
-KelvoOggVorbisInputTable g_ogg;
-KelvoBookmarksTable g_bookmarks;
-KelvoEqualizerPresetsTable g_presets;
-KelvoSkinReaderTable g_skins;
-
 }  // namespace
 
 extern "C" __declspec(dllexport) void* KELVO_CDECL GetFeature(int32_t id) {
@@ -46,24 +38,16 @@ extern "C" __declspec(dllexport) void* KELVO_CDECL GetFeature(int32_t id) {
   const std::string fault = name;
   void* const feature = theirs(id);
   if (id == KELVO_FEATURE_OGG_VORBIS && fault == "play") {
-    Change<KelvoOggVorbisInput>(
-        feature, &g_ogg, +[](KelvoOggVorbisInputTable* table) { table->Play = &PlaysAlways; });
+    Change<KelvoOggVorbisInput>(feature, &KelvoOggVorbisInputTable::Play, &PlaysAlways);
   } else if (id == KELVO_FEATURE_OGG_VORBIS && fault == "state") {
-    Change<KelvoOggVorbisInput>(
-        feature, &g_ogg, +[](KelvoOggVorbisInputTable* table) { table->GetState = &IsPaused; });
+    Change<KelvoOggVorbisInput>(feature, &KelvoOggVorbisInputTable::GetState, &IsPaused);
   } else if (id == KELVO_FEATURE_BOOKMARKS && fault == "index") {
-    Change<KelvoBookmarks>(
-        feature, &g_bookmarks,
-        +[](KelvoBookmarksTable* table) { table->GetBookmark = &HasEverything; });
+    Change<KelvoBookmarks>(feature, &KelvoBookmarksTable::GetBookmark, &HasEverything);
   } else if (id == KELVO_FEATURE_EQUALIZER_PRESETS && fault == "crash") {
-    Change<KelvoEqualizerPresets>(
-        feature, &g_presets,
-        +[](KelvoEqualizerPresetsTable* table) { table->FindPreset = &Crash; });
+    Change<KelvoEqualizerPresets>(feature, &KelvoEqualizerPresetsTable::FindPreset, &Crash);
   } else if (id == KELVO_FEATURE_SKIN_READER && fault == "slots") {
-    Change<KelvoSkinReader>(
-        feature, &g_skins, +[](KelvoSkinReaderTable* table) {
-          std::swap(table->ReadFromFolder, table->ReadFromArchive);
-        });
+    Change<KelvoSkinReader>(feature, &KelvoSkinReaderTable::ReadFromFolder,
+                            static_cast<KelvoSkinReader*>(feature)->table->ReadFromArchive);
   } else if (id == KELVO_FEATURE_EFFECTS && fault == "feature") {
     return nullptr;
   }

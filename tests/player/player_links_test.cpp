@@ -18,10 +18,10 @@ namespace {
 using kelvo::test::InstallationFolder;
 using test::Media;
 using test::Rig;
-using test::SendSoundTo;
+using test::UseSink;
 
 TEST(PlayerLinks, BookmarksPlayAndEnqueue) {
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   const InstallationFolder folder;
   Rig rig;
   BookmarkLink link(test::TheLibrary(), rig.player);
@@ -60,7 +60,7 @@ TEST(PlayerLinks, BookmarksPlayAndEnqueue) {
 }
 
 TEST(PlayerLinks, ResumesWhereItWasLeft) {
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   const InstallationFolder folder;
   for (const bool listed : {true, false}) {
     {
@@ -107,7 +107,7 @@ class ScriptedCatalog final : public kelvo::Catalog {
 };
 
 TEST(PlayerLinks, CatalogReplacesOrAppends) {
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   Rig rig;
   ScriptedCatalog catalog;
   wchar_t before[MAX_PATH], after[MAX_PATH];

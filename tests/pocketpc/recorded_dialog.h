@@ -5,7 +5,6 @@
 
 #include <commctrl.h>
 
-#include <functional>
 #include <vector>
 
 #include "base/windows/pocketpc.h"
@@ -19,12 +18,6 @@ struct Recorder {
   std::vector<int> commands;
   std::vector<NMRGINFO> gestures;
   SHMENUBARINFO bar = {};
-  RECT bar_place = {};
-
-  const RECT& BarPlace() {
-    GetWindowRect(bar.hwndMB, &bar_place);
-    return bar_place;
-  }
 };
 
 inline SHMENUBARINFO BarOf(HWND parent, UINT id, int bitmap, DWORD flags = 0) {
@@ -66,24 +59,9 @@ inline INT_PTR CALLBACK RecordedProc(HWND dialog, UINT message, WPARAM wparam, L
   }
 }
 
-inline HWND OpenDialog(Recorder* recorder) {
-  return CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), nullptr, &RecordedProc,
+inline HWND OpenDialog(Recorder* recorder, HWND parent = nullptr) {
+  return CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), parent, &RecordedProc,
                             reinterpret_cast<LPARAM>(recorder));
-}
-
-// Handles messages until `done` or, on a failure, for half a minute.
-inline bool PumpUntil(const std::function<bool()>& done) {
-  const DWORD start = GetTickCount();
-  while (!done()) {
-    if (GetTickCount() - start > 30000) return false;
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-      TranslateMessage(&message);
-      DispatchMessageW(&message);
-    }
-    MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
-  }
-  return true;
 }
 
 // Handles what is in the queue now.

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/wide_text.h"
+
 namespace velmora::test {
 
 // A bitmap file, field by field; those left alone are as a drawing program writes them.
@@ -21,30 +23,15 @@ struct BmpBuilder {
   uint32_t colours_used = 0;
 
   std::string Build() const {
-    std::string info;
-    Put(&info, header_bytes, 4);
+    using kelvo::test::Le;
     const bool old = header_bytes == 12;
-    Put(&info, static_cast<uint32_t>(width), old ? 2 : 4);
-    Put(&info, static_cast<uint32_t>(height), old ? 2 : 4);
-    Put(&info, 1, 2);
-    Put(&info, bits, 2);
-    if (!old) {
-      for (uint32_t word : {code, 0u, 0u, 0u, colours_used, 0u}) Put(&info, word, 4);
-    }
-    for (uint32_t mask : masks) Put(&info, mask, 4);
-    for (uint32_t colour : palette) Put(&info, colour, old ? 3 : 4);
-    std::string file = "BM";
-    Put(&file, 0, 4);
-    Put(&file, 0, 4);
-    Put(&file,
-        pixels_at >= 0 ? static_cast<uint32_t>(pixels_at) : static_cast<uint32_t>(14 + info.size()),
-        4);
-    return file + info + pixels;
-  }
-
- private:
-  static void Put(std::string* out, uint32_t value, int bytes) {
-    for (int i = 0; i < bytes; ++i) *out += static_cast<char>(value >> 8 * i & 255);
+    std::string info = Le(header_bytes, 4) + Le(static_cast<uint32_t>(width), old ? 2 : 4) +
+                       Le(static_cast<uint32_t>(height), old ? 2 : 4) + Le(1, 2) + Le(bits, 2);
+    if (!old) info += Le(code, 4) + std::string(12, '\0') + Le(colours_used, 4) + Le(0, 4);
+    for (uint32_t mask : masks) info += Le(mask, 4);
+    for (uint32_t colour : palette) info += Le(colour, old ? 3 : 4);
+    const uint64_t at = pixels_at >= 0 ? static_cast<uint64_t>(pixels_at) : 14 + info.size();
+    return "BM" + Le(0, 8) + Le(at, 4) + info + pixels;
   }
 };
 

@@ -42,12 +42,6 @@ TEST(CanvasTest, DrawsTheCommonPartAndNothingElse) {
   }
 }
 
-TEST(CanvasTest, TilesEndAtTheArea) {
-  Canvas canvas({5, 2});
-  canvas.Tile(Numbered(3, 1), {1, 0, 2, 1}, {1, 0, 3, 2});
-  EXPECT_EQ(canvas.picture().pixels, (std::vector<Colour>{0, 2, 3, 2, 0, 0, 2, 3, 2, 0}));
-}
-
 TEST(CanvasTest, DifferenceIsTheSmallestRectangle) {
   const Bitmap before(4, 3);
   Bitmap after = before;
@@ -59,42 +53,22 @@ TEST(CanvasTest, DifferenceIsTheSmallestRectangle) {
   EXPECT_EQ(Difference(Bitmap(), after), (Rect{0, 0, 4, 3})) << "another size: all of it";
 }
 
-TEST(SkinTextsTest, VisualColours) {
-  Colour colours[kVisualColours];
-  std::fill(std::begin(colours), std::end(colours), Colour{7});
-  ReadVisualColours(
-      "// a comment\n"
-      "1,2,3, // dots\r\n"
-      "\n"
-      "  16 , 32 ,\t64\n"
-      "256,0,0\n"
-      "1,2\n"
-      "-1,2,3\n"
-      "255,255,255",
-      colours);
+// (Damaged texts: tests/hostile/skin_files.cpp.)
+TEST(SkinTextsTest, AreReadAsPeopleWriteThem) {
+  Colour colours[kVisualColours] = {};
+  ReadVisualColours("// a comment\n1,2,3, // dots\r\n\n  16 , 32 ,\t64\n255,255,255", colours);
   EXPECT_EQ(colours[0], 0x010203u);
   EXPECT_EQ(colours[1], 0x102040u);
   EXPECT_EQ(colours[2], 0xFFFFFFu);
-  EXPECT_EQ(colours[3], 7u) << "not in the text";
-
-  std::string many;
-  for (int i = 0; i < 100; ++i) many += "9,9,9\n";
-  ReadVisualColours(many, colours);
-  EXPECT_EQ(colours[kVisualColours - 1], 0x090909u);
-}
-
-TEST(SkinTextsTest, PlaylistStyle) {
   PlaylistStyle style;
   ReadPlaylistStyle(
-      "[Text]\r\nNormal=#112233\r\n CURRENT = abcdef\r\nNormalBG=#12345\r\nSelectedBG=#12345G\n"
-      "Font= Comic Mono \nmbFG=#010203\n=\n",
+      "[Text]\r\nNormal=#112233\r\n CURRENT = abcdef\r\nNormalBG=#445566\nSelectedBG=#12345\n"
+      "Font= Comic Mono \nmbFG=#010203\n",
       &style);
   EXPECT_EQ(style.text, 0x112233u);
   EXPECT_EQ(style.current, 0xABCDEFu);
-  EXPECT_EQ(style.background, PlaylistStyle().background) << "too short";
-  EXPECT_EQ(style.selected, PlaylistStyle().selected) << "no digit";
-  EXPECT_EQ(style.font, "Comic Mono");
-  ReadPlaylistStyle("Font=" + std::string(1000, 'x'), &style);
+  EXPECT_EQ(style.background, 0x445566u);
+  EXPECT_EQ(style.selected, PlaylistStyle().selected) << "too short";
   EXPECT_EQ(style.font, "Comic Mono");
 }
 

@@ -18,7 +18,7 @@ using kelvo::test::User;
 class PlayerList : public testing::Test {
  protected:
   PlayerList() {
-    SendSoundTo(L"silence", false);
+    UseSink(L"silence", false);
     folder_.Write(L"list.m3u", "track_10.ogg\r\ntrack_2.ogg\r\n" + Here(L"tone_8000_stereo.ogg") +
                                    "\r\n" + Here(L"sample.ogg") + "\r\n");
     player_.emplace(PlayerOptions{{folder_.Path(L"list.m3u")}, L"", folder_.Path(L"session")});
@@ -168,7 +168,7 @@ void ExpectFits(HWND control) {
 
 TEST(PlayerTexts, DialogsAreInTheChosenLanguageAndFit) {
   kelvo::test::LanguageValue value;
-  SendSoundTo(L"silence", false);
+  UseSink(L"silence", false);
   const kelvo::test::InstallationFolder folder;
   PlayerDriver player({{Media(L"sample.ogg")}, L"", folder.Path(L"session")});
   const std::vector<LANGID> languages = FindLanguages();

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "host/player/settings.h"
+#include "tests/host/views/bmp_builder.h"
 #include "tests/host/windows/player_driver.h"
 #include "tests/support/owned_objects.h"
 
@@ -29,7 +30,7 @@ class PlayerWindowTest : public testing::Test {
  protected:
   PlayerWindowTest() {
     DeleteFileW(kSession);
-    test::SendSoundTo(L"silence", false);
+    test::UseSink(L"silence", false);
     Open({Media(L"sample.ogg"), Media(L"tone_44100_mono.ogg"), Media(L"tone_8000_stereo.ogg")});
     EXPECT_TRUE(WaitFor([&] { return Playing() && Current() == 0; }));
   }
@@ -222,16 +223,6 @@ TEST_F(PlayerWindowTest, ADialogIsToBeAnsweredFirst) {
   EXPECT_FALSE(IsWindowVisible(player_->playlist()));
 }
 
-TEST_F(PlayerWindowTest, PlaylistIsSizedInSteps) {
-  const HWND list = player_->playlist();
-  player_->Press(list, {270, 111});  // and no move: the mouse is fast
-  player_->Release(list, {270 + 40, 111 + 50});
-  const RECT place = Place(list);
-  EXPECT_EQ(place.right - place.left, 325);
-  EXPECT_EQ(place.bottom - place.top, 174);
-  EXPECT_EQ(player_->Picture(list).At(324, 173), skin_.image(kelvo::kSkinPlaylist).At(275, 109));
-}
-
 TEST_F(PlayerWindowTest, WindowsStickTogether) {
   const auto below = [](HWND upper, HWND lower) {
     const RECT a = Place(upper);
@@ -266,11 +257,11 @@ TEST_F(PlayerWindowTest, DroppedSkinsArePutOnFileByFile) {
   CreateDirectoryW(L"player_window_test.skin", nullptr);
   {
     std::ofstream file("player_window_test.skin/main.bmp", std::ios::binary);
-    const char header[] = "BM\0\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x08\0\0\0\x32\0\0\0\x01\0\x18";
-    std::string bytes(header, sizeof header - 1);
-    bytes.resize(54);
-    for (int i = 0; i < 8 * 50; ++i) bytes += std::string("\0\xFF\0", 3);
-    file << bytes;
+    test::BmpBuilder bmp;
+    bmp.width = 8;
+    bmp.height = 50;
+    for (int i = 0; i < 8 * 50; ++i) bmp.pixels += std::string("\0\xFF\0", 3);
+    file << bmp.Build();
   }
   wchar_t skin[MAX_PATH];
   GetFullPathNameW(L"player_window_test.skin", MAX_PATH, skin, nullptr);
