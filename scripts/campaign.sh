@@ -35,7 +35,7 @@ counted() {
   say "campaign: $1"
   ctest --test-dir "$(build_folder "$2")" -R "$3" --no-tests=error -V --timeout 50000 >"$log" 2>&1 ||
     outcome="see $log"
-  row "$1" "$(sed -nE "s/^[0-9]+: .*\\b([0-9.]+) $4.*/\\1/p" "$log" | awk '{ n += $1 } END { print n + 0 }')" \
+  row "$1" "$(sed -nE "s/^[0-9]+: (.*[^0-9.])?([0-9.]+) $4.*/\\2/p" "$log" | awk '{ n += $1 } END { print n + 0 }')" \
     "$outcome"
 }
 
@@ -51,7 +51,7 @@ repeated() {
 # Of HOURS; enough to have tried everything, if they are over.
 seconds_left() {
   awk -v h="$hours" -v used="$((SECONDS - begin))" \
-    'BEGIN { left = int(h * 3600 - used); print left > 60 ? left : 60 }'
+    'BEGIN { left = int(h * 3600 - used); print (left > 60 ? left : 60) }'
 }
 
 "$kelvo_root/scripts/build.sh" native i686
@@ -65,8 +65,8 @@ repeated "threads, sanitized" native-tsan '\.(vorbis_tests|audio_tap_test|redire
 KELVO_KILLED_WRITERS=500 repeated "killed writers, 500 each" native '\.bookmarks_tests$' 1
 KELVO_SCHEDULE_SWITCHES=2 counted "schedules, 3 and 4 switches" native-release \
   '\.schedule_tests$' schedules
-KELVO_FAULTS_EACH=1 counted "failing calls, portable" native '_tests$' faults
-KELVO_FAULTS_EACH=1 counted "failing calls, Windows" i686 '\.fault_tests$' faults
+KELVO_FAULTS_EACH=1 counted "failing calls, portable" native '_tests$' 'faults$'
+KELVO_FAULTS_EACH=1 counted "failing calls, Windows" i686 '\.fault_tests$' 'faults$'
 KELVO_MUSIC_HOURS=24 counted "hours of music" native-release '\.music_tests$' 'hours of music'
 quarter=$(($(seconds_left) / 4))
 
