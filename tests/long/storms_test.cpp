@@ -65,6 +65,7 @@ void Weather(const char* name, int usual, const test::ImportFaults& imports,
     storm(random);
     ASSERT_FALSE(testing::Test::HasFailure()) << run.done();
   }
+  EXPECT_GT(run.done(), 0u);
   const Held after = Count(imports);
   printf(
       "%s: %u storms; handles %lu, then %lu; threads %lu, %lu; GDI %lu, %lu; user %lu, %lu; blocks "

@@ -66,6 +66,7 @@ void ForCases(uint64_t count, Case one) {
       return;
     }
   }
+  EXPECT_GT(run.done(), 0u);
   printf("%llu cases\n", static_cast<unsigned long long>(run.done()));
 }
 

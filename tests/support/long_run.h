@@ -11,11 +11,13 @@ class LongRun {
  public:
   // `variable` of the environment says how many rounds, if it is there.
   LongRun(const char* variable, uint64_t usual)
-      : rounds_(Number(variable, usual)), until_(time(nullptr) + Limit()) {}
+      : rounds_(Number(variable, usual)), seconds_(Number("KELVO_SECONDS", UINT64_MAX)) {}
 
-  // Whether there is to be another round.
+  // Whether there is to be another round; the first one always is.
   bool Next() {
-    if (done_ == rounds_ || time(nullptr) > until_) return false;
+    // By the time that has passed: a time_t of 32 bits may not reach to a far end.
+    const auto passed = static_cast<uint64_t>(difftime(time(nullptr), begin_));
+    if (done_ == rounds_ || (done_ > 0 && passed > seconds_)) return false;
     ++done_;
     return true;
   }
@@ -26,10 +28,10 @@ class LongRun {
     const char* const text = getenv(variable);
     return text ? strtoull(text, nullptr, 10) : usual;
   }
-  static time_t Limit() { return static_cast<time_t>(Number("KELVO_SECONDS", UINT32_MAX >> 2)); }
 
   uint64_t rounds_;
-  time_t until_;
+  uint64_t seconds_;
+  time_t begin_ = time(nullptr);
   uint64_t done_ = 0;
 };
 
