@@ -1,5 +1,5 @@
 // As much of the system as the redirection of audio uses: a component's memory that ends, and two
-// modules; all of it in component.cpp.
+// modules. component.cpp has them, each test its own VirtualProtect.
 #pragma once
 
 #include <stddef.h>
@@ -10,7 +10,7 @@
 using UINT = unsigned;
 using DWORD = unsigned;
 using HANDLE = void*;
-using HMODULE = struct ScheduledModule*;
+using HMODULE = struct NativeModule*;
 using FARPROC = void (*)();
 
 constexpr DWORD PAGE_EXECUTE_READWRITE = 0x40;
